@@ -1,0 +1,26 @@
+#include "base/SettingsKeys.h"
+
+namespace tamvelo::base {
+
+namespace {
+
+std::wstring CompanyKey(std::wstring_view company) { return L"SOFTWARE\\" + std::wstring(company) + L"\\"; }
+
+} // namespace
+
+std::wstring FormKey(std::wstring_view company, std::wstring_view product, int major, int minor,
+                     std::wstring_view form) {
+    std::wstring key = CompanyKey(company);
+    key.append(product)
+        .append(L"\\")
+        .append(std::to_wstring(major))
+        .append(L".")
+        .append(std::to_wstring(minor));
+    return key.append(L"\\Configuracion\\").append(form).append(L"\\");
+}
+
+std::wstring SesionKey(std::wstring_view company, std::wstring_view path) {
+    return CompanyKey(company).append(L"Global\\Configuracion\\Sesion\\").append(path);
+}
+
+} // namespace tamvelo::base

@@ -1,0 +1,21 @@
+# The target sqlite3: SQLite's single source file, for the demo host's data. tools/fetch-sqlite.sh puts it into
+# the cache directory; SQLITE_DIR names another place that holds sqlite3.c and sqlite3.h.
+if(NOT SQLITE_DIR AND DEFINED ENV{SQLITE_DIR})
+    set(SQLITE_DIR $ENV{SQLITE_DIR})
+endif()
+if(NOT SQLITE_DIR)
+    set(cache $ENV{XDG_CACHE_HOME})
+    if(NOT cache)
+        set(cache $ENV{HOME}/.cache)
+    endif()
+    set(SQLITE_DIR ${cache}/tamvelo/sqlite)
+endif()
+
+if(WIN32 AND EXISTS ${SQLITE_DIR}/sqlite3.c)
+    add_library(sqlite3 STATIC EXCLUDE_FROM_ALL ${SQLITE_DIR}/sqlite3.c)
+    target_include_directories(sqlite3 SYSTEM PUBLIC ${SQLITE_DIR})
+    target_compile_definitions(sqlite3 PRIVATE SQLITE_THREADSAFE=0 SQLITE_OMIT_LOAD_EXTENSION SQLITE_DQS=0)
+    target_compile_options(sqlite3 PRIVATE -Os -w -fno-sanitize=all)
+elseif(WIN32 AND EXISTS ${CMAKE_SOURCE_DIR}/demo/CMakeLists.txt)
+    message(FATAL_ERROR "No sqlite3.c in ${SQLITE_DIR}: run tools/fetch-sqlite.sh, or set SQLITE_DIR")
+endif()

@@ -1,0 +1,187 @@
+#include "com/LateObject.h"
+
+#include <dispex.h>
+
+#include <array>
+
+#include "com/Error.h"
+#include "com/FloatGuard.h"
+#include "com/Trace.h"
+
+namespace tamvelo::com {
+
+namespace {
+
+constexpr size_t kMostArguments = 16;
+constexpr HRESULT kObjectNotSet = static_cast<HRESULT>(0x800A005B);  // automation's number 91
+
+Error UnknownMember(const std::wstring& role, const wchar_t* member) {
+    return {DISP_E_UNKNOWNNAME, L"El objeto «" + role + L"» no tiene el miembro «" + member + L"»."};
+}
+
+}  // namespace
+
+DISPID FindMember(IDispatch* object, const wchar_t* member) noexcept {
+    DISPID id = DISPID_UNKNOWN;
+    LPOLESTR name = const_cast<LPOLESTR>(member);
+    const HRESULT result = object->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id);
+    if (SUCCEEDED(result)) {
+        return id;
+    }
+    // Script engines exist whose classes know their names only through the extended interface.
+    ComPtr<IDispatchEx> extended;
+    if (result != E_NOTIMPL || FAILED(object->QueryInterface(IID_PPV_ARGS(&extended)))) {
+        return DISPID_UNKNOWN;
+    }
+    const BSTR text = SysAllocString(member);
+    if (FAILED(extended->GetDispID(text, fdexNameCaseInsensitive, &id))) {
+        id = DISPID_UNKNOWN;
+    }
+    SysFreeString(text);
+    return id;
+}
+
+Argument Argument::Reference(VARTYPE type, void* variable) {
+    Argument made;
+    made.m_type = type;
+    made.m_variable = variable;
+    return made;
+}
+
+void Argument::Load(VARIANT& cell) {
+    if (m_type == VT_EMPTY) {
+        cell = m_value.Get();  // borrowed: the argument outlives the call
+        return;
+    }
+    cell.vt = static_cast<VARTYPE>(m_type | VT_BYREF);
+    switch (m_type) {
+        case VT_BOOL:
+            m_value = Variant(*static_cast<bool*>(m_variable));
+            cell.pboolVal = &m_value.Address()->boolVal;
+            break;
+        case VT_BSTR:
+            m_value = Variant(std::wstring_view(*static_cast<std::wstring*>(m_variable)));
+            cell.pbstrVal = &m_value.Address()->bstrVal;
+            break;
+        case VT_DISPATCH:
+            cell.ppdispVal = static_cast<ComPtr<IDispatch>*>(m_variable)->GetAddressOf();
+            break;
+        case VT_VARIANT:
+            cell.pvarVal = static_cast<Variant*>(m_variable)->Address();
+            break;
+        default:
+            cell.byref = m_variable;
+    }
+}
+
+void Argument::Store() {
+    if (m_type == VT_BOOL) {
+        *static_cast<bool*>(m_variable) = m_value.ToBool();
+    } else if (m_type == VT_BSTR) {
+        std::wstring& variable = *static_cast<std::wstring*>(m_variable);
+        const BSTR text = m_value.Get().bstrVal;
+        const std::wstring_view view = text ? std::wstring_view(text, SysStringLen(text)) : std::wstring_view();
+        if (view != variable) {
+            variable = view;
+        }
+    }
+}
+
+void LateObject::Reset() {
+    m_known.clear();
+    // Released last: the release may run host code that comes back to our owner.
+    const ComPtr<IDispatch> leaving = std::move(m_object);
+}
+
+DISPID LateObject::IdOf(const wchar_t* member) {
+    for (const Known& known : m_known) {
+        if (known.name == member || std::wstring_view(known.name) == member) {
+            return known.id;
+        }
+    }
+    if (!m_object) {
+        throw Error(kObjectNotSet, L"El objeto «" + m_role + L"» no está establecido.");
+    }
+    const DISPID id = FindMember(m_object.Get(), member);
+    if (id == DISPID_UNKNOWN) {
+        throw UnknownMember(m_role, member);
+    }
+    m_known.push_back({member, id});
+    return id;
+}
+
+bool LateObject::Answers(const wchar_t* member) noexcept {
+    return m_object && FindMember(m_object.Get(), member) != DISPID_UNKNOWN;
+}
+
+Variant LateObject::Call(const wchar_t* member, Arguments arguments) {
+    const DISPID id = IdOf(member);
+    std::array<VARIANT, kMostArguments> cells;
+    const size_t count = arguments.size();
+    // The list's elements are const, but it is ours alone: loading keeps what a reference points at inside them.
+    Argument* list = const_cast<Argument*>(arguments.begin());
+    for (size_t i = 0; i < count; ++i) {
+        list[i].Load(cells[count - 1 - i]);
+    }
+    DISPPARAMS parameters{cells.data(), nullptr, static_cast<UINT>(count), 0};
+    Variant result = Invoke(member, id, DISPATCH_METHOD | DISPATCH_PROPERTYGET, parameters);
+    for (size_t i = 0; i < count; ++i) {
+        list[i].Store();
+    }
+    return result;
+}
+
+void LateObject::Put(const wchar_t* member, const Argument& value) {
+    const DISPID id = IdOf(member);
+    VARIANT cell = value.m_value.Get();
+    DISPID put = DISPID_PROPERTYPUT;
+    DISPPARAMS parameters{&cell, &put, 1, 1};
+    Invoke(member, id, value.m_value.IsObject() ? DISPATCH_PROPERTYPUTREF : DISPATCH_PROPERTYPUT, parameters);
+}
+
+Variant LateObject::Invoke(const wchar_t* member, DISPID id, WORD flags, DISPPARAMS& parameters) {
+    std::wstring line;
+    if (Trace::Enabled()) {
+        line = m_role + L"." + member + L"(";
+        for (UINT i = 0; i < parameters.cArgs; ++i) {
+            line += (i ? L", " : L"") + Trace::Describe(parameters.rgvarg[parameters.cArgs - 1 - i]);
+        }
+        line += L")";
+        Trace::Line(line);
+    }
+    Variant result;
+    EXCEPINFO thrown{};
+    HRESULT code;
+    {
+        const ComPtr<IDispatch> alive = m_object;  // the host may make us let go of it while it runs
+        const HostFloats floats;
+        const bool put = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
+        code = alive->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, put ? nullptr : result.Address(),
+                             &thrown, nullptr);
+    }
+    if (FAILED(code)) {
+        Error error = ErrorOfInvoke(code, thrown);
+        if (error.source.empty()) {
+            error.source = m_role;
+        }
+        if (!line.empty()) {
+            wchar_t number[16];
+            wsprintfW(number, L"%08lX", static_cast<unsigned long>(error.number));
+            Trace::Line(L"  " + std::wstring(member) + L" ! " + number + L" " + error.source + L": " + error.description);
+        }
+        throw error;
+    }
+    if (!line.empty()) {
+        std::wstring answer = L"  " + std::wstring(member) + L" = " + Trace::Describe(result.Get());
+        for (UINT i = 0; i < parameters.cArgs; ++i) {
+            const VARIANT& argument = parameters.rgvarg[parameters.cArgs - 1 - i];
+            if (argument.vt & VT_BYREF) {
+                answer += L", " + Trace::Describe(argument);
+            }
+        }
+        Trace::Line(answer);
+    }
+    return result;
+}
+
+}  // namespace tamvelo::com

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+
+#include "com/LateObject.h"
+
+namespace tamvelo::contract {
+
+/// A grid's column collection (`Columns`), the host's or the library's own: both have the same shape.
+class ColumnCollection {
+public:
+    /// One column, reached by its place from 0.
+    class Column {
+    public:
+        explicit Column(IDispatch* object) : m_object(object, L"Column") {}
+        std::wstring Caption() { return m_object.Call(L"Caption").ToText(); }
+        std::wstring DataField() { return m_object.Call(L"DataField").ToText(); }
+        bool Visible() { return m_object.Call(L"Visible").ToBool(); }
+        void SetVisible(bool visible) { m_object.Put(L"Visible", visible); }
+
+    private:
+        com::LateObject m_object;
+    };
+
+    ColumnCollection() = default;
+    explicit ColumnCollection(IDispatch* object) : m_object(object, L"Columns") {}
+    explicit operator bool() const { return static_cast<bool>(m_object); }
+    IDispatch* Get() const { return m_object.Get(); }
+    void Reset() { m_object.Reset(); }
+
+    short Count();
+    Column Item(short index);
+
+private:
+    com::LateObject m_object;
+};
+
+}  // namespace tamvelo::contract

@@ -1,0 +1,141 @@
+#include "contract/Sink.h"
+
+namespace tamvelo::contract {
+
+using com::Argument;
+using com::ComPtr;
+using com::Variant;
+
+namespace {
+
+Argument Selection(ReportChoice& choice) {
+    return Argument::Ref(choice.selection);
+}
+
+Argument Output(ReportChoice& choice) {
+    return Argument::Ref(choice.output);
+}
+
+Argument Copies(ReportChoice& choice) {
+    return Argument::Ref(choice.copies);
+}
+
+Argument Day(DATE day) {
+    return Variant::Date(day);
+}
+
+}  // namespace
+
+void Sink::AceptarBuscar() {
+    m_object.Call(L"AceptarBuscar");
+}
+
+void Sink::AceptarSeleccion(short& index, ComPtr<IDispatch>& control, const Variant& value) {
+    m_object.Call(L"AceptarSeleccion", {Argument::Ref(index), Argument::Ref(control), value});
+}
+
+void Sink::AceptarSeleccionCode(short code, ComPtr<IDispatch>& control, const Variant& value) {
+    m_object.Call(L"AceptarSeleccion", {code, Argument::Ref(control), value});
+}
+
+void Sink::AceptarSeleccionParam(short& index, ComPtr<IDispatch>& control, const Variant& first, const Variant& second,
+                                 const Variant& third) {
+    m_object.Call(L"AceptarSeleccionParam", {Argument::Ref(index), Argument::Ref(control), first, second, third});
+}
+
+void Sink::AceptarSeleccionParamCode(short code, ComPtr<IDispatch>& control, const Variant& first,
+                                     const Variant& second, const Variant& third) {
+    m_object.Call(L"AceptarSeleccionParam", {code, Argument::Ref(control), first, second, third});
+}
+
+void Sink::clsEvents_AceptaSeleccion(short& index, ComPtr<IDispatch>& control, const Variant& first,
+                                     const Variant& second, const Variant& third) {
+    m_object.Call(L"clsEvents_AceptaSeleccion", {Argument::Ref(index), Argument::Ref(control), first, second, third});
+}
+
+void Sink::ActualizaColumnas(ComPtr<IDispatch>& columns) {
+    m_object.Call(L"ActualizaColumnas", {Argument::Ref(columns)});
+}
+
+void Sink::ActualizaOrden(short& column, short& mode) {
+    m_object.Call(L"ActualizaOrden", {Argument::Ref(column), Argument::Ref(mode)});
+}
+
+void Sink::AceptarFechaEntre(DATE first, DATE last) {
+    m_object.Call(L"AceptarFechaEntre", {Day(first), Day(last)});
+}
+
+void Sink::AceptarReports(ReportChoice& choice) {
+    m_object.Call(L"AceptarReports", {Selection(choice), Output(choice), Copies(choice)});
+}
+
+void Sink::AceptarReportsPlain(ReportChoice& choice) {
+    m_object.Call(L"AceptarReports", {Selection(choice), short{0}, short{0}});
+}
+
+void Sink::AceptarReportsParam(ReportChoice& choice, DATE first, DATE last, std::wstring_view text, short& third,
+                               short& fourth, std::wstring_view other, std::wstring& list) {
+    m_object.Call(L"AceptarReportsParam",
+                  {Selection(choice), Output(choice), Copies(choice), Day(first), Day(last), text,
+                   Argument::Ref(third), Argument::Ref(fourth), other, Argument::Ref(list)});
+}
+
+void Sink::AceptarReportsParamMail(ReportChoice& choice, DATE first, DATE last, std::wstring_view text, short& third,
+                                   short& fourth, std::wstring_view other, std::wstring& list) {
+    m_object.Call(L"AceptarReportsParamMail",
+                  {Selection(choice), Output(choice), Copies(choice), Day(first), Day(last), text,
+                   Argument::Ref(third), Argument::Ref(fourth), other, Argument::Ref(list)});
+}
+
+void Sink::AceptarReportsInformesParam(ReportChoice& choice, DATE first, DATE last, std::wstring_view text,
+                                       short& third, short& fourth, std::wstring_view other) {
+    m_object.Call(L"AceptarReportsInformesParam",
+                  {Selection(choice), Output(choice), Copies(choice), Day(first), Day(last), text,
+                   Argument::Ref(third), Argument::Ref(fourth), other});
+}
+
+void Sink::AceptarReportsParamHr(ReportChoice& choice, DATE first, DATE last, std::wstring_view text, bool firstFlag,
+                                 bool secondFlag, DATE firstHour, DATE lastHour) {
+    m_object.Call(L"AceptarReportsParamHr", {Selection(choice), Output(choice), Copies(choice), Day(first), Day(last),
+                                             text, firstFlag, secondFlag, Day(firstHour), Day(lastHour)});
+}
+
+void Sink::AceptarReportsFchAuto(ReportChoice& choice, DATE first, DATE last, short automatic) {
+    m_object.Call(L"AceptarReportsFchAuto",
+                  {Selection(choice), Output(choice), Copies(choice), Day(first), Day(last), automatic});
+}
+
+void Sink::AceptarInformesFchAuto(ReportChoice& choice, DATE first, DATE last, short automatic) {
+    m_object.Call(L"AceptarInformesFchAuto",
+                  {Selection(choice), Output(choice), Copies(choice), Day(first), Day(last), automatic});
+}
+
+void Sink::AceptarInformesFchAuto(ReportChoice& choice, DATE first, DATE last) {
+    m_object.Call(L"AceptarInformesFchAuto",
+                  {Selection(choice), Output(choice), Copies(choice), Day(first), Day(last)});
+}
+
+void Sink::AceptarInformesFch(ReportChoice& choice, DATE first, DATE last, std::wstring_view text) {
+    m_object.Call(L"AceptarInformesFch",
+                  {Selection(choice), Output(choice), Copies(choice), Day(first), Day(last), text});
+}
+
+void Sink::AceptarInformesFchAutoTipoTime(ReportChoice& choice, const std::array<Variant, 9>& conditions) {
+    m_object.Call(L"AceptarInformesFchAutoTipoTime",
+                  {Selection(choice), Output(choice), Copies(choice), conditions[0], conditions[1], conditions[2],
+                   conditions[3], conditions[4], conditions[5], conditions[6], conditions[7], conditions[8]});
+}
+
+void Sink::AceptarDocNumAut(ReportChoice& choice, const Variant& first, const Variant& last, bool automatic) {
+    m_object.Call(L"AceptarDocNumAut", {Selection(choice), Output(choice), Copies(choice), first, last, automatic});
+}
+
+void Sink::AceptarListasParam(ReportChoice& choice, std::wstring_view text) {
+    m_object.Call(L"AceptarListasParam", {Selection(choice), Output(choice), Copies(choice), text});
+}
+
+void Sink::AceptarEtiqueta(ComPtr<IDispatch>& selection) {
+    m_object.Call(L"AceptarEtiqueta", {Argument::Ref(selection)});
+}
+
+}  // namespace tamvelo::contract

@@ -1,0 +1,289 @@
+#include "entry/ClsShowSerch.h"
+
+#include <utility>
+
+#include "com/Guard.h"
+#include "com/TypedDispatch.h"
+#include "contract/HostControl.h"
+#include "entry/InOut.h"
+#include "frame/Environment.h"
+#include "frame/FormInstances.h"
+#include "frame/Nested.h"
+#include "selection/FrmSeleccion.h"
+
+namespace tamvelo::entry {
+
+namespace {
+
+template <class Body, class... Required>
+HRESULT Operation(const Body& body, Required*... required) {
+    return com::Guard(__uuidof(IClsShowSerch), [&] {
+        if ((!required || ...)) {
+            throw com::Error(E_POINTER, L"Falta un argumento obligatorio.");
+        }
+        body();
+    });
+}
+
+[[noreturn]] void ThrowUnavailable(const std::wstring& form) {
+    constexpr auto kNotSupported = static_cast<HRESULT>(0x800A01BD);
+    throw com::Error(kNotSupported,
+                     L"El formulario «" + form + L"» no está disponible en esta versión de Tamvelo.");
+}
+
+/// An operation whose form is still to be written.
+template <class... Required>
+HRESULT Unavailable(const wchar_t* form, Required*... required) {
+    return Operation([&] { ThrowUnavailable(form); }, required...);
+}
+
+/// An operation that works for a control of the host. A dialog may put another control in its place; the host
+/// gets that one when the dialog has ended well.
+template <class Body>
+HRESULT WithControl(IDispatch** sink, IDispatch** data, IDispatch** ctl, const Body& body) {
+    return Operation(
+        [&] {
+            contract::HostControl control(*ctl);
+            body(control);
+            if (IDispatch* const replaced = std::exchange(*ctl, control.Reference().Detach())) {
+                replaced->Release();
+            }
+        },
+        sink, data, ctl);
+}
+
+HRESULT ShowPanel(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column, short* indx,
+                  VARIANT_BOOL* find, VARIANT_BOOL* stock, bool verify, bool controlVerify) {
+    return WithControl(sink, data, ctl, [&](contract::HostControl& control) {
+        ShortInOut ownColumn(column, 0);
+        ShortInOut ownIndx(indx, 0);
+        BoolInOut ownFind(find, true);
+        BoolInOut ownStock(stock, false);
+        frame::DefaultInstance<selection::FrmSeleccion>()->Mostrar(*sink, *data, control, ownColumn, ownIndx,
+                                                                   ownFind, ownStock, verify, controlVerify);
+    });
+}
+
+} // namespace
+
+ClsShowSerch::ClsShowSerch() : m_description(com::OwnTypeInfo(__uuidof(IClsShowSerch))) {
+    com::Check(m_description ? S_OK : TYPE_E_CANTLOADLIBRARY);
+    frame::StartTraceIfAsked();
+    frame::SetShowSerchFactory(
+        [] { return com::ComPtr<IDispatch>(static_cast<IClsShowSerch*>(com::Make<ClsShowSerch>().Get())); });
+}
+
+HRESULT ClsShowSerch::GetTypeInfoCount(UINT* count) {
+    if (!count) {
+        return E_POINTER;
+    }
+    *count = 1;
+    return S_OK;
+}
+
+HRESULT ClsShowSerch::GetTypeInfo(UINT index, LCID /*locale*/, ITypeInfo** info) {
+    if (!info) {
+        return E_POINTER;
+    }
+    *info = nullptr;
+    return index == 0 ? m_description.CopyTo(info) : DISP_E_BADINDEX;
+}
+
+HRESULT ClsShowSerch::GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT count, LCID /*locale*/,
+                                    DISPID* ids) {
+    return names && ids ? m_description->GetIDsOfNames(names, count, ids) : E_POINTER;
+}
+
+HRESULT ClsShowSerch::Invoke(DISPID id, REFIID /*reserved*/, LCID /*locale*/, WORD flags,
+                             DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* thrown, UINT* wrong) {
+    return com::InvokeTyped(m_description.Get(), static_cast<IClsShowSerch*>(this), id, flags, parameters,
+                            result, thrown, wrong);
+}
+
+HRESULT ClsShowSerch::InterfaceSupportsErrorInfo(REFIID id) {
+    return id == __uuidof(IClsShowSerch) ? S_OK : S_FALSE;
+}
+
+HRESULT ClsShowSerch::GetClassInfo(ITypeInfo** info) {
+    if (!info) {
+        return E_POINTER;
+    }
+    *info = com::OwnTypeInfo(kClsShowSerchId).Detach();
+    return *info ? S_OK : TYPE_E_CANTLOADLIBRARY;
+}
+
+HRESULT ClsShowSerch::ShowSelecDate(IDispatch** sink) { return Unavailable(L"frmSeleccionFecha", sink); }
+
+HRESULT ClsShowSerch::ShowBuscar(IDispatch** sink, IDispatch** data, IDispatch** columns) {
+    return Unavailable(L"frmBuscar", sink, data, columns);
+}
+
+HRESULT ClsShowSerch::ShowColums(IDispatch** sink, IDispatch** columns) {
+    return Unavailable(L"frmColumnas", sink, columns);
+}
+
+HRESULT ClsShowSerch::ShowSelec(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,
+                                short* indx, VARIANT_BOOL* find, VARIANT_BOOL* stock) {
+    return ShowPanel(sink, data, ctl, column, indx, find, stock, false, false);
+}
+
+HRESULT ClsShowSerch::ShowSelecNoVerif(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,
+                                       short* indx, VARIANT_BOOL* /*find*/, VARIANT_BOOL* /*stock*/) {
+    VARIANT_BOOL find = VARIANT_FALSE; // whatever the caller says
+    VARIANT_BOOL stock = VARIANT_FALSE;
+    return ShowPanel(sink, data, ctl, column, indx, &find, &stock, false, false);
+}
+
+HRESULT ClsShowSerch::ShowSelecVerif(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,
+                                     short* indx, VARIANT_BOOL* find, VARIANT_BOOL* stock) {
+    return ShowPanel(sink, data, ctl, column, indx, find, stock, true, false);
+}
+
+HRESULT ClsShowSerch::ShowSelecControlVerif(IDispatch** sink, IDispatch** data, IDispatch** ctl,
+                                            short* column, short* indx, VARIANT_BOOL* find,
+                                            VARIANT_BOOL* stock) {
+    return ShowPanel(sink, data, ctl, column, indx, find, stock, true, true);
+}
+
+HRESULT ClsShowSerch::ShowSelecTrueFalse(IDispatch** sink, IDispatch** data, IDispatch** ctl,
+                                         short* /*column*/, short* /*indx*/, VARIANT_BOOL* /*find*/) {
+    return WithControl(sink, data, ctl,
+                       [](contract::HostControl&) { ThrowUnavailable(L"frmSeleccionTrueFalse"); });
+}
+
+HRESULT ClsShowSerch::ShowSelecAdd(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* /*column*/,
+                                   short* /*indx*/, VARIANT_BOOL* /*find*/) {
+    return WithControl(sink, data, ctl, [](contract::HostControl&) { ThrowUnavailable(L"frmSelecAdd"); });
+}
+
+HRESULT ClsShowSerch::ShowRegistros(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* /*column*/,
+                                    short* /*indx*/, VARIANT_BOOL* /*find*/) {
+    return WithControl(sink, data, ctl, [](contract::HostControl&) { ThrowUnavailable(L"frmRegistros"); });
+}
+
+HRESULT ClsShowSerch::ShowSelecDirecta(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,
+                                       short* indx, VARIANT_BOOL* find, short* modal) {
+    return WithControl(sink, data, ctl, [&](contract::HostControl& control) {
+        ShortInOut ownColumn(column, 0);
+        ShortInOut ownIndx(indx, 0);
+        BoolInOut ownFind(find, true);
+        ShortInOut ownModal(modal, 1);
+        frame::DefaultInstance<selection::FrmSeleccion>()->MostrarBuscando(*sink, *data, control, ownColumn,
+                                                                           ownIndx, ownFind, ownModal);
+    });
+}
+
+HRESULT ClsShowSerch::ShowSelecInDirecta(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,
+                                         BSTR* text, VARIANT_BOOL* find, short* modal) {
+    return WithControl(sink, data, ctl, [&](contract::HostControl& control) {
+        ShortInOut ownColumn(column, 0);
+        TextInOut ownText(text, {});
+        BoolInOut ownFind(find, true);
+        ShortInOut ownModal(modal, 1);
+        frame::DefaultInstance<selection::FrmSeleccion>()->MostrarBusquedaIndirecta(
+            *sink, *data, control, ownColumn, ownText, ownFind, ownModal);
+    });
+}
+
+HRESULT ClsShowSerch::ShowOrder(short* mode, IDispatch** sink, IDispatch** columns) {
+    return Unavailable(L"frmOrden", mode, sink, columns);
+}
+
+HRESULT ClsShowSerch::ShowRpt(BSTR* cls, IDispatch** sink, IDispatch** reports) {
+    return Unavailable(L"frmRpts", cls, sink, reports);
+}
+
+HRESULT ClsShowSerch::ShowSql(BSTR* cls, IDispatch** sink, IDispatch** reports) {
+    return Unavailable(L"frmsql", cls, sink, reports);
+}
+
+HRESULT ClsShowSerch::ShowEtiq(BSTR* cls, IDispatch** sink, IDispatch** reports) {
+    return Unavailable(L"frmSelecEti", cls, sink, reports);
+}
+
+HRESULT ClsShowSerch::PrintEtiq(BSTR* cls, IDispatch** sink, IDispatch** reports) {
+    return Unavailable(L"frmSelecEti", cls, sink, reports);
+}
+
+HRESULT ClsShowSerch::ShowRptCond(BSTR* cls, IDispatch** sink, IDispatch** reports) {
+    return Unavailable(L"frmRptsCond", cls, sink, reports);
+}
+
+HRESULT ClsShowSerch::ShowRptMailCond(BSTR* cls, IDispatch** sink, IDispatch** reports) {
+    return Unavailable(L"frmRptsMailCond", cls, sink, reports);
+}
+
+HRESULT ClsShowSerch::ShowRptBorrador(BSTR* cls, IDispatch** sink, IDispatch** reports) {
+    return Unavailable(L"frmRptsMailCond", cls, sink, reports);
+}
+
+HRESULT ClsShowSerch::ShowRptListas(BSTR* cls, IDispatch** sink, IDispatch** reports) {
+    return Unavailable(L"frmRptsListas", cls, sink, reports);
+}
+
+HRESULT ClsShowSerch::ShowRptInfCond(BSTR* cls, IDispatch** sink, IDispatch** reports) {
+    return Unavailable(L"frmRptsInfCond", cls, sink, reports);
+}
+
+HRESULT ClsShowSerch::ShowRptCondHr(BSTR* cls, IDispatch** sink, IDispatch** reports) {
+    return Unavailable(L"frmRptsCondHr", cls, sink, reports);
+}
+
+HRESULT ClsShowSerch::ShowRptFchAuto(BSTR* cls, IDispatch** sink, IDispatch** reports,
+                                     VARIANT_BOOL* /*showAuto*/) {
+    return Unavailable(L"frmRptsFchAuto", cls, sink, reports);
+}
+
+HRESULT ClsShowSerch::ShowRptFchAutoInf(BSTR* cls, IDispatch** sink, IDispatch** reports,
+                                        VARIANT_BOOL* /*showAuto*/) {
+    return Unavailable(L"frmRptsFchAutoInf", cls, sink, reports);
+}
+
+HRESULT ClsShowSerch::ShowRptInfOrdenes(BSTR* cls, IDispatch** sink, IDispatch** reports,
+                                        VARIANT_BOOL* /*showAuto*/) {
+    return Unavailable(L"frmRptsInfOrdenes", cls, sink, reports);
+}
+
+HRESULT ClsShowSerch::ShowRptFchCliDirec(BSTR* cls, IDispatch** sink, IDispatch** reports) {
+    return Unavailable(L"frmRptsFchCliDirec", cls, sink, reports);
+}
+
+HRESULT ClsShowSerch::ShowRptsInfFch(BSTR* cls, IDispatch** sink, IDispatch** reports) {
+    return Unavailable(L"frmRptsInfFch", cls, sink, reports);
+}
+
+HRESULT ClsShowSerch::ShowRptNumAut(BSTR* cls, IDispatch** sink, IDispatch** reports,
+                                    VARIANT_BOOL* /*showAuto*/) {
+    return Unavailable(L"frmRptNumAut", cls, sink, reports);
+}
+
+HRESULT ClsShowSerch::PrintRptNumAut(BSTR* cls, IDispatch** sink, IDispatch** reports,
+                                     VARIANT_BOOL* /*showAuto*/) {
+    return Unavailable(L"frmRptNumAut", cls, sink, reports);
+}
+
+HRESULT ClsShowSerch::ShowSeleccionar(IDispatch** sink, IDispatch** data) {
+    return Unavailable(L"frmSelecVenta", sink, data);
+}
+
+HRESULT ClsShowSerch::ShowSelecLab(IDispatch** sink, IDispatch** data) {
+    return Unavailable(L"frmSelecLab", sink, data);
+}
+
+HRESULT ClsShowSerch::ShowNuevaCita(IDispatch** sink, IDispatch** data, long* hwnd, DATE* date) {
+    return Unavailable(L"frmCita", sink, data, hwnd, date);
+}
+
+HRESULT ClsShowSerch::ShowSelecMinim(IDispatch** sink, IDispatch** data) {
+    return Unavailable(L"frmSelecMinim", sink, data);
+}
+
+HRESULT ClsShowSerch::ShowSeleccionarComp(IDispatch** sink, IDispatch** data) {
+    return Unavailable(L"frmSeleccionar", sink, data);
+}
+
+HRESULT ClsShowSerch::ShowSeleccionarRecibo(IDispatch** sink, IDispatch** data) {
+    return Unavailable(L"frmSelecRecibo", sink, data);
+}
+
+} // namespace tamvelo::entry

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "frame/Environment.h"
+
+namespace tamvelo::frame {
+
+/// Settings in the user's registry: placement as the text values "Left", "Top", "Width", "Height" in pixels.
+class RegistrySettings final : public Settings {
+public:
+    void RestorePlacement(const std::wstring& key, PlacedForm& form) override;
+    void SavePlacement(const std::wstring& key, PlacedForm& form) override;
+    std::wstring ReadValue(const std::wstring& key, const std::wstring& name, std::wstring fallback) override;
+    void WriteValue(const std::wstring& key, const std::wstring& name, const std::wstring& value) override;
+};
+
+/// Layout files in the sub-folder "AtbGrx" of the host program's folder, or of the folder that the environment names.
+class HostFolderFiles final : public FileService {
+public:
+    std::wstring ToolbarLayoutPath(std::wstring_view form) override;
+    bool Exists(const std::wstring& path) override;
+    LayoutPlace GridLayoutPlace(const std::wstring& fileName) override;
+};
+
+/// A message box over the form.
+class MessageBoxErrors final : public ErrorReport {
+public:
+    void Show(HWND owner, const com::Error& error) override;
+};
+
+/// Selects the text, so that typing replaces it.
+class SelectAllOnFocus final : public FocusUtility {
+public:
+    void Receive(HWND window, IDispatch* control) override;
+};
+
+}  // namespace tamvelo::frame

@@ -1,0 +1,162 @@
+#include "frame/Environment.h"
+
+#include <map>
+#include <mutex>
+
+#include "com/LateObject.h"
+#include "com/Trace.h"
+#include "frame/DefaultEnvironment.h"
+#include "frame/Product.h"
+#include "frame/Registry.h"
+
+namespace tamvelo::frame {
+
+namespace {
+
+using com::Argument;
+
+// The same interfaces over a component of the environment. Its members carry Spanish names like the rest of a host.
+class LateSettings final : public Settings {
+public:
+    explicit LateSettings(IDispatch* object) : m_object(object, L"Configuracion") {}
+    void RestorePlacement(const std::wstring& key, PlacedForm& form) override {
+        m_object.Call(L"RestaurarPosicion", {key, form.FormObject().Get()});
+    }
+    void SavePlacement(const std::wstring& key, PlacedForm& form) override {
+        m_object.Call(L"GuardarPosicion", {key, form.FormObject().Get()});
+    }
+    std::wstring ReadValue(const std::wstring& key, const std::wstring& name, std::wstring fallback) override {
+        m_object.Call(L"LeerValor", {key, name, Argument::Ref(fallback)});
+        return fallback;
+    }
+    void WriteValue(const std::wstring& key, const std::wstring& name, const std::wstring& value) override {
+        m_object.Call(L"GuardarValor", {key, name, value});
+    }
+
+private:
+    com::LateObject m_object;
+};
+
+class LateFiles final : public FileService {
+public:
+    explicit LateFiles(IDispatch* object) : m_object(object, L"Archivos") {}
+    std::wstring ToolbarLayoutPath(std::wstring_view form) override {
+        return m_object.Call(L"RutaBarra", {form}).ToText();
+    }
+    bool Exists(const std::wstring& path) override { return m_object.Call(L"Existe", {path}).ToBool(); }
+    LayoutPlace GridLayoutPlace(const std::wstring& fileName) override {
+        LayoutPlace place;
+        place.folder = m_object.Call(L"CarpetaCuadriculas", {fileName, Argument::Ref(place.saved)}).ToText();
+        return place;
+    }
+
+private:
+    com::LateObject m_object;
+};
+
+class LateErrors final : public ErrorReport {
+public:
+    explicit LateErrors(IDispatch* object) : m_object(object, L"Errores") {}
+    void Show(HWND owner, const com::Error& error) override {
+        try {
+            m_object.Call(L"Mostrar", {static_cast<long>(error.number), error.source, error.description});
+        } catch (const com::Error&) {
+            MessageBoxErrors().Show(owner, error);  // an error must not be lost with its reporter
+        }
+    }
+
+private:
+    com::LateObject m_object;
+};
+
+class LateFocus final : public FocusUtility {
+public:
+    explicit LateFocus(IDispatch* object) : m_object(object, L"Foco") {}
+    void Receive(HWND /*window*/, IDispatch* control) override { m_object.Call(L"Recibir", {control}); }
+
+private:
+    com::LateObject m_object;
+};
+
+com::ComPtr<IDispatch> CreateByName(const std::wstring& progId) {
+    CLSID id;
+    com::ComPtr<IDispatch> object;
+    HRESULT result = CLSIDFromProgID(progId.c_str(), &id);
+    if (SUCCEEDED(result)) {
+        result = CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_PPV_ARGS(&object));
+    }
+    com::Check(result, L"No se puede crear el componente del entorno «" + progId + L"».");
+    return object;
+}
+
+/// The environment's component when it names one, else the library's own.
+template <class Interface, class Late, class Own>
+Interface& Resolve(std::unique_ptr<Interface>& slot, const wchar_t* setting) {
+    if (!slot) {
+        const std::wstring progId = EnvironmentValue(setting);
+        if (progId.empty()) {
+            slot = std::make_unique<Own>();
+        } else {
+            slot = std::make_unique<Late>(CreateByName(progId).Get());
+        }
+    }
+    return *slot;
+}
+
+std::mutex g_lock;
+std::map<DWORD, std::unique_ptr<Environment>>& Environments() {
+    // Never destroyed: at process end the components' own libraries may be gone before this one.
+    static auto* environments = new std::map<DWORD, std::unique_ptr<Environment>>;
+    return *environments;
+}
+
+}  // namespace
+
+Environment& Environment::Get() {
+    const std::scoped_lock lock(g_lock);
+    std::unique_ptr<Environment>& slot = Environments()[GetCurrentThreadId()];
+    if (!slot) {
+        slot = std::make_unique<Environment>();
+    }
+    return *slot;
+}
+
+void Environment::Release() noexcept {
+    std::unique_ptr<Environment> leaving;
+    {
+        const std::scoped_lock lock(g_lock);
+        const auto found = Environments().find(GetCurrentThreadId());
+        if (found == Environments().end()) {
+            return;
+        }
+        leaving = std::move(found->second);
+        Environments().erase(found);
+    }
+}
+
+Settings& Environment::GetSettings() {
+    return Resolve<Settings, LateSettings, RegistrySettings>(m_settings, L"Configuracion");
+}
+
+FileService& Environment::GetFiles() {
+    return Resolve<FileService, LateFiles, HostFolderFiles>(m_files, L"Archivos");
+}
+
+ErrorReport& Environment::GetErrors() {
+    return Resolve<ErrorReport, LateErrors, MessageBoxErrors>(m_errors, L"Errores");
+}
+
+FocusUtility& Environment::GetFocus() {
+    return Resolve<FocusUtility, LateFocus, SelectAllOnFocus>(m_focus, L"Foco");
+}
+
+std::wstring EnvironmentValue(const wchar_t* name) {
+    const std::wstring key = L"SOFTWARE\\" + Product::Own().company + L"\\Global\\Configuracion\\Entorno";
+    return ReadRegistryText(key, name).value_or(L"");
+}
+
+void StartTraceIfAsked() {
+    com::Trace::WriteTo(EnvironmentValue(L"Traza"));
+}
+
+}  // namespace tamvelo::frame

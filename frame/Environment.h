@@ -1,0 +1,93 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "base/Placement.h"
+#include "com/ComPtr.h"
+#include "com/Error.h"
+
+/// The components of the host's environment that every dialog uses. Each is an interface here, created once per thread
+/// on first use. The library brings its own; an environment puts its own component in place of one by naming a ProgID
+/// in the registry, and is then called late-bound (docs/entorno.md lists the members).
+namespace tamvelo::frame {
+
+/// A form as the settings component sees it: a rectangle in screen pixels, and an automation object with `Left`,
+/// `Top`, `Width`, `Height`, `Name`, `Caption`, `hWnd`.
+class PlacedForm {
+public:
+    virtual base::Rect Place() const = 0;
+    virtual void SetPlace(const base::Rect& place) = 0;
+    virtual com::ComPtr<IDispatch> FormObject() = 0;
+
+protected:
+    ~PlacedForm() = default;
+};
+
+class Settings {
+public:
+    virtual ~Settings() = default;
+    /// Leaves the form where it is when nothing sensible is stored.
+    virtual void RestorePlacement(const std::wstring& key, PlacedForm& form) = 0;
+    virtual void SavePlacement(const std::wstring& key, PlacedForm& form) = 0;
+    /// The stored text, or `fallback`.
+    virtual std::wstring ReadValue(const std::wstring& key, const std::wstring& name, std::wstring fallback) = 0;
+    virtual void WriteValue(const std::wstring& key, const std::wstring& name, const std::wstring& value) = 0;
+};
+
+struct LayoutPlace {
+    std::wstring folder;  // with a backslash at the end
+    bool saved = false;   // whether the class has a layout file there
+};
+
+class FileService {
+public:
+    virtual ~FileService() = default;
+    /// Where a form keeps its own toolbar layout.
+    virtual std::wstring ToolbarLayoutPath(std::wstring_view form) = 0;
+    virtual bool Exists(const std::wstring& path) = 0;
+    /// Where grid layouts are, and whether `fileName` is among them.
+    virtual LayoutPlace GridLayoutPlace(const std::wstring& fileName) = 0;
+};
+
+class ErrorReport {
+public:
+    virtual ~ErrorReport() = default;
+    virtual void Show(HWND owner, const com::Error& error) = 0;
+};
+
+class FocusUtility {
+public:
+    virtual ~FocusUtility() = default;
+    /// A text box or combo that got the focus.
+    virtual void Receive(HWND window, IDispatch* control) = 0;
+};
+
+class Environment {
+public:
+    /// The calling thread's components.
+    static Environment& Get();
+    /// Lets go of the calling thread's components; the next use creates them anew. For when the library is unused.
+    static void Release() noexcept;
+
+    Settings& GetSettings();
+    FileService& GetFiles();
+    ErrorReport& GetErrors();
+    FocusUtility& GetFocus();
+
+private:
+    std::unique_ptr<Settings> m_settings;
+    std::unique_ptr<FileService> m_files;
+    std::unique_ptr<ErrorReport> m_errors;
+    std::unique_ptr<FocusUtility> m_focus;
+};
+
+/// A value of the environment's own key (HKCU\SOFTWARE\<company>\Global\Configuracion\Entorno): the ProgIDs of
+/// replaced components, the folder of layout files ("Carpeta") and the trace file ("Traza"). "" when not set.
+std::wstring EnvironmentValue(const wchar_t* name);
+
+/// Starts the trace when the environment names a file for it; asked once per thread's first use.
+void StartTraceIfAsked();
+
+}  // namespace tamvelo::frame

@@ -1,0 +1,205 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "com/ComPtr.h"
+#include "com/Error.h"
+#include "frame/ControlObject.h"
+#include "frame/Environment.h"
+#include "frame/ModalScope.h"
+#include "frame/RowLayout.h"
+#include "frame/Toolbar.h"
+
+namespace tamvelo::frame {
+
+class Form;
+
+/// A key without modifiers and the command it dispatches. Rows for the form (control 0) act first, then those of the
+/// control that has the focus; a key that no control row takes goes on to the control itself.
+struct KeyRow {
+    int control;
+    UINT key;
+    std::wstring_view command;
+};
+
+/// What a command does in a form; identifiers without a row mean nothing there.
+struct CommandRow {
+    std::wstring_view command;
+    void (*run)(Form& form);
+};
+
+namespace detail {
+template <class Class>
+Class FormOf(void (Class::*)());
+}
+
+/// Adapts a member function for a command row: `{base::kAceptar, Do<&FrmSeleccion::Aceptar>}`.
+template <auto Function>
+void Do(Form& form) {
+    using Class = decltype(*static_cast<decltype(detail::FormOf(Function))*>(nullptr));
+    (static_cast<Class&>(form).*Function)();
+}
+
+/// Commands that only keys and menus know.
+inline constexpr wchar_t kTabKey[] = L"{TAB}";  // moves the focus on, as the Tab key does
+inline constexpr wchar_t kCustomizeToolbar[] = L"{BARRA}";
+inline constexpr wchar_t kEditingBandOnly[] = L"{EDICION}";
+inline constexpr wchar_t kNoCommand[] = L"";  // takes the key and does nothing
+
+/// What distinguishes one form from another before any code of its own runs.
+struct FormDesign {
+    const wchar_t* name;
+    int dialogTemplate;
+    std::span<const ToolUse> tools;
+    std::span<const KeyRow> keys;  // beyond, or in place of, the frame's
+};
+
+/// The frame of every dialog: its life from Mostrar to unload, its window, toolbar, keys, commands, placement and
+/// error report. A derived form has controls (a dialog template), tables (tools, keys, commands, rows) and code.
+///
+/// Anything may happen while the host runs: it may destroy our owner, and so this window, or call us again. After
+/// each host call `IsLoaded` tells whether the window still stands.
+class Form : public PlacedForm, public std::enable_shared_from_this<Form> {
+public:
+    virtual ~Form();
+    Form(const Form&) = delete;
+    Form& operator=(const Form&) = delete;
+
+    const wchar_t* Name() const { return m_design.name; }
+    HWND Window() const { return m_window; }
+    bool IsLoaded() const { return m_window != nullptr; }
+
+    /// Reports an error to the user through the environment; never fails.
+    void ControlErrores(const com::Error& error) noexcept;
+    /// Lays out the content area under the toolbar.
+    virtual void ResizeControls();
+
+    base::Rect Place() const override;
+    void SetPlace(const base::Rect& place) override;
+    com::ComPtr<IDispatch> FormObject() override;
+
+protected:
+    explicit Form(const FormDesign& design);
+
+    /// Runs a show method: refuses a form that is already shown, and leaves nothing behind when `body` fails.
+    template <class Body>
+    void Show(const Body& body);
+
+    /// Makes the window, hidden: placement, toolbar layout, OnLoad, set-up. Does nothing when it stands already.
+    void Load();
+    /// Returns when the form is hidden or unloaded.
+    void ShowModal();
+    void ShowModeless();
+    /// By the caller's number: 0 is modeless.
+    void ShowAs(short modal);
+    void Hide();
+    void Unload();
+
+    /// The window and the template's controls exist; makes the others and sets the opening values.
+    virtual void OnLoad() {}
+    /// Releases what the form holds of the host.
+    virtual void OnUnload() noexcept {}
+    /// The window still stands; the last chance to keep what the user arranged.
+    virtual void OnBeforeUnload() {}
+    virtual std::span<const CommandRow> Commands() const = 0;
+    virtual std::vector<LayoutRow> Rows() const { return {}; }
+    /// A notification of a control (WM_COMMAND).
+    virtual void OnControl(int /*control*/, int /*code*/) {}
+    /// A notification of a common control; true with the answer set when it was handled.
+    virtual bool OnNotify(NMHDR& /*header*/, LRESULT& /*answer*/) { return false; }
+    /// A key with its modifiers before anything else; true when it is used up.
+    virtual bool OnKey(UINT /*key*/, bool /*control*/, bool /*shift*/) { return false; }
+    /// The control that has the focus first.
+    virtual HWND FirstFocus() const { return nullptr; }
+
+    /// A command from outside: a key, a tool, a button. Ignored while another one runs, so that a host that pumps
+    /// messages inside a call cannot start a second one.
+    void Input(std::wstring_view command);
+    /// Runs a command with the hourglass; errors end in ControlErrores.
+    void Dispatch(std::wstring_view command);
+    /// Runs code of an event handler under the form's error trap.
+    template <class Body>
+    void Trapped(const Body& body) noexcept;
+
+    HWND Control(int id) const { return GetDlgItem(m_window, id); }
+    void ShowControl(int id, bool shown);
+    void EnableControl(int id, bool enabled);
+    std::wstring ControlText(int id) const;
+    void SetControlText(int id, const std::wstring& text);
+    /// The automation object of a control, made on first use and kept until unload.
+    com::ComPtr<ControlObject> ObjectOf(int id, const wchar_t* name, short index);
+    Toolbar& Bar() { return *m_toolbar; }
+    /// Lays the rows out again after controls were shown or hidden.
+    void Relayout();
+    /// A menu of commands at a place of the screen; the chosen one is dispatched.
+    struct MenuItem {
+        std::wstring_view command;
+        const wchar_t* caption;  // null: the tool's; for a separator the command is empty too
+    };
+    void RunMenu(std::span<const MenuItem> items, POINT screen);
+
+private:
+    static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM first, LPARAM second) noexcept;
+    INT_PTR Handle(UINT message, WPARAM first, LPARAM second);
+    INT_PTR Answer(LRESULT answer);
+    void CreateWindowHidden();
+    void LoadToolbar();
+    void PullOntoMonitor();
+    void CentreOnOwner();
+    void BeforeDestroy();
+    void AfterDestroy() noexcept;
+    void ReportRefusedShow() const;
+    void RunLoop();
+    bool Preview(MSG& message);
+    bool PreviewKey(UINT key, HWND focus);
+    const KeyRow* FindKey(int control, UINT key) const;
+    int FocusedControl(HWND focus) const;
+    void RunCommand(std::wstring_view command);
+    void OnTool(std::wstring_view id);
+    void ToolbarChanged();
+    std::wstring Key() const;
+
+    const FormDesign m_design;
+    HWND m_window = nullptr;
+    std::unique_ptr<Toolbar> m_toolbar;
+    std::wstring m_toolbarFile;
+    RowLayout m_layout;
+    std::optional<ModalScope> m_modal;
+    bool m_shown = false;
+    int m_running = 0;
+    SIZE m_smallest{};
+    std::map<int, com::ComPtr<ControlObject>> m_objects;
+    com::ComPtr<IDispatch> m_formObject;
+};
+
+template <class Body>
+void Form::Show(const Body& body) {
+    const std::shared_ptr<Form> alive = shared_from_this();
+    if (m_shown) {
+        ReportRefusedShow();
+    }
+    try {
+        body();
+    } catch (...) {
+        const com::Error error = com::CurrentError();
+        Unload();
+        throw error;
+    }
+}
+
+template <class Body>
+void Form::Trapped(const Body& body) noexcept {
+    try {
+        body();
+    } catch (...) {
+        ControlErrores(com::CurrentError());
+    }
+}
+
+}  // namespace tamvelo::frame

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <memory>
+#include <type_traits>
+
+#include "com/WinHeaders.h"
+
+namespace tamvelo::frame {
+
+/// A handle that is closed with its owner; `Close` is the system's function for its kind.
+template <class Handle, auto Close>
+struct HandleCloser {
+    using pointer = Handle;
+    void operator()(Handle handle) const { Close(handle); }
+};
+
+template <class Handle, auto Close>
+using UniqueHandle = std::unique_ptr<std::remove_pointer_t<Handle>, HandleCloser<Handle, Close>>;
+
+using UniqueFont = UniqueHandle<HFONT, DeleteObject>;
+using UniqueBitmap = UniqueHandle<HBITMAP, DeleteObject>;
+using UniqueMenu = UniqueHandle<HMENU, DestroyMenu>;
+using UniqueHook = UniqueHandle<HHOOK, UnhookWindowsHookEx>;
+using UniqueFile = UniqueHandle<HANDLE, CloseHandle>;
+
+}  // namespace tamvelo::frame

@@ -1,0 +1,84 @@
+#include "frame/RecordView.h"
+
+#include <commctrl.h>
+
+#include "base/Commands.h"
+#include "frame/Form.h"
+#include "frame/Resources.h"
+#include "grid/Clipboard.h"
+
+namespace tamvelo::frame {
+
+namespace {
+
+constexpr ToolUse kTools[] = {{base::kCerrar, L"Esc"}};
+constexpr KeyRow kKeys[] = {{0, VK_RETURN, base::kCerrar}, {0, VK_ESCAPE, base::kCerrar}};
+
+class RecordForm final : public Form {
+public:
+    RecordForm(const std::wstring& title, const std::vector<RecordField>& fields)
+        : Form({L"frmRegistro", IDD_RECORD, kTools, kKeys}), m_title(title), m_fields(fields) {}
+
+    void Mostrar() {
+        Show([&] { ShowModal(); });
+    }
+
+private:
+    void OnLoad() override;
+    std::span<const CommandRow> Commands() const override { return {}; }
+    std::vector<LayoutRow> Rows() const override { return {{kFill, {{IDC_RECORD_LIST, kFill}}}}; }
+    HWND FirstFocus() const override { return Control(IDC_RECORD_LIST); }
+    bool OnKey(UINT key, bool control, bool shift) override;
+    void AddColumn(int index, const wchar_t* caption);
+
+    const std::wstring& m_title;
+    const std::vector<RecordField>& m_fields;
+};
+
+void RecordForm::OnLoad() {
+    SetWindowTextW(Window(), m_title.c_str());
+    const HWND list = Control(IDC_RECORD_LIST);
+    ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
+    AddColumn(0, L"Campo");
+    AddColumn(1, L"Valor");
+    for (size_t i = 0; i < m_fields.size(); ++i) {
+        LVITEMW item{};
+        item.mask = LVIF_TEXT;
+        item.iItem = static_cast<int>(i);
+        item.pszText = const_cast<wchar_t*>(m_fields[i].caption.c_str());
+        SendMessageW(list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
+        item.iSubItem = 1;
+        item.pszText = const_cast<wchar_t*>(m_fields[i].value.c_str());
+        SendMessageW(list, LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    }
+    ListView_SetColumnWidth(list, 0, LVSCW_AUTOSIZE_USEHEADER);
+    ListView_SetColumnWidth(list, 1, LVSCW_AUTOSIZE_USEHEADER);
+    ListView_SetItemState(list, 0, LVIS_FOCUSED | LVIS_SELECTED, LVIS_FOCUSED | LVIS_SELECTED);
+}
+
+void RecordForm::AddColumn(int index, const wchar_t* caption) {
+    LVCOLUMNW column{};
+    column.mask = LVCF_TEXT;
+    column.pszText = const_cast<wchar_t*>(caption);
+    SendMessageW(Control(IDC_RECORD_LIST), LVM_INSERTCOLUMNW, static_cast<WPARAM>(index),
+                 reinterpret_cast<LPARAM>(&column));
+}
+
+bool RecordForm::OnKey(UINT key, bool control, bool shift) {
+    if (key != 'C' || !control || shift) {
+        return false;
+    }
+    const int chosen = ListView_GetNextItem(Control(IDC_RECORD_LIST), -1, LVNI_SELECTED);
+    if (chosen >= 0) {
+        grid::CopyText(Window(), m_fields[static_cast<size_t>(chosen)].value);
+    }
+    return true;
+}
+
+}  // namespace
+
+void ShowRecord(const std::wstring& title, const std::vector<RecordField>& fields) {
+    std::make_shared<RecordForm>(title, fields)->Mostrar();
+}
+
+}  // namespace tamvelo::frame

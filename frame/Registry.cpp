@@ -1,0 +1,34 @@
+#include "frame/Registry.h"
+
+#include "com/Error.h"
+
+namespace tamvelo::frame {
+
+std::optional<std::wstring> ReadRegistryText(const std::wstring& key, const std::wstring& name) {
+    DWORD bytes = 0;
+    constexpr DWORD kKinds = RRF_RT_REG_SZ | RRF_RT_REG_EXPAND_SZ;
+    if (RegGetValueW(HKEY_CURRENT_USER, key.c_str(), name.c_str(), kKinds, nullptr, nullptr, &bytes) !=
+        ERROR_SUCCESS) {
+        return {};
+    }
+    std::wstring value(bytes / sizeof(wchar_t), L'\0');
+    if (RegGetValueW(HKEY_CURRENT_USER, key.c_str(), name.c_str(), kKinds, nullptr, value.data(), &bytes) !=
+        ERROR_SUCCESS) {
+        return {};
+    }
+    value.resize(wcsnlen(value.c_str(), value.size()));
+    return value;
+}
+
+void WriteRegistryText(const std::wstring& key, const std::wstring& name, const std::wstring& value) {
+    const DWORD bytes = static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t));
+    const LSTATUS status =
+        RegSetKeyValueW(HKEY_CURRENT_USER, key.c_str(), name.c_str(), REG_SZ, value.c_str(), bytes);
+    if (status != ERROR_SUCCESS) {
+        const HRESULT number = HRESULT_FROM_WIN32(static_cast<DWORD>(status));
+        throw com::Error(number, L"No se puede guardar «" + name + L"» en el registro de Windows.\n" +
+                                     com::SystemText(number));
+    }
+}
+
+}  // namespace tamvelo::frame

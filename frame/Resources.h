@@ -1,0 +1,16 @@
+#pragma once
+
+// Numbers of the resources that all forms share (frame/Frame.rc), and of the controls that every grid form has.
+#define IDB_TOOLBAR16 16
+#define IDB_TOOLBAR24 24
+#define IDB_TOOLBAR32 32
+
+#define IDD_RECORD 50
+#define IDC_RECORD_LIST 51
+
+#define IDC_LBLTABLE 60
+#define IDC_LBLBUSCAR 61
+#define IDC_TXTFIELDS0 62
+#define IDC_CMDBUSCAR 63
+#define IDC_DATAGRID 64
+#define IDC_STATUS 65

@@ -1,0 +1,104 @@
+#include "frame/RowLayout.h"
+
+#include <algorithm>
+
+namespace tamvelo::frame {
+
+namespace {
+
+constexpr int kMargin = 4;  // dialog units, around the rows and between rows and cells
+
+}  // namespace
+
+RowLayout::RowLayout(HWND dialog, std::vector<LayoutRow> rows) : m_dialog(dialog), m_rows(std::move(rows)) {
+    for (const LayoutRow& row : m_rows) {
+        for (const LayoutCell& cell : row.cells) {
+            RECT own{};
+            GetWindowRect(GetDlgItem(m_dialog, cell.control), &own);
+            m_own[cell.control] = {own.right - own.left, own.bottom - own.top};
+        }
+    }
+}
+
+SIZE RowLayout::Units(int width, int height) const {
+    RECT units{0, 0, width, height};
+    MapDialogRect(m_dialog, &units);
+    return {units.right, units.bottom};
+}
+
+bool RowLayout::Shown(int control) const {
+    // The style, not IsWindowVisible: the dialog itself may not be shown yet.
+    return (GetWindowLongW(GetDlgItem(m_dialog, control), GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
+int RowLayout::RowHeight(const LayoutRow& row) const {
+    int height = 0;
+    for (const LayoutCell& cell : row.cells) {
+        if (Shown(cell.control)) {
+            const int own = static_cast<int>(m_own.at(cell.control).cy);
+            // A filling row has some height even when its control was made without one.
+            height = std::max({height, row.height > 0 ? static_cast<int>(Units(0, row.height).cy) : own, 1});
+        }
+    }
+    return height;
+}
+
+void RowLayout::Arrange(const RECT& area) const {
+    const SIZE margin = Units(kMargin, kMargin);
+    int taken = margin.cy;
+    int fillers = 0;
+    for (const LayoutRow& row : m_rows) {
+        if (const int height = RowHeight(row)) {
+            taken += margin.cy + (row.height == kFill ? 0 : height);
+            fillers += row.height == kFill ? 1 : 0;
+        }
+    }
+    const int left = std::max(0, static_cast<int>(area.bottom - area.top) - taken);
+    RECT place{area.left + margin.cx, area.top + margin.cy, area.right - margin.cx, 0};
+    HDWP batch = BeginDeferWindowPos(static_cast<int>(m_own.size()));
+    for (const LayoutRow& row : m_rows) {
+        const int own = RowHeight(row);
+        if (own == 0) {
+            continue;
+        }
+        place.bottom = place.top + (row.height == kFill ? left / fillers : own);
+        ArrangeRow(row, place, batch);
+        place.top = place.bottom + margin.cy;
+    }
+    if (batch) {
+        EndDeferWindowPos(batch);
+    }
+}
+
+void RowLayout::ArrangeRow(const LayoutRow& row, const RECT& place, HDWP& batch) const {
+    const int gap = static_cast<int>(Units(kMargin, 0).cx);
+    const auto widthOf = [&](const LayoutCell& cell) {
+        return cell.width > 0 ? static_cast<int>(Units(cell.width, 0).cx) : static_cast<int>(m_own.at(cell.control).cx);
+    };
+    int taken = -gap;
+    int fillers = 0;
+    for (const LayoutCell& cell : row.cells) {
+        if (Shown(cell.control)) {
+            taken += gap + (cell.width == kFill ? 0 : widthOf(cell));
+            fillers += cell.width == kFill ? 1 : 0;
+        }
+    }
+    const int left = std::max(0, static_cast<int>(place.right - place.left) - taken);
+    const int height = static_cast<int>(place.bottom - place.top);
+    int x = place.left;
+    for (const LayoutCell& cell : row.cells) {
+        if (!Shown(cell.control)) {
+            continue;
+        }
+        const int width = cell.width == kFill ? left / fillers : widthOf(cell);
+        const int own = row.height == kOwn ? std::min(height, static_cast<int>(m_own.at(cell.control).cy)) : height;
+        if (batch) {
+            batch = DeferWindowPos(batch, GetDlgItem(m_dialog, cell.control), nullptr, x,
+                                   static_cast<int>(place.top) + (height - own) / 2, width, own,
+                                   SWP_NOZORDER | SWP_NOACTIVATE);
+        }
+        x += width + gap;
+    }
+}
+
+}  // namespace tamvelo::frame

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <map>
+#include <vector>
+
+#include "com/WinHeaders.h"
+
+namespace tamvelo::frame {
+
+/// In place of a length: take all that the others leave.
+inline constexpr int kFill = -1;
+/// In place of a length: the control's own, as the dialog template has it.
+inline constexpr int kOwn = 0;
+
+struct LayoutCell {
+    int control;
+    int width = kOwn;  // dialog units
+};
+
+/// Controls side by side. Hidden controls take no room, and a row of hidden controls none at all.
+struct LayoutRow {
+    int height = kOwn;  // dialog units
+    std::vector<LayoutCell> cells;
+};
+
+/// Rows of controls from top to bottom, always computed from the template's sizes, so that nothing drifts, and moved
+/// in one batch. A control lower than its row is centred in it.
+class RowLayout {
+public:
+    RowLayout() = default;
+    /// Reads the controls' sizes now; all of them exist.
+    RowLayout(HWND dialog, std::vector<LayoutRow> rows);
+    /// Fills `area`, client pixels of the dialog, less a margin.
+    void Arrange(const RECT& area) const;
+
+private:
+    bool Shown(int control) const;
+    int RowHeight(const LayoutRow& row) const;
+    void ArrangeRow(const LayoutRow& row, const RECT& place, HDWP& batch) const;
+    SIZE Units(int width, int height) const;
+
+    HWND m_dialog = nullptr;
+    std::vector<LayoutRow> m_rows;
+    std::map<int, SIZE> m_own;
+};
+
+}  // namespace tamvelo::frame

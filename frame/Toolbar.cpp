@@ -1,0 +1,291 @@
+#include "frame/Toolbar.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <array>
+
+#include "base/Commands.h"
+#include "com/Error.h"
+#include "com/Module.h"
+#include "frame/Handles.h"
+#include "frame/LayoutFile.h"
+#include "frame/Resources.h"
+#include "grid/Dpi.h"
+
+namespace tamvelo::frame {
+
+namespace {
+
+constexpr int kFirstCommand = 0x2000;  // above every control number of the dialog templates
+
+constexpr std::array<const wchar_t*, 3> kBands{base::kBandEdicion, base::kBandRegistros, base::kBandRegistro};
+
+base::ToolbarLayout DesignOf(std::span<const ToolUse> uses) {
+    base::ToolbarLayout design;
+    for (const wchar_t* band : kBands) {
+        design.bands.push_back({band, true});
+        for (const ToolUse& use : uses) {
+            const ToolKind* kind = FindTool(use.id);
+            if (kind && std::wstring_view(kind->band) == band) {
+                design.tools.push_back({kind->id, kind->band, true});
+            }
+        }
+    }
+    return design;
+}
+
+std::wstring PlainCaption(const ToolKind& kind) {
+    std::wstring caption = kind.caption;
+    std::erase(caption, L'&');
+    return caption;
+}
+
+TBBUTTON Separator() {
+    TBBUTTON button{};
+    button.fsStyle = BTNS_SEP;
+    return button;
+}
+
+}  // namespace
+
+Toolbar::Toolbar(HWND parent, std::span<const ToolUse> uses, std::function<void()> changed)
+    : m_uses(uses), m_changed(std::move(changed)), m_layout(DesignOf(uses)) {
+    m_window = CreateWindowExW(0, TOOLBARCLASSNAMEW, L"Barra de herramientas",
+                               WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_LIST |
+                                   TBSTYLE_TOOLTIPS | CCS_ADJUSTABLE | CCS_TOP,
+                               0, 0, 0, 0, parent, nullptr, com::Module::Instance(), nullptr);
+    if (!m_window) {
+        com::ThrowLastError(L"No se puede crear la barra de herramientas.");
+    }
+    SendMessageW(m_window, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+    SendMessageW(m_window, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS | TBSTYLE_EX_DOUBLEBUFFER);
+    SendMessageW(m_window, WM_SETFONT, static_cast<WPARAM>(SendMessageW(parent, WM_GETFONT, 0, 0)), FALSE);
+    AddGlyphs();
+    Rebuild();
+}
+
+Toolbar::~Toolbar() {
+    if (IsWindow(m_window)) {
+        const auto glyphs = reinterpret_cast<HIMAGELIST>(SendMessageW(m_window, TB_GETIMAGELIST, 0, 0));
+        DestroyWindow(m_window);
+        ImageList_Destroy(glyphs);
+    }
+}
+
+void Toolbar::AddGlyphs() {
+    const int dpi = grid::DpiOf(m_window);
+    const int size = dpi >= 168 ? 32 : dpi >= 120 ? 24 : 16;
+    const int resource = size == 32 ? IDB_TOOLBAR32 : size == 24 ? IDB_TOOLBAR24 : IDB_TOOLBAR16;
+    const UniqueBitmap strip(static_cast<HBITMAP>(LoadImageW(com::Module::Instance(), MAKEINTRESOURCEW(resource),
+                                                             IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
+    const HIMAGELIST glyphs = ImageList_Create(size, size, ILC_COLOR32, 0, 1);
+    if (strip) {
+        ImageList_Add(glyphs, strip.get(), nullptr);
+    }
+    SendMessageW(m_window, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(glyphs));
+}
+
+int Toolbar::CommandOf(std::wstring_view id) const {
+    const auto found = std::find_if(m_uses.begin(), m_uses.end(), [&](const ToolUse& use) { return use.id == id; });
+    return found == m_uses.end() ? 0 : kFirstCommand + static_cast<int>(found - m_uses.begin());
+}
+
+std::wstring_view Toolbar::IdOf(int command) const {
+    const int index = command - kFirstCommand;
+    return index >= 0 && index < static_cast<int>(m_uses.size()) ? m_uses[static_cast<size_t>(index)].id
+                                                                 : std::wstring_view();
+}
+
+void Toolbar::Rebuild() {
+    std::vector<std::wstring_view> pressed;
+    for (const ToolUse& use : m_uses) {
+        if (IsPressed(use.id)) {
+            pressed.emplace_back(use.id);
+        }
+    }
+    while (SendMessageW(m_window, TB_DELETEBUTTON, 0, 0)) {
+    }
+    const auto visible = [&](std::wstring_view band) {
+        return std::any_of(m_layout.bands.begin(), m_layout.bands.end(),
+                           [&](const auto& known) { return known.name == band && known.visible; });
+    };
+    std::wstring_view lastBand;
+    for (const base::ToolbarLayout::Tool& tool : m_layout.tools) {
+        const ToolKind* kind = FindTool(tool.id);
+        if (!kind || !tool.visible || !visible(tool.band)) {
+            continue;
+        }
+        if (!lastBand.empty() && lastBand != tool.band) {
+            TBBUTTON separator = Separator();
+            SendMessageW(m_window, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&separator));
+        }
+        lastBand = tool.band;
+        const std::wstring caption = PlainCaption(*kind);
+        TBBUTTON button{};
+        button.iBitmap = kind->glyph;
+        button.idCommand = CommandOf(tool.id);
+        button.fsState = TBSTATE_ENABLED;
+        button.fsStyle = static_cast<BYTE>(BTNS_AUTOSIZE | (kind->captioned ? BTNS_SHOWTEXT : 0) |
+                                           (kind->toggles ? BTNS_CHECK : 0));
+        button.iString = reinterpret_cast<INT_PTR>(caption.c_str());
+        SendMessageW(m_window, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&button));
+    }
+    for (const std::wstring_view id : pressed) {
+        SetPressed(id, true);
+    }
+    Resize();
+}
+
+void Toolbar::Resize() {
+    SendMessageW(m_window, TB_AUTOSIZE, 0, 0);
+}
+
+int Toolbar::Height() const {
+    RECT place{};
+    GetWindowRect(m_window, &place);
+    return place.bottom - place.top;
+}
+
+void Toolbar::SetBandVisible(std::wstring_view band, bool visible) {
+    for (auto& known : m_layout.bands) {
+        if (known.name == band) {
+            known.visible = visible;
+        }
+    }
+    Rebuild();
+}
+
+void Toolbar::SetToolVisible(std::wstring_view id, bool visible) {
+    for (auto& tool : m_layout.tools) {
+        if (tool.id == id) {
+            tool.visible = visible;
+        }
+    }
+    Rebuild();
+}
+
+void Toolbar::SetPressed(std::wstring_view id, bool pressed) {
+    SendMessageW(m_window, TB_CHECKBUTTON, static_cast<WPARAM>(CommandOf(id)), MAKELPARAM(pressed, 0));
+}
+
+bool Toolbar::IsPressed(std::wstring_view id) const {
+    return SendMessageW(m_window, TB_ISBUTTONCHECKED, static_cast<WPARAM>(CommandOf(id)), 0) > 0;
+}
+
+void Toolbar::Load(const std::wstring& path) {
+    const auto parsed = base::ParseToolbarLayout(ReadLayoutFile(path));
+    if (const auto* wrong = std::get_if<base::LayoutError>(&parsed)) {
+        throw com::Error(E_INVALIDARG, L"El fichero de barra de herramientas «" + path + L"» no es válido (línea " +
+                                           std::to_wstring(wrong->line) + L"): " + wrong->reason);
+    }
+    m_layout = base::Merge(DesignOf(m_uses), std::get<base::ToolbarLayout>(parsed));
+    Rebuild();
+}
+
+void Toolbar::Save(const std::wstring& path) const {
+    WriteLayoutFile(path, base::FormatToolbarLayout(m_layout));
+}
+
+void Toolbar::Customize() {
+    m_customizing = false;
+    SendMessageW(m_window, TB_CUSTOMIZE, 0, 0);
+}
+
+void Toolbar::ReadOrder() {
+    // What stands on the bar now, in its order; a tool that is not there although its band shows was taken off.
+    std::vector<base::ToolbarLayout::Tool> arranged;
+    const int count = static_cast<int>(SendMessageW(m_window, TB_BUTTONCOUNT, 0, 0));
+    for (int i = 0; i < count; ++i) {
+        TBBUTTON button{};
+        SendMessageW(m_window, TB_GETBUTTON, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&button));
+        const std::wstring_view id = IdOf(button.idCommand);
+        for (const auto& tool : m_layout.tools) {
+            if (!id.empty() && tool.id == id) {
+                arranged.push_back({tool.id, tool.band, true});
+            }
+        }
+    }
+    const auto shown = [&](const std::wstring& band) {
+        return std::any_of(m_layout.bands.begin(), m_layout.bands.end(),
+                           [&](const auto& known) { return known.name == band && known.visible; });
+    };
+    for (const auto& tool : m_layout.tools) {
+        if (std::none_of(arranged.begin(), arranged.end(), [&](const auto& other) { return other.id == tool.id; })) {
+            arranged.push_back({tool.id, tool.band, shown(tool.band) ? false : tool.visible});
+        }
+    }
+    m_layout.tools = std::move(arranged);
+}
+
+bool Toolbar::FillCustomizeItem(int index, NMHDR& header) const {
+    auto& item = reinterpret_cast<NMTOOLBARW&>(header);
+    if (index < 0 || index >= static_cast<int>(m_uses.size())) {
+        return false;
+    }
+    const ToolKind* kind = FindTool(m_uses[static_cast<size_t>(index)].id);
+    if (!kind) {
+        return false;
+    }
+    item.tbButton = {};
+    item.tbButton.iBitmap = kind->glyph;
+    item.tbButton.idCommand = kFirstCommand + index;
+    item.tbButton.fsState = TBSTATE_ENABLED;
+    item.tbButton.fsStyle = static_cast<BYTE>(BTNS_AUTOSIZE | (kind->captioned ? BTNS_SHOWTEXT : 0) |
+                                              (kind->toggles ? BTNS_CHECK : 0));
+    lstrcpynW(item.pszText, PlainCaption(*kind).c_str(), item.cchText);
+    return true;
+}
+
+bool Toolbar::Notified(NMHDR& header, LRESULT& answer) {
+    if (header.code == TTN_GETDISPINFOW) {
+        auto& tip = reinterpret_cast<NMTTDISPINFOW&>(header);
+        const std::wstring_view id = IdOf(static_cast<int>(header.idFrom));
+        const ToolKind* kind = FindTool(id);
+        if (!kind) {
+            return false;
+        }
+        const ToolUse& use = m_uses[static_cast<size_t>(static_cast<int>(header.idFrom) - kFirstCommand)];
+        lstrcpynW(tip.szText, ToolTip(*kind, use).c_str(), ARRAYSIZE(tip.szText));
+        answer = 0;
+        return true;
+    }
+    if (header.hwndFrom != m_window) {
+        return false;
+    }
+    switch (header.code) {
+        case TBN_QUERYINSERT:
+        case TBN_QUERYDELETE:
+            answer = TRUE;
+            return true;
+        case TBN_GETBUTTONINFOW:
+            answer = FillCustomizeItem(reinterpret_cast<NMTOOLBARW&>(header).iItem, header);
+            return true;
+        case TBN_INITCUSTOMIZE:
+            answer = TBNRF_HIDEHELP;
+            return true;
+        case TBN_RESET:
+            m_layout = DesignOf(m_uses);
+            Rebuild();
+            m_customizing = true;
+            answer = 0;
+            return true;
+        case TBN_TOOLBARCHANGE:
+            m_customizing = true;
+            answer = 0;
+            return true;
+        case TBN_ENDADJUST:
+            if (m_customizing) {
+                m_customizing = false;
+                ReadOrder();
+                Rebuild();
+                m_changed();
+            }
+            answer = 0;
+            return true;
+        default:
+            return false;
+    }
+}
+
+}  // namespace tamvelo::frame

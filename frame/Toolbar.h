@@ -1,0 +1,60 @@
+#pragma once
+
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/ToolbarLayout.h"
+#include "com/WinHeaders.h"
+#include "frame/Tools.h"
+
+namespace tamvelo::frame {
+
+/// The bar of a form: tools by identifier in bands by name. A tool shows when it and its band are visible. What the
+/// user arranges by customisation is a base::ToolbarLayout over the form's design.
+class Toolbar {
+public:
+    /// `uses` outlives the bar. `changed` is called after the user has customised it.
+    Toolbar(HWND parent, std::span<const ToolUse> uses, std::function<void()> changed);
+    ~Toolbar();
+    Toolbar(const Toolbar&) = delete;
+    Toolbar& operator=(const Toolbar&) = delete;
+
+    HWND Window() const { return m_window; }
+    /// Pixels; the bar keeps to the parent's width when `Resize` is called.
+    int Height() const;
+    void Resize();
+
+    void SetBandVisible(std::wstring_view band, bool visible);
+    void SetToolVisible(std::wstring_view id, bool visible);
+    void SetPressed(std::wstring_view id, bool pressed);
+    bool IsPressed(std::wstring_view id) const;
+
+    /// Throws com::Error for a file that cannot be read or is no layout; the bar is then as before.
+    void Load(const std::wstring& path);
+    void Save(const std::wstring& path) const;
+    /// The system's dialog to add, remove and order tools.
+    void Customize();
+
+    /// The identifier of a tool of this bar by its window-command number; "" for another number.
+    std::wstring_view IdOf(int command) const;
+    /// Answers the bar's own notifications; false when `header` is another control's.
+    bool Notified(NMHDR& header, LRESULT& answer);
+
+private:
+    void Rebuild();
+    int CommandOf(std::wstring_view id) const;
+    void AddGlyphs();
+    void ReadOrder();
+    bool FillCustomizeItem(int index, NMHDR& header) const;
+
+    HWND m_window = nullptr;
+    std::span<const ToolUse> m_uses;
+    std::function<void()> m_changed;
+    base::ToolbarLayout m_layout;
+    bool m_customizing = false;
+};
+
+}  // namespace tamvelo::frame

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+#include "com/WinHeaders.h"
+
+namespace tamvelo::grid {
+
+/// Puts a text on the clipboard in the name of a window. Throws com::Error when another program holds it.
+void CopyText(HWND owner, const std::wstring& text);
+
+}  // namespace tamvelo::grid

@@ -1,0 +1,112 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "base/GridLayout.h"
+#include "com/ComPtr.h"
+#include "com/Error.h"
+#include "com/Variant.h"
+
+namespace tamvelo::grid {
+
+/// What the form that owns a grid hears from it. Called inside the grid's message handling: whatever these
+/// throw comes back through Failed.
+struct GridEvents {
+    /// A double click on a row.
+    virtual void RowActivated() = 0;
+    /// A click on a heading; `column` counts in the record set.
+    virtual void HeadingClicked(short column) = 0;
+    /// A right click, Shift+F10 or the menu key.
+    virtual void ContextMenuAsked(POINT screen) = 0;
+    /// After the current row became another one, by the user or by the host.
+    virtual void CurrentRowChanged() = 0;
+    /// After the user dragged, resized or fitted a column.
+    virtual void LayoutChanged() = 0;
+    /// Something that the grid did by itself failed: a key, a scroll, an event above.
+    virtual void Failed(const com::Error& error) noexcept = 0;
+
+protected:
+    ~GridEvents() = default;
+};
+
+class GridView;
+
+/// The data grid: a window of its own over the host's record set. It reads the rows that are on screen, never
+/// while it paints, and leaves the host's current record where it is; the user's moves in the grid do move
+/// it. Columns count in record-set order everywhere, rows from 0. Every host call may do anything, destroy
+/// the window included: all functions are safe on a grid without a window, and then do nothing or answer as
+/// an empty one does.
+class Grid {
+public:
+    /// A visible child window in the tab order, empty of columns; the form gives it a place. `events`
+    /// outlives this.
+    Grid(HWND parent, int controlId, GridEvents& events);
+    ~Grid();
+    Grid(const Grid&) = delete;
+    Grid& operator=(const Grid&) = delete;
+
+    /// Null once the window is gone.
+    HWND Window() const;
+
+    /// Binds to an ADO record set, a data source, an object with a `Recordset`, or one that looks like a
+    /// record set. Null unbinds. Throws com::Error for anything else and leaves an empty grid with the heads
+    /// it had.
+    void SetDataSource(IUnknown* source);
+    /// After any call of the owner into the host: finds out what changed and shows it.
+    void HostChanged();
+    /// After the host's Requery: its record set, rows and bookmarks may all be others.
+    void Requeried();
+
+    bool Bound() const;
+    long RowCount();
+    /// -1 when the record set stands on no row.
+    long CurrentRow();
+    /// Columns of the record set.
+    short ColumnCount();
+    short CurrentColumn() const;
+    /// Scrolls it into view; a column out of range is brought into it.
+    void SetCurrentColumn(short column);
+
+    /// The current row's value; Empty without a row. Throws a subscript error for a column out of range.
+    com::Variant Value(short column);
+    /// The same as it is displayed, uncut; "" for Null.
+    std::wstring Text(short column);
+
+    /// The automation object `Columns`: Count, Item(i) with Caption, DataField, Visible, Width (pixels),
+    /// Order, Alignment, Text, Value. It may outlive the grid; its members then fail.
+    com::ComPtr<IDispatch> Columns();
+
+    /// The arrow in a heading; sorting is the host's.
+    void MarkOrder(short column, bool descending);
+    void ClearOrderMark();
+
+    /// Font and columns as they stand, lengths at the window's dpi.
+    base::GridLayout Layout() const;
+    /// Columns that the layout does not know stay visible, after those that it knows. Before the grid is
+    /// bound the layout waits for its columns.
+    void Apply(const base::GridLayout& layout);
+    /// Tahoma 10 and the light yellow style of the selected row.
+    void DefaultLook();
+    /// Height in pixels of the window's dpi.
+    LOGFONTW Font() const;
+    void SetFont(const LOGFONTW& font);
+
+    /// The current row's visible columns in display order, parted by tabs, to the clipboard.
+    void CopyRow(bool withHeadings);
+    void CopyCell();
+    /// As wide as its caption and its cells on screen need.
+    void FitColumn(short column);
+
+    /// What stands in a grid without rows; "No hay registros" until set.
+    void SetEmptyText(std::wstring_view text);
+    /// "Registro 12 de 340".
+    std::wstring CounterText();
+    void SetAccessibleName(std::wstring_view name);
+
+private:
+    const std::shared_ptr<GridView> m_view;
+};
+
+} // namespace tamvelo::grid

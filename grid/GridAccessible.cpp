@@ -1,0 +1,331 @@
+#include "grid/GridAccessible.h"
+
+#include <windows.h>
+
+#include <oleacc.h>
+
+#include <algorithm>
+#include <optional>
+
+#include "com/Guard.h"
+#include "com/Object.h"
+#include "com/Variant.h"
+#include "grid/GridView.h"
+
+namespace tamvelo::grid {
+
+namespace {
+
+/// What a child number stands for.
+struct Target {
+    enum Kind { Table, Row, Heading } kind = Table;
+    long row = -1;
+    short column = -1;
+};
+
+class GridAccessible final : public com::Object<IAccessible, IOleWindow> {
+public:
+    explicit GridAccessible(std::weak_ptr<GridView> view) : m_view(std::move(view)) {}
+
+    HRESULT STDMETHODCALLTYPE get_accParent(IDispatch** parent) override {
+        *parent = nullptr;
+        return With([&](GridView& view) {
+            return AccessibleObjectFromWindow(view.Window(), static_cast<DWORD>(OBJID_WINDOW), IID_IDispatch,
+                                              reinterpret_cast<void**>(parent));
+        });
+    }
+    HRESULT STDMETHODCALLTYPE get_accChildCount(LONG* count) override {
+        *count = 0;
+        return With([&](GridView& view) {
+            *count = Rows(view) + static_cast<LONG>(view.Columns().OnScreen().size());
+            return S_OK;
+        });
+    }
+    HRESULT STDMETHODCALLTYPE get_accChild(VARIANT child, IDispatch** object) override {
+        *object = nullptr; // children are numbers, not objects
+        return WithTarget(child, [](GridView&, const Target&) { return S_FALSE; });
+    }
+    HRESULT STDMETHODCALLTYPE get_accName(VARIANT child, BSTR* name) override {
+        *name = nullptr;
+        return WithTarget(
+            child, [&](GridView& view, const Target& target) { return Give(NameOf(view, target), name); });
+    }
+    HRESULT STDMETHODCALLTYPE get_accValue(VARIANT child, BSTR* value) override {
+        *value = nullptr;
+        return WithTarget(child, [&](GridView& view, const Target& target) {
+            const long current = view.Data().Current();
+            const bool ours =
+                target.kind == Target::Table || (target.kind == Target::Row && target.row == current);
+            if (!ours || current < 0 || view.Columns().Count() == 0) {
+                return S_FALSE;
+            }
+            const short column = view.CurrentColumn();
+            return Give(view.Columns()[column].caption + L": " + view.LoadedText(current, column), value);
+        });
+    }
+    HRESULT STDMETHODCALLTYPE get_accDescription(VARIANT child, BSTR* description) override {
+        *description = nullptr;
+        return WithTarget(child, [](GridView&, const Target&) { return S_FALSE; });
+    }
+    HRESULT STDMETHODCALLTYPE get_accRole(VARIANT child, VARIANT* role) override {
+        return WithTarget(child, [&](GridView&, const Target& target) {
+            constexpr LONG kRoles[] = {ROLE_SYSTEM_TABLE, ROLE_SYSTEM_ROW, ROLE_SYSTEM_COLUMNHEADER};
+            return GiveNumber(kRoles[target.kind], role);
+        });
+    }
+    HRESULT STDMETHODCALLTYPE get_accState(VARIANT child, VARIANT* state) override {
+        return WithTarget(child, [&](GridView& view, const Target& target) {
+            LONG bits = 0;
+            const bool focused = GetFocus() == view.Window();
+            if (target.kind == Target::Table) {
+                bits = STATE_SYSTEM_FOCUSABLE |
+                       (focused && view.Data().Current() < 0 ? STATE_SYSTEM_FOCUSED : 0);
+            } else if (target.kind == Target::Row) {
+                bits = STATE_SYSTEM_FOCUSABLE | STATE_SYSTEM_SELECTABLE;
+                if (target.row == view.Data().Current()) {
+                    bits |= STATE_SYSTEM_SELECTED | (focused ? STATE_SYSTEM_FOCUSED : 0);
+                }
+            }
+            return GiveNumber(bits, state);
+        });
+    }
+    HRESULT STDMETHODCALLTYPE get_accHelp(VARIANT, BSTR* help) override { return Nothing(help); }
+    HRESULT STDMETHODCALLTYPE get_accHelpTopic(BSTR* file, VARIANT, LONG* topic) override {
+        *topic = 0;
+        return Nothing(file);
+    }
+    HRESULT STDMETHODCALLTYPE get_accKeyboardShortcut(VARIANT, BSTR* key) override { return Nothing(key); }
+    HRESULT STDMETHODCALLTYPE get_accFocus(VARIANT* child) override {
+        VariantInit(child);
+        return With(
+            [&](GridView& view) { return GetFocus() == view.Window() ? GiveCurrent(view, child) : S_FALSE; });
+    }
+    HRESULT STDMETHODCALLTYPE get_accSelection(VARIANT* child) override {
+        VariantInit(child);
+        return With(
+            [&](GridView& view) { return view.Data().Current() < 0 ? S_FALSE : GiveCurrent(view, child); });
+    }
+    HRESULT STDMETHODCALLTYPE get_accDefaultAction(VARIANT child, BSTR* action) override {
+        *action = nullptr;
+        return WithTarget(child, [&](GridView&, const Target& target) {
+            constexpr const wchar_t* kActions[] = {nullptr, L"Elegir", L"Ordenar"};
+            return kActions[target.kind] ? Give(kActions[target.kind], action) : S_FALSE;
+        });
+    }
+    HRESULT STDMETHODCALLTYPE accSelect(LONG flags, VARIANT child) override {
+        return WithTarget(child, [&](GridView& view, const Target& target) {
+            if (target.kind == Target::Heading) {
+                return E_INVALIDARG;
+            }
+            if (flags & SELFLAG_TAKEFOCUS) {
+                SetFocus(view.Window());
+            }
+            if (target.kind == Target::Row && (flags & (SELFLAG_TAKEFOCUS | SELFLAG_TAKESELECTION))) {
+                view.MoveTo(target.row);
+            }
+            return S_OK;
+        });
+    }
+    HRESULT STDMETHODCALLTYPE accLocation(LONG* left, LONG* top, LONG* width, LONG* height,
+                                          VARIANT child) override {
+        return WithTarget(child, [&](GridView& view, const Target& target) {
+            RECT area = AreaOf(view, target);
+            MapWindowPoints(view.Window(), nullptr, reinterpret_cast<POINT*>(&area), 2);
+            *left = area.left;
+            *top = area.top;
+            *width = area.right - area.left;
+            *height = area.bottom - area.top;
+            return S_OK;
+        });
+    }
+    HRESULT STDMETHODCALLTYPE accNavigate(LONG direction, VARIANT start, VARIANT* end) override {
+        VariantInit(end);
+        return WithTarget(start, [&](GridView& view, const Target& target) {
+            const LONG rows = Rows(view);
+            const LONG last = rows + static_cast<LONG>(view.Columns().OnScreen().size());
+            LONG to = start.lVal;
+            switch (direction) {
+            case NAVDIR_FIRSTCHILD:
+                to = target.kind == Target::Table ? 1 : 0;
+                break;
+            case NAVDIR_LASTCHILD:
+                to = target.kind == Target::Table ? last : 0;
+                break;
+            case NAVDIR_NEXT:
+                ++to;
+                break;
+            case NAVDIR_PREVIOUS:
+                --to;
+                break;
+            case NAVDIR_DOWN:
+                to = to < rows ? to + 1 : 0;
+                break;
+            case NAVDIR_UP:
+                to = to <= rows ? to - 1 : 0;
+                break;
+            default:
+                return S_FALSE;
+            }
+            const bool among =
+                direction == NAVDIR_FIRSTCHILD || direction == NAVDIR_LASTCHILD || start.lVal != 0;
+            return among && to >= 1 && to <= last ? GiveNumber(to, end) : S_FALSE;
+        });
+    }
+    HRESULT STDMETHODCALLTYPE accHitTest(LONG x, LONG y, VARIANT* child) override {
+        VariantInit(child);
+        return With([&](GridView& view) {
+            POINT point{x, y};
+            ScreenToClient(view.Window(), &point);
+            if (!PtInRect(&view.Geometry().client, point)) {
+                return S_FALSE;
+            }
+            const long row = view.RowAt(point.y);
+            if (row >= 0) {
+                return GiveNumber(RowChild(row, view.Geometry().top), child);
+            }
+            const std::vector<short> shown = view.Columns().OnScreen();
+            const auto column = std::find(shown.begin(), shown.end(), view.ColumnAt(point.x));
+            if (point.y < view.Geometry().headHeight && column != shown.end()) {
+                return GiveNumber(Rows(view) + static_cast<LONG>(column - shown.begin()) + 1, child);
+            }
+            return GiveNumber(CHILDID_SELF, child);
+        });
+    }
+    HRESULT STDMETHODCALLTYPE accDoDefaultAction(VARIANT child) override {
+        return WithTarget(child, [&](GridView& view, const Target& target) {
+            if (target.kind == Target::Table) {
+                return DISP_E_MEMBERNOTFOUND;
+            }
+            target.kind == Target::Row ? view.Activate(target.row) : view.PressHeading(target.column);
+            return S_OK;
+        });
+    }
+    HRESULT STDMETHODCALLTYPE put_accName(VARIANT, BSTR) override { return DISP_E_MEMBERNOTFOUND; }
+    HRESULT STDMETHODCALLTYPE put_accValue(VARIANT, BSTR) override { return DISP_E_MEMBERNOTFOUND; }
+
+    // Clients of accessibility use the interface itself.
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+        *count = 0;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** info) override {
+        *info = nullptr;
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                                     UINT*) override {
+        return E_NOTIMPL;
+    }
+
+    HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override {
+        return With([&](GridView& view) {
+            *window = view.Window();
+            return S_OK;
+        });
+    }
+    HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
+
+private:
+    static HRESULT Nothing(BSTR* text) {
+        *text = nullptr;
+        return S_FALSE;
+    }
+    static HRESULT Give(const std::wstring& text, BSTR* out) {
+        *out = com::Bstr(text).Detach();
+        return S_OK;
+    }
+    static HRESULT GiveNumber(LONG number, VARIANT* out) {
+        out->vt = VT_I4;
+        out->lVal = number;
+        return S_OK;
+    }
+    static LONG Rows(GridView& view) {
+        const GridGeometry& geometry = view.Geometry();
+        return std::max(0L, std::min(geometry.LastShown(), view.Data().Count() - 1) - geometry.top + 1);
+    }
+    static HRESULT GiveCurrent(GridView& view, VARIANT* child) {
+        const LONG number = RowChild(view.Data().Current(), view.Geometry().top);
+        return GiveNumber(number >= 1 && number <= Rows(view) ? number : CHILDID_SELF, child);
+    }
+
+    template <class Body>
+    HRESULT With(Body&& body) {
+        const std::shared_ptr<GridView> view = m_view.lock();
+        if (!view || !view->Window()) {
+            return CO_E_OBJNOTCONNECTED;
+        }
+        HRESULT result = S_OK;
+        const HRESULT guarded = com::Guard(IID_IAccessible, [&] { result = body(*view); });
+        return FAILED(guarded) ? guarded : result;
+    }
+
+    template <class Body>
+    HRESULT WithTarget(const VARIANT& child, Body&& body) {
+        return With([&](GridView& view) -> HRESULT {
+            const std::optional<Target> target =
+                child.vt == VT_I4 ? TargetOf(view, child.lVal) : std::nullopt;
+            return target ? body(view, *target) : E_INVALIDARG;
+        });
+    }
+
+    static std::optional<Target> TargetOf(GridView& view, LONG number) {
+        if (number == CHILDID_SELF) {
+            return Target{};
+        }
+        const LONG rows = Rows(view);
+        const std::vector<short> shown = view.Columns().OnScreen();
+        if (number >= 1 && number <= rows) {
+            return Target{Target::Row, view.Geometry().top + number - 1, -1};
+        }
+        if (number > rows && number <= rows + static_cast<LONG>(shown.size())) {
+            return Target{Target::Heading, -1, shown[static_cast<size_t>(number - rows - 1)]};
+        }
+        return std::nullopt;
+    }
+
+    static std::wstring NameOf(GridView& view, const Target& target) {
+        if (target.kind == Target::Table) {
+            return view.Name();
+        }
+        std::wstring name;
+        if (target.kind == Target::Row) {
+            for (const short column : view.Columns().OnScreen()) {
+                name += (name.empty() ? L"" : L"; ") + view.LoadedText(target.row, column);
+            }
+            return name;
+        }
+        name = view.Columns()[target.column].caption;
+        if (view.Mark() && view.Mark()->column == target.column) {
+            name += view.Mark()->descending ? L", orden descendente" : L", orden ascendente";
+        }
+        return name;
+    }
+
+    static RECT AreaOf(GridView& view, const Target& target) {
+        const GridGeometry& geometry = view.Geometry();
+        RECT area = geometry.client;
+        if (target.kind == Target::Row) {
+            area.top = geometry.RowTop(target.row);
+            area.bottom = std::min<LONG>(area.top + geometry.rowHeight, geometry.client.bottom);
+        } else if (target.kind == Target::Heading) {
+            area = view.CellRect(geometry.top, target.column);
+            area.top = 0;
+            area.bottom = geometry.headHeight;
+        }
+        return area;
+    }
+
+    const std::weak_ptr<GridView> m_view;
+};
+
+} // namespace
+
+LRESULT AnswerAccessible(std::weak_ptr<GridView> view, WPARAM flags) {
+    const auto object = com::Make<GridAccessible>(std::move(view));
+    return LresultFromObject(IID_IAccessible, flags, static_cast<IAccessible*>(object.Get()));
+}
+
+} // namespace tamvelo::grid

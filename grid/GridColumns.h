@@ -1,0 +1,59 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "base/GridLayout.h"
+#include "grid/RecordCursor.h"
+
+namespace tamvelo::grid {
+
+/// Of a column's cells. General goes by the values: numbers to the right.
+enum class Alignment : unsigned char { Left, Right, Center, General };
+
+struct GridColumn {
+    std::wstring field;
+    std::wstring caption;
+    int width = 0;        // pixels
+    bool guessed = false; // the width, from nothing but the caption: the first cells may say better
+    bool visible = true;
+    Alignment alignment = Alignment::General;
+};
+
+/// The columns as the user sees them: in record-set order here, with their own order on screen. Knows no
+/// window.
+class GridColumns {
+public:
+    /// One column per field, all visible, in order, without a width. Columns that were there before, by field
+    /// name and occurrence, keep what the user made of them.
+    void SetFields(const std::vector<FieldInfo>& fields, int dpi);
+
+    short Count() const { return static_cast<short>(m_columns.size()); }
+    GridColumn& operator[](short column) { return m_columns[static_cast<size_t>(column)]; }
+    const GridColumn& operator[](short column) const { return m_columns[static_cast<size_t>(column)]; }
+
+    /// Column numbers from left to right, hidden ones left out.
+    std::vector<short> OnScreen() const;
+    /// Place among all columns, hidden ones included.
+    int OrderOf(short column) const;
+    void MoveTo(short column, int order);
+    /// To a place among the visible columns.
+    void MoveOnScreen(short column, int place);
+    /// The pixels that the visible columns take.
+    int TotalWidth() const;
+
+    /// Of the visible columns the next to the right (`step` 1) or left (-1); `column` itself at the end.
+    short Neighbour(short column, int step) const;
+    /// The column itself when it is visible, else one that is; -1 when none is.
+    short Nearest(short column) const;
+
+    base::GridLayout ToLayout(int dpi, const base::GridLayout::Font& font) const;
+    void Apply(const base::GridLayout& layout, int dpi);
+
+private:
+    std::vector<GridColumn> m_columns;
+    std::vector<short> m_order;
+    base::GridLayout m_waiting; // for columns that are not there yet
+};
+
+} // namespace tamvelo::grid

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <span>
+#include <utility>
+#include <vector>
+
+#include "base/BlockCache.h"
+#include "grid/RecordCursor.h"
+#include "grid/RecordSource.h"
+#include "grid/RowBlock.h"
+
+namespace tamvelo::grid {
+
+/// What the grid knows of its record set: fields, number of rows, the current one and the blocks read so far.
+/// Any call into the host may come back to us; what comes back while a call is under way is refused and
+/// remembered, but for a new binding, which makes the call under way forget what it read.
+class GridData {
+public:
+    struct Change {
+        bool fields = false;
+        bool rows = false; // some rows, their order or values
+        bool current = false;
+    };
+
+    /// Throws what RecordSource throws; then there are no rows, and the fields stay.
+    Change Bind(IUnknown* source);
+    /// Finds out what the host changed. `requeried`: everything is taken to be new.
+    Change Sync(bool requeried);
+    /// True once after a Sync or Load was refused because a host call was under way.
+    bool TakeMissedSync() { return std::exchange(m_missedSync, false); }
+    bool Busy() const { return m_busy > 0; }
+
+    bool Bound() const { return m_cursor != nullptr; }
+    long Count() const { return m_marks.count; }
+    /// -1 when the host stands on no row.
+    long Current() const { return m_current; }
+    std::span<const FieldInfo> Fields() const { return m_fields; }
+    CellKind Kind(short column) const { return m_kinds[static_cast<size_t>(column)]; }
+
+    /// Reads the blocks of these rows that are not there yet. A block that failed is not tried again before
+    /// the next change. True when it read any.
+    bool Load(long first, long last);
+    /// Null while the row is not loaded. Never calls the host.
+    const RowBlock* Block(long row) { return m_blocks.Find(row); }
+    /// False when the host refused; the current row is then the host's.
+    bool MoveTo(long row);
+    /// Of the host's current record; Empty without one.
+    com::Variant Value(short column);
+
+private:
+    using Blocks = base::BlockCache<RowBlock>;
+    static constexpr size_t kBlocks = 8;
+
+    Change Refresh(bool everything);
+    Change Empty();
+    void Adopt(std::vector<FieldInfo> fields, Change& change);
+    /// Nothing while the host's set must not be moved.
+    std::optional<RowBlock> ReadBlock(RecordCursor& cursor, long first);
+
+    RecordSource m_source;
+    std::shared_ptr<RecordCursor> m_cursor;
+    RecordCursor::Marks m_marks;
+    long m_current = -1;
+    std::vector<FieldInfo> m_fields;
+    std::vector<CellKind> m_kinds;
+    Blocks m_blocks{kBlocks};
+    int m_busy = 0;
+    bool m_missedSync = false;
+};
+
+} // namespace tamvelo::grid

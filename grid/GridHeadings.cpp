@@ -1,0 +1,100 @@
+#include "grid/GridHeadings.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "com/Error.h"
+#include "com/Module.h"
+
+namespace tamvelo::grid {
+
+void GridHeadings::Create(HWND parent, HFONT font) {
+    const INITCOMMONCONTROLSEX wanted{sizeof(wanted), ICC_LISTVIEW_CLASSES};
+    InitCommonControlsEx(&wanted);
+    m_window = CreateWindowExW(0, WC_HEADERW, nullptr,
+                               WS_CHILD | WS_VISIBLE | HDS_HORZ | HDS_BUTTONS | HDS_DRAGDROP | HDS_FULLDRAG,
+                               0, 0, 0, 0, parent, nullptr, com::Module::Instance(), nullptr);
+    if (!m_window) {
+        com::ThrowLastError(L"No se pudieron crear los títulos de las columnas.");
+    }
+    SetFont(font);
+}
+
+void GridHeadings::SetFont(HFONT font) {
+    SendMessageW(m_window, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+}
+
+int GridHeadings::Height() const {
+    RECT room{0, 0, 1000, 1000};
+    WINDOWPOS place{};
+    HDLAYOUT layout{&room, &place};
+    return Header_Layout(m_window, &layout) ? place.cy : 0;
+}
+
+void GridHeadings::Fill(const GridColumns& columns, const std::optional<OrderMark>& mark) {
+    m_filling = true;
+    SendMessageW(m_window, WM_SETREDRAW, FALSE, 0);
+    while (Header_DeleteItem(m_window, 0)) {
+    }
+    int item = 0;
+    for (const short column : columns.OnScreen()) {
+        const GridColumn& shown = columns[column];
+        HDITEMW heading{};
+        heading.mask = HDI_TEXT | HDI_WIDTH | HDI_FORMAT | HDI_LPARAM;
+        heading.pszText = const_cast<LPWSTR>(shown.caption.c_str());
+        heading.cxy = shown.width;
+        heading.fmt = HDF_STRING | HDF_LEFT;
+        if (mark && mark->column == column) {
+            heading.fmt |= mark->descending ? HDF_SORTDOWN : HDF_SORTUP;
+        }
+        heading.lParam = column;
+        SendMessageW(m_window, HDM_INSERTITEMW, static_cast<WPARAM>(item++),
+                     reinterpret_cast<LPARAM>(&heading));
+    }
+    SendMessageW(m_window, WM_SETREDRAW, TRUE, 0);
+    InvalidateRect(m_window, nullptr, TRUE);
+    m_filling = false;
+}
+
+void GridHeadings::Place(const RECT& client, int height, int scrolled) {
+    // It reaches past the right edge by what is scrolled away to the left.
+    SetWindowPos(m_window, nullptr, -scrolled, 0, client.right + scrolled, height,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+short GridHeadings::ColumnOf(int item) const {
+    HDITEMW heading{};
+    heading.mask = HDI_LPARAM;
+    return SendMessageW(m_window, HDM_GETITEMW, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&heading))
+               ? static_cast<short>(heading.lParam)
+               : short{-1};
+}
+
+int GridHeadings::ItemOf(short column) const {
+    const int count = Header_GetItemCount(m_window);
+    for (int item = 0; item < count; ++item) {
+        if (ColumnOf(item) == column) {
+            return item;
+        }
+    }
+    return -1;
+}
+
+int GridHeadings::WidthOf(int item) const {
+    HDITEMW heading{};
+    heading.mask = HDI_WIDTH;
+    SendMessageW(m_window, HDM_GETITEMW, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&heading));
+    return heading.cxy;
+}
+
+void GridHeadings::SetWidth(int item, int width) {
+    HDITEMW heading{};
+    heading.mask = HDI_WIDTH;
+    heading.cxy = width;
+    m_filling = true;
+    SendMessageW(m_window, HDM_SETITEMW, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&heading));
+    m_filling = false;
+}
+
+} // namespace tamvelo::grid

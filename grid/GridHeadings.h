@@ -1,0 +1,39 @@
+#pragma once
+
+#include <optional>
+
+#include "com/WinHeaders.h"
+#include "grid/GridColumns.h"
+
+namespace tamvelo::grid {
+
+struct OrderMark {
+    short column;
+    bool descending;
+};
+
+/// The system header control above the rows. Its items are the visible columns from left to right.
+class GridHeadings {
+public:
+    /// Throws when the window cannot be made. It is the parent's child and goes with it.
+    void Create(HWND parent, HFONT font);
+    HWND Window() const { return m_window; }
+    void SetFont(HFONT font);
+    /// What the control wants with its font.
+    int Height() const;
+    void Fill(const GridColumns& columns, const std::optional<OrderMark>& mark);
+    void Place(const RECT& client, int height, int scrolled);
+
+    short ColumnOf(int item) const;
+    /// -1 for a hidden column.
+    int ItemOf(short column) const;
+    int WidthOf(int item) const;
+    void SetWidth(int item, int width);
+    bool Filling() const { return m_filling; }
+
+private:
+    HWND m_window = nullptr;
+    bool m_filling = false;
+};
+
+} // namespace tamvelo::grid

@@ -1,0 +1,154 @@
+#include "grid/RecordSource.h"
+
+#include <msdatsrc.h>
+
+#include <algorithm>
+#include <iterator>
+
+#include "com/Error.h"
+#include "com/FloatGuard.h"
+
+namespace tamvelo::grid {
+
+namespace {
+
+using com::ComPtr;
+
+constexpr IID kDataSourceId = {0x7c0ffab3, 0xcd84, 0x11d0, {0x94, 0x9a, 0x00, 0xa0, 0xc9, 0x11, 0x10, 0xed}};
+// The record set of ADO has had two identities over the years.
+constexpr IID kRecordSetIds[] = {
+    {0x00000556, 0x0000, 0x0010, {0x80, 0x00, 0x00, 0xaa, 0x00, 0x6d, 0x2e, 0xa4}},
+    {0x00001556, 0x0000, 0x0010, {0x80, 0x00, 0x00, 0xaa, 0x00, 0x6d, 0x2e, 0xa4}},
+};
+constexpr const wchar_t* kShape[] = {L"RecordCount", L"Fields", L"EOF", L"MoveFirst", L"MoveNext"};
+constexpr const wchar_t* kPrimary = L"Primary";
+
+ComPtr<IDispatch> AsRecordSet(IUnknown* object) {
+    ComPtr<IDispatch> set;
+    if (object && SUCCEEDED(object->QueryInterface(IID_PPV_ARGS(&set))) && !LooksLikeRecordSet(set.Get())) {
+        set.Reset();
+    }
+    return set;
+}
+
+bool IsAdoRecordSet(IUnknown* object) {
+    return std::any_of(std::begin(kRecordSetIds), std::end(kRecordSetIds), [&](const IID& id) {
+        ComPtr<IUnknown> set;
+        return SUCCEEDED(object->QueryInterface(id, reinterpret_cast<void**>(set.ReleaseAndGetAddressOf())));
+    });
+}
+
+} // namespace
+
+bool LooksLikeRecordSet(IDispatch* object) {
+    return object && std::all_of(std::begin(kShape), std::end(kShape), [&](const wchar_t* member) {
+               return com::FindMember(object, member) != DISPID_UNKNOWN;
+           });
+}
+
+RecordSource::RecordSource(IUnknown* source) {
+    if (!source) {
+        return;
+    }
+    ComPtr<IDispatch> object;
+    source->QueryInterface(IID_PPV_ARGS(&object));
+    // An ADO record set answers DataSource too, but knows no member "Primary": it comes first.
+    if (object && IsAdoRecordSet(source)) {
+        m_way = Way::Itself;
+        m_set = object;
+        return;
+    }
+    if (SUCCEEDED(source->QueryInterface(kDataSourceId,
+                                         reinterpret_cast<void**>(m_members.ReleaseAndGetAddressOf()))) &&
+        FindMemberOf()) {
+        return;
+    }
+    if (object && com::FindMember(object.Get(), L"Recordset") != DISPID_UNKNOWN) {
+        m_way = Way::Property;
+        m_owner = com::LateObject(object.Get(), L"DataSource");
+        m_set = Ask();
+        return;
+    }
+    if (LooksLikeRecordSet(object.Get())) {
+        m_way = Way::Itself;
+        m_set = object;
+        return;
+    }
+    throw com::Error(E_NOINTERFACE, L"El objeto no es un conjunto de registros ni contiene ninguno.");
+}
+
+bool RecordSource::FindMemberOf() {
+    const ComPtr<DataSource> members(static_cast<DataSource*>(m_members.Get()));
+    const auto offered = [&] {
+        const com::HostFloats floats;
+        com::Bstr name;
+        return SUCCEEDED(members->getDataMemberName(0, name.Address())) && name.Get()
+                   ? std::optional<std::wstring>(name.View())
+                   : std::nullopt;
+    };
+    m_way = Way::Member;
+    for (int attempt = 0; attempt < 3 && !m_set; ++attempt) {
+        if (attempt == 0) {
+            m_member = kPrimary;
+        } else if (attempt == 1) {
+            m_member.reset();
+        } else if (!(m_member = offered())) {
+            break;
+        }
+        m_set = FromMember(m_member);
+    }
+    if (!m_set) {
+        m_way = Way::None;
+    }
+    return m_set != nullptr;
+}
+
+ComPtr<IDispatch> RecordSource::FromMember(const std::optional<std::wstring>& member) {
+    const ComPtr<DataSource> members(static_cast<DataSource*>(m_members.Get()));
+    const com::HostFloats floats;
+    for (const IID& id : {IID_IDispatch, IID_IUnknown}) {
+        const com::Bstr name(member.value_or(L""));
+        ComPtr<IUnknown> got;
+        if (SUCCEEDED(members->getDataMember(member ? name.Get() : nullptr, id, &got))) {
+            if (ComPtr<IDispatch> set = AsRecordSet(got.Get())) {
+                return set;
+            }
+        }
+    }
+    return nullptr;
+}
+
+ComPtr<IDispatch> RecordSource::Ask() {
+    switch (m_way) {
+    case Way::Member:
+        return FromMember(m_member);
+    case Way::Property: {
+        const ComPtr<IDispatch> set = m_owner.Call(L"Recordset").ToObject();
+        if (set && !LooksLikeRecordSet(set.Get())) {
+            throw com::Error(E_NOINTERFACE, L"«Recordset» no devolvió un conjunto de registros.");
+        }
+        return set;
+    }
+    default:
+        return m_set;
+    }
+}
+
+bool RecordSource::Renew() {
+    if (m_way == Way::None || m_way == Way::Itself || m_changesEachTime) {
+        return false;
+    }
+    ComPtr<IDispatch> now = Ask();
+    if (com::SameObject(now.Get(), m_set.Get())) {
+        return false;
+    }
+    // A source that makes a new record set for every question would never come to rest: ours stays.
+    if (now && m_set && !com::SameObject(Ask().Get(), now.Get())) {
+        m_changesEachTime = true;
+        return false;
+    }
+    m_set = now;
+    return true;
+}
+
+} // namespace tamvelo::grid

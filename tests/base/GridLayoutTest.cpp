@@ -1,0 +1,153 @@
+#include "base/GridLayout.h"
+
+#include <gtest/gtest.h>
+
+#include "base/Text.h"
+
+namespace tamvelo::base {
+namespace {
+
+const std::string kTitle = "Tamvelo cuadrícula 1\n";
+
+GridLayout Parsed(const std::string& text) {
+    const auto parsed = ParseGridLayout(text);
+    const auto* error = std::get_if<LayoutError>(&parsed);
+    EXPECT_EQ(error, nullptr) << (error ? std::to_string(error->line) + ": " + ToUtf8(error->reason) : "");
+    return error ? GridLayout{} : std::get<GridLayout>(parsed);
+}
+
+std::wstring Unit(int code) { return std::wstring(1, static_cast<wchar_t>(code)); }
+
+TEST(GridLayout, TheFileIsStable) {
+    GridLayout layout;
+    layout.dpi = 144;
+    layout.font = {L"Segoe UI", 95, true, false, true};
+    layout.columns = {{L"CÓDIGO", 80, true, 1}, {L"NOMBRE", 240, false, 0}, {L"CÓDIGO", 60, true, 2}};
+    const std::string text =
+        kTitle +
+        "ppp=144\n\n[fuente]\nnombre=Segoe UI\ndécimas=95\nnegrita=1\ncursiva=0\nsubrayado=1\n"
+        "\n[columna CÓDIGO]\norden=1\nancho=80\nvisible=1\n"
+        "\n[columna NOMBRE]\norden=0\nancho=240\nvisible=0\n"
+        "\n[columna CÓDIGO#2]\norden=2\nancho=60\nvisible=1\n";
+    EXPECT_EQ(FormatGridLayout(layout), text);
+    EXPECT_EQ(Parsed(text), layout);
+    EXPECT_EQ(FindColumn(layout, L"CÓDIGO", 2), &layout.columns[2]);
+    EXPECT_EQ(FindColumn(layout, L"CÓDIGO", 3), nullptr);
+    EXPECT_EQ(FindColumn(layout, L"Nombre", 1), nullptr);
+}
+
+TEST(GridLayout, AnyColumnNameSurvives) {
+    GridLayout layout;
+    layout.font.face = L" [=\\] ";
+    for (const std::wstring& name :
+         {std::wstring(), std::wstring(L" "), std::wstring(L"  a  b  "), std::wstring(L"a]b[c"),
+          std::wstring(L"a=b"), std::wstring(L"a#2"), std::wstring(L"#"), std::wstring(L"\\005D"),
+          std::wstring(L"a\r\nb\tc"), std::wstring(L"a\0b", 3), std::wstring(L"😀"), L"a" + Unit(0xD83D),
+          Unit(0xDE00) + L"a", Unit(0xFEFF), std::wstring(L"\u00A0\u2028"), std::wstring(L"columna x")}) {
+        layout.columns.push_back({name, 10, true, 0});
+        layout.columns.push_back({name, 20, true, 1});
+    }
+    EXPECT_EQ(Parsed(FormatGridLayout(layout)), layout);
+}
+
+TEST(GridLayout, HandWrittenAndNewerFilesAreRead) {
+    const GridLayout layout =
+        Parsed("\xEF\xBB\xBF" + kTitle +
+               "  ppp = 120 \r\ncolor=rojo\r\n\r\n[sección nueva]\r\nancho=abc\r\nancho=abc\r\n"
+               "[columna  NOMBRE ]\r\nancho\t=\t7\r\nfuturo=\\\r\n[columna NOMBRE  #2 ]\r\n[columna]");
+    EXPECT_EQ(layout.dpi, 120);
+    EXPECT_EQ(layout.font, GridLayout::Font{});
+    EXPECT_EQ(layout.columns, (std::vector<GridLayout::Column>{
+                                  {L"NOMBRE", 7, true, 0}, {L"NOMBRE", 100, true, 0}, {L"", 100, true, 0}}));
+    EXPECT_EQ(Parsed("Tamvelo cuadrícula 1"), GridLayout{});
+}
+
+TEST(GridLayout, BadLinesAreRefusedWithTheirNumber) {
+    struct Row {
+        const char* body; // begins in line 2
+        int line;
+        const wchar_t* reason; // part of it
+    };
+    const Row rows[] = {
+        {"ppp=47", 2, L"entre 48 y 960"},
+        {"ppp=961", 2, L"«ppp»"},
+        {"ppp=", 2, L"número"},
+        {"ppp=96 ppp", 2, L"número"},
+        {"ppp=96\nppp=96", 3, L"repetida"},
+        {"ppp", 2, L"nombre=valor"},
+        {"=96", 2, L"nombre=valor"},
+        {"\n\n[", 4, L"encabezado"},
+        {"[]", 2, L"encabezado"},
+        {"[ ]", 2, L"encabezado"},
+        {"[columna a", 2, L"encabezado"},
+        {"[columna a]]", 2, L"encabezado"},
+        {"[columna a] ancho=1", 2, L"encabezado"},
+        {"[fuente]\ndécimas=39", 3, L"entre 40 y 960"},
+        {"[fuente]\ndécimas=961", 3, L"entre 40 y 960"},
+        {"[fuente]\nnegrita=2", 3, L"entre 0 y 1"},
+        {"[fuente]\nnegrita=sí", 3, L"entre 0 y 1"},
+        {"[fuente]\nnombre=12345678901234567890123456789012", 3, L"caracteres"},
+        {"[fuente]\nnombre=\\00", 3, L"bien escrito"},
+        {"[fuente]\nnombre=\\00g0", 3, L"bien escrito"},
+        {"[fuente]\n[fuente]", 3, L"repetida"},
+        {"[columna a]\nancho=10001", 3, L"entre 0 y 10000"},
+        {"[columna a]\nancho=-1", 3, L"entre 0 y 10000"},
+        {"[columna a]\nancho=99999999999999", 3, L"entre 0 y 10000"},
+        {"[columna a]\norden=1000", 3, L"entre 0 y 999"},
+        {"[columna a]\n[columna b]\n[columna a]", 4, L"repetida"},
+        {"[columna a]\n[columna \\0061]", 3, L"repetida"},
+        {"[columna a#2]", 2, L"Falta"},
+        {"[columna a]\n[columna a#3]", 3, L"Falta"},
+        {"[columna a#1]", 2, L"nombre de la columna"},
+        {"[columna a#x]", 2, L"nombre de la columna"},
+        {"[columna a#2#3]", 2, L"nombre de la columna"},
+        {"[columna \\]", 2, L"nombre de la columna"},
+        {"\nfuturo=\xC3\x28", 3, L"UTF-8"},
+    };
+    for (const Row& row : rows) {
+        const auto parsed = ParseGridLayout(kTitle + row.body + "\n");
+        const auto* error = std::get_if<LayoutError>(&parsed);
+        ASSERT_NE(error, nullptr) << row.body;
+        EXPECT_EQ(error->line, row.line) << row.body;
+        EXPECT_NE(error->reason.find(row.reason), std::wstring::npos)
+            << row.body << ": " << ToUtf8(error->reason);
+    }
+}
+
+TEST(GridLayout, OtherFilesAreRefused) {
+    for (const char* text : {"", "\n", "Tamvelo cuadrícula 2\n", "Tamvelo cuadrícula\n", "Tamvelo barra 1\n",
+                             "\nTamvelo cuadrícula 1\n", "\xFF\xFE", "tamvelo cuadrícula 1\n"}) {
+        const auto parsed = ParseGridLayout(text);
+        ASSERT_TRUE(std::holds_alternative<LayoutError>(parsed)) << text;
+        EXPECT_EQ(std::get<LayoutError>(parsed).line, 1);
+    }
+}
+
+TEST(GridLayout, SizesAreLimited) {
+    std::string text = kTitle;
+    for (int i = 0; i < 1000; ++i) {
+        text += "[columna c" + std::to_string(i) + "]\n";
+    }
+    EXPECT_EQ(Parsed(text).columns.size(), 1000U);
+    const auto parsed = ParseGridLayout(text + "[columna uno]\n");
+    ASSERT_TRUE(std::holds_alternative<LayoutError>(parsed));
+    EXPECT_EQ(std::get<LayoutError>(parsed).line, 1002);
+
+    const std::string full = kTitle + std::string((1 << 20) - kTitle.size(), '\n');
+    EXPECT_TRUE(std::holds_alternative<GridLayout>(ParseGridLayout(full)));
+    EXPECT_TRUE(std::holds_alternative<LayoutError>(ParseGridLayout(full + "\n")));
+}
+
+TEST(GridLayout, WhatIsWrittenCanAlwaysBeRead) {
+    GridLayout layout;
+    layout.dpi = 5;
+    layout.font = {std::wstring(40, L'f'), 10000};
+    layout.columns.assign(1200, {L"a", 20000, true, -3});
+    const GridLayout read = Parsed(FormatGridLayout(layout));
+    EXPECT_EQ(read.dpi, 48);
+    EXPECT_EQ(read.font, (GridLayout::Font{std::wstring(31, L'f'), 960}));
+    EXPECT_EQ(read.columns, std::vector<GridLayout::Column>(1000, {L"a", 10000, true, 0}));
+}
+
+} // namespace
+} // namespace tamvelo::base

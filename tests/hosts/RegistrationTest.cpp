@@ -1,0 +1,160 @@
+#include <gtest/gtest.h>
+
+#include "Programs.h"
+#include "Server.h"
+#include "com/Error.h"
+#include "frame/RelayInterfaces.h"
+
+namespace tamvelo::hosts {
+namespace {
+
+using Snapshot = std::map<std::wstring, std::wstring>;
+using Install = HRESULT STDAPICALLTYPE(BOOL, PCWSTR);
+
+/// What is in one of the snapshots only, or differs, for a readable failure.
+std::string Difference(const Snapshot& before, const Snapshot& after) {
+    std::wstring text;
+    for (const auto& [key, value] : after) {
+        const auto found = before.find(key);
+        if (found == before.end() || found->second != value) {
+            text += L"+ " + key + L"\n";
+        }
+    }
+    for (const auto& entry : before) {
+        if (!after.contains(entry.first)) {
+            text += L"- " + entry.first + L"\n";
+        }
+    }
+    return testing::PrintToString(text);
+}
+
+/// An object by its name, as a script makes it.
+com::ComPtr<entry::IClsShowSerch> CreateByName() {
+    CLSID id{};
+    com::ComPtr<entry::IClsShowSerch> made;
+    com::Check(CLSIDFromProgID(L"Tamvelo.ClsShowSerch", &id));
+    com::Check(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&made)));
+    return made;
+}
+
+class RegistrationTest : public testing::Test {
+protected:
+    void SetUp() override {
+        Clean(); // what a run that was ended left
+        m_before = ClassesSnapshot();
+    }
+    void TearDown() override {
+        const Snapshot now = ClassesSnapshot();
+        EXPECT_TRUE(now == m_before) << Difference(m_before, now);
+        Clean();
+        SetErrorInfo(0, nullptr);
+    }
+    void Clean() const {
+        for (const wchar_t* scope : {L"", L"user"}) {
+            m_install(FALSE, scope);
+        }
+    }
+    /// The keys and values of ours under one hive, named without it.
+    Snapshot Added(std::wstring_view hive) const {
+        Snapshot added;
+        for (const auto& [key, value] : ClassesSnapshot()) {
+            if (key.starts_with(hive) && key.find(L'{') != std::wstring::npos && !m_before.contains(key)) {
+                added[key.substr(hive.size())] = value;
+            }
+        }
+        return added;
+    }
+
+    Snapshot m_before;
+    const Server m_server;
+    Install* const m_install = m_server.Export<Install>("DllInstall");
+};
+
+TEST_F(RegistrationTest, MachineWide) {
+    ASSERT_EQ(RunRegsvr32(L""), 0U);
+    const Snapshot once = ClassesSnapshot();
+    ASSERT_EQ(RunRegsvr32(L""), 0U);
+    EXPECT_TRUE(ClassesSnapshot() == once);
+
+    auto object = CreateByName();
+    EXPECT_FALSE(m_server.MayUnload());
+    object.Reset();
+    EXPECT_TRUE(m_server.MayUnload());
+    com::ComPtr<ITypeLib> library;
+    EXPECT_EQ(LoadRegTypeLib(entry::kLibraryId, 1, 0, LOCALE_NEUTRAL, &library), S_OK);
+
+    EXPECT_EQ(RunRegsvr32(L"/u"), 0U);
+    EXPECT_EQ(RunRegsvr32(L"/u"), 0U); // nothing left to do is no error
+}
+
+// Only the keys: not every system that the tests run on looks for classes of the user.
+TEST_F(RegistrationTest, ForTheUserWritesTheSameAndNothingForOthers) {
+    ASSERT_EQ(RunRegsvr32(L""), 0U);
+    const Snapshot machine = Added(L"hklm");
+    ASSERT_EQ(RunRegsvr32(L"/u"), 0U);
+    EXPECT_GT(machine.size(), 20U);
+
+    ASSERT_EQ(RunRegsvr32(L"/n /i:user"), 0U);
+    EXPECT_TRUE(Added(L"hklm").empty());
+    const Snapshot user = Added(L"hkcu");
+    EXPECT_TRUE(user == machine) << Difference(machine, user);
+    EXPECT_EQ(RunRegsvr32(L"/u /n /i:user"), 0U);
+    EXPECT_EQ(m_install(TRUE, L"otra cosa"), E_INVALIDARG);
+}
+
+// A volatile key refuses lasting children. The one here is among the last to be written to.
+TEST_F(RegistrationTest, RefusedHalfWayTakesBackWhatWasWritten) {
+    wchar_t id[39];
+    StringFromGUID2(frame::kRelayEventsId, id, ARRAYSIZE(id));
+    const std::wstring path = std::wstring(L"Software\\Classes\\Interface\\") + id;
+    HKEY obstacle = nullptr;
+    ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, nullptr, REG_OPTION_VOLATILE,
+                              KEY_ALL_ACCESS, nullptr, &obstacle, nullptr),
+              ERROR_SUCCESS);
+    constexpr wchar_t kEarlier[] = L"de antes";
+    RegSetValueExW(obstacle, nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(kEarlier), sizeof(kEarlier));
+    const Snapshot before = ClassesSnapshot();
+
+    EXPECT_EQ(m_install(TRUE, L"user"), HRESULT_FROM_WIN32(ERROR_CHILD_MUST_BE_VOLATILE));
+    const Snapshot after = ClassesSnapshot();
+    EXPECT_TRUE(after == before) << Difference(before, after);
+
+    RegCloseKey(obstacle);
+    // takes the obstacle away as well, and the parent that it brought
+    EXPECT_EQ(m_install(FALSE, L"user"), S_OK);
+}
+
+TEST_F(RegistrationTest, NotNeededWithTheManifest) {
+    EXPECT_THROW(CreateByName(), com::Error);
+    const std::wstring manifest = Folder() + L"\\Tamvelo.manifest";
+    ACTCTXW description{};
+    description.cbSize = sizeof(description);
+    description.lpSource = manifest.c_str();
+    const HANDLE context = CreateActCtxW(&description);
+    ASSERT_NE(context, INVALID_HANDLE_VALUE) << GetLastError();
+    ULONG_PTR cookie = 0;
+    ASSERT_TRUE(ActivateActCtx(context, &cookie));
+    EXPECT_NE(CreateByName().Get(), nullptr);
+    DeactivateActCtx(0, cookie);
+    ReleaseActCtx(context);
+}
+
+/// Scripts of a host, by their own interpreter. It ends with 0 whatever happens, so each says itself that it
+/// got to its end and how many faults it found.
+class ScriptTest : public RegistrationTest, public testing::WithParamInterface<const wchar_t*> {};
+
+TEST_P(ScriptTest, FindsNothingWrong) {
+    ASSERT_EQ(RunRegsvr32(L""), 0U);
+    wchar_t script[MAX_PATH]; // a slash at the start would be a switch
+    GetFullPathNameW((std::wstring(L"" TAMVELO_HOSTS L"/") + GetParam()).c_str(), ARRAYSIZE(script), script,
+                     nullptr);
+    const Finished finished = RunProgram(L"cscript.exe //nologo \"" + std::wstring(script) + L"\"");
+    EXPECT_EQ(finished.code, 0U);
+    EXPECT_TRUE(finished.output.ends_with("fin: 0 fallos\r\n")) << finished.output;
+    EXPECT_EQ(RunRegsvr32(L"/u"), 0U);
+}
+
+INSTANTIATE_TEST_SUITE_P(, ScriptTest, testing::Values(L"operaciones.vbs"));
+
+} // namespace
+} // namespace tamvelo::hosts

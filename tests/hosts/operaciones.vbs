@@ -1,0 +1,99 @@
+' All operations from a script: with variables, with literals and expressions, with optional arguments left out.
+Option Explicit
+Const TableLocked = 1234
+Const NotSupported = 445
+
+Class Pantalla ' every role of a host in one
+    Public Text
+    Public consulta
+    Public Property Get sClassName
+        sClassName = "articulos"
+    End Property
+    Public Sub Requery(nombre)
+        consulta = nombre
+        Err.Raise TableLocked
+    End Sub
+End Class
+
+Dim fallos : fallos = 0
+Sub Espera(nombre, numero, texto)
+    If Err.Number <> numero Or InStr(Err.Description, texto) = 0 Then
+        fallos = fallos + 1
+        WScript.Echo nombre & ": " & Err.Number & " " & Err.Description & " en vez de " & numero & " " & texto
+    End If
+    Err.Clear
+End Sub
+
+Dim obj, p, columna, indice, buscar, existencias, modal, texto, clase, auto, ventana, fecha, modo
+Set obj = CreateObject("Tamvelo.ClsShowSerch")
+Set p = New Pantalla
+p.Text = "A-1"
+columna = 0 : indice = 0 : buscar = True : existencias = False : modal = 1 : texto = "A" : clase = "articulos"
+auto = True : ventana = 0 : fecha = Now : modo = 0
+On Error Resume Next
+
+Sub Panel(nombre, consulta)
+    Espera nombre, TableLocked, ""
+    If p.consulta <> consulta Then
+        fallos = fallos + 1
+        WScript.Echo nombre & ": " & p.consulta & " en vez de " & consulta
+    End If
+    p.consulta = ""
+End Sub
+Sub Falta(nombre, formulario)
+    Espera nombre, NotSupported, formulario
+End Sub
+
+obj.ShowSelecDate p : Falta "ShowSelecDate", "frmSeleccionFecha"
+obj.ShowBuscar p, p, p : Falta "ShowBuscar", "frmBuscar"
+obj.ShowColums p, p : Falta "ShowColums", "frmColumnas"
+obj.ShowSelec p, p, p : Panel "ShowSelec", "seleccion"
+obj.ShowSelec p, p, p, columna, indice, buscar, existencias : Panel "ShowSelec con variables", "seleccion"
+obj.ShowSelec p, p, p, 1, 2, False, True : Panel "ShowSelec con existencias", "seleccion_stock"
+obj.ShowSelec p, p, p, , , , True : Panel "ShowSelec con huecos", "seleccion_stock"
+obj.ShowSelec p, p, p, (columna), 1 + 1, Not buscar, "False" : Panel "ShowSelec con expresiones", "seleccion"
+obj.ShowSelecNoVerif p, p, p, columna, 0, True, True : Panel "ShowSelecNoVerif", "seleccion"
+obj.ShowSelecVerif p, p, p : Panel "ShowSelecVerif", "seleccionar"
+obj.ShowSelecVerif p, p, p, 0, 0, True, True : Panel "ShowSelecVerif con existencias", "seleccion_stock"
+obj.ShowSelecControlVerif p, p, p, columna : Panel "ShowSelecControlVerif", "seleccionar"
+obj.ShowSelecTrueFalse p, p, p, columna, indice, buscar : Falta "ShowSelecTrueFalse", "frmSeleccionTrueFalse"
+obj.ShowSelecAdd p, p, p, columna, indice, buscar : Falta "ShowSelecAdd", "frmSelecAdd"
+obj.ShowRegistros p, p, p, columna, indice, buscar : Falta "ShowRegistros", "frmRegistros"
+obj.ShowSelecDirecta p, p, p : Panel "ShowSelecDirecta", "seleccion"
+obj.ShowSelecDirecta p, p, p, columna, indice, buscar, modal : Panel "ShowSelecDirecta con variables", "seleccion"
+obj.ShowSelecInDirecta p, p, p : Panel "ShowSelecInDirecta", "seleccion"
+obj.ShowSelecInDirecta p, p, p, columna, texto, buscar, modal : Panel "ShowSelecInDirecta con variables", "seleccion"
+obj.ShowSelecInDirecta p, p, p, , "B", , 1 : Panel "ShowSelecInDirecta con huecos", "seleccion"
+obj.ShowOrder modo, p, p : Falta "ShowOrder", "frmOrden"
+obj.ShowRpt clase, p, p : Falta "ShowRpt", "frmRpts"
+obj.ShowSql clase, p, p : Falta "ShowSql", "frmsql"
+obj.ShowEtiq clase, p, p : Falta "ShowEtiq", "frmSelecEti"
+obj.PrintEtiq clase, p, p : Falta "PrintEtiq", "frmSelecEti"
+obj.ShowRptCond clase, p, p : Falta "ShowRptCond", "frmRptsCond"
+obj.ShowRptMailCond clase, p, p : Falta "ShowRptMailCond", "frmRptsMailCond"
+obj.ShowRptBorrador clase, p, p : Falta "ShowRptBorrador", "frmRptsMailCond"
+obj.ShowRptListas clase, p, p : Falta "ShowRptListas", "frmRptsListas"
+obj.ShowRptInfCond clase, p, p : Falta "ShowRptInfCond", "frmRptsInfCond"
+obj.ShowRptCondHr clase, p, p : Falta "ShowRptCondHr", "frmRptsCondHr"
+obj.ShowRptFchAuto clase, p, p : Falta "ShowRptFchAuto", "frmRptsFchAuto"
+obj.ShowRptFchAutoInf clase, p, p, auto : Falta "ShowRptFchAutoInf", "frmRptsFchAutoInf"
+obj.ShowRptInfOrdenes clase, p, p, False : Falta "ShowRptInfOrdenes", "frmRptsInfOrdenes"
+obj.ShowRptFchCliDirec clase, p, p : Falta "ShowRptFchCliDirec", "frmRptsFchCliDirec"
+obj.ShowRptsInfFch clase, p, p : Falta "ShowRptsInfFch", "frmRptsInfFch"
+obj.ShowRptNumAut "articulos", p, p, auto : Falta "ShowRptNumAut", "frmRptNumAut"
+obj.PrintRptNumAut clase & "x", p, p : Falta "PrintRptNumAut", "frmRptNumAut"
+obj.ShowSeleccionar p, p : Falta "ShowSeleccionar", "frmSelecVenta"
+obj.ShowSelecLab p, p : Falta "ShowSelecLab", "frmSelecLab"
+obj.ShowNuevaCita p, p, ventana, fecha : Falta "ShowNuevaCita", "frmCita"
+obj.ShowSelecMinim p, p : Falta "ShowSelecMinim", "frmSelecMinim"
+obj.ShowSeleccionarComp p, p : Falta "ShowSeleccionarComp", "frmSeleccionar"
+obj.ShowSeleccionarRecibo p, p : Falta "ShowSeleccionarRecibo", "frmSelecRecibo"
+
+obj.ShowSelec p, p, "texto" : Espera "texto por control", 13, ""
+obj.ShowSelec p, p, obj
+If Err.Number <> 13 Then Espera "objeto que no es control", &H80020005, "ctl" ' not every interpreter translates it
+Err.Clear
+obj.ShowSelec p, p, p, "uno" : Espera "texto por columna", 13, ""
+obj.ShowSelec p, p : Espera "argumentos de menos", 450, ""
+obj.NoExiste : Espera "miembro que no existe", 438, ""
+WScript.Echo "fin: " & fallos & " fallos"

@@ -1,0 +1,369 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "com/Error.h"
+#include "com/LateObject.h"
+#include "tests/parts/GridFixture.h"
+
+namespace tamvelo::testing {
+
+namespace {
+
+using com::ComPtr;
+using com::LateObject;
+using com::Variant;
+
+RecordSetOptions Without(std::initializer_list<bool RecordSetOptions::*> abilities, long rows = 1000) {
+    RecordSetOptions options;
+    options.rows = rows;
+    for (const auto ability : abilities) {
+        options.*ability = false;
+    }
+    return options;
+}
+
+using Options = RecordSetOptions;
+
+/// One kind of record set, and the way to it.
+struct Kind {
+    const char* name;
+    Options options;
+    std::function<ComPtr<IUnknown>(ComPtr<IDispatch>)> source;
+};
+
+ComPtr<IUnknown> Itself(ComPtr<IDispatch> set) { return set; }
+
+ComPtr<IUnknown> Source(ComPtr<IDispatch> set) {
+    return MakeDataSource([set] { return set; });
+}
+
+ComPtr<IUnknown> Owner(ComPtr<IDispatch> set) {
+    const auto owner = com::Make<RecordsetOwner>();
+    owner->set = set;
+    return ComPtr<IUnknown>(owner.Get());
+}
+
+ComPtr<IUnknown> Script(ComPtr<IDispatch> set) { return AsScript(set.Get()); }
+
+const Kind kKinds[] = {
+    {"data source", {}, Source},
+    {"Recordset property", {}, Owner},
+    {"itself", {}, Itself},
+    {"clone without GetRows", Without({&Options::getRows}), Itself},
+    {"no clone", Without({&Options::clone}), Itself},
+    {"script class, positions",
+     Without({&Options::clone, &Options::getRows, &Options::bookmarks, &Options::dataVersion}), Script},
+    {"script class, bookmarks",
+     Without({&Options::clone, &Options::getRows, &Options::absolutePosition, &Options::fieldTypes}), Script},
+    {"clone with bookmarks only", Without({&Options::absolutePosition}), Itself},
+    {"count unknown", Without({&Options::knowsCount}), Owner},
+};
+
+} // namespace
+
+class GridBindingTest : public GridTest {};
+
+TEST_F(GridBindingTest, EveryKindShowsTheSameRowsAndLeavesTheHostWhereItStands) {
+    for (const Kind& kind : kKinds) {
+        for (const long place : {0L, 7L, 999L, -1L, 1000L}) {
+            SCOPED_TRACE(std::string(kind.name) + " at " + std::to_string(place));
+            const auto set = com::Make<MemoryRecordSet>(kind.options);
+            set->SetPosition(place);
+            m_grid->SetDataSource(kind.source(set).Get());
+            EXPECT_TRUE(m_failures.empty());
+            EXPECT_EQ(m_grid->RowCount(), 1000);
+            EXPECT_EQ(m_grid->CurrentRow(), place == 1000 ? -1 : place);
+            EXPECT_EQ(set->Position(), place);
+
+            Send(WM_VSCROLL, SB_TOP);
+            EXPECT_EQ(NameOf(2).substr(0, 21), L"2; Artículo 2; 1,23; ");
+            Send(WM_VSCROLL, SB_BOTTOM);
+            EXPECT_EQ(FirstCell(ChildrenOfRole(ROLE_SYSTEM_ROW) - 1), L"1000");
+            EXPECT_EQ(set->Position(), place);
+        }
+    }
+}
+
+TEST_F(GridBindingTest, AMoveInTheGridMovesTheHost) {
+    for (const Kind& kind : kKinds) {
+        SCOPED_TRACE(kind.name);
+        const auto set = com::Make<MemoryRecordSet>(kind.options);
+        m_grid->SetDataSource(kind.source(set).Get());
+        Press(VK_DOWN);
+        Press(VK_DOWN);
+        EXPECT_EQ(set->Position(), 2);
+        EXPECT_EQ(m_grid->CurrentRow(), 2);
+        EXPECT_EQ(m_grid->Text(1), L"Artículo 3");
+
+        set->SetPosition(500); // and the host's move is followed
+        m_grid->HostChanged();
+        EXPECT_EQ(m_grid->CurrentRow(), 500);
+        Variant shown;
+        Accessible()->get_accSelection(shown.Address());
+        EXPECT_EQ(FirstCell(shown.ToLong() - 1), L"501");
+        EXPECT_EQ(m_grid->Value(0).ToLong(), 501);
+    }
+}
+
+TEST_F(GridBindingTest, FilterSortGrowthAndRequeryAreSeen) {
+    for (const Kind& kind : kKinds) {
+        SCOPED_TRACE(kind.name);
+        const auto set = com::Make<MemoryRecordSet>(kind.options);
+        m_grid->SetDataSource(kind.source(set).Get());
+
+        set->SetFilter(L"pares");
+        m_grid->HostChanged();
+        EXPECT_EQ(m_grid->RowCount(), 500);
+        EXPECT_EQ(FirstCell(1), L"3");
+
+        set->SetSort(L"Codigo DESC");
+        m_grid->HostChanged();
+        EXPECT_EQ(m_grid->CurrentRow(), 499);
+        EXPECT_EQ(m_grid->Value(0).ToLong(), 1);
+        Send(WM_VSCROLL, SB_TOP);
+        EXPECT_EQ(FirstCell(0), L"999");
+
+        set->SetFilter(L"");
+        set->SetSort(L"");
+        set->Grow(10);
+        m_grid->Requeried();
+        EXPECT_EQ(m_grid->RowCount(), 1010);
+        EXPECT_EQ(m_grid->CurrentRow(), set->Position());
+        Send(WM_VSCROLL, SB_BOTTOM);
+        EXPECT_EQ(FirstCell(ChildrenOfRole(ROLE_SYSTEM_ROW) - 1), L"1010");
+        EXPECT_TRUE(m_failures.empty());
+    }
+}
+
+TEST_F(GridBindingTest, ChangedValuesAreSeenByTheVersion) {
+    const auto set = Bind();
+    set->Table().value = [](long record, short) { return Variant(L"nuevo " + std::to_wstring(record)); };
+    ++set->Table().version;
+    m_grid->HostChanged();
+    EXPECT_EQ(FirstCell(0), L"nuevo 0");
+}
+
+TEST_F(GridBindingTest, WineAdoIsReadOnItsOwnSet) {
+    CLSID id;
+    ASSERT_EQ(CLSIDFromProgID(L"ADODB.Recordset", &id), S_OK);
+    ComPtr<IDispatch> object;
+    ASSERT_EQ(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&object)), S_OK);
+    LateObject set(object.Get(), L"Recordset");
+    LateObject fields(set.Call(L"Fields").ToObject().Get(), L"Fields");
+    fields.Call(L"Append", {L"Codigo", 3L, 0L, -1L});
+    fields.Call(L"Append", {L"Nombre", 202L, 40L, -1L});
+    set.Call(L"Open");
+    constexpr long kRows = 150;
+    for (long row = 0; row < kRows; ++row) { // every row before any value: it loses values else
+        set.Call(L"AddNew");
+    }
+    set.Call(L"MoveFirst");
+    for (long row = 0; row < kRows; ++row, set.Call(L"MoveNext")) {
+        LateObject(fields.Call(L"Item", {0L}).ToObject().Get(), L"Field").Put(L"Value", row + 1);
+        LateObject(fields.Call(L"Item", {1L}).ToObject().Get(), L"Field")
+            .Put(L"Value", L"Fila " + std::to_wstring(row + 1));
+    }
+    set.Call(L"MoveFirst");
+    set.Call(L"MoveNext");
+
+    m_grid->SetDataSource(object.Get());
+    EXPECT_TRUE(m_failures.empty());
+    EXPECT_EQ(m_grid->RowCount(), kRows);
+    EXPECT_EQ(m_grid->CurrentRow(), 1);
+    EXPECT_EQ(NameOf(3), L"3; Fila 3");
+    Send(WM_VSCROLL, SB_BOTTOM);
+    EXPECT_EQ(NameOf(ChildrenOfRole(ROLE_SYSTEM_ROW)), L"150; Fila 150");
+    EXPECT_EQ(set.Call(L"Bookmark").ToLong(), 1);
+    Press(VK_DOWN);
+    EXPECT_EQ(set.Call(L"Bookmark").ToLong(), 2);
+    set.Call(L"Close");
+    m_grid->HostChanged();
+    EXPECT_EQ(m_grid->RowCount(), 0);
+}
+
+TEST_F(GridBindingTest, WhatIsNoRecordSetIsRefusedAndLeavesTheHeads) {
+    Bind();
+    const auto stranger = com::Make<RecordsetOwner>();
+    stranger->set = com::ComPtr<IDispatch>(stranger.Get()); // a Recordset that is none
+    EXPECT_THROW(m_grid->SetDataSource(stranger.Get()), com::Error);
+    stranger->set.Reset();
+    ComPtr<IStream> stream;
+    CreateStreamOnHGlobal(nullptr, TRUE, &stream);
+    try {
+        m_grid->SetDataSource(stream.Get());
+        FAIL() << "a stream is no record set";
+    } catch (const com::Error& error) {
+        EXPECT_EQ(error.number, E_NOINTERFACE);
+    }
+    EXPECT_FALSE(m_grid->Bound());
+    EXPECT_EQ(m_grid->RowCount(), 0);
+    EXPECT_EQ(m_grid->ColumnCount(), MemoryRecordSet::kColumns);
+    EXPECT_EQ(m_grid->CounterText(), L"Sin registros");
+}
+
+TEST_F(GridBindingTest, AClosedOrReplacedSetIsNoticed) {
+    const auto first = com::Make<MemoryRecordSet>();
+    const auto owner = com::Make<RecordsetOwner>();
+    owner->set = first;
+    m_grid->SetDataSource(owner.Get());
+
+    first->Table().open = false;
+    m_grid->HostChanged();
+    EXPECT_EQ(m_grid->RowCount(), 0);
+    first->Table().open = true;
+    m_grid->HostChanged();
+    EXPECT_EQ(m_grid->RowCount(), 1000);
+
+    owner->set = com::Make<MemoryRecordSet>(RecordSetOptions{.rows = 5});
+    m_grid->HostChanged();
+    EXPECT_EQ(m_grid->RowCount(), 5);
+    owner->set.Reset();
+    m_grid->HostChanged();
+    EXPECT_EQ(m_grid->RowCount(), 0);
+
+    int made = 0; // a property that makes one each time is not asked for ever
+    owner->make = [&] {
+        ++made;
+        return ComPtr<IDispatch>(com::Make<MemoryRecordSet>().Get());
+    };
+    for (int i = 0; i < 5; ++i) {
+        m_grid->HostChanged();
+    }
+    EXPECT_EQ(m_grid->RowCount(), 1000);
+    EXPECT_LE(made, 4);
+}
+
+TEST_F(GridBindingTest, ARecordBeingEditedIsNotLeftForReading) {
+    auto set = com::Make<MemoryRecordSet>(Without({&Options::clone}));
+    set->Table().editMode = 1;
+    set->SetPosition(3);
+    m_grid->SetDataSource(set.Get());
+    EXPECT_EQ(set->Table().Calls(L"AbsolutePosition="), 0);
+    EXPECT_EQ(FirstCell(0), L"");
+    set->Table().editMode = 0;
+    m_grid->HostChanged();
+    EXPECT_EQ(FirstCell(0), L"1");
+    EXPECT_EQ(set->Position(), 3);
+}
+
+TEST_F(GridBindingTest, BadValuesSpoilTheirCellOnly) {
+    const auto set = com::Make<MemoryRecordSet>();
+    set->Table().value = [](long record, short column) {
+        if (column == 1 && record == 2) {
+            throw com::Error(E_FAIL, L"El campo no se puede leer.");
+        }
+        if (column == 1 && record == 1) {
+            return Variant(std::wstring(200000, L'x') + L"\r\n");
+        }
+        return column == 6 ? Variant::Null() : Variant(record);
+    };
+    m_grid->SetDataSource(set.Get());
+    Repaint();
+    EXPECT_TRUE(m_failures.empty());
+    EXPECT_NE(NameOf(3).find(L"2; #Error; 2,00"), std::wstring::npos);
+    EXPECT_LT(NameOf(2).size(), 1200U);
+    Press(VK_DOWN);
+    EXPECT_EQ(m_grid->Text(1).size(), 200002U);
+    EXPECT_EQ(m_grid->Text(6), L"");
+    EXPECT_THROW(m_grid->Text(8), com::Error);
+    EXPECT_THROW(m_grid->Value(-1), com::Error);
+    Press(VK_DOWN);
+    EXPECT_THROW(m_grid->Value(1), com::Error);
+}
+
+TEST_F(GridBindingTest, AHostThatRefusesAMoveKeepsItsRow) {
+    const auto set = Bind();
+    set->Table().onCall = [](const std::wstring& member) {
+        if (member == L"Bookmark=") {
+            throw com::Error(E_ACCESSDENIED, L"Hay cambios sin guardar.");
+        }
+    };
+    Press(VK_DOWN);
+    EXPECT_EQ(m_grid->CurrentRow(), 0);
+    EXPECT_EQ(set->Position(), 0);
+    EXPECT_TRUE(m_failures.empty());
+}
+
+TEST_F(GridBindingTest, AReadThatFailsIsReportedOnce) {
+    const auto set = Bind();
+    set->Table().onCall = [](const std::wstring& member) {
+        if (member == L"AbsolutePosition=") {
+            throw com::Error(E_FAIL, L"Se perdió la conexión.");
+        }
+    };
+    Send(WM_VSCROLL, SB_BOTTOM);
+    EXPECT_EQ(m_failures, std::vector<std::wstring>{L"Se perdió la conexión."});
+    Repaint();
+    Send(WM_VSCROLL, SB_LINEUP);
+    EXPECT_EQ(m_failures.size(), 1U);
+}
+
+TEST_F(GridBindingTest, TheHostMayDoAnythingWhileItIsCalled) {
+    const std::function<void()> disasters[] = {
+        [&] { DestroyWindow(m_grid->Window()); },
+        [&] { m_grid.reset(); },
+        [&] { m_grid->SetDataSource(nullptr); },
+        [&] { m_grid->SetDataSource(com::Make<MemoryRecordSet>(RecordSetOptions{.rows = 3}).Get()); },
+        [&] { m_grid->HostChanged(); },
+        [&] { m_grid->Requeried(); },
+        [&] { UpdateWindow(m_grid->Window()); },
+        [&] { Press(VK_NEXT); },
+    };
+    for (const auto& disaster : disasters) {
+        for (const wchar_t* member :
+             {L"RecordCount", L"Clone", L"GetRows", L"Bookmark=", L"AbsolutePosition"}) {
+            TearDown();
+            SetUp();
+            const auto set = com::Make<MemoryRecordSet>();
+            bool struck = false;
+            set->Table().onCall = [&](const std::wstring& called) {
+                if (called == member && !std::exchange(struck, true)) {
+                    disaster();
+                }
+            };
+            grid::Grid& grid = *m_grid;
+            grid.SetDataSource(set.Get());
+            if (!struck && m_grid) {
+                Press(VK_NEXT);
+            }
+            EXPECT_TRUE(struck) << member;
+            if (m_grid) {
+                m_grid->HostChanged();
+                EXPECT_EQ(m_grid->CurrentRow() < m_grid->RowCount() || m_grid->RowCount() == 0, true);
+            }
+        }
+    }
+}
+
+TEST_F(GridBindingTest, TheCostDoesNotGrowWithTheRowsNotOnScreen) {
+    std::vector<int> costs;
+    for (const long rows : {1000L, 1000000L}) {
+        const auto set = Bind(RecordSetOptions{.rows = rows});
+        costs.push_back(set->Table().Calls());
+        EXPECT_EQ(set->Table().Calls(L"GetRows"), 1);
+        set->Table().calls.clear();
+        Press(VK_NEXT);
+        Press(VK_NEXT);
+        Press(VK_DOWN, {VK_CONTROL});
+        m_grid->HostChanged();
+        costs.push_back(set->Table().Calls());
+        EXPECT_EQ(m_grid->CurrentRow(), rows - 1);
+    }
+    EXPECT_EQ(costs[0], costs[2]);
+    EXPECT_EQ(costs[1], costs[3]);
+    EXPECT_LT(costs[0], 100); // the eight fields cost most of it
+    EXPECT_LT(costs[1], 60);
+}
+
+TEST_F(GridBindingTest, PaintingCallsNobody) {
+    for (const Kind& kind : kKinds) {
+        const auto set = com::Make<MemoryRecordSet>(kind.options);
+        m_grid->SetDataSource(kind.source(set).Get());
+        set->Table().calls.clear();
+        Repaint();
+        EXPECT_EQ(set->Table().Calls(), 0) << kind.name;
+    }
+}
+
+} // namespace tamvelo::testing

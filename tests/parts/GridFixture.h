@@ -1,0 +1,111 @@
+#pragma once
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+#include <oleacc.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "grid/Grid.h"
+#include "tests/support/RecordSets.h"
+
+namespace tamvelo::testing {
+
+/// A grid in a window of its own, with what it tells its owner.
+class GridTest : public ::testing::Test, public grid::GridEvents {
+protected:
+    static constexpr int kWidth = 700;
+    static constexpr int kHeight = 400;
+
+    void SetUp() override {
+        OleInitialize(nullptr);
+        m_parent = CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, kWidth + 40,
+                                   kHeight + 60, nullptr, nullptr, nullptr, nullptr);
+        m_grid = std::make_unique<grid::Grid>(m_parent, 7, *this);
+        SetWindowPos(m_grid->Window(), nullptr, 0, 0, kWidth, kHeight, SWP_NOZORDER);
+        SetFocus(m_grid->Window());
+    }
+    void TearDown() override {
+        m_grid.reset();
+        DestroyWindow(m_parent);
+        OleUninitialize();
+    }
+
+    void RowActivated() override { m_events += "activated;"; }
+    void HeadingClicked(short column) override { m_events += "heading" + std::to_string(column) + ";"; }
+    void ContextMenuAsked(POINT) override { m_events += "menu;"; }
+    void CurrentRowChanged() override { m_events += "row;"; }
+    void LayoutChanged() override { m_events += "layout;"; }
+    void Failed(const com::Error& error) noexcept override { m_failures.push_back(error.description); }
+
+    com::ComPtr<MemoryRecordSet> Bind(const RecordSetOptions& options = {}) {
+        auto set = com::Make<MemoryRecordSet>(options);
+        m_grid->SetDataSource(set.Get());
+        return set;
+    }
+
+    std::string TakeEvents() { return std::exchange(m_events, {}); }
+
+    LRESULT Send(UINT message, WPARAM w = 0, LPARAM l = 0) {
+        return SendMessageW(m_grid->Window(), message, w, l);
+    }
+    void Press(WPARAM key, std::initializer_list<int> held = {}) {
+        BYTE keys[256]{};
+        for (const int modifier : held) {
+            keys[modifier] = 0x80;
+        }
+        SetKeyboardState(keys);
+        Send(WM_KEYDOWN, key);
+        BYTE none[256]{};
+        SetKeyboardState(none);
+    }
+    void Repaint() {
+        InvalidateRect(m_grid->Window(), nullptr, FALSE);
+        UpdateWindow(m_grid->Window());
+    }
+
+    com::ComPtr<IAccessible> Accessible() {
+        com::ComPtr<IAccessible> object;
+        AccessibleObjectFromWindow(m_grid->Window(), static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
+                                   reinterpret_cast<void**>(object.ReleaseAndGetAddressOf()));
+        return object;
+    }
+    static VARIANT Child(LONG number) {
+        VARIANT child;
+        child.vt = VT_I4;
+        child.lVal = number;
+        return child;
+    }
+    std::wstring NameOf(LONG child) {
+        com::Bstr name;
+        Accessible()->get_accName(Child(child), name.Address());
+        return std::wstring(name.View());
+    }
+    /// What the first cell of the row at that place on screen shows, from 0.
+    std::wstring FirstCell(LONG place) {
+        const std::wstring name = NameOf(place + 1);
+        return name.substr(0, name.find(L';'));
+    }
+    LONG ChildrenOfRole(LONG wanted) {
+        const auto object = Accessible();
+        LONG count = 0;
+        LONG found = 0;
+        object->get_accChildCount(&count);
+        for (LONG child = 1; child <= count; ++child) {
+            com::Variant role;
+            object->get_accRole(Child(child), role.Address());
+            found += role.ToLong() == wanted ? 1 : 0;
+        }
+        return found;
+    }
+
+    HWND m_parent = nullptr;
+    std::unique_ptr<grid::Grid> m_grid;
+    std::string m_events;
+    std::vector<std::wstring> m_failures;
+};
+
+} // namespace tamvelo::testing

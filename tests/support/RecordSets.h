@@ -1,0 +1,125 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "com/Automation.h"
+
+/// Record sets for tests: what a host may bring, and what it may leave out.
+namespace tamvelo::testing {
+
+/// What a record set can do. All of them answer RecordCount, BOF, EOF, the four moves, Fields, State, Filter,
+/// Sort.
+struct RecordSetOptions {
+    long rows = 1000;
+    bool clone = true;
+    bool getRows = true;
+    bool bookmarks = true;
+    bool absolutePosition = true;
+    bool fieldTypes = true;
+    bool dataVersion = true;
+    bool knowsCount = true;
+};
+
+/// What a set and its clones share: the records, and the notes that the tests take.
+struct RecordTable {
+    explicit RecordTable(const RecordSetOptions& wanted) : options(wanted), records(wanted.rows) {}
+
+    RecordSetOptions options;
+    long records;
+    long version = 1;
+    bool open = true;
+    long editMode = 0;
+    /// Calls by member, of the set, its clones, their fields.
+    std::map<std::wstring, int> calls;
+    /// Runs at each call, before it: to come back in, or to throw.
+    std::function<void(const std::wstring& member)> onCall;
+    /// In place of a cell's value.
+    std::function<com::Variant(long record, short column)> value;
+
+    int Calls() const;
+    int Calls(const std::wstring& member) const;
+    void Note(const std::wstring& member);
+    com::Variant ValueOf(long record, short column) const;
+};
+
+/// Records computed on demand, so that a million cost nothing. Codigo, Nombre, Precio, Alta, Activo,
+/// Cantidad, Notas (Null in every third), Grupo. The filter "pares" leaves every second record; the sort
+/// "Codigo DESC" turns them round. As in ADO, a clone has a filter and a sort of its own.
+class MemoryRecordSet : public com::Automation {
+public:
+    static constexpr short kColumns = 8;
+
+    explicit MemoryRecordSet(const RecordSetOptions& options = {});
+    explicit MemoryRecordSet(std::shared_ptr<RecordTable> table);
+
+    RecordTable& Table() { return *m_table; }
+    long Count() const;
+    /// From 0; -1 before the first row, Count() after the last.
+    long Position() const { return m_position; }
+    void SetPosition(long position) { m_position = position; }
+    void SetFilter(const std::wstring& filter);
+    void SetSort(const std::wstring& sort);
+    /// As a host adds a record: everyone sees it.
+    void Grow(long records);
+    com::Variant ValueAt(short column) const;
+
+protected:
+    std::span<const com::Member> Members() const override { return m_members; }
+
+private:
+    friend class MemoryFields;
+    friend class MemoryField;
+    void RecordCount(com::Invocation& call);
+    void Bof(com::Invocation& call);
+    void Eof(com::Invocation& call);
+    void MoveFirst(com::Invocation& call);
+    void MoveLast(com::Invocation& call);
+    void MoveNext(com::Invocation& call);
+    void MovePrevious(com::Invocation& call);
+    void Bookmark(com::Invocation& call);
+    void AbsolutePosition(com::Invocation& call);
+    void Fields(com::Invocation& call);
+    void State(com::Invocation& call);
+    void EditMode(com::Invocation& call);
+    void Clone(com::Invocation& call);
+    void GetRows(com::Invocation& call);
+    void Filter(com::Invocation& call);
+    void Sort(com::Invocation& call);
+    void DataVersion(com::Invocation& call);
+    void Move(long position);
+    long RecordAt(long position) const;
+    long PositionOf(long record) const;
+
+    std::shared_ptr<RecordTable> m_table;
+    std::vector<com::Member> m_members;
+    std::wstring m_filter;
+    std::wstring m_sort;
+    long m_position = 0;
+};
+
+/// The object as script engines make them: names only through IDispatchEx, and so with every object it
+/// returns.
+com::ComPtr<IDispatch> AsScript(IDispatch* object);
+
+/// A data class as far as binding goes: its `Recordset` is whatever stands in `set`.
+class RecordsetOwner : public com::Automation {
+public:
+    com::ComPtr<IDispatch> set;
+    /// In place of `set`: a property that makes a new one each time.
+    std::function<com::ComPtr<IDispatch>()> make;
+
+protected:
+    std::span<const com::Member> Members() const override;
+
+private:
+    void Recordset(com::Invocation& call);
+};
+
+/// A data source with one member, "Primary"; `set` may change.
+com::ComPtr<IUnknown> MakeDataSource(std::function<com::ComPtr<IDispatch>()> set);
+
+} // namespace tamvelo::testing
