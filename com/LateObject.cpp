@@ -142,11 +142,11 @@ void LateObject::Put(const wchar_t* member, const Argument& value) {
 Variant LateObject::Invoke(const wchar_t* member, DISPID id, WORD flags, DISPPARAMS& parameters) {
     std::wstring line;
     if (Trace::Enabled()) {
-        line = m_role + L"." + member + L"(";
+        line = m_role + L"." + member + (flags & DISPATCH_METHOD ? L"(" : L" = ");
         for (UINT i = 0; i < parameters.cArgs; ++i) {
             line += (i ? L", " : L"") + Trace::Describe(parameters.rgvarg[parameters.cArgs - 1 - i]);
         }
-        line += L")";
+        line += flags & DISPATCH_METHOD ? L")" : L"";
         Trace::Line(line);
     }
     Variant result;

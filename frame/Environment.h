@@ -10,7 +10,7 @@
 
 /// The components of the host's environment that every dialog uses. Each is an interface here, created once per thread
 /// on first use. The library brings its own; an environment puts its own component in place of one by naming a ProgID
-/// in the registry, and is then called late-bound (docs/entorno.md lists the members).
+/// in the registry, and is then called late-bound (docs/environment.md lists the members).
 namespace tamvelo::frame {
 
 /// A form as the settings component sees it: a rectangle in screen pixels, and an automation object with `Left`,

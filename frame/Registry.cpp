@@ -6,13 +6,12 @@ namespace tamvelo::frame {
 
 std::optional<std::wstring> ReadRegistryText(const std::wstring& key, const std::wstring& name) {
     DWORD bytes = 0;
-    constexpr DWORD kKinds = RRF_RT_REG_SZ | RRF_RT_REG_EXPAND_SZ;
-    if (RegGetValueW(HKEY_CURRENT_USER, key.c_str(), name.c_str(), kKinds, nullptr, nullptr, &bytes) !=
+    if (RegGetValueW(HKEY_CURRENT_USER, key.c_str(), name.c_str(), RRF_RT_REG_SZ, nullptr, nullptr, &bytes) !=
         ERROR_SUCCESS) {
         return {};
     }
     std::wstring value(bytes / sizeof(wchar_t), L'\0');
-    if (RegGetValueW(HKEY_CURRENT_USER, key.c_str(), name.c_str(), kKinds, nullptr, value.data(), &bytes) !=
+    if (RegGetValueW(HKEY_CURRENT_USER, key.c_str(), name.c_str(), RRF_RT_REG_SZ, nullptr, value.data(), &bytes) !=
         ERROR_SUCCESS) {
         return {};
     }

@@ -95,7 +95,7 @@ void RowLayout::ArrangeRow(const LayoutRow& row, const RECT& place, HDWP& batch)
         if (batch) {
             batch = DeferWindowPos(batch, GetDlgItem(m_dialog, cell.control), nullptr, x,
                                    static_cast<int>(place.top) + (height - own) / 2, width, own,
-                                   SWP_NOZORDER | SWP_NOACTIVATE);
+                                   SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
         }
         x += width + gap;
     }

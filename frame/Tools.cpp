@@ -12,7 +12,7 @@ namespace {
 constexpr ToolKind kTools[] = {
     {base::kAceptar, L"&Aceptar", base::kBandEdicion, 0, true, false},
     {base::kCancelar, L"&Cancelar", base::kBandEdicion, 1, true, false},
-    {base::kCerrar, L"C&errar", base::kBandEdicion, 2, false, false},
+    {base::kCerrar, L"C&errar", base::kBandEdicion, 2, true, false},
     {base::kNuevo, L"&Nuevo registro", base::kBandRegistro, 3, false, false},
     {base::kModificar, L"&Modificar el registro", base::kBandRegistro, 4, false, false},
     {base::kEliminar, L"E&liminar el registro", base::kBandRegistro, 5, false, false},
