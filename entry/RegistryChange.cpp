@@ -1,6 +1,6 @@
 #include "entry/RegistryChange.h"
 
-#include <ranges>
+#include <utility>
 
 #include "com/Error.h"
 
@@ -13,7 +13,9 @@ void CheckRegistry(LSTATUS status) { com::Check(HRESULT_FROM_WIN32(static_cast<D
 } // namespace
 
 RegistryChange::~RegistryChange() {
-    for (const Step& step : m_steps | std::views::reverse) {
+    while (!m_steps.empty()) { // last first
+        const Step step = std::move(m_steps.back());
+        m_steps.pop_back();
         const wchar_t* path = step.path.c_str();
         if (step.keyMade) {
             RegDeleteKeyW(m_root, path);

@@ -1,42 +1,51 @@
-' The smallest host: a table in memory, and the user picks one of its articles. Run it with cscript.
+' The smallest host: a table in the script's memory, and the user picks one of its articles. Run it with cscript.
 Option Explicit
 
-Class Articulos ' the data class
-    Public Recordset
+Class Celda
+    Public Name
+    Public Value
+End Class
+
+Class Registro ' the fields of one record
+    Public Celdas
+    Public Property Get Count : Count = UBound(Celdas) + 1 : End Property
+    Public Function Item(numero) : Set Item = Celdas(numero) : End Function
+End Class
+
+Class Articulos ' the data class, which is its own record set
+    Public Filas
+    Public AbsolutePosition
     Public Property Get sClassName : sClassName = "articulos" : End Property
-    Public Property Get existenregistros : existenregistros = Recordset.RecordCount > 0 : End Property
-    Public Sub Requery(consulta) : Recordset.MoveFirst : End Sub
-    Public Sub FindRecord(texto, columna) : Recordset.MoveFirst : End Sub
-    Public Sub MoveNext : Recordset.MoveNext : End Sub
-    Public Sub MovePrevious : Recordset.MovePrevious : End Sub
-    Public Function GetFilter(nombre) : GetFilter = Recordset.Filter : End Function
-    Public Function CreateFilter(caja) : CreateFilter = "Nombre LIKE '" & caja.Text & "*'" : End Function
-    Public Sub SetFilter(filtro, nombre) : End Sub
-    Public Sub AplyFilter(filtro) : Recordset.Filter = filtro : End Sub
-    Public Sub SetOrder(columna, sentido, consulta) : Recordset.Sort = Recordset.Fields(columna).Name & sentido : End Sub
+    Public Property Get RecordCount : RecordCount = UBound(Filas) + 1 : End Property
+    Public Property Get existenregistros : existenregistros = RecordCount > 0 : End Property
+    Public Property Get BOF : BOF = AbsolutePosition < 1 : End Property
+    Public Property Get EOF : EOF = AbsolutePosition > RecordCount : End Property
+    Public Property Get Fields : Set Fields = Filas(AbsolutePosition - 1) : End Property
+    Public Sub MoveFirst : AbsolutePosition = 1 : End Sub
+    Public Sub MoveLast : AbsolutePosition = RecordCount : End Sub
+    Public Sub MoveNext : AbsolutePosition = AbsolutePosition + 1 : End Sub
+    Public Sub MovePrevious : AbsolutePosition = AbsolutePosition - 1 : End Sub
+    Public Sub Requery(consulta) : MoveFirst : End Sub
+    Public Sub FindRecord(texto) : MoveFirst : End Sub
+    Public Sub AplyFilter(filtro) : MoveFirst : End Sub
 End Class
 
 Class Pantalla ' the screen: its control, and the sink that gets the answer
     Public Text
-    Public Sub AceptarSeleccion(indice, ctl, valor) : ctl.Text = valor : End Sub
+    Public Sub AceptarSeleccion(indice, ctl, valor) : Text = valor : End Sub
 End Class
 
-Dim datos, campo, filas, i
+Function Articulo(codigo, nombre)
+    Dim uno, otro
+    Set uno = New Celda : uno.Name = "Codigo" : uno.Value = codigo
+    Set otro = New Celda : otro.Name = "Nombre" : otro.Value = nombre
+    Set Articulo = New Registro
+    Articulo.Celdas = Array(uno, otro)
+End Function
+
+Dim datos, campo
 Set datos = New Articulos
 Set campo = New Pantalla
-Set datos.Recordset = CreateObject("ADODB.Recordset")
-datos.Recordset.CursorLocation = 3
-datos.Recordset.Fields.Append "Codigo", 202, 10
-datos.Recordset.Fields.Append "Nombre", 202, 40
-datos.Recordset.Open
-filas = Array("A-1", "Tornillo", "A-2", "Tuerca", "A-3", "Arandela")
-For i = 1 To 3 : datos.Recordset.AddNew : Next
-datos.Recordset.MoveFirst
-For i = 0 To 2
-    datos.Recordset.Fields("Codigo").Value = filas(2 * i)
-    datos.Recordset.Fields("Nombre").Value = filas(2 * i + 1)
-    datos.Recordset.MoveNext
-Next
-
+datos.Filas = Array(Articulo("A-1", "Tornillo"), Articulo("A-2", "Tuerca"), Articulo("A-3", "Arandela"))
 CreateObject("Tamvelo.ClsShowSerch").ShowSelec campo, datos, campo
 WScript.Echo "Elegido: " & campo.Text

@@ -132,6 +132,7 @@ void Form::LoadToolbar() {
 
 void Form::ShowModal() {
     Load();
+    MousePointer::Default();  // a command of another form may have opened this one: the user's turn now
     m_shown = true;
     m_modal.emplace(m_window);
     ShowWindow(m_window, SW_SHOW);
@@ -430,6 +431,7 @@ void Form::RunCommand(std::wstring_view command) {
     } else if (command == kTabKey) {
         SendMessageW(m_window, WM_NEXTDLGCTL, 0, FALSE);
     } else if (command == kCustomizeToolbar) {
+        MousePointer::Default();
         m_toolbar->Customize();
     } else if (command == kEditingBandOnly) {
         m_toolbar->SetBandVisible(base::kBandRegistros, false);

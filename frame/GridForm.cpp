@@ -6,6 +6,7 @@
 #include "base/FilterText.h"
 #include "base/SelectionAnswers.h"
 #include "contract/ColumnCollection.h"
+#include "frame/MousePointer.h"
 #include "frame/Nested.h"
 #include "frame/RecordView.h"
 #include "frame/ThemeScope.h"
@@ -108,6 +109,7 @@ void GridForm::CambiarFuenteGrid() {
     choice.hwndOwner = Window();
     choice.lpLogFont = &font;
     choice.Flags = CF_SCREENFONTS | CF_INITTOLOGFONTSTRUCT | CF_NOVERTFONTS | CF_NOSCRIPTSEL;
+    MousePointer::Default();
     if (ChooseFontW(&choice) && IsLoaded()) {
         m_grid->SetFont(font);
         SaveLook();
@@ -178,8 +180,12 @@ void GridForm::AplicarBusqueda(bool apply) {
     if (!apply) {
         m_data.AplyFilter(L"");
         m_data.Requery(base::kSelec);
+        if (!IsLoaded()) {
+            return;
+        }
         m_searched.clear();
         m_grid->Requeried();
+        Bar().SetPressed(base::kFiltro, false);
         SetHeading({});
         ShowStatus();
         return;
@@ -192,6 +198,7 @@ void GridForm::AplicarBusqueda(bool apply) {
     }
     m_searched = ControlText(IDC_TXTFIELDS0);
     m_grid->Requeried();
+    Bar().SetPressed(base::kFiltro, true);
     SetHeading(m_data.GetFilter(base::kSlotFilterSelec));
     SetFocus(Control(IDC_TXTFIELDS0));
     m_grid->SetEmptyText(m_data.existenregistros() ? L"No hay registros" : L"Sin coincidencias: quite el filtro (Supr)");

@@ -9,4 +9,4 @@ namespace tamvelo::grid {
 /// Puts a text on the clipboard in the name of a window. Throws com::Error when another program holds it.
 void CopyText(HWND owner, const std::wstring& text);
 
-}  // namespace tamvelo::grid
+} // namespace tamvelo::grid

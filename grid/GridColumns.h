@@ -18,6 +18,7 @@ struct GridColumn {
     bool guessed = false; // the width, from nothing but the caption: the first cells may say better
     bool visible = true;
     Alignment alignment = Alignment::General;
+    bool numeric = false; // by its field's type: the caption stands over the numbers
 };
 
 /// The columns as the user sees them: in record-set order here, with their own order on screen. Knows no

@@ -73,8 +73,7 @@ GridData::Change GridData::Refresh(bool everything) {
     }
     Change change;
     RecordCursor::Marks marks = cursor->ReadMarks();
-    change.rows =
-        everything || !marks.SameRowsAs(m_marks) || (!cursor->CountsChanges() && cursor->ReadsCheaply());
+    change.rows = everything || !marks.SameRowsAs(m_marks);
     if (change.rows && !everything) {
         cursor->Follow();
     }
@@ -87,7 +86,9 @@ GridData::Change GridData::Refresh(bool everything) {
     m_marks = std::move(marks);
     change.current = change.rows || current != m_current;
     m_current = current < m_marks.count ? current : -1;
-    if (change.rows) {
+    // Values may change without a trace in a set that does not count its changes: what is cheap to read is
+    // read anew.
+    if (change.rows || (!cursor->CountsChanges() && cursor->ReadsCheaply())) {
         m_blocks.BumpEpoch();
     }
     return change;
@@ -107,7 +108,7 @@ void GridData::Adopt(std::vector<FieldInfo> fields, Change& change) {
 
 std::optional<RowBlock> GridData::ReadBlock(RecordCursor& cursor, long first) {
     const std::vector<CellKind> kinds = m_kinds;
-    const short columns = static_cast<short>(kinds.size());
+    const auto columns = static_cast<short>(kinds.size());
     const long rows = std::min(Blocks::kRowsPerBlock, m_marks.count - first);
     RowBlock block(first, rows, columns);
     const bool read =

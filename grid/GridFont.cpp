@@ -36,9 +36,15 @@ GridFont::GridFont(const LOGFONTW& wanted) : m_font(CreateFontIndirectW(&wanted)
 }
 
 int GridFont::MeasureOther(wchar_t c) const {
-    SIZE size{};
-    OnScreen(m_font, [&](HDC screen) { GetTextExtentPoint32W(screen, &c, 1, &size); });
-    return size.cx;
+    const auto [known, added] = m_others.try_emplace(c, 0);
+    if (added) {
+        OnScreen(m_font, [&, width = &known->second](HDC screen) {
+            SIZE size{};
+            GetTextExtentPoint32W(screen, &c, 1, &size);
+            *width = size.cx;
+        });
+    }
+    return known->second;
 }
 
 int GridFont::Width(std::wstring_view text) const {

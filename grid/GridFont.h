@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <map>
 #include <string_view>
 
 #include "base/GridLayout.h"
@@ -29,7 +30,8 @@ private:
 
     HFONT m_font;
     int m_height = 0;
-    std::array<int, 0x100> m_widths{}; // the letters of Spanish; others are rare enough to be asked for
+    std::array<int, 0x100> m_widths{};       // the letters of Spanish
+    mutable std::map<wchar_t, int> m_others; // asked for as they come
 };
 
 /// The layout's font at a resolution, and back. The size comes back as the whole points that give the same

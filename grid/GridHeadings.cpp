@@ -44,7 +44,9 @@ void GridHeadings::Fill(const GridColumns& columns, const std::optional<OrderMar
         heading.mask = HDI_TEXT | HDI_WIDTH | HDI_FORMAT | HDI_LPARAM;
         heading.pszText = const_cast<LPWSTR>(shown.caption.c_str());
         heading.cxy = shown.width;
-        heading.fmt = HDF_STRING | HDF_LEFT;
+        const bool right =
+            shown.alignment == Alignment::Right || (shown.alignment == Alignment::General && shown.numeric);
+        heading.fmt = HDF_STRING | (right ? HDF_RIGHT : HDF_LEFT);
         if (mark && mark->column == column) {
             heading.fmt |= mark->descending ? HDF_SORTDOWN : HDF_SORTUP;
         }

@@ -11,6 +11,13 @@ constexpr wchar_t kEllipsis = L'\u2026';
 
 void Fill(HDC dc, const RECT& area) { ExtTextOutW(dc, 0, 0, ETO_OPAQUE, &area, nullptr, 0, nullptr); }
 
+/// The back colour with an eighth of the text's in it: seen, but not read.
+COLORREF Mix(COLORREF back, COLORREF text) {
+    const auto part = [](int more, int less) { return static_cast<BYTE>((7 * more + less) / 8); };
+    return RGB(part(GetRValue(back), GetRValue(text)), part(GetGValue(back), GetGValue(text)),
+               part(GetBValue(back), GetBValue(text)));
+}
+
 bool HighContrast() {
     HIGHCONTRASTW contrast{};
     contrast.cbSize = sizeof(contrast);
@@ -27,7 +34,7 @@ GridLook GridLook::Current() {
         return {back, text, text, GetSysColor(COLOR_HIGHLIGHT), GetSysColor(COLOR_HIGHLIGHTTEXT)};
     }
     // Black on the light yellow: the system's text colour could be a light one.
-    return {back, text, GetSysColor(COLOR_BTNFACE), kLightYellow, RGB(0, 0, 0)};
+    return {back, text, Mix(back, text), kLightYellow, RGB(0, 0, 0)};
 }
 
 void GridPainter::Paint(HDC dc, const RECT& exposed, const Cursor& cursor, std::wstring_view emptyText) {
@@ -52,7 +59,6 @@ void GridPainter::Paint(HDC dc, const RECT& exposed, const Cursor& cursor, std::
         RECT middle = m_geometry.client;
         middle.top = m_geometry.headHeight + m_geometry.rowHeight;
         SetTextColor(dc, m_look.text);
-        SetTextAlign(dc, TA_LEFT | TA_TOP);
         DrawTextW(dc, emptyText.data(), static_cast<int>(emptyText.size()), &middle,
                   DT_CENTER | DT_NOPREFIX | DT_WORDBREAK);
     }
@@ -110,29 +116,38 @@ void GridPainter::PaintCell(HDC dc, const RECT& cell, const RowBlock& block, con
                                 : IsRightAligned(content.kind) ? Alignment::Right
                                                                : Alignment::Left;
     int x = cell.left + m_geometry.padding;
-    UINT align = TA_LEFT;
-    if (width <= room && alignment == Alignment::Right) {
-        x = cell.right - m_geometry.padding;
-        align = TA_RIGHT;
-    } else if (width <= room && alignment == Alignment::Center) {
-        x = (cell.left + cell.right) / 2;
-        align = TA_CENTER;
+    if (width <= room && alignment != Alignment::Left) {
+        x += alignment == Alignment::Right ? room - width : (room - width) / 2;
     }
-    SetTextAlign(dc, align | TA_TOP);
     const int y = cell.top + (static_cast<int>(cell.bottom - cell.top) - m_font.Height()) / 2;
     ExtTextOutW(dc, x, y, ETO_OPAQUE | ETO_CLIPPED, &cell, text.data(), static_cast<UINT>(text.size()),
                 nullptr);
 }
 
-void GridPainter::PaintCheck(HDC dc, const RECT& cell, bool checked) {
-    const int height = static_cast<int>(cell.bottom - cell.top);
-    const int width = static_cast<int>(cell.right - cell.left);
-    const int side = std::min(height - 2, width);
-    RECT box{0, 0, side, side};
-    OffsetRect(&box, cell.left + (width - side) / 2, cell.top + (height - side) / 2);
-    if (side > 0) {
-        DrawFrameControl(dc, &box, DFC_BUTTON, DFCS_BUTTONCHECK | DFCS_FLAT | (checked ? DFCS_CHECKED : 0U));
+GridPainter::CheckBox::~CheckBox() {
+    if (dc) {
+        DeleteObject(SelectObject(dc, before));
+        DeleteDC(dc);
     }
+}
+
+void GridPainter::CheckBox::Draw(HDC like, int side, bool checked) {
+    dc = CreateCompatibleDC(like);
+    before = SelectObject(dc, CreateCompatibleBitmap(like, side, side));
+    RECT area{0, 0, side, side};
+    DrawFrameControl(dc, &area, DFC_BUTTON, DFCS_BUTTONCHECK | DFCS_FLAT | (checked ? DFCS_CHECKED : 0U));
+}
+
+void GridPainter::PaintCheck(HDC dc, const RECT& cell, bool checked) {
+    const int side = m_font.Height() - 1;
+    const int width = static_cast<int>(cell.right - cell.left);
+    CheckBox& box = m_checks[checked ? 1 : 0];
+    if (!box.dc) {
+        box.Draw(dc, side, checked);
+    }
+    BitBlt(dc, cell.left + std::max(0, (width - side) / 2),
+           cell.top + (static_cast<int>(cell.bottom - cell.top) - side) / 2, std::min(side, width), side,
+           box.dc, 0, 0, SRCCOPY);
 }
 
 void GridPainter::PaintLines(HDC dc, const RECT& exposed, const std::vector<short>& shown, int bottom) {

@@ -51,6 +51,17 @@ public:
     void Paint(HDC dc, const RECT& exposed, const Cursor& cursor, std::wstring_view emptyText);
 
 private:
+    /// Drawn once per painting and copied from there: the system takes its time over each.
+    struct CheckBox {
+        HDC dc = nullptr;
+        HGDIOBJ before = nullptr;
+        CheckBox() = default;
+        ~CheckBox();
+        CheckBox(const CheckBox&) = delete;
+        CheckBox& operator=(const CheckBox&) = delete;
+        void Draw(HDC like, int side, bool checked);
+    };
+
     void PaintRow(HDC dc, const RECT& exposed, long row, const Cursor& cursor,
                   const std::vector<short>& shown);
     void PaintCell(HDC dc, const RECT& cell, const RowBlock& block, const RowBlock::Cell& content,
@@ -63,6 +74,7 @@ private:
     const GridFont& m_font;
     const GridLook& m_look;
     const GridGeometry& m_geometry;
+    CheckBox m_checks[2];
 };
 
 } // namespace tamvelo::grid

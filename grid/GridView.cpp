@@ -4,6 +4,7 @@
 
 #include "base/ColumnText.h"
 #include "base/Placement.h"
+#include "grid/Clipboard.h"
 
 namespace tamvelo::grid {
 
@@ -88,6 +89,7 @@ void GridView::Show(const GridData::Change& change) {
 void GridView::TakeFields() {
     m_columns.SetFields({m_data.Fields().begin(), m_data.Fields().end()}, m_dpi);
     for (short column = 0; column < m_columns.Count(); ++column) {
+        m_columns[column].numeric = IsRightAligned(m_data.Kind(column));
         if (m_columns[column].width == 0) {
             m_columns[column].width = DefaultWidth(column);
             const FieldInfo& field = m_data.Fields()[static_cast<size_t>(column)];
@@ -226,34 +228,14 @@ void GridView::CopyRow(bool withHeadings) {
         headings.push_back(m_columns[column].caption);
         cells.push_back(Text(column));
     }
-    ToClipboard(withHeadings ? base::TabLine(headings) + L"\r\n" + base::TabLine(cells)
-                             : base::TabLine(cells));
+    const std::wstring row = base::TabLine(cells);
+    CopyText(m_window, withHeadings ? base::TabLine(headings) + L"\r\n" + row : row);
 }
 
 void GridView::CopyCell() {
     if (m_data.Current() >= 0 && m_columns.Count() > 0) {
-        ToClipboard(Text(m_column));
+        CopyText(m_window, Text(m_column));
     }
-}
-
-void GridView::ToClipboard(const std::wstring& text) {
-    if (!m_window) {
-        return;
-    }
-    if (!OpenClipboard(m_window)) {
-        com::ThrowLastError(L"No se pudo abrir el portapapeles.");
-    }
-    EmptyClipboard();
-    const size_t bytes = (text.size() + 1) * sizeof(wchar_t);
-    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes);
-    if (memory) {
-        std::copy_n(text.c_str(), text.size() + 1, static_cast<wchar_t*>(GlobalLock(memory)));
-        GlobalUnlock(memory);
-        if (!SetClipboardData(CF_UNICODETEXT, memory)) {
-            GlobalFree(memory);
-        }
-    }
-    CloseClipboard();
 }
 
 } // namespace tamvelo::grid

@@ -13,6 +13,14 @@
 
 namespace tamvelo::grid {
 
+/// A scroll bar as it was last drawn.
+struct ScrollState {
+    int most = -1;
+    int page = 0;
+    int position = 0;
+    int thumb = 0; // pixels, about
+};
+
 /// The grid's window. Shared, because a host call made from inside one of these functions may destroy the
 /// grid: each looks at Window() again afterwards. The accessible object and the column objects hold it
 /// weakly.
@@ -107,7 +115,6 @@ private:
     void InvalidateRow(long row);
     void AnnounceCurrent();
     void Paint();
-    void ToClipboard(const std::wstring& text);
 
     // What the user does (GridInput.cpp)
     bool Key(WPARAM key);
@@ -136,6 +143,8 @@ private:
     std::wstring m_emptyText = L"No hay registros";
     std::wstring m_name;
     bool m_catchingUp = false;
+    ScrollState m_vertical;
+    ScrollState m_horizontal;
     int m_wheel = 0; // what is left of the wheel's turns
 };
 

@@ -26,6 +26,26 @@ HINSTANCE Instance() {
     return own ? own : GetModuleHandleW(nullptr);
 }
 
+/// Drawing a bar takes as long as drawing a third of the rows: one that stays as it is, or whose thumb would
+/// not move by a pixel, as among a million rows, is not drawn again.
+void SetBar(HWND window, int bar, ScrollState& drawn, int most, int page, int position, int length) {
+    const bool sameRange = drawn.most == most && drawn.page == page;
+    if (sameRange && drawn.position == position) {
+        return;
+    }
+    const int range = std::max(1, most - page + 1);
+    const int thumb = static_cast<int>(static_cast<long long>(position) * length / range);
+    const bool draw = !sameRange || thumb != drawn.thumb;
+    drawn = {most, page, position, thumb};
+    SCROLLINFO info{};
+    info.cbSize = sizeof(info);
+    info.fMask = SIF_PAGE | SIF_POS | SIF_RANGE | (bar == SB_VERT ? SIF_DISABLENOSCROLL : 0U);
+    info.nMax = most;
+    info.nPage = static_cast<UINT>(page);
+    info.nPos = position;
+    SetScrollInfo(window, bar, &info, draw);
+}
+
 } // namespace
 
 void GridView::RegisterWindowClass() {
@@ -44,9 +64,10 @@ void GridView::RegisterWindowClass() {
 
 void GridView::Create(HWND parent, int controlId) {
     RegisterWindowClass();
-    CreateWindowExW(WS_EX_CLIENTEDGE, kWindowClass, nullptr,
-                    WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPCHILDREN | WS_VSCROLL | WS_HSCROLL, 0, 0, 0,
-                    0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(controlId)), Instance(), this);
+    m_window = CreateWindowExW(WS_EX_CLIENTEDGE, kWindowClass, nullptr,
+                               WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPCHILDREN | WS_VSCROLL | WS_HSCROLL,
+                               0, 0, 0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(controlId)),
+                               Instance(), this);
     if (!m_window) {
         com::ThrowLastError(L"No se pudo crear el cuadro de datos.");
     }
@@ -237,21 +258,15 @@ void GridView::CatchUp() {
 }
 
 void GridView::UpdateScrollBars() {
-    if (!m_window) {
-        return;
+    if (m_window) {
+        const int rows = static_cast<int>(std::max(0L, m_data.Count() - 1));
+        SetBar(m_window, SB_VERT, m_vertical, rows, static_cast<int>(m_geometry.WholeRows()),
+               static_cast<int>(m_geometry.top), m_geometry.client.bottom);
     }
-    SCROLLINFO info{};
-    info.cbSize = sizeof(info);
-    info.fMask = SIF_PAGE | SIF_POS | SIF_RANGE | SIF_DISABLENOSCROLL;
-    info.nMax = static_cast<int>(std::max(0L, m_data.Count() - 1));
-    info.nPage = static_cast<UINT>(m_geometry.WholeRows());
-    info.nPos = static_cast<int>(m_geometry.top);
-    SetScrollInfo(m_window, SB_VERT, &info, TRUE);
-    info.fMask = SIF_PAGE | SIF_POS | SIF_RANGE;
-    info.nMax = std::max(0, m_columns.TotalWidth() - 1);
-    info.nPage = static_cast<UINT>(m_geometry.client.right);
-    info.nPos = m_geometry.scrolled;
-    SetScrollInfo(m_window, SB_HORZ, &info, TRUE);
+    if (m_window) { // showing or hiding the bar resizes the window
+        SetBar(m_window, SB_HORZ, m_horizontal, std::max(0, m_columns.TotalWidth() - 1),
+               static_cast<int>(m_geometry.client.right), m_geometry.scrolled, m_geometry.client.right);
+    }
 }
 
 void GridView::ScrollTo(long top) {

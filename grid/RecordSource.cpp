@@ -34,7 +34,7 @@ ComPtr<IDispatch> AsRecordSet(IUnknown* object) {
 bool IsAdoRecordSet(IUnknown* object) {
     return std::any_of(std::begin(kRecordSetIds), std::end(kRecordSetIds), [&](const IID& id) {
         ComPtr<IUnknown> set;
-        return SUCCEEDED(object->QueryInterface(id, reinterpret_cast<void**>(set.ReleaseAndGetAddressOf())));
+        return SUCCEEDED(object->QueryInterface(id, reinterpret_cast<void**>(&set)));
     });
 }
 
@@ -58,8 +58,7 @@ RecordSource::RecordSource(IUnknown* source) {
         m_set = object;
         return;
     }
-    if (SUCCEEDED(source->QueryInterface(kDataSourceId,
-                                         reinterpret_cast<void**>(m_members.ReleaseAndGetAddressOf()))) &&
+    if (SUCCEEDED(source->QueryInterface(kDataSourceId, reinterpret_cast<void**>(&m_members))) &&
         FindMemberOf()) {
         return;
     }
@@ -123,7 +122,7 @@ ComPtr<IDispatch> RecordSource::Ask() {
     case Way::Member:
         return FromMember(m_member);
     case Way::Property: {
-        const ComPtr<IDispatch> set = m_owner.Call(L"Recordset").ToObject();
+        ComPtr<IDispatch> set = m_owner.Call(L"Recordset").ToObject();
         if (set && !LooksLikeRecordSet(set.Get())) {
             throw com::Error(E_NOINTERFACE, L"«Recordset» no devolvió un conjunto de registros.");
         }

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <future>
+
 #include "Programs.h"
 #include "Server.h"
 #include "com/Error.h"
@@ -155,6 +158,34 @@ TEST_P(ScriptTest, FindsNothingWrong) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, ScriptTest, testing::Values(L"operaciones.vbs"));
+
+/// Presses Enter in the dialog of another program, if it is there and has the focus.
+void PressEnter() {
+    const HWND dialog = FindWindowW(nullptr, L"Selección de articulos");
+    GUITHREADINFO info{};
+    info.cbSize = sizeof(info);
+    if (dialog && GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info) && info.hwndFocus) {
+        PostMessageW(info.hwndFocus, WM_KEYDOWN, VK_RETURN, 1);
+    }
+}
+
+class ExampleTest : public RegistrationTest, public testing::WithParamInterface<const wchar_t*> {};
+
+TEST_P(ExampleTest, PicksTheFirstRecordWithEnter) {
+    using namespace std::chrono_literals;
+    ASSERT_EQ(RunRegsvr32(L""), 0U);
+    auto program = std::async(std::launch::async, [] { return RunProgram(GetParam()); });
+    while (program.wait_for(50ms) != std::future_status::ready) { // ctest ends it if it never does
+        PressEnter();
+    }
+    const Finished finished = program.get();
+    EXPECT_EQ(finished.code, 0U);
+    EXPECT_EQ(finished.output, "Elegido: A-1\r\n");
+    EXPECT_EQ(RunRegsvr32(L"/u"), 0U);
+}
+
+INSTANTIATE_TEST_SUITE_P(, ExampleTest,
+                         testing::Values(L"seleccion-example.exe", L"cscript.exe //nologo seleccion.vbs"));
 
 } // namespace
 } // namespace tamvelo::hosts

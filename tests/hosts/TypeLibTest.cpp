@@ -134,7 +134,7 @@ TEST(TypeLibTest, ObjectsReportTheirClassAndInterface) {
     EXPECT_TRUE(attributes->guid == entry::kClsShowSerchId);
     info->ReleaseTypeAttr(attributes);
 
-    ASSERT_EQ(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.ReleaseAndGetAddressOf()), S_OK);
+    ASSERT_EQ(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, &info), S_OK);
     ASSERT_EQ(info->GetTypeAttr(&attributes), S_OK);
     EXPECT_TRUE(attributes->guid == __uuidof(entry::IClsShowSerch));
     info->ReleaseTypeAttr(attributes);

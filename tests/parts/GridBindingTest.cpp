@@ -136,12 +136,22 @@ TEST_F(GridBindingTest, FilterSortGrowthAndRequeryAreSeen) {
     }
 }
 
-TEST_F(GridBindingTest, ChangedValuesAreSeenByTheVersion) {
-    const auto set = Bind();
-    set->Table().value = [](long record, short) { return Variant(L"nuevo " + std::to_wstring(record)); };
-    ++set->Table().version;
-    m_grid->HostChanged();
-    EXPECT_EQ(FirstCell(0), L"nuevo 0");
+TEST_F(GridBindingTest, ChangedValuesAreSeenByTheVersionOrReadAnew) {
+    for (const bool version : {true, false}) {
+        RecordSetOptions options;
+        options.dataVersion = version;
+        const auto set = Bind(options);
+        TakeEvents();
+        set->Table().value = [](long record, short) { return Variant(L"nuevo " + std::to_wstring(record)); };
+        ++set->Table().version;
+        m_grid->HostChanged();
+        EXPECT_EQ(FirstCell(0), L"nuevo 0");
+        EXPECT_EQ(TakeEvents(), version ? "row;" : "");
+        set->Table().calls.clear();
+        m_grid->HostChanged(); // and where nothing changed it costs little
+        EXPECT_LE(set->Table().Calls(), version ? 6 : 8);
+        EXPECT_EQ(TakeEvents(), "");
+    }
 }
 
 TEST_F(GridBindingTest, WineAdoIsReadOnItsOwnSet) {
@@ -333,6 +343,28 @@ TEST_F(GridBindingTest, TheHostMayDoAnythingWhileItIsCalled) {
                 EXPECT_EQ(m_grid->CurrentRow() < m_grid->RowCount() || m_grid->RowCount() == 0, true);
             }
         }
+    }
+}
+
+TEST_F(GridBindingTest, WhatWasBeingReadIsForgottenWhenTheRowsBecomeOthers) {
+    for (const bool rebound : {true, false}) {
+        const auto set = com::Make<MemoryRecordSet>();
+        const auto other = com::Make<MemoryRecordSet>();
+        other->Table().value = [](long, short) { return Variant(L"otro"); };
+        set->Table().onCall = [&](const std::wstring& called) {
+            if (called == L"GetRows") {
+                set->Table().onCall = nullptr;
+                if (rebound) {
+                    m_grid->SetDataSource(other.Get());
+                } else { // these rows are in the block already when the host says that they changed
+                    ++set->Table().version;
+                    m_grid->HostChanged();
+                }
+            }
+        };
+        m_grid->SetDataSource(set.Get());
+        EXPECT_EQ(FirstCell(0), rebound ? L"otro" : L"1");
+        EXPECT_EQ(set->Table().Calls(L"GetRows"), rebound ? 1 : 2);
     }
 }
 

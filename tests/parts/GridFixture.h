@@ -70,7 +70,7 @@ protected:
     com::ComPtr<IAccessible> Accessible() {
         com::ComPtr<IAccessible> object;
         AccessibleObjectFromWindow(m_grid->Window(), static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
-                                   reinterpret_cast<void**>(object.ReleaseAndGetAddressOf()));
+                                   reinterpret_cast<void**>(&object));
         return object;
     }
     static VARIANT Child(LONG number) {

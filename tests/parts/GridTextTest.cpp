@@ -27,6 +27,9 @@ TEST(GridTextTest, ValuesAreWrittenAsTheUserWritesThem) {
     EXPECT_EQ(Show(Variant()), L"");
     EXPECT_EQ(Show(Variant(-12345L)), L"-12345");
     EXPECT_EQ(Show(Variant(1234.5)), L"1234,5");
+    EXPECT_EQ(Show(Variant(0.1 + 0.2)), L"0,3");
+    EXPECT_EQ(Show(Variant(-0.0)), L"0");
+    EXPECT_EQ(Show(Variant(-1e20)), L"-1E+20");
     EXPECT_EQ(Show(Money(123456789000)), L"12.345.678,90");
     EXPECT_EQ(Show(Money(-5000)), L"-0,50");
     EXPECT_EQ(Show(Variant(1234.567), CellKind::Money), L"1.234,57");

@@ -208,6 +208,31 @@ TEST_F(GridWindowTest, HeadingsReportClicksWidthsAndDragging) {
     EXPECT_EQ(TakeEvents(), "layout;");
 }
 
+TEST_F(GridWindowTest, TheMouseOnTheHeadingsWidensSortsAndMovesColumns) {
+    Bind();
+    TakeEvents();
+    const int y = HeadHeight() / 2;
+    const auto drag = [&](int from, int to) {
+        SendMessageW(Header(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(from, y));
+        for (const int x : {(from * 3 + to) / 4, (from + to) / 2, to}) {
+            SendMessageW(Header(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(x, y));
+        }
+        SendMessageW(Header(), WM_LBUTTONUP, 0, MAKELPARAM(to, y));
+        Pump();
+    };
+    const int first = m_grid->Layout().columns[0].width;
+    drag(first - 1, first + 59);
+    EXPECT_EQ(TakeEvents(), "layout;");
+    EXPECT_EQ(m_grid->Layout().columns[0].width, first + 60);
+
+    drag(20, first + 60 + m_grid->Layout().columns[1].width - 10);
+    EXPECT_EQ(TakeEvents(), "layout;");
+    EXPECT_EQ(FirstCell(0), L"Artículo 1");
+
+    drag(20, 20);
+    EXPECT_EQ(TakeEvents(), "heading1;");
+}
+
 TEST_F(GridWindowTest, TheOrderMarkIsInTheHeadingAndItsName) {
     Bind();
     m_grid->MarkOrder(1, true);
