@@ -11,7 +11,7 @@ bool SameName(const wchar_t* a, const wchar_t* b) {
     return CompareStringOrdinal(a, -1, b, -1, TRUE) == CSTR_EQUAL;
 }
 
-}  // namespace
+} // namespace
 
 Invocation::Invocation(DISPPARAMS& parameters, WORD flags)
     : m_parameters(parameters), m_put((flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0) {
@@ -47,7 +47,8 @@ HRESULT Automation::GetTypeInfo(UINT /*index*/, LCID /*locale*/, ITypeInfo** inf
     return DISP_E_BADINDEX;
 }
 
-HRESULT Automation::GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT count, LCID /*locale*/, DISPID* ids) {
+HRESULT Automation::GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT count, LCID /*locale*/,
+                                  DISPID* ids) {
     if (!names || !ids || count == 0) {
         return E_INVALIDARG;
     }
@@ -58,29 +59,31 @@ HRESULT Automation::GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT cou
             break;
         }
     }
-    return ids[0] == DISPID_UNKNOWN || count > 1 ? DISP_E_UNKNOWNNAME : S_OK;  // arguments have no names here
+    return ids[0] == DISPID_UNKNOWN || count > 1 ? DISP_E_UNKNOWNNAME : S_OK; // arguments have no names here
 }
 
-HRESULT Automation::Invoke(DISPID id, REFIID /*reserved*/, LCID /*locale*/, WORD flags, DISPPARAMS* parameters,
-                           VARIANT* result, EXCEPINFO* thrown, UINT* /*wrong*/) {
+HRESULT Automation::Invoke(DISPID id, REFIID /*reserved*/, LCID /*locale*/, WORD flags,
+                           DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* thrown, UINT* /*wrong*/) {
     const FloatGuard floats;
     if (!parameters) {
         return E_INVALIDARG;
     }
     const bool put = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
     const bool named = parameters->cNamedArgs > 0;
-    if (named && !(put && parameters->cNamedArgs == 1 && parameters->rgdispidNamedArgs[0] == DISPID_PROPERTYPUT)) {
+    if (named &&
+        !(put && parameters->cNamedArgs == 1 && parameters->rgdispidNamedArgs[0] == DISPID_PROPERTYPUT)) {
         return DISP_E_NONAMEDARGS;
     }
     for (const Member& member : Members()) {
-        if (member.id != id || (put && !(member.kind & Member::Put)) || (!put && member.kind == Member::Put)) {
+        if (member.id != id || (put && !(member.kind & Member::Put)) ||
+            (!put && member.kind == Member::Put)) {
             continue;
         }
         const UINT given = parameters->cArgs - (put ? 1U : 0U);
         if (parameters->cArgs < (put ? 1U : 0U) || given < member.least || given > member.most) {
             return DISP_E_BADPARAMCOUNT;
         }
-        const ComPtr<IDispatch> alive(this);  // the member may drop the last outside reference
+        const ComPtr<IDispatch> alive(this); // the member may drop the last outside reference
         try {
             Invocation call(*parameters, flags);
             member.run(*this, call);
@@ -95,4 +98,4 @@ HRESULT Automation::Invoke(DISPID id, REFIID /*reserved*/, LCID /*locale*/, WORD
     return DISP_E_MEMBERNOTFOUND;
 }
 
-}  // namespace tamvelo::com
+} // namespace tamvelo::com

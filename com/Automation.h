@@ -39,23 +39,24 @@ class Automation;
 struct Member {
     enum Kind : unsigned char { Method = 1, Get = 2, Put = 4, GetPut = Get | Put };
     const wchar_t* name;
-    DISPID id;  // DISPID_VALUE makes it the default member
+    DISPID id; // DISPID_VALUE makes it the default member
     Kind kind;
-    unsigned char least;  // arguments without the new value of a put
+    unsigned char least; // arguments without the new value of a put
     unsigned char most;
     void (*run)(Automation& self, Invocation& call);
 };
 
-/// IDispatch written once over a table of members: names without regard to case, argument counts, puts, errors as
-/// EXCEPINFO. A derived class lists its members and throws com::Error.
+/// IDispatch written once over a table of members: names without regard to case, argument counts, puts,
+/// errors as EXCEPINFO. A derived class lists its members and throws com::Error.
 class Automation : public Object<IDispatch> {
 public:
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
                                             DISPID* ids) override;
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* parameters,
-                                     VARIANT* result, EXCEPINFO* thrown, UINT* wrong) override;
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags,
+                                     DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* thrown,
+                                     UINT* wrong) override;
 
 protected:
     virtual std::span<const Member> Members() const = 0;
@@ -73,4 +74,4 @@ void Run(Automation& self, Invocation& call) {
     (static_cast<Class&>(self).*Function)(call);
 }
 
-}  // namespace tamvelo::com
+} // namespace tamvelo::com

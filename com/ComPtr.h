@@ -7,8 +7,8 @@
 
 namespace tamvelo::com {
 
-/// A counted reference to a COM object. Our own, because the one that comes with the compiler takes a reference too many
-/// in Attach and does not move.
+/// A counted reference to a COM object. Our own, because the one that comes with the compiler takes a
+/// reference too many in Attach and does not move.
 template <class T>
 class ComPtr {
 public:
@@ -80,4 +80,4 @@ inline bool SameObject(IUnknown* a, IUnknown* b) {
            SUCCEEDED(b->QueryInterface(IID_PPV_ARGS(&second))) && first.Get() == second.Get();
 }
 
-}  // namespace tamvelo::com
+} // namespace tamvelo::com

@@ -12,15 +12,15 @@ namespace tamvelo::com {
 ConnectionPoint::~ConnectionPoint() = default;
 
 void ConnectionPoint::Raise(DISPID event, DISPPARAMS& parameters) {
-    const std::vector<Listener> now = m_listeners;  // a listener may leave, or another join, while it is told
+    const std::vector<Listener> now = m_listeners; // a listener may leave, or another join, while it is told
     std::optional<Error> failure;
     for (const Listener& listener : now) {
         EXCEPINFO thrown{};
         HRESULT code;
         {
             const HostFloats floats;
-            code = listener.target->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr,
-                                           &thrown, nullptr);
+            code = listener.target->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
+                                           nullptr, &thrown, nullptr);
         }
         // A listener need not handle every event.
         if (FAILED(code) && code != DISP_E_MEMBERNOTFOUND && code != E_NOTIMPL && !failure) {
@@ -87,7 +87,7 @@ HRESULT ConnectionPoint::Unadvise(DWORD cookie) {
     if (found == m_listeners.end()) {
         return CONNECT_E_NOCONNECTION;
     }
-    const ComPtr<IDispatch> leaving = found->target;  // its release may come back here
+    const ComPtr<IDispatch> leaving = found->target; // its release may come back here
     m_listeners.erase(found);
     return S_OK;
 }
@@ -125,4 +125,4 @@ void Subscription::Reset() noexcept {
     }
 }
 
-}  // namespace tamvelo::com
+} // namespace tamvelo::com

@@ -6,17 +6,20 @@
 
 namespace tamvelo::com {
 
-/// The one outgoing interface of an object: a connection point that belongs to its container and shares its life.
+/// The one outgoing interface of an object: a connection point that belongs to its container and shares its
+/// life.
 class ConnectionPoint final : public IConnectionPoint {
 public:
     /// `container` owns this point and outlives it.
-    ConnectionPoint(IConnectionPointContainer& container, REFIID events) : m_container(container), m_events(events) {}
+    ConnectionPoint(IConnectionPointContainer& container, REFIID events)
+        : m_container(container), m_events(events) {}
     virtual ~ConnectionPoint();
     ConnectionPoint(const ConnectionPoint&) = delete;
     ConnectionPoint& operator=(const ConnectionPoint&) = delete;
 
-    /// Raises one event at every listener with the same arguments. A listener that fails does not keep the others
-    /// from hearing it; the first failure is thrown at the end, so that it reaches whoever caused the event.
+    /// Raises one event at every listener with the same arguments. A listener that fails does not keep the
+    /// others from hearing it; the first failure is thrown at the end, so that it reaches whoever caused the
+    /// event.
     void Raise(DISPID event, DISPPARAMS& parameters);
     REFIID Events() const { return m_events; }
 
@@ -56,4 +59,4 @@ private:
     DWORD m_cookie = 0;
 };
 
-}  // namespace tamvelo::com
+} // namespace tamvelo::com

@@ -18,7 +18,7 @@ std::wstring Take(BSTR& text) {
     return copy;
 }
 
-}  // namespace
+} // namespace
 
 Error::Error(HRESULT numberIn, std::wstring descriptionIn, std::wstring sourceIn)
     : number(FAILED(numberIn) ? numberIn : E_FAIL),
@@ -44,7 +44,8 @@ std::wstring SystemText(HRESULT number) {
     wchar_t text[512];
     DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
                                   static_cast<DWORD>(number), 0, text, ARRAYSIZE(text), nullptr);
-    while (length > 0 && (text[length - 1] == L'\n' || text[length - 1] == L'\r' || text[length - 1] == L' ')) {
+    while (length > 0 &&
+           (text[length - 1] == L'\n' || text[length - 1] == L'\r' || text[length - 1] == L' ')) {
         --length;
     }
     if (length > 0) {
@@ -82,7 +83,7 @@ Error ErrorOfInvoke(HRESULT result, EXCEPINFO& info) {
         if (info.wCode != 0) {
             number = kAutomationNumber | info.wCode;
         } else if (SUCCEEDED(number) && number > 0 && number <= 0xFFFF) {
-            number = kAutomationNumber | number;  // script engines put their plain numbers here
+            number = kAutomationNumber | number; // script engines put their plain numbers here
         }
         return {number, std::move(description), std::move(source)};
     }
@@ -120,4 +121,4 @@ HRESULT FillExcepInfo(const Error& error, EXCEPINFO* info) noexcept {
     return DISP_E_EXCEPTION;
 }
 
-}  // namespace tamvelo::com
+} // namespace tamvelo::com

@@ -1,16 +1,16 @@
 #pragma once
 
-#include "com/WinHeaders.h"
-
 #include <exception>
 #include <string>
 #include <string_view>
 
+#include "com/WinHeaders.h"
+
 namespace tamvelo::com {
 
-/// The one error type thrown inside the library: number, source and description as a user or a host sees them.
-/// `number` is always a failure HRESULT; a host's own 16-bit error number n is carried as 0x800A0000 | n, which
-/// automation clients read back as n.
+/// The one error type thrown inside the library: number, source and description as a user or a host sees
+/// them. `number` is always a failure HRESULT; a host's own 16-bit error number n is carried as 0x800A0000 |
+/// n, which automation clients read back as n.
 struct Error : std::exception {
     HRESULT number;
     std::wstring source;
@@ -34,7 +34,8 @@ std::wstring SystemText(HRESULT number);
 /// The error that is being handled: call inside a catch block only.
 Error CurrentError() noexcept;
 
-/// The error that a failed Invoke left behind, taken from `info` (released), else from the thread's error object.
+/// The error that a failed Invoke left behind, taken from `info` (released), else from the thread's error
+/// object.
 Error ErrorOfInvoke(HRESULT result, EXCEPINFO& info);
 
 /// Hands an error to an early-bound caller (the thread's error object) and returns its number.
@@ -43,4 +44,4 @@ HRESULT PublishError(const Error& error, REFIID interfaceId) noexcept;
 /// Hands an error to a late-bound caller and returns DISP_E_EXCEPTION; `info` may be null.
 HRESULT FillExcepInfo(const Error& error, EXCEPINFO* info) noexcept;
 
-}  // namespace tamvelo::com
+} // namespace tamvelo::com

@@ -4,10 +4,10 @@ namespace tamvelo::com {
 
 namespace {
 
-constexpr unsigned short kX87Masked = 0x037F;  // all exceptions masked, extended precision, round to nearest
+constexpr unsigned short kX87Masked = 0x037F; // all exceptions masked, extended precision, round to nearest
 constexpr unsigned int kSseMasked = 0x1F80;
 
-thread_local FloatGuard* t_innermost = nullptr;
+thread_local FloatGuard* g_innermost = nullptr;
 
 bool HasSse() {
     static const bool has = __builtin_cpu_supports("sse") != 0;
@@ -24,29 +24,29 @@ FloatWords Read() {
 }
 
 void Write(const FloatWords& words) {
-    asm volatile("fnclex");  // a pending exception would fire at the next instruction after unmasking
+    asm volatile("fnclex"); // a pending exception would fire at the next instruction after unmasking
     asm volatile("fldcw %0" : : "m"(words.x87));
     if (HasSse()) {
-        const unsigned int clean = words.sse & ~0x3FU;  // the sticky flags are the library's, not the host's
+        const unsigned int clean = words.sse & ~0x3FU; // the sticky flags are the library's, not the host's
         asm volatile("ldmxcsr %0" : : "m"(clean));
     }
 }
 
-}  // namespace
+} // namespace
 
-FloatGuard::FloatGuard() noexcept : m_host(Read()), m_outer(t_innermost) {
+FloatGuard::FloatGuard() noexcept : m_host(Read()), m_outer(g_innermost) {
     Write({kX87Masked, kSseMasked});
-    t_innermost = this;
+    g_innermost = this;
 }
 
 FloatGuard::~FloatGuard() {
-    t_innermost = m_outer;
+    g_innermost = m_outer;
     Write(m_host);
 }
 
-HostFloats::HostFloats() noexcept : m_switched(t_innermost != nullptr) {
+HostFloats::HostFloats() noexcept : m_switched(g_innermost != nullptr) {
     if (m_switched) {
-        const FloatGuard* outermost = t_innermost;
+        const FloatGuard* outermost = g_innermost;
         while (outermost->m_outer) {
             outermost = outermost->m_outer;
         }
@@ -60,4 +60,4 @@ HostFloats::~HostFloats() {
     }
 }
 
-}  // namespace tamvelo::com
+} // namespace tamvelo::com

@@ -8,8 +8,8 @@ struct FloatWords {
     unsigned int sse;
 };
 
-/// Masks floating-point exceptions for the length of a library call. Pascal hosts run with them unmasked, and the
-/// system's own drawing and date code raises them; the host's control words are back when the guard goes.
+/// Masks floating-point exceptions for the length of a library call. Pascal hosts run with them unmasked, and
+/// the system's own drawing and date code raises them; the host's control words are back when the guard goes.
 class FloatGuard {
 public:
     FloatGuard() noexcept;
@@ -35,4 +35,4 @@ private:
     bool m_switched;
 };
 
-}  // namespace tamvelo::com
+} // namespace tamvelo::com

@@ -7,7 +7,8 @@
 
 namespace tamvelo::com {
 
-/// The edge of every COM method: runs `body`, and turns whatever it throws into an HRESULT with its error object.
+/// The edge of every COM method: runs `body`, and turns whatever it throws into an HRESULT with its error
+/// object.
 template <class Body>
 HRESULT Guard(REFIID interfaceId, Body&& body) noexcept {
     const FloatGuard floats;
@@ -19,4 +20,4 @@ HRESULT Guard(REFIID interfaceId, Body&& body) noexcept {
     }
 }
 
-}  // namespace tamvelo::com
+} // namespace tamvelo::com

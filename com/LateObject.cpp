@@ -13,17 +13,17 @@ namespace tamvelo::com {
 namespace {
 
 constexpr size_t kMostArguments = 16;
-constexpr HRESULT kObjectNotSet = static_cast<HRESULT>(0x800A005B);  // automation's number 91
+constexpr HRESULT kObjectNotSet = static_cast<HRESULT>(0x800A005B); // automation's number 91
 
 Error UnknownMember(const std::wstring& role, const wchar_t* member) {
     return {DISP_E_UNKNOWNNAME, L"El objeto «" + role + L"» no tiene el miembro «" + member + L"»."};
 }
 
-}  // namespace
+} // namespace
 
 DISPID FindMember(IDispatch* object, const wchar_t* member) noexcept {
     DISPID id = DISPID_UNKNOWN;
-    LPOLESTR name = const_cast<LPOLESTR>(member);
+    auto* name = const_cast<LPOLESTR>(member);
     const HRESULT result = object->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id);
     if (SUCCEEDED(result)) {
         return id;
@@ -50,27 +50,27 @@ Argument Argument::Reference(VARTYPE type, void* variable) {
 
 void Argument::Load(VARIANT& cell) {
     if (m_type == VT_EMPTY) {
-        cell = m_value.Get();  // borrowed: the argument outlives the call
+        cell = m_value.Get(); // borrowed: the argument outlives the call
         return;
     }
     cell.vt = static_cast<VARTYPE>(m_type | VT_BYREF);
     switch (m_type) {
-        case VT_BOOL:
-            m_value = Variant(*static_cast<bool*>(m_variable));
-            cell.pboolVal = &m_value.Address()->boolVal;
-            break;
-        case VT_BSTR:
-            m_value = Variant(std::wstring_view(*static_cast<std::wstring*>(m_variable)));
-            cell.pbstrVal = &m_value.Address()->bstrVal;
-            break;
-        case VT_DISPATCH:
-            cell.ppdispVal = static_cast<ComPtr<IDispatch>*>(m_variable)->GetAddressOf();
-            break;
-        case VT_VARIANT:
-            cell.pvarVal = static_cast<Variant*>(m_variable)->Address();
-            break;
-        default:
-            cell.byref = m_variable;
+    case VT_BOOL:
+        m_value = Variant(*static_cast<bool*>(m_variable));
+        cell.pboolVal = &m_value.Address()->boolVal;
+        break;
+    case VT_BSTR:
+        m_value = Variant(std::wstring_view(*static_cast<std::wstring*>(m_variable)));
+        cell.pbstrVal = &m_value.Address()->bstrVal;
+        break;
+    case VT_DISPATCH:
+        cell.ppdispVal = static_cast<ComPtr<IDispatch>*>(m_variable)->GetAddressOf();
+        break;
+    case VT_VARIANT:
+        cell.pvarVal = static_cast<Variant*>(m_variable)->Address();
+        break;
+    default:
+        cell.byref = m_variable;
     }
 }
 
@@ -80,7 +80,8 @@ void Argument::Store() {
     } else if (m_type == VT_BSTR) {
         std::wstring& variable = *static_cast<std::wstring*>(m_variable);
         const BSTR text = m_value.Get().bstrVal;
-        const std::wstring_view view = text ? std::wstring_view(text, SysStringLen(text)) : std::wstring_view();
+        const std::wstring_view view =
+            text ? std::wstring_view(text, SysStringLen(text)) : std::wstring_view();
         if (view != variable) {
             variable = view;
         }
@@ -118,8 +119,9 @@ Variant LateObject::Call(const wchar_t* member, Arguments arguments) {
     const DISPID id = IdOf(member);
     std::array<VARIANT, kMostArguments> cells;
     const size_t count = arguments.size();
-    // The list's elements are const, but it is ours alone: loading keeps what a reference points at inside them.
-    Argument* list = const_cast<Argument*>(arguments.begin());
+    // The list's elements are const, but it is ours alone: loading keeps what a reference points at inside
+    // them.
+    auto* list = const_cast<Argument*>(arguments.begin());
     for (size_t i = 0; i < count; ++i) {
         list[i].Load(cells[count - 1 - i]);
     }
@@ -153,11 +155,11 @@ Variant LateObject::Invoke(const wchar_t* member, DISPID id, WORD flags, DISPPAR
     EXCEPINFO thrown{};
     HRESULT code;
     {
-        const ComPtr<IDispatch> alive = m_object;  // the host may make us let go of it while it runs
+        const ComPtr<IDispatch> alive = m_object; // the host may make us let go of it while it runs
         const HostFloats floats;
         const bool put = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
-        code = alive->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, put ? nullptr : result.Address(),
-                             &thrown, nullptr);
+        code = alive->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
+                             put ? nullptr : result.Address(), &thrown, nullptr);
     }
     if (FAILED(code)) {
         Error error = ErrorOfInvoke(code, thrown);
@@ -167,7 +169,8 @@ Variant LateObject::Invoke(const wchar_t* member, DISPID id, WORD flags, DISPPAR
         if (!line.empty()) {
             wchar_t number[16];
             wsprintfW(number, L"%08lX", static_cast<unsigned long>(error.number));
-            Trace::Line(L"  " + std::wstring(member) + L" ! " + number + L" " + error.source + L": " + error.description);
+            Trace::Line(L"  " + std::wstring(member) + L" ! " + number + L" " + error.source + L": " +
+                        error.description);
         }
         throw error;
     }
@@ -184,4 +187,4 @@ Variant LateObject::Invoke(const wchar_t* member, DISPID id, WORD flags, DISPPAR
     return result;
 }
 
-}  // namespace tamvelo::com
+} // namespace tamvelo::com

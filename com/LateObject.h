@@ -10,8 +10,8 @@
 
 namespace tamvelo::com {
 
-/// One argument of a late-bound call. Literals travel by value; `Ref` passes one of our own variables by reference,
-/// typed, so that the callee may change it: the variable has the new value when the call returns.
+/// One argument of a late-bound call. Literals travel by value; `Ref` passes one of our own variables by
+/// reference, typed, so that the callee may change it: the variable has the new value when the call returns.
 class Argument {
 public:
     Argument(short value) : m_value(value) {}
@@ -27,7 +27,9 @@ public:
     static Argument Ref(DATE& variable) { return Reference(VT_DATE, &variable); }
     static Argument Ref(bool& variable) { return Reference(VT_BOOL, &variable); }
     static Argument Ref(std::wstring& variable) { return Reference(VT_BSTR, &variable); }
-    static Argument Ref(ComPtr<IDispatch>& variable) { return Reference(VT_DISPATCH, std::addressof(variable)); }
+    static Argument Ref(ComPtr<IDispatch>& variable) {
+        return Reference(VT_DISPATCH, std::addressof(variable));
+    }
     static Argument Ref(Variant& variable) { return Reference(VT_VARIANT, &variable); }
 
 private:
@@ -40,14 +42,14 @@ private:
     void Store();
 
     Variant m_value;
-    VARTYPE m_type = VT_EMPTY;  // VT_EMPTY: by value
+    VARTYPE m_type = VT_EMPTY; // VT_EMPTY: by value
     void* m_variable = nullptr;
 };
 
 using Arguments = std::initializer_list<Argument>;
 
-/// An object of the host, reached by member name. Looks each name up once. Errors come out as com::Error with the
-/// host's own number, source and text; an unknown member names itself and the object's role.
+/// An object of the host, reached by member name. Looks each name up once. Errors come out as com::Error with
+/// the host's own number, source and text; an unknown member names itself and the object's role.
 class LateObject {
 public:
     LateObject() = default;
@@ -61,8 +63,8 @@ public:
     /// Calls a method or reads a property; arguments in declared order.
     Variant Call(const wchar_t* member, Arguments arguments = {});
     void Put(const wchar_t* member, const Argument& value);
-    /// Whether the object knows the name. For shapes only (is it a record set, is it a control): whether a host
-    /// implements a member of its contract is never asked beforehand.
+    /// Whether the object knows the name. For shapes only (is it a record set, is it a control): whether a
+    /// host implements a member of its contract is never asked beforehand.
     bool Answers(const wchar_t* member) noexcept;
     /// Asks again for names from now on; for an object that may have grown or lost members.
     void ForgetNames() { m_known.clear(); }
@@ -80,8 +82,8 @@ private:
     std::vector<Known> m_known;
 };
 
-/// The one name look-up; DISPID_UNKNOWN when the object does not know the name. Objects that answer only through
-/// IDispatchEx (script classes) are asked that way.
+/// The one name look-up; DISPID_UNKNOWN when the object does not know the name. Objects that answer only
+/// through IDispatchEx (script classes) are asked that way.
 DISPID FindMember(IDispatch* object, const wchar_t* member) noexcept;
 
-}  // namespace tamvelo::com
+} // namespace tamvelo::com

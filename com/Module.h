@@ -19,4 +19,4 @@ private:
     static inline volatile LONG s_locks = 0;
 };
 
-}  // namespace tamvelo::com
+} // namespace tamvelo::com

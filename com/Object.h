@@ -8,9 +8,9 @@
 
 namespace tamvelo::com {
 
-/// IUnknown once for every class: reference count, module count and QueryInterface over the listed interfaces. The
-/// first listed is the object's identity; IDispatch is answered when the first interface derives from it. Objects
-/// start with one reference: make them with `Make`.
+/// IUnknown once for every class: reference count, module count and QueryInterface over the listed
+/// interfaces. The first listed is the object's identity; IDispatch is answered when the first interface
+/// derives from it. Objects start with one reference: make them with `Make`.
 template <class First, class... Others>
 class Object : public First, public Others... {
 public:
@@ -34,7 +34,9 @@ public:
         AddRef();
         return S_OK;
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(InterlockedIncrement(&m_references)); }
+    ULONG STDMETHODCALLTYPE AddRef() override {
+        return static_cast<ULONG>(InterlockedIncrement(&m_references));
+    }
     ULONG STDMETHODCALLTYPE Release() override {
         const LONG left = InterlockedDecrement(&m_references);
         if (left == 0) {
@@ -61,4 +63,4 @@ ComPtr<T> Make(Parameters&&... parameters) {
     return made;
 }
 
-}  // namespace tamvelo::com
+} // namespace tamvelo::com

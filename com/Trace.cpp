@@ -16,48 +16,49 @@ std::wstring g_path;
 
 const wchar_t* TypeName(VARTYPE type) {
     switch (type & VT_TYPEMASK) {
-        case VT_I2:
-            return L"Integer";
-        case VT_I4:
-            return L"Long";
-        case VT_R8:
-            return L"Double";
-        case VT_BOOL:
-            return L"Boolean";
-        case VT_DATE:
-            return L"Date";
-        case VT_BSTR:
-            return L"String";
-        case VT_VARIANT:
-            return L"Variant";
-        case VT_DISPATCH:
-        case VT_UNKNOWN:
-            return L"Object";
-        default:
-            return L"Otro";
+    case VT_I2:
+        return L"Integer";
+    case VT_I4:
+        return L"Long";
+    case VT_R8:
+        return L"Double";
+    case VT_BOOL:
+        return L"Boolean";
+    case VT_DATE:
+        return L"Date";
+    case VT_BSTR:
+        return L"String";
+    case VT_VARIANT:
+        return L"Variant";
+    case VT_DISPATCH:
+    case VT_UNKNOWN:
+        return L"Object";
+    default:
+        return L"Otro";
     }
 }
 
 std::wstring DescribePlain(const VARIANT& value) {
     switch (value.vt) {
-        case VT_EMPTY:
-            return L"Empty";
-        case VT_NULL:
-            return L"Null";
-        case VT_ERROR:
-            return value.scode == DISP_E_PARAMNOTFOUND ? L"(omitido)" : L"Error";
-        case VT_DISPATCH:
-        case VT_UNKNOWN:
-            return value.punkVal ? L"Object" : L"Nothing";
-        default:
-            break;
+    case VT_EMPTY:
+        return L"Empty";
+    case VT_NULL:
+        return L"Null";
+    case VT_ERROR:
+        return value.scode == DISP_E_PARAMNOTFOUND ? L"(omitido)" : L"Error";
+    case VT_DISPATCH:
+    case VT_UNKNOWN:
+        return value.punkVal ? L"Object" : L"Nothing";
+    default:
+        break;
     }
     if (value.vt & VT_ARRAY) {
         return L"Matriz";
     }
     Variant text;
     // Fixed locale: two traces of one session compare equal on machines with different settings.
-    if (FAILED(VariantChangeTypeEx(text.Address(), const_cast<VARIANT*>(&value), MAKELCID(MAKELANGID(LANG_SPANISH, SUBLANG_SPANISH_MODERN), SORT_DEFAULT),
+    if (FAILED(VariantChangeTypeEx(text.Address(), const_cast<VARIANT*>(&value),
+                                   MAKELCID(MAKELANGID(LANG_SPANISH, SUBLANG_SPANISH_MODERN), SORT_DEFAULT),
                                    0, VT_BSTR))) {
         return TypeName(value.vt);
     }
@@ -74,7 +75,7 @@ std::wstring DescribePlain(const VARIANT& value) {
     return std::wstring(TypeName(value.vt)) + L" " + shown;
 }
 
-}  // namespace
+} // namespace
 
 void Trace::WriteTo(const std::wstring& path) noexcept {
     try {
@@ -90,8 +91,8 @@ void Trace::Line(std::wstring_view text) noexcept {
     try {
         const std::scoped_lock lock(g_lock);
         // Opened anew for each line: the log stays readable while the host runs and complete if it dies.
-        const HANDLE file = CreateFileW(g_path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                        OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+        const HANDLE file = CreateFileW(g_path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                        nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
         if (file == INVALID_HANDLE_VALUE) {
             s_enabled = false;
             return;
@@ -116,4 +117,4 @@ std::wstring Trace::Describe(const VARIANT& value) {
     return L"&" + DescribePlain(plain.Get());
 }
 
-}  // namespace tamvelo::com
+} // namespace tamvelo::com

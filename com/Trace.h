@@ -7,9 +7,9 @@
 
 namespace tamvelo::com {
 
-/// The log of every call that leaves the library, one line each, as UTF-8 text. A host developer's debugger, and what
-/// the tests compare. Off until a file is named; a file that cannot be written switches it off silently, because a
-/// diagnosis must never disturb the host.
+/// The log of every call that leaves the library, one line each, as UTF-8 text. A host developer's debugger,
+/// and what the tests compare. Off until a file is named; a file that cannot be written switches it off
+/// silently, because a diagnosis must never disturb the host.
 class Trace {
 public:
     /// Appends to `path` from now on; an empty path switches the trace off.
@@ -23,4 +23,4 @@ private:
     static inline bool s_enabled = false;
 };
 
-}  // namespace tamvelo::com
+} // namespace tamvelo::com

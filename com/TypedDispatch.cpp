@@ -82,9 +82,10 @@ HRESULT FillDefault(const PARAMDESC& parameter, bool omitted, Cell& cell) {
         return omitted ? DISP_E_PARAMNOTOPTIONAL : DISP_E_BADPARAMCOUNT;
     }
     if (parameter.wParamFlags & PARAMFLAG_FHASDEFAULT) {
-        return VariantChangeType(cell.value.Address(), &parameter.pparamdescex->varDefaultValue, 0, cell.type);
+        return VariantChangeType(cell.value.Address(), &parameter.pparamdescex->varDefaultValue, 0,
+                                 cell.type);
     }
-    cell.value.Address()->vt = cell.type;  // zero, or the null string
+    cell.value.Address()->vt = cell.type; // zero, or the null string
     return S_OK;
 }
 
@@ -111,21 +112,21 @@ bool Changed(const Cell& cell) {
     const VARIANT& now = cell.value.Get();
     const VARIANT& before = cell.before.Get();
     switch (cell.type) {
-        case VT_BSTR:
-            return cell.value.ToText() != cell.before.ToText();
-        case VT_DISPATCH:
-            return now.pdispVal != before.pdispVal;
-        case VT_I2:
-        case VT_BOOL:
-            return now.iVal != before.iVal;
-        case VT_I4:
-            return now.lVal != before.lVal;
-        default:
-            return now.cyVal.int64 != before.cyVal.int64;
+    case VT_BSTR:
+        return cell.value.ToText() != cell.before.ToText();
+    case VT_DISPATCH:
+        return now.pdispVal != before.pdispVal;
+    case VT_I2:
+    case VT_BOOL:
+        return now.iVal != before.iVal;
+    case VT_I4:
+        return now.lVal != before.lVal;
+    default:
+        return now.cyVal.int64 != before.cyVal.int64;
     }
 }
 
-}  // namespace
+} // namespace
 
 ComPtr<ITypeInfo> OwnTypeInfo(REFIID interfaceId) noexcept {
     ComPtr<ITypeInfo> info;
@@ -138,8 +139,8 @@ ComPtr<ITypeInfo> OwnTypeInfo(REFIID interfaceId) noexcept {
     return info;
 }
 
-HRESULT InvokeTyped(ITypeInfo* info, void* self, DISPID id, WORD flags, DISPPARAMS* parameters, VARIANT* result,
-                    EXCEPINFO* thrown, UINT* wrong) noexcept {
+HRESULT InvokeTyped(ITypeInfo* info, void* self, DISPID id, WORD flags, DISPPARAMS* parameters,
+                    VARIANT* result, EXCEPINFO* thrown, UINT* wrong) noexcept {
     const FloatGuard floats;
     try {
         const Function function(info, id, flags);
@@ -160,7 +161,8 @@ HRESULT InvokeTyped(ITypeInfo* info, void* self, DISPID id, WORD flags, DISPPARA
             cells[i].before = cells[i].value;
             VARIANT& argument = exact[cells.size() - 1 - i];
             argument.vt = cells[i].type;
-            if (function.Parameter(i).tdesc.vt == VT_PTR && function.Parameter(i).tdesc.lptdesc->vt != VT_USERDEFINED) {
+            if (function.Parameter(i).tdesc.vt == VT_PTR &&
+                function.Parameter(i).tdesc.lptdesc->vt != VT_USERDEFINED) {
                 argument.vt |= VT_BYREF;
                 argument.byref = &cells[i].value.Address()->lVal;
             } else {
@@ -185,4 +187,4 @@ HRESULT InvokeTyped(ITypeInfo* info, void* self, DISPID id, WORD flags, DISPPARA
     }
 }
 
-}  // namespace tamvelo::com
+} // namespace tamvelo::com

@@ -46,9 +46,7 @@ Variant::Variant(IDispatch* value) noexcept : Variant() {
     }
 }
 
-Variant::Variant(const Variant& other) : Variant() {
-    Check(VariantCopy(&m_value, other.In()));
-}
+Variant::Variant(const Variant& other) : Variant() { Check(VariantCopy(&m_value, other.In())); }
 
 Variant& Variant::operator=(const Variant& other) {
     if (this != &other) {
@@ -126,24 +124,17 @@ std::wstring Variant::ToText() const {
 }
 
 bool Variant::ToBool() const {
-    return !Absent() && (m_value.vt == VT_BOOL ? m_value.boolVal : As(VT_BOOL).m_value.boolVal) != VARIANT_FALSE;
+    return !Absent() &&
+           (m_value.vt == VT_BOOL ? m_value.boolVal : As(VT_BOOL).m_value.boolVal) != VARIANT_FALSE;
 }
 
-long Variant::ToLong() const {
-    return m_value.vt == VT_I4 ? m_value.lVal : As(VT_I4).m_value.lVal;
-}
+long Variant::ToLong() const { return m_value.vt == VT_I4 ? m_value.lVal : As(VT_I4).m_value.lVal; }
 
-short Variant::ToShort() const {
-    return m_value.vt == VT_I2 ? m_value.iVal : As(VT_I2).m_value.iVal;
-}
+short Variant::ToShort() const { return m_value.vt == VT_I2 ? m_value.iVal : As(VT_I2).m_value.iVal; }
 
-double Variant::ToDouble() const {
-    return m_value.vt == VT_R8 ? m_value.dblVal : As(VT_R8).m_value.dblVal;
-}
+double Variant::ToDouble() const { return m_value.vt == VT_R8 ? m_value.dblVal : As(VT_R8).m_value.dblVal; }
 
-DATE Variant::ToDate() const {
-    return m_value.vt == VT_DATE ? m_value.date : As(VT_DATE).m_value.date;
-}
+DATE Variant::ToDate() const { return m_value.vt == VT_DATE ? m_value.date : As(VT_DATE).m_value.date; }
 
 ComPtr<IDispatch> Variant::ToObject() const {
     ComPtr<IDispatch> object;
@@ -159,4 +150,4 @@ ComPtr<IDispatch> Variant::ToObject() const {
     return object;
 }
 
-}  // namespace tamvelo::com
+} // namespace tamvelo::com

@@ -27,7 +27,8 @@ private:
     BSTR m_text = nullptr;
 };
 
-/// An owned automation value. Conversions throw com::Error (type mismatch, overflow) and follow the user's locale.
+/// An owned automation value. Conversions throw com::Error (type mismatch, overflow) and follow the user's
+/// locale.
 class Variant {
 public:
     Variant() noexcept { VariantInit(&m_value); }
@@ -85,4 +86,4 @@ private:
     VARIANT m_value;
 };
 
-}  // namespace tamvelo::com
+} // namespace tamvelo::com

@@ -13,8 +13,7 @@
 
 #include <windows.h>
 
+#include <ocidl.h>
 #include <ole2.h>
 #include <oleauto.h>
-
-#include <ocidl.h>
 #include <olectl.h>

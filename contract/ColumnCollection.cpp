@@ -4,9 +4,7 @@
 
 namespace tamvelo::contract {
 
-short ColumnCollection::Count() {
-    return m_object.Call(L"Count").ToShort();
-}
+short ColumnCollection::Count() { return m_object.Call(L"Count").ToShort(); }
 
 ColumnCollection::Column ColumnCollection::Item(short index) {
     const com::ComPtr<IDispatch> column = m_object.Call(L"Item", {index}).ToObject();
@@ -16,4 +14,4 @@ ColumnCollection::Column ColumnCollection::Item(short index) {
     return Column(column.Get());
 }
 
-}  // namespace tamvelo::contract
+} // namespace tamvelo::contract

@@ -35,4 +35,4 @@ private:
     com::LateObject m_object;
 };
 
-}  // namespace tamvelo::contract
+} // namespace tamvelo::contract

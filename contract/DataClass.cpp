@@ -11,23 +11,15 @@ namespace {
 constexpr wchar_t kOrderedSelection[] = L"seleccion";
 
 /// A host's "Not valid?" test negates the answer and then reads Null as False, so Null passes.
-bool Accepted(const Variant& answer) {
-    return answer.IsNull() || answer.ToBool();
-}
+bool Accepted(const Variant& answer) { return answer.IsNull() || answer.ToBool(); }
 
-}  // namespace
+} // namespace
 
-std::wstring DataClass::sClassName() {
-    return m_object.Call(L"sClassName").ToText();
-}
+std::wstring DataClass::sClassName() { return m_object.Call(L"sClassName").ToText(); }
 
-void DataClass::Requery() {
-    m_object.Call(L"Requery");
-}
+void DataClass::Requery() { m_object.Call(L"Requery"); }
 
-void DataClass::Requery(std::wstring_view selection) {
-    m_object.Call(L"Requery", {selection});
-}
+void DataClass::Requery(std::wstring_view selection) { m_object.Call(L"Requery", {selection}); }
 
 void DataClass::FindRecord(std::wstring_view text, std::optional<short> number) {
     if (number) {
@@ -52,29 +44,17 @@ std::wstring DataClass::CreateFilter(ComPtr<IDispatch> control, std::optional<sh
     return m_object.Call(L"CreateFilter", {Argument::Ref(control)}).ToText();
 }
 
-void DataClass::AplyFilter(std::wstring_view filter) {
-    m_object.Call(L"AplyFilter", {filter});
-}
+void DataClass::AplyFilter(std::wstring_view filter) { m_object.Call(L"AplyFilter", {filter}); }
 
-bool DataClass::existenregistros() {
-    return m_object.Call(L"existenregistros").ToBool();
-}
+bool DataClass::existenregistros() { return m_object.Call(L"existenregistros").ToBool(); }
 
-void DataClass::MoveFirst() {
-    m_object.Call(L"MoveFirst");
-}
+void DataClass::MoveFirst() { m_object.Call(L"MoveFirst"); }
 
-void DataClass::MoveLast() {
-    m_object.Call(L"MoveLast");
-}
+void DataClass::MoveLast() { m_object.Call(L"MoveLast"); }
 
-void DataClass::MoveNext() {
-    m_object.Call(L"MoveNext");
-}
+void DataClass::MoveNext() { m_object.Call(L"MoveNext"); }
 
-void DataClass::MovePrevious() {
-    m_object.Call(L"MovePrevious");
-}
+void DataClass::MovePrevious() { m_object.Call(L"MovePrevious"); }
 
 void DataClass::SetOrder(short& column, bool descending) {
     m_object.Call(L"SetOrder", {Argument::Ref(column), descending ? L" DESC" : L"", kOrderedSelection});
@@ -92,9 +72,7 @@ long DataClass::ValidaDefinedSize(ComPtr<IDispatch> box) {
     return m_object.Call(L"ValidaDefinedSize", {Argument::Ref(box)}).ToLong();
 }
 
-Variant DataClass::GetConnection() {
-    return m_object.Call(L"GetConnection");
-}
+Variant DataClass::GetConnection() { return m_object.Call(L"GetConnection"); }
 
 void DataClass::Aceptar_todos(Variant& connection) {
     m_object.Call(L"Aceptar_todos", {Argument::Ref(connection)});
@@ -108,4 +86,4 @@ std::wstring DataClass::NuevoCodigo_Fam(std::wstring_view family) {
     return m_object.Call(L"NuevoCodigo_Fam", {family}).ToText();
 }
 
-}  // namespace tamvelo::contract
+} // namespace tamvelo::contract

@@ -7,9 +7,9 @@
 
 namespace tamvelo::contract {
 
-/// The host's data class (`MyClase`): one table's record set behind late-bound members. Every member here is one call
-/// with the host's own names and argument order; nothing is asked in advance, so a member that the host lacks throws
-/// when it is used. All throw com::Error with the host's own error.
+/// The host's data class (`MyClase`): one table's record set behind late-bound members. Every member here is
+/// one call with the host's own names and argument order; nothing is asked in advance, so a member that the
+/// host lacks throws when it is used. All throw com::Error with the host's own error.
 class DataClass {
 public:
     DataClass() = default;
@@ -27,7 +27,8 @@ public:
     std::wstring GetFilter(std::wstring_view slot);
     /// `filter` travels by reference: the host may rewrite it.
     void SetFilter(std::wstring& filter, std::wstring_view slot);
-    /// The fragment for what was typed in `control`; `bound` is 0 equal, 1 lower, 2 upper, where the dialog passes one.
+    /// The fragment for what was typed in `control`; `bound` is 0 equal, 1 lower, 2 upper, where the dialog
+    /// passes one.
     std::wstring CreateFilter(com::ComPtr<IDispatch> control, std::optional<short> bound = {});
     /// The empty string clears the filter.
     void AplyFilter(std::wstring_view filter);
@@ -52,4 +53,4 @@ private:
     com::LateObject m_object;
 };
 
-}  // namespace tamvelo::contract
+} // namespace tamvelo::contract

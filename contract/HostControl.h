@@ -10,8 +10,8 @@ namespace tamvelo::contract {
 class HostControl {
 public:
     HostControl() = default;
-    /// Takes any automation object that looks like a control: one that answers `Text`, `Caption`, `Value` or `hWnd`.
-    /// Null is the absent control. Throws a type mismatch for anything else.
+    /// Takes any automation object that looks like a control: one that answers `Text`, `Caption`, `Value` or
+    /// `hWnd`. Null is the absent control. Throws a type mismatch for anything else.
     explicit HostControl(IDispatch* object);
 
     /// The control's text; "" when there is none.
@@ -24,4 +24,4 @@ private:
     com::ComPtr<IDispatch> m_reference;
 };
 
-}  // namespace tamvelo::contract
+} // namespace tamvelo::contract

@@ -8,27 +8,17 @@ using com::Variant;
 
 namespace {
 
-Argument Selection(ReportChoice& choice) {
-    return Argument::Ref(choice.selection);
-}
+Argument Selection(ReportChoice& choice) { return Argument::Ref(choice.selection); }
 
-Argument Output(ReportChoice& choice) {
-    return Argument::Ref(choice.output);
-}
+Argument Output(ReportChoice& choice) { return Argument::Ref(choice.output); }
 
-Argument Copies(ReportChoice& choice) {
-    return Argument::Ref(choice.copies);
-}
+Argument Copies(ReportChoice& choice) { return Argument::Ref(choice.copies); }
 
-Argument Day(DATE day) {
-    return Variant::Date(day);
-}
+Argument Day(DATE day) { return Variant::Date(day); }
 
-}  // namespace
+} // namespace
 
-void Sink::AceptarBuscar() {
-    m_object.Call(L"AceptarBuscar");
-}
+void Sink::AceptarBuscar() { m_object.Call(L"AceptarBuscar"); }
 
 void Sink::AceptarSeleccion(short& index, ComPtr<IDispatch>& control, const Variant& value) {
     m_object.Call(L"AceptarSeleccion", {Argument::Ref(index), Argument::Ref(control), value});
@@ -38,9 +28,10 @@ void Sink::AceptarSeleccionCode(short code, ComPtr<IDispatch>& control, const Va
     m_object.Call(L"AceptarSeleccion", {code, Argument::Ref(control), value});
 }
 
-void Sink::AceptarSeleccionParam(short& index, ComPtr<IDispatch>& control, const Variant& first, const Variant& second,
-                                 const Variant& third) {
-    m_object.Call(L"AceptarSeleccionParam", {Argument::Ref(index), Argument::Ref(control), first, second, third});
+void Sink::AceptarSeleccionParam(short& index, ComPtr<IDispatch>& control, const Variant& first,
+                                 const Variant& second, const Variant& third) {
+    m_object.Call(L"AceptarSeleccionParam",
+                  {Argument::Ref(index), Argument::Ref(control), first, second, third});
 }
 
 void Sink::AceptarSeleccionParamCode(short code, ComPtr<IDispatch>& control, const Variant& first,
@@ -50,7 +41,8 @@ void Sink::AceptarSeleccionParamCode(short code, ComPtr<IDispatch>& control, con
 
 void Sink::clsEvents_AceptaSeleccion(short& index, ComPtr<IDispatch>& control, const Variant& first,
                                      const Variant& second, const Variant& third) {
-    m_object.Call(L"clsEvents_AceptaSeleccion", {Argument::Ref(index), Argument::Ref(control), first, second, third});
+    m_object.Call(L"clsEvents_AceptaSeleccion",
+                  {Argument::Ref(index), Argument::Ref(control), first, second, third});
 }
 
 void Sink::ActualizaColumnas(ComPtr<IDispatch>& columns) {
@@ -73,15 +65,15 @@ void Sink::AceptarReportsPlain(ReportChoice& choice) {
     m_object.Call(L"AceptarReports", {Selection(choice), short{0}, short{0}});
 }
 
-void Sink::AceptarReportsParam(ReportChoice& choice, DATE first, DATE last, std::wstring_view text, short& third,
-                               short& fourth, std::wstring_view other, std::wstring& list) {
+void Sink::AceptarReportsParam(ReportChoice& choice, DATE first, DATE last, std::wstring_view text,
+                               short& third, short& fourth, std::wstring_view other, std::wstring& list) {
     m_object.Call(L"AceptarReportsParam",
                   {Selection(choice), Output(choice), Copies(choice), Day(first), Day(last), text,
                    Argument::Ref(third), Argument::Ref(fourth), other, Argument::Ref(list)});
 }
 
-void Sink::AceptarReportsParamMail(ReportChoice& choice, DATE first, DATE last, std::wstring_view text, short& third,
-                                   short& fourth, std::wstring_view other, std::wstring& list) {
+void Sink::AceptarReportsParamMail(ReportChoice& choice, DATE first, DATE last, std::wstring_view text,
+                                   short& third, short& fourth, std::wstring_view other, std::wstring& list) {
     m_object.Call(L"AceptarReportsParamMail",
                   {Selection(choice), Output(choice), Copies(choice), Day(first), Day(last), text,
                    Argument::Ref(third), Argument::Ref(fourth), other, Argument::Ref(list)});
@@ -94,10 +86,11 @@ void Sink::AceptarReportsInformesParam(ReportChoice& choice, DATE first, DATE la
                    Argument::Ref(third), Argument::Ref(fourth), other});
 }
 
-void Sink::AceptarReportsParamHr(ReportChoice& choice, DATE first, DATE last, std::wstring_view text, bool firstFlag,
-                                 bool secondFlag, DATE firstHour, DATE lastHour) {
-    m_object.Call(L"AceptarReportsParamHr", {Selection(choice), Output(choice), Copies(choice), Day(first), Day(last),
-                                             text, firstFlag, secondFlag, Day(firstHour), Day(lastHour)});
+void Sink::AceptarReportsParamHr(ReportChoice& choice, DATE first, DATE last, std::wstring_view text,
+                                 bool firstFlag, bool secondFlag, DATE firstHour, DATE lastHour) {
+    m_object.Call(L"AceptarReportsParamHr",
+                  {Selection(choice), Output(choice), Copies(choice), Day(first), Day(last), text, firstFlag,
+                   secondFlag, Day(firstHour), Day(lastHour)});
 }
 
 void Sink::AceptarReportsFchAuto(ReportChoice& choice, DATE first, DATE last, short automatic) {
@@ -121,13 +114,15 @@ void Sink::AceptarInformesFch(ReportChoice& choice, DATE first, DATE last, std::
 }
 
 void Sink::AceptarInformesFchAutoTipoTime(ReportChoice& choice, const std::array<Variant, 9>& conditions) {
-    m_object.Call(L"AceptarInformesFchAutoTipoTime",
-                  {Selection(choice), Output(choice), Copies(choice), conditions[0], conditions[1], conditions[2],
-                   conditions[3], conditions[4], conditions[5], conditions[6], conditions[7], conditions[8]});
+    m_object.Call(
+        L"AceptarInformesFchAutoTipoTime",
+        {Selection(choice), Output(choice), Copies(choice), conditions[0], conditions[1], conditions[2],
+         conditions[3], conditions[4], conditions[5], conditions[6], conditions[7], conditions[8]});
 }
 
 void Sink::AceptarDocNumAut(ReportChoice& choice, const Variant& first, const Variant& last, bool automatic) {
-    m_object.Call(L"AceptarDocNumAut", {Selection(choice), Output(choice), Copies(choice), first, last, automatic});
+    m_object.Call(L"AceptarDocNumAut",
+                  {Selection(choice), Output(choice), Copies(choice), first, last, automatic});
 }
 
 void Sink::AceptarListasParam(ReportChoice& choice, std::wstring_view text) {
@@ -138,4 +133,4 @@ void Sink::AceptarEtiqueta(ComPtr<IDispatch>& selection) {
     m_object.Call(L"AceptarEtiqueta", {Argument::Ref(selection)});
 }
 
-}  // namespace tamvelo::contract
+} // namespace tamvelo::contract

@@ -7,15 +7,17 @@
 
 namespace tamvelo::contract {
 
-/// What every report dialog hands over first: which reports, where to, how many copies. All travel by reference.
+/// What every report dialog hands over first: which reports, where to, how many copies. All travel by
+/// reference.
 struct ReportChoice {
-    com::ComPtr<IDispatch> selection;  // a collection of Booleans, one per report
-    short output = 0;                  // index of the output list; 0 is the printer
+    com::ComPtr<IDispatch> selection; // a collection of Booleans, one per report
+    short output = 0;                 // index of the output list; 0 is the printer
     short copies = 0;
 };
 
-/// The host's event sink: each member carries one dialog's result. Variables of the dialog travel by reference, so
-/// the host may change them; expressions and literals by value. All throw com::Error with the host's own error.
+/// The host's event sink: each member carries one dialog's result. Variables of the dialog travel by
+/// reference, so the host may change them; expressions and literals by value. All throw com::Error with the
+/// host's own error.
 class Sink {
 public:
     Sink() = default;
@@ -42,14 +44,14 @@ public:
     void AceptarReports(ReportChoice& choice);
     /// For the dialog without output and copies: two zeros by value.
     void AceptarReportsPlain(ReportChoice& choice);
-    void AceptarReportsParam(ReportChoice& choice, DATE first, DATE last, std::wstring_view text, short& third,
-                             short& fourth, std::wstring_view other, std::wstring& list);
-    void AceptarReportsParamMail(ReportChoice& choice, DATE first, DATE last, std::wstring_view text, short& third,
-                                 short& fourth, std::wstring_view other, std::wstring& list);
+    void AceptarReportsParam(ReportChoice& choice, DATE first, DATE last, std::wstring_view text,
+                             short& third, short& fourth, std::wstring_view other, std::wstring& list);
+    void AceptarReportsParamMail(ReportChoice& choice, DATE first, DATE last, std::wstring_view text,
+                                 short& third, short& fourth, std::wstring_view other, std::wstring& list);
     void AceptarReportsInformesParam(ReportChoice& choice, DATE first, DATE last, std::wstring_view text,
                                      short& third, short& fourth, std::wstring_view other);
-    void AceptarReportsParamHr(ReportChoice& choice, DATE first, DATE last, std::wstring_view text, bool firstFlag,
-                               bool secondFlag, DATE firstHour, DATE lastHour);
+    void AceptarReportsParamHr(ReportChoice& choice, DATE first, DATE last, std::wstring_view text,
+                               bool firstFlag, bool secondFlag, DATE firstHour, DATE lastHour);
     /// `automatic` is a check box's value, 0 or 1, by value.
     void AceptarReportsFchAuto(ReportChoice& choice, DATE first, DATE last, short automatic);
     void AceptarInformesFchAuto(ReportChoice& choice, DATE first, DATE last, short automatic);
@@ -58,7 +60,8 @@ public:
     void AceptarInformesFch(ReportChoice& choice, DATE first, DATE last, std::wstring_view text);
     /// The nine arguments after the choice are the dialog's own, in its documented order.
     void AceptarInformesFchAutoTipoTime(ReportChoice& choice, const std::array<com::Variant, 9>& conditions);
-    void AceptarDocNumAut(ReportChoice& choice, const com::Variant& first, const com::Variant& last, bool automatic);
+    void AceptarDocNumAut(ReportChoice& choice, const com::Variant& first, const com::Variant& last,
+                          bool automatic);
     void AceptarListasParam(ReportChoice& choice, std::wstring_view text);
     void AceptarEtiqueta(com::ComPtr<IDispatch>& selection);
 
@@ -66,4 +69,4 @@ private:
     com::LateObject m_object;
 };
 
-}  // namespace tamvelo::contract
+} // namespace tamvelo::contract

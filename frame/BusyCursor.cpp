@@ -9,17 +9,18 @@ namespace tamvelo::frame {
 
 namespace {
 
-thread_local HCURSOR t_animated = nullptr;
+thread_local HCURSOR g_animated = nullptr;
 
 /// Null when the path has characters outside the ANSI code page: then there is no such file to this function.
 HCURSOR LoadAnimated(const std::wstring& path) {
     char narrow[MAX_PATH];
     BOOL lost = FALSE;
-    const int length = WideCharToMultiByte(CP_ACP, 0, path.c_str(), -1, narrow, ARRAYSIZE(narrow), nullptr, &lost);
+    const int length =
+        WideCharToMultiByte(CP_ACP, 0, path.c_str(), -1, narrow, ARRAYSIZE(narrow), nullptr, &lost);
     return length > 0 && !lost ? LoadCursorFromFileA(narrow) : nullptr;
 }
 
-}  // namespace
+} // namespace
 
 void PlainBusyCursor(HWND form, bool on) {
     if (on) {
@@ -33,17 +34,17 @@ void PlainBusyCursor(HWND form, bool on) {
 
 void AnimatedBusyCursor(HWND form, bool on, std::wstring_view kind) {
     if (on) {
-        AnimatedBusyCursor(form, false, kind);  // a second "on" must not lose the first one's handle
+        AnimatedBusyCursor(form, false, kind); // a second "on" must not lose the first one's handle
         SetCapture(form);
-        t_animated = LoadAnimated(LibraryFolder() + L"\\Image\\" + std::wstring(base::CursorFile(kind)));
-        SetCursor(t_animated);
+        g_animated = LoadAnimated(LibraryFolder() + L"\\Image\\" + std::wstring(base::CursorFile(kind)));
+        SetCursor(g_animated);
         return;
     }
-    PlainBusyCursor(form, false);  // the arrow first: a cursor in use is not destroyed
-    if (t_animated) {
-        DestroyCursor(t_animated);
-        t_animated = nullptr;
+    PlainBusyCursor(form, false); // the arrow first: a cursor in use is not destroyed
+    if (g_animated) {
+        DestroyCursor(g_animated);
+        g_animated = nullptr;
     }
 }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

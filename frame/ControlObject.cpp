@@ -13,7 +13,7 @@ using com::Invocation;
 using com::Member;
 using com::Variant;
 
-constexpr HRESULT kBadIndex = static_cast<HRESULT>(0x800A0009);  // automation's "subscript out of range"
+constexpr HRESULT kBadIndex = static_cast<HRESULT>(0x800A0009); // automation's "subscript out of range"
 
 enum class Kind { Plain, TextBox, Check, ListBox, ComboBox };
 
@@ -40,12 +40,10 @@ struct ListMessages {
 };
 constexpr ListMessages kListBox{LB_GETCOUNT,  LB_GETTEXTLEN, LB_GETTEXT,     LB_GETCURSEL,
                                 LB_SETCURSEL, LB_ADDSTRING,  LB_RESETCONTENT};
-constexpr ListMessages kComboBox{CB_GETCOUNT,  CB_GETLBTEXTLEN, CB_GETLBTEXT,    CB_GETCURSEL,
+constexpr ListMessages kComboBox{CB_GETCOUNT,  CB_GETLBTEXTLEN, CB_GETLBTEXT,   CB_GETCURSEL,
                                  CB_SETCURSEL, CB_ADDSTRING,    CB_RESETCONTENT};
 
-const ListMessages& MessagesOf(HWND window) {
-    return KindOf(window) == Kind::ListBox ? kListBox : kComboBox;
-}
+const ListMessages& MessagesOf(HWND window) { return KindOf(window) == Kind::ListBox ? kListBox : kComboBox; }
 
 std::wstring ItemText(HWND window, WPARAM index) {
     const ListMessages& messages = MessagesOf(window);
@@ -58,7 +56,7 @@ std::wstring ItemText(HWND window, WPARAM index) {
     return text;
 }
 
-}  // namespace
+} // namespace
 
 HWND ControlObject::Alive() const {
     if (!IsWindow(m_window)) {
@@ -90,36 +88,34 @@ std::span<const Member> ControlObject::Members() const {
     constexpr Member kSelStart{L"SelStart", 17, Member::GetPut, 0, 0, com::Run<&C::SelStart>};
     constexpr Member kSelLength{L"SelLength", 18, Member::GetPut, 0, 0, com::Run<&C::SelLength>};
 
-    static constexpr std::array kPlain{kName, kIndex, kField, kEnabled, kVisible, kFocus, kHandle, kTag, kCaption};
+    static constexpr std::array kPlain{kName,  kIndex,  kField, kEnabled, kVisible,
+                                       kFocus, kHandle, kTag,   kCaption};
     static constexpr std::array kTextBox{kName,   kIndex, kField, kEnabled,   kVisible,  kFocus,
                                          kHandle, kTag,   kText,  kMaxLength, kSelStart, kSelLength};
     static constexpr std::array kCheck{kName,  kIndex,  kField, kEnabled, kVisible,
                                        kFocus, kHandle, kTag,   kCaption, kValue};
-    static constexpr std::array kListBoxMembers{kName, kIndex, kField, kEnabled,   kVisible, kFocus, kHandle,  kTag,
-                                                kText, kCount, kList,  kListIndex, kAdd,     kClear, kSelected};
+    static constexpr std::array kListBoxMembers{kName,  kIndex,     kField, kEnabled, kVisible,
+                                                kFocus, kHandle,    kTag,   kText,    kCount,
+                                                kList,  kListIndex, kAdd,   kClear,   kSelected};
     static constexpr std::array kComboMembers{kName, kIndex, kField, kEnabled, kVisible,   kFocus, kHandle,
                                               kTag,  kText,  kCount, kList,    kListIndex, kAdd,   kClear};
     switch (KindOf(m_window)) {
-        case Kind::TextBox:
-            return kTextBox;
-        case Kind::Check:
-            return kCheck;
-        case Kind::ListBox:
-            return kListBoxMembers;
-        case Kind::ComboBox:
-            return kComboMembers;
-        default:
-            return kPlain;
+    case Kind::TextBox:
+        return kTextBox;
+    case Kind::Check:
+        return kCheck;
+    case Kind::ListBox:
+        return kListBoxMembers;
+    case Kind::ComboBox:
+        return kComboMembers;
+    default:
+        return kPlain;
     }
 }
 
-void ControlObject::Name(Invocation& call) {
-    call.Return(Variant(m_name));
-}
+void ControlObject::Name(Invocation& call) { call.Return(Variant(m_name)); }
 
-void ControlObject::Index(Invocation& call) {
-    call.Return(Variant(m_index));
-}
+void ControlObject::Index(Invocation& call) { call.Return(Variant(m_index)); }
 
 void ControlObject::Text(Invocation& call) {
     const HWND window = Alive();
@@ -242,9 +238,7 @@ void ControlObject::Clear(Invocation& /*call*/) {
     SendMessageW(window, MessagesOf(window).clear, 0, 0);
 }
 
-void ControlObject::Focus(Invocation& /*call*/) {
-    SetFocus(Alive());
-}
+void ControlObject::Focus(Invocation& /*call*/) { SetFocus(Alive()); }
 
 void ControlObject::Handle(Invocation& call) {
     call.Return(Variant(static_cast<long>(reinterpret_cast<LONG_PTR>(Alive()))));
@@ -258,4 +252,4 @@ void ControlObject::Tag(Invocation& call) {
     }
 }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

@@ -6,8 +6,8 @@
 
 namespace tamvelo::frame {
 
-/// A control of a form as the host sees it when it is handed one: an automation object with the members that a host
-/// of this kind reads. It may outlive the window; members that need it then raise an error.
+/// A control of a form as the host sees it when it is handed one: an automation object with the members that
+/// a host of this kind reads. It may outlive the window; members that need it then raise an error.
 class ControlObject : public com::Automation {
 public:
     /// `name` and `index` are the control's own in its control array.
@@ -51,4 +51,4 @@ private:
     com::Variant m_tag{L""};
 };
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

@@ -39,7 +39,7 @@ bool IsFile(const std::wstring& path) {
     return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
 }
 
-}  // namespace
+} // namespace
 
 void RegistrySettings::RestorePlacement(const std::wstring& key, PlacedForm& form) {
     base::Rect place = form.Place();
@@ -63,11 +63,13 @@ void RegistrySettings::SavePlacement(const std::wstring& key, PlacedForm& form) 
     }
 }
 
-std::wstring RegistrySettings::ReadValue(const std::wstring& key, const std::wstring& name, std::wstring fallback) {
+std::wstring RegistrySettings::ReadValue(const std::wstring& key, const std::wstring& name,
+                                         std::wstring fallback) {
     return ReadRegistryText(key, name).value_or(std::move(fallback));
 }
 
-void RegistrySettings::WriteValue(const std::wstring& key, const std::wstring& name, const std::wstring& value) {
+void RegistrySettings::WriteValue(const std::wstring& key, const std::wstring& name,
+                                  const std::wstring& value) {
     WriteRegistryText(key, name, value);
 }
 
@@ -75,9 +77,7 @@ std::wstring HostFolderFiles::ToolbarLayoutPath(std::wstring_view form) {
     return HostFolder() + std::wstring(form) + L".atb";
 }
 
-bool HostFolderFiles::Exists(const std::wstring& path) {
-    return IsFile(path);
-}
+bool HostFolderFiles::Exists(const std::wstring& path) { return IsFile(path); }
 
 LayoutPlace HostFolderFiles::GridLayoutPlace(const std::wstring& fileName) {
     std::wstring folder = HostFolder();
@@ -103,4 +103,4 @@ void SelectAllOnFocus::Receive(HWND window, IDispatch* /*control*/) {
     SendMessageW(window, combo ? CB_SETEDITSEL : EM_SETSEL, 0, combo ? MAKELPARAM(0, -1) : -1);
 }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

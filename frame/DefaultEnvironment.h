@@ -13,7 +13,8 @@ public:
     void WriteValue(const std::wstring& key, const std::wstring& name, const std::wstring& value) override;
 };
 
-/// Layout files in the sub-folder "AtbGrx" of the host program's folder, or of the folder that the environment names.
+/// Layout files in the sub-folder "AtbGrx" of the host program's folder, or of the folder that the
+/// environment names.
 class HostFolderFiles final : public FileService {
 public:
     std::wstring ToolbarLayoutPath(std::wstring_view form) override;
@@ -33,4 +34,4 @@ public:
     void Receive(HWND window, IDispatch* control) override;
 };
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

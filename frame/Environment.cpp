@@ -15,7 +15,8 @@ namespace {
 
 using com::Argument;
 
-// The same interfaces over a component of the environment. Its members carry Spanish names like the rest of a host.
+// The same interfaces over a component of the environment. Its members carry Spanish names like the rest of a
+// host.
 class LateSettings final : public Settings {
 public:
     explicit LateSettings(IDispatch* object) : m_object(object, L"Configuracion") {}
@@ -25,7 +26,8 @@ public:
     void SavePlacement(const std::wstring& key, PlacedForm& form) override {
         m_object.Call(L"GuardarPosicion", {key, form.FormObject().Get()});
     }
-    std::wstring ReadValue(const std::wstring& key, const std::wstring& name, std::wstring fallback) override {
+    std::wstring ReadValue(const std::wstring& key, const std::wstring& name,
+                           std::wstring fallback) override {
         m_object.Call(L"LeerValor", {key, name, Argument::Ref(fallback)});
         return fallback;
     }
@@ -61,7 +63,7 @@ public:
         try {
             m_object.Call(L"Mostrar", {static_cast<long>(error.number), error.source, error.description});
         } catch (const com::Error&) {
-            MessageBoxErrors().Show(owner, error);  // an error must not be lost with its reporter
+            MessageBoxErrors().Show(owner, error); // an error must not be lost with its reporter
         }
     }
 
@@ -83,7 +85,8 @@ com::ComPtr<IDispatch> CreateByName(const std::wstring& progId) {
     com::ComPtr<IDispatch> object;
     HRESULT result = CLSIDFromProgID(progId.c_str(), &id);
     if (SUCCEEDED(result)) {
-        result = CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_PPV_ARGS(&object));
+        result =
+            CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_PPV_ARGS(&object));
     }
     com::Check(result, L"No se puede crear el componente del entorno «" + progId + L"».");
     return object;
@@ -110,7 +113,7 @@ std::map<DWORD, std::unique_ptr<Environment>>& Environments() {
     return *environments;
 }
 
-}  // namespace
+} // namespace
 
 Environment& Environment::Get() {
     const std::scoped_lock lock(g_lock);
@@ -155,8 +158,6 @@ std::wstring EnvironmentValue(const wchar_t* name) {
     return ReadRegistryText(key, name).value_or(L"");
 }
 
-void StartTraceIfAsked() {
-    com::Trace::WriteTo(EnvironmentValue(L"Traza"));
-}
+void StartTraceIfAsked() { com::Trace::WriteTo(EnvironmentValue(L"Traza")); }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

@@ -8,13 +8,13 @@
 #include "com/ComPtr.h"
 #include "com/Error.h"
 
-/// The components of the host's environment that every dialog uses. Each is an interface here, created once per thread
-/// on first use. The library brings its own; an environment puts its own component in place of one by naming a ProgID
-/// in the registry, and is then called late-bound (docs/environment.md lists the members).
+/// The components of the host's environment that every dialog uses. Each is an interface here, created once
+/// per thread on first use. The library brings its own; an environment puts its own component in place of one
+/// by naming a ProgID in the registry, and is then called late-bound (docs/environment.md lists the members).
 namespace tamvelo::frame {
 
-/// A form as the settings component sees it: a rectangle in screen pixels, and an automation object with `Left`,
-/// `Top`, `Width`, `Height`, `Name`, `Caption`, `hWnd`.
+/// A form as the settings component sees it: a rectangle in screen pixels, and an automation object with
+/// `Left`, `Top`, `Width`, `Height`, `Name`, `Caption`, `hWnd`.
 class PlacedForm {
 public:
     virtual base::Rect Place() const = 0;
@@ -32,13 +32,14 @@ public:
     virtual void RestorePlacement(const std::wstring& key, PlacedForm& form) = 0;
     virtual void SavePlacement(const std::wstring& key, PlacedForm& form) = 0;
     /// The stored text, or `fallback`.
-    virtual std::wstring ReadValue(const std::wstring& key, const std::wstring& name, std::wstring fallback) = 0;
+    virtual std::wstring ReadValue(const std::wstring& key, const std::wstring& name,
+                                   std::wstring fallback) = 0;
     virtual void WriteValue(const std::wstring& key, const std::wstring& name, const std::wstring& value) = 0;
 };
 
 struct LayoutPlace {
-    std::wstring folder;  // with a backslash at the end
-    bool saved = false;   // whether the class has a layout file there
+    std::wstring folder; // with a backslash at the end
+    bool saved = false;  // whether the class has a layout file there
 };
 
 class FileService {
@@ -68,7 +69,8 @@ class Environment {
 public:
     /// The calling thread's components.
     static Environment& Get();
-    /// Lets go of the calling thread's components; the next use creates them anew. For when the library is unused.
+    /// Lets go of the calling thread's components; the next use creates them anew. For when the library is
+    /// unused.
     static void Release() noexcept;
 
     Settings& GetSettings();
@@ -83,11 +85,12 @@ private:
     std::unique_ptr<FocusUtility> m_focus;
 };
 
-/// A value of the environment's own key (HKCU\SOFTWARE\<company>\Global\Configuracion\Entorno): the ProgIDs of
-/// replaced components, the folder of layout files ("Carpeta") and the trace file ("Traza"). "" when not set.
+/// A value of the environment's own key (HKCU\SOFTWARE\<company>\Global\Configuracion\Entorno): the ProgIDs
+/// of replaced components, the folder of layout files ("Carpeta") and the trace file ("Traza"). "" when not
+/// set.
 std::wstring EnvironmentValue(const wchar_t* name);
 
 /// Starts the trace when the environment names a file for it; asked once per thread's first use.
 void StartTraceIfAsked();
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

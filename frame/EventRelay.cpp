@@ -19,7 +19,7 @@ constexpr VARTYPE TypeOf(VARIANT*) { return VT_VARIANT; }
 template <class T>
 VARIANT ByReference(T* argument) {
     VARIANT value;
-    if (!argument) {  // an early-bound caller left it out
+    if (!argument) { // an early-bound caller left it out
         value.vt = VT_ERROR;
         value.scode = DISP_E_PARAMNOTFOUND;
         return value;
@@ -53,7 +53,7 @@ public:
     }
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return DISP_E_BADINDEX; }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-        return DISP_E_UNKNOWNNAME;  // events come by number
+        return DISP_E_UNKNOWNNAME; // events come by number
     }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT*,
                                      EXCEPINFO* thrown, UINT*) override {
@@ -75,9 +75,10 @@ private:
     std::map<DISPID, OwnRelay::Handler> m_handlers;
 };
 
-}  // namespace
+} // namespace
 
-EventRelay::EventRelay() : m_description(com::OwnTypeInfo(__uuidof(IClsEventos))), m_point(*this, kRelayEventsId) {}
+EventRelay::EventRelay()
+    : m_description(com::OwnTypeInfo(__uuidof(IClsEventos))), m_point(*this, kRelayEventsId) {}
 
 HRESULT EventRelay::GetTypeInfoCount(UINT* count) {
     if (!count) {
@@ -95,15 +96,16 @@ HRESULT EventRelay::GetTypeInfo(UINT index, LCID /*locale*/, ITypeInfo** info) {
     return index == 0 && m_description ? m_description.CopyTo(info) : DISP_E_BADINDEX;
 }
 
-HRESULT EventRelay::GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT count, LCID /*locale*/, DISPID* ids) {
+HRESULT EventRelay::GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT count, LCID /*locale*/,
+                                  DISPID* ids) {
     return m_description ? m_description->GetIDsOfNames(names, count, ids) : TYPE_E_CANTLOADLIBRARY;
 }
 
-HRESULT EventRelay::Invoke(DISPID id, REFIID /*reserved*/, LCID /*locale*/, WORD flags, DISPPARAMS* parameters,
-                           VARIANT* result, EXCEPINFO* thrown, UINT* wrong) {
+HRESULT EventRelay::Invoke(DISPID id, REFIID /*reserved*/, LCID /*locale*/, WORD flags,
+                           DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* thrown, UINT* wrong) {
     const com::ComPtr<IDispatch> alive(this);
-    return m_description ? com::InvokeTyped(m_description.Get(), static_cast<IClsEventos*>(this), id, flags, parameters,
-                                            result, thrown, wrong)
+    return m_description ? com::InvokeTyped(m_description.Get(), static_cast<IClsEventos*>(this), id, flags,
+                                            parameters, result, thrown, wrong)
                          : TYPE_E_CANTLOADLIBRARY;
 }
 
@@ -144,17 +146,11 @@ HRESULT EventRelay::AceptarListasParam(IDispatch** reports, short* output, short
     return Raise(AceptaListasParam, reports, output, copies, condition);
 }
 
-HRESULT EventRelay::AceptarEtiqueta(IDispatch** reports) {
-    return Raise(AceptaEtiqueta, reports);
-}
+HRESULT EventRelay::AceptarEtiqueta(IDispatch** reports) { return Raise(AceptaEtiqueta, reports); }
 
-HRESULT EventRelay::ActualizaOrden(short* column, short* mode) {
-    return Raise(AceptaOrden, column, mode);
-}
+HRESULT EventRelay::ActualizaOrden(short* column, short* mode) { return Raise(AceptaOrden, column, mode); }
 
-HRESULT EventRelay::ActualizaColumnas(IDispatch** columns) {
-    return Raise(ConfigurarColumnas, columns);
-}
+HRESULT EventRelay::ActualizaColumnas(IDispatch** columns) { return Raise(ConfigurarColumnas, columns); }
 
 HRESULT EventRelay::AceptarSeleccion(short* index, IDispatch** ctl, VARIANT* value) {
     return Raise(AceptaSeleccion, index, ctl, value);
@@ -165,72 +161,68 @@ HRESULT EventRelay::AceptarSeleccionParam(short* index, IDispatch** ctl, VARIANT
     return Raise(AceptaSeleccionParam, index, ctl, value1, value2, value3);
 }
 
-HRESULT EventRelay::AceptarConvertir() {
-    return Raise(AceptaConvertir);
-}
+HRESULT EventRelay::AceptarConvertir() { return Raise(AceptaConvertir); }
 
-HRESULT EventRelay::AceptarConvertirImprimir(short* mode, VARIANT_BOOL* option1, VARIANT_BOOL* option2, short* output,
-                                             short* copies) {
+HRESULT EventRelay::AceptarConvertirImprimir(short* mode, VARIANT_BOOL* option1, VARIANT_BOOL* option2,
+                                             short* output, short* copies) {
     return Raise(AceptaConvertirImprimir, mode, Flag{option1}, Flag{option2}, output, copies);
 }
 
-HRESULT EventRelay::AceptarBuscar() {
-    return Raise(AceptaBuscar);
-}
+HRESULT EventRelay::AceptarBuscar() { return Raise(AceptaBuscar); }
 
-HRESULT EventRelay::AceptarRegistro() {
-    return Raise(AceptaRegistro);
-}
+HRESULT EventRelay::AceptarRegistro() { return Raise(AceptaRegistro); }
 
-HRESULT EventRelay::AceptarAbrir() {
-    return Raise(AceptaAbrir);
-}
+HRESULT EventRelay::AceptarAbrir() { return Raise(AceptaAbrir); }
 
 HRESULT EventRelay::AceptarReports(IDispatch** reports, short* output, short* copies) {
     return Raise(AceptaReports, reports, output, copies);
 }
 
-HRESULT EventRelay::AceptarReportsParam(IDispatch** reports, short* output, short* copies, DATE* from, DATE* to,
-                                        BSTR* condition, short* option1, short* option2, BSTR* text1, BSTR* text2) {
-    return Raise(AceptaReportsParam, reports, output, copies, from, to, condition, option1, option2, text1, text2);
+HRESULT EventRelay::AceptarReportsParam(IDispatch** reports, short* output, short* copies, DATE* from,
+                                        DATE* to, BSTR* condition, short* option1, short* option2,
+                                        BSTR* text1, BSTR* text2) {
+    return Raise(AceptaReportsParam, reports, output, copies, from, to, condition, option1, option2, text1,
+                 text2);
 }
 
-HRESULT EventRelay::AceptarReportsParamMail(IDispatch** reports, short* output, short* copies, DATE* from, DATE* to,
-                                            BSTR* condition, short* option1, short* option2, BSTR* text1,
-                                            BSTR* text2) {
-    return Raise(AceptaReportsParamMail, reports, output, copies, from, to, condition, option1, option2, text1, text2);
+HRESULT EventRelay::AceptarReportsParamMail(IDispatch** reports, short* output, short* copies, DATE* from,
+                                            DATE* to, BSTR* condition, short* option1, short* option2,
+                                            BSTR* text1, BSTR* text2) {
+    return Raise(AceptaReportsParamMail, reports, output, copies, from, to, condition, option1, option2,
+                 text1, text2);
 }
 
 HRESULT EventRelay::AceptarReportsInformesParam(IDispatch** reports, short* output, short* copies, DATE* from,
                                                 DATE* to, BSTR* condition, short* option1, short* option2,
                                                 BSTR* text) {
-    return Raise(AceptaReportsInformesParam, reports, output, copies, from, to, condition, option1, option2, text);
+    return Raise(AceptaReportsInformesParam, reports, output, copies, from, to, condition, option1, option2,
+                 text);
 }
 
-HRESULT EventRelay::AceptarReportsParamHr(IDispatch** reports, short* output, short* copies, DATE* from, DATE* to,
-                                          BSTR* condition, VARIANT_BOOL* option1, VARIANT_BOOL* option2,
-                                          DATE* fromTime, DATE* toTime) {
-    return Raise(AceptaReportsParamHr, reports, output, copies, from, to, condition, Flag{option1}, Flag{option2},
-                 fromTime, toTime);
+HRESULT EventRelay::AceptarReportsParamHr(IDispatch** reports, short* output, short* copies, DATE* from,
+                                          DATE* to, BSTR* condition, VARIANT_BOOL* option1,
+                                          VARIANT_BOOL* option2, DATE* fromTime, DATE* toTime) {
+    return Raise(AceptaReportsParamHr, reports, output, copies, from, to, condition, Flag{option1},
+                 Flag{option2}, fromTime, toTime);
 }
 
-HRESULT EventRelay::AceptarReportsFchAuto(IDispatch** reports, short* output, short* copies, DATE* from, DATE* to,
-                                          VARIANT_BOOL* option) {
+HRESULT EventRelay::AceptarReportsFchAuto(IDispatch** reports, short* output, short* copies, DATE* from,
+                                          DATE* to, VARIANT_BOOL* option) {
     return Raise(AceptaReportsFchAuto, reports, output, copies, from, to, Flag{option});
 }
 
-HRESULT EventRelay::AceptarInformesFchAuto(IDispatch** reports, short* output, short* copies, DATE* from, DATE* to,
-                                           VARIANT_BOOL* option) {
+HRESULT EventRelay::AceptarInformesFchAuto(IDispatch** reports, short* output, short* copies, DATE* from,
+                                           DATE* to, VARIANT_BOOL* option) {
     return Raise(AceptaInformesFchAuto, reports, output, copies, from, to, Flag{option});
 }
 
-HRESULT EventRelay::AceptarInformesFch(IDispatch** reports, short* output, short* copies, DATE* from, DATE* to,
-                                       BSTR* condition) {
+HRESULT EventRelay::AceptarInformesFch(IDispatch** reports, short* output, short* copies, DATE* from,
+                                       DATE* to, BSTR* condition) {
     return Raise(AceptaInformesFch, reports, output, copies, from, to, condition);
 }
 
-HRESULT EventRelay::AceptarDocNumAut(IDispatch** reports, short* output, short* copies, VARIANT* from, VARIANT* to,
-                                     VARIANT_BOOL* option) {
+HRESULT EventRelay::AceptarDocNumAut(IDispatch** reports, short* output, short* copies, VARIANT* from,
+                                     VARIANT* to, VARIANT_BOOL* option) {
     return Raise(AceptaDocNumAut, reports, output, copies, from, to, Flag{option});
 }
 
@@ -240,7 +232,8 @@ HRESULT EventRelay::AceptarFechaEntre(VARIANT* from, VARIANT* to) {
 
 OwnRelay::OwnRelay(std::map<DISPID, Handler> handlers) : m_relay(com::Make<EventRelay>()) {
     const com::ComPtr<Listener> listener = com::Make<Listener>(std::move(handlers));
-    m_subscription = com::Subscription(static_cast<IClsEventos*>(m_relay.Get()), kRelayEventsId, listener.Get());
+    m_subscription =
+        com::Subscription(static_cast<IClsEventos*>(m_relay.Get()), kRelayEventsId, listener.Get());
 }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

@@ -22,16 +22,17 @@ namespace tamvelo::frame {
 
 namespace {
 
-constexpr HRESULT kAlreadyShown = static_cast<HRESULT>(0x800A0190);  // automation's number 400
+constexpr HRESULT kAlreadyShown = static_cast<HRESULT>(0x800A0190); // automation's number 400
 
 constexpr KeyRow kFrameKeys[] = {
-    {0, VK_RETURN, base::kAceptar},     {0, VK_ESCAPE, base::kCancelar}, {0, VK_INSERT, kNoCommand},
-    {0, VK_DELETE, kNoCommand},         {0, VK_F6, kCustomizeToolbar},   {0, VK_F8, kEditingBandOnly},
+    {0, VK_RETURN, base::kAceptar}, {0, VK_ESCAPE, base::kCancelar}, {0, VK_INSERT, kNoCommand},
+    {0, VK_DELETE, kNoCommand},     {0, VK_F6, kCustomizeToolbar},   {0, VK_F8, kEditingBandOnly},
 };
 
 std::vector<base::Rect> WorkAreas() {
     std::vector<base::Rect> areas;
-    const MONITORENUMPROC collect = [](HMONITOR monitor, HDC, LPRECT, LPARAM list) __attribute__((stdcall)) -> BOOL {
+    const MONITORENUMPROC collect =
+        [](HMONITOR monitor, HDC, LPRECT, LPARAM list) __attribute__((stdcall))->BOOL {
         MONITORINFO info{};
         info.cbSize = sizeof info;
         if (GetMonitorInfoW(monitor, &info)) {
@@ -51,11 +52,9 @@ base::Rect RectOf(HWND window) {
     return {place.left, place.top, place.right - place.left, place.bottom - place.top};
 }
 
-}  // namespace
+} // namespace
 
-Form::Form(const FormDesign& design) : m_design(design) {
-    com::Module::Lock();
-}
+Form::Form(const FormDesign& design) : m_design(design) { com::Module::Lock(); }
 
 Form::~Form() {
     if (m_window) {
@@ -68,7 +67,8 @@ void Form::ReportRefusedShow() const {
     throw com::Error(kAlreadyShown, L"El formulario «" + std::wstring(Name()) + L"» ya está abierto.");
 }
 
-// ---- life ----------------------------------------------------------------------------------------------------
+// ---- life
+// ----------------------------------------------------------------------------------------------------
 
 void Form::Load() {
     if (m_window) {
@@ -85,7 +85,8 @@ void Form::Load() {
 
 void Form::CreateWindowHidden() {
     const ThemeScope theme;
-    INITCOMMONCONTROLSEX controls{sizeof controls, ICC_WIN95_CLASSES | ICC_DATE_CLASSES | ICC_STANDARD_CLASSES};
+    INITCOMMONCONTROLSEX controls{sizeof controls,
+                                  ICC_WIN95_CLASSES | ICC_DATE_CLASSES | ICC_STANDARD_CLASSES};
     InitCommonControlsEx(&controls);
     const HWND made = CreateDialogParamW(com::Module::Instance(), MAKEINTRESOURCEW(m_design.dialogTemplate),
                                          OwnerForDialog(), Procedure, reinterpret_cast<LPARAM>(this));
@@ -103,7 +104,7 @@ void Form::CentreOnOwner() {
     const HWND owner = GetWindow(m_window, GW_OWNER);
     const base::Rect around = owner ? RectOf(owner) : WorkAreas().empty() ? place : WorkAreas().front();
     place.left = around.left + (around.width - place.width) / 2;
-    place.top = around.top + (around.height - place.height) * 45 / 100;  // where the eye expects the middle
+    place.top = around.top + (around.height - place.height) * 45 / 100; // where the eye expects the middle
     SetPlace(place);
 }
 
@@ -132,7 +133,7 @@ void Form::LoadToolbar() {
 
 void Form::ShowModal() {
     Load();
-    MousePointer::Default();  // a command of another form may have opened this one: the user's turn now
+    MousePointer::Default(); // a command of another form may have opened this one: the user's turn now
     m_shown = true;
     m_modal.emplace(m_window);
     ShowWindow(m_window, SW_SHOW);
@@ -178,7 +179,8 @@ void Form::RunLoop() {
 }
 
 void Form::Hide() {
-    m_modal.reset();  // the host's windows take input again before this one goes, or another program comes forward
+    m_modal.reset(); // the host's windows take input again before this one goes, or another program comes
+                     // forward
     m_shown = false;
     if (m_window) {
         ShowWindow(m_window, SW_HIDE);
@@ -213,11 +215,10 @@ void Form::AfterDestroy() noexcept {
     FormInstances::Forget(*this);
 }
 
-std::wstring Form::Key() const {
-    return Product::Own().FormKey(Name());
-}
+std::wstring Form::Key() const { return Product::Own().FormKey(Name()); }
 
-// ---- errors --------------------------------------------------------------------------------------------------
+// ---- errors
+// --------------------------------------------------------------------------------------------------
 
 void Form::ControlErrores(const com::Error& error) noexcept {
     const std::shared_ptr<Form> alive = weak_from_this().lock();
@@ -230,7 +231,8 @@ void Form::ControlErrores(const com::Error& error) noexcept {
     }
 }
 
-// ---- window --------------------------------------------------------------------------------------------------
+// ---- window
+// --------------------------------------------------------------------------------------------------
 
 INT_PTR CALLBACK Form::Procedure(HWND window, UINT message, WPARAM first, LPARAM second) noexcept {
     const com::FloatGuard floats;
@@ -238,7 +240,7 @@ INT_PTR CALLBACK Form::Procedure(HWND window, UINT message, WPARAM first, LPARAM
         auto* form = reinterpret_cast<Form*>(second);
         form->m_window = window;
         SetWindowLongPtrW(window, DWLP_USER, second);
-        return FALSE;  // the form sets the focus when it is shown
+        return FALSE; // the form sets the focus when it is shown
     }
     auto* form = reinterpret_cast<Form*>(GetWindowLongPtrW(window, DWLP_USER));
     if (!form) {
@@ -257,55 +259,55 @@ INT_PTR Form::Answer(LRESULT answer) {
 
 INT_PTR Form::Handle(UINT message, WPARAM first, LPARAM second) {
     switch (message) {
-        case WM_SIZE:
-            if (first != SIZE_MINIMIZED && m_toolbar) {
-                ResizeControls();
-            }
-            return FALSE;
-        case WM_GETMINMAXINFO:
-            reinterpret_cast<MINMAXINFO*>(second)->ptMinTrackSize = {m_smallest.cx, m_smallest.cy};
-            return TRUE;
-        case WM_SETCURSOR:
-            if (MousePointer::IsHourglass()) {
-                MousePointer::Hourglass();
-                return Answer(TRUE);
-            }
-            return FALSE;
-        case WM_COMMAND: {
-            const HWND sender = reinterpret_cast<HWND>(second);
-            if (m_toolbar && sender == m_toolbar->Window()) {
-                OnTool(m_toolbar->IdOf(LOWORD(first)));
-            } else if (sender) {
-                if (HIWORD(first) == EN_SETFOCUS || HIWORD(first) == CBN_SETFOCUS) {
-                    const int id = LOWORD(first);
-                    const auto known = m_objects.find(id);
-                    Environment::Get().GetFocus().Receive(sender,
-                                                          known == m_objects.end() ? nullptr : known->second.Get());
-                }
-                OnControl(LOWORD(first), HIWORD(first));
-            }
-            return TRUE;
+    case WM_SIZE:
+        if (first != SIZE_MINIMIZED && m_toolbar) {
+            ResizeControls();
         }
-        case WM_NOTIFY: {
-            LRESULT answer = 0;
-            NMHDR& header = *reinterpret_cast<NMHDR*>(second);
-            if ((m_toolbar && m_toolbar->Notified(header, answer)) || OnNotify(header, answer)) {
-                return m_window ? Answer(answer) : TRUE;
-            }
-            return FALSE;
+        return FALSE;
+    case WM_GETMINMAXINFO:
+        reinterpret_cast<MINMAXINFO*>(second)->ptMinTrackSize = {m_smallest.cx, m_smallest.cy};
+        return TRUE;
+    case WM_SETCURSOR:
+        if (MousePointer::IsHourglass()) {
+            MousePointer::Hourglass();
+            return Answer(TRUE);
         }
-        case WM_CLOSE:
-            Input(base::kCerrar);
-            return TRUE;
-        case WM_DESTROY:
-            BeforeDestroy();
-            return FALSE;
-        case WM_NCDESTROY:
-            SetWindowLongPtrW(m_window, DWLP_USER, 0);
-            AfterDestroy();
-            return FALSE;
-        default:
-            return FALSE;
+        return FALSE;
+    case WM_COMMAND: {
+        const HWND sender = reinterpret_cast<HWND>(second);
+        if (m_toolbar && sender == m_toolbar->Window()) {
+            OnTool(m_toolbar->IdOf(LOWORD(first)));
+        } else if (sender) {
+            if (HIWORD(first) == EN_SETFOCUS || HIWORD(first) == CBN_SETFOCUS) {
+                const int id = LOWORD(first);
+                const auto known = m_objects.find(id);
+                Environment::Get().GetFocus().Receive(
+                    sender, known == m_objects.end() ? nullptr : known->second.Get());
+            }
+            OnControl(LOWORD(first), HIWORD(first));
+        }
+        return TRUE;
+    }
+    case WM_NOTIFY: {
+        LRESULT answer = 0;
+        NMHDR& header = *reinterpret_cast<NMHDR*>(second);
+        if ((m_toolbar && m_toolbar->Notified(header, answer)) || OnNotify(header, answer)) {
+            return m_window ? Answer(answer) : TRUE;
+        }
+        return FALSE;
+    }
+    case WM_CLOSE:
+        Input(base::kCerrar);
+        return TRUE;
+    case WM_DESTROY:
+        BeforeDestroy();
+        return FALSE;
+    case WM_NCDESTROY:
+        SetWindowLongPtrW(m_window, DWLP_USER, 0);
+        AfterDestroy();
+        return FALSE;
+    default:
+        return FALSE;
     }
 }
 
@@ -336,7 +338,8 @@ base::Rect Form::Place() const {
 }
 
 void Form::SetPlace(const base::Rect& place) {
-    SetWindowPos(m_window, nullptr, place.left, place.top, place.width, place.height, SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowPos(m_window, nullptr, place.left, place.top, place.width, place.height,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 com::ComPtr<IDispatch> Form::FormObject() {
@@ -346,7 +349,8 @@ com::ComPtr<IDispatch> Form::FormObject() {
     return m_formObject;
 }
 
-// ---- keys and commands ---------------------------------------------------------------------------------------
+// ---- keys and commands
+// ---------------------------------------------------------------------------------------
 
 const KeyRow* Form::FindKey(int control, UINT key) const {
     const auto matches = [&](const KeyRow& row) { return row.control == control && row.key == key; };
@@ -378,7 +382,7 @@ bool Form::Preview(MSG& message) {
 
 bool Form::PreviewKey(UINT key, HWND focus) {
     if ((key == VK_RETURN || key == VK_ESCAPE) && IsListOpen(focus)) {
-        return false;  // an open list or calendar takes these two for itself
+        return false; // an open list or calendar takes these two for itself
     }
     const bool control = GetKeyState(VK_CONTROL) < 0;
     const bool shift = GetKeyState(VK_SHIFT) < 0;
@@ -391,7 +395,7 @@ bool Form::PreviewKey(UINT key, HWND focus) {
     if (const KeyRow* row = FindKey(0, key)) {
         Input(row->command);
         if (m_window != before) {
-            return true;  // the form is gone; so is the control that the key was meant for
+            return true; // the form is gone; so is the control that the key was meant for
         }
     }
     const int focused = FocusedControl(focus);
@@ -399,7 +403,7 @@ bool Form::PreviewKey(UINT key, HWND focus) {
         Input(row->command);
         return true;
     }
-    return key == VK_ESCAPE;  // the system's own handling of Esc would close the form a second time
+    return key == VK_ESCAPE; // the system's own handling of Esc would close the form a second time
 }
 
 void Form::Input(std::wstring_view command) {
@@ -414,7 +418,7 @@ void Form::Dispatch(std::wstring_view command) {
     ++m_running;
     Trapped([&] { RunCommand(command); });
     --m_running;
-    if (command != base::kCerrar) {  // that one ends in the unload, which does it
+    if (command != base::kCerrar) { // that one ends in the unload, which does it
         MousePointer::Default();
     }
 }
@@ -459,19 +463,20 @@ void Form::RunMenu(std::span<const MenuItem> items, POINT screen) {
         const wchar_t* caption = kind ? kind->caption : items[i].caption;
         AppendMenuW(menu.get(), caption ? MF_STRING : MF_SEPARATOR, i + 1, caption);
     }
-    const int chosen = TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, screen.x, screen.y, 0, m_window,
-                                      nullptr);
+    const int chosen =
+        TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, screen.x, screen.y, 0, m_window, nullptr);
     if (chosen > 0 && m_window) {
         Input(items[static_cast<size_t>(chosen) - 1].command);
     }
 }
 
-// ---- controls ------------------------------------------------------------------------------------------------
+// ---- controls
+// ------------------------------------------------------------------------------------------------
 
 void Form::ShowControl(int id, bool shown) {
     const HWND control = Control(id);
     if (!shown && (GetFocus() == control || IsChild(control, GetFocus()))) {
-        SendMessageW(m_window, WM_NEXTDLGCTL, 0, FALSE);  // a hidden control must not keep the focus
+        SendMessageW(m_window, WM_NEXTDLGCTL, 0, FALSE); // a hidden control must not keep the focus
     }
     ShowWindow(control, shown ? SW_SHOWNA : SW_HIDE);
 }
@@ -484,13 +489,9 @@ void Form::EnableControl(int id, bool enabled) {
     EnableWindow(control, enabled);
 }
 
-std::wstring Form::ControlText(int id) const {
-    return TextOf(Control(id));
-}
+std::wstring Form::ControlText(int id) const { return TextOf(Control(id)); }
 
-void Form::SetControlText(int id, const std::wstring& text) {
-    SetWindowTextW(Control(id), text.c_str());
-}
+void Form::SetControlText(int id, const std::wstring& text) { SetWindowTextW(Control(id), text.c_str()); }
 
 com::ComPtr<ControlObject> Form::ObjectOf(int id, const wchar_t* name, short index) {
     com::ComPtr<ControlObject>& object = m_objects[id];
@@ -500,4 +501,4 @@ com::ComPtr<ControlObject> Form::ObjectOf(int id, const wchar_t* name, short ind
     return object;
 }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

@@ -20,8 +20,8 @@ namespace tamvelo::frame {
 
 class Form;
 
-/// A key without modifiers and the command it dispatches. Rows for the form (control 0) act first, then those of the
-/// control that has the focus; a key that no control row takes goes on to the control itself.
+/// A key without modifiers and the command it dispatches. Rows for the form (control 0) act first, then those
+/// of the control that has the focus; a key that no control row takes goes on to the control itself.
 struct KeyRow {
     int control;
     UINT key;
@@ -47,24 +47,25 @@ void Do(Form& form) {
 }
 
 /// Commands that only keys and menus know.
-inline constexpr wchar_t kTabKey[] = L"{TAB}";  // moves the focus on, as the Tab key does
+inline constexpr wchar_t kTabKey[] = L"{TAB}"; // moves the focus on, as the Tab key does
 inline constexpr wchar_t kCustomizeToolbar[] = L"{BARRA}";
 inline constexpr wchar_t kEditingBandOnly[] = L"{EDICION}";
-inline constexpr wchar_t kNoCommand[] = L"";  // takes the key and does nothing
+inline constexpr wchar_t kNoCommand[] = L""; // takes the key and does nothing
 
 /// What distinguishes one form from another before any code of its own runs.
 struct FormDesign {
     const wchar_t* name;
     int dialogTemplate;
     std::span<const ToolUse> tools;
-    std::span<const KeyRow> keys;  // beyond, or in place of, the frame's
+    std::span<const KeyRow> keys; // beyond, or in place of, the frame's
 };
 
-/// The frame of every dialog: its life from Mostrar to unload, its window, toolbar, keys, commands, placement and
-/// error report. A derived form has controls (a dialog template), tables (tools, keys, commands, rows) and code.
+/// The frame of every dialog: its life from Mostrar to unload, its window, toolbar, keys, commands, placement
+/// and error report. A derived form has controls (a dialog template), tables (tools, keys, commands, rows)
+/// and code.
 ///
-/// Anything may happen while the host runs: it may destroy our owner, and so this window, or call us again. After
-/// each host call `IsLoaded` tells whether the window still stands.
+/// Anything may happen while the host runs: it may destroy our owner, and so this window, or call us again.
+/// After each host call `IsLoaded` tells whether the window still stands.
 class Form : public PlacedForm, public std::enable_shared_from_this<Form> {
 public:
     virtual ~Form();
@@ -91,7 +92,8 @@ protected:
     template <class Body>
     void Show(const Body& body);
 
-    /// Makes the window, hidden: placement, toolbar layout, OnLoad, set-up. Does nothing when it stands already.
+    /// Makes the window, hidden: placement, toolbar layout, OnLoad, set-up. Does nothing when it stands
+    /// already.
     void Load();
     /// Returns when the form is hidden or unloaded.
     void ShowModal();
@@ -118,8 +120,8 @@ protected:
     /// The control that has the focus first.
     virtual HWND FirstFocus() const { return nullptr; }
 
-    /// A command from outside: a key, a tool, a button. Ignored while another one runs, so that a host that pumps
-    /// messages inside a call cannot start a second one.
+    /// A command from outside: a key, a tool, a button. Ignored while another one runs, so that a host that
+    /// pumps messages inside a call cannot start a second one.
     void Input(std::wstring_view command);
     /// Runs a command with the hourglass; errors end in ControlErrores.
     void Dispatch(std::wstring_view command);
@@ -140,7 +142,7 @@ protected:
     /// A menu of commands at a place of the screen; the chosen one is dispatched.
     struct MenuItem {
         std::wstring_view command;
-        const wchar_t* caption;  // null: the tool's; for a separator the command is empty too
+        const wchar_t* caption; // null: the tool's; for a separator the command is empty too
     };
     void RunMenu(std::span<const MenuItem> items, POINT screen);
 
@@ -202,4 +204,4 @@ void Form::Trapped(const Body& body) noexcept {
     }
 }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

@@ -20,7 +20,7 @@ std::map<Key, std::shared_ptr<Form>>& Instances() {
     return *instances;
 }
 
-}  // namespace
+} // namespace
 
 std::shared_ptr<Form> FormInstances::Obtain(std::wstring_view name,
                                             const std::function<std::shared_ptr<Form>()>& make) {
@@ -32,13 +32,13 @@ std::shared_ptr<Form> FormInstances::Obtain(std::wstring_view name,
             return found->second;
         }
     }
-    std::shared_ptr<Form> made = make();  // outside the lock; no other thread makes this key
+    std::shared_ptr<Form> made = make(); // outside the lock; no other thread makes this key
     const std::scoped_lock lock(g_lock);
     return Instances().emplace(key, std::move(made)).first->second;
 }
 
 void FormInstances::Forget(const Form& form) noexcept {
-    std::shared_ptr<Form> leaving;  // let go of after the lock: its end may run host code
+    std::shared_ptr<Form> leaving; // let go of after the lock: its end may run host code
     const std::scoped_lock lock(g_lock);
     const auto found = Instances().find(Key{GetCurrentThreadId(), form.Name()});
     if (found != Instances().end() && found->second.get() == &form) {
@@ -47,4 +47,4 @@ void FormInstances::Forget(const Form& form) noexcept {
     }
 }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

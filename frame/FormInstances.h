@@ -8,10 +8,12 @@ namespace tamvelo::frame {
 
 class Form;
 
-/// The default instances of the forms: one of each per thread, made on first use and forgotten when it unloads.
+/// The default instances of the forms: one of each per thread, made on first use and forgotten when it
+/// unloads.
 class FormInstances {
 public:
-    static std::shared_ptr<Form> Obtain(std::wstring_view name, const std::function<std::shared_ptr<Form>()>& make);
+    static std::shared_ptr<Form> Obtain(std::wstring_view name,
+                                        const std::function<std::shared_ptr<Form>()>& make);
     /// Forgets the calling thread's instance if it is still this one.
     static void Forget(const Form& form) noexcept;
 };
@@ -22,4 +24,4 @@ std::shared_ptr<F> DefaultInstance() {
     return std::static_pointer_cast<F>(FormInstances::Obtain(F::kName, [] { return std::make_shared<F>(); }));
 }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

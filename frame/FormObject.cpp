@@ -70,9 +70,7 @@ void FormObject::Height(Invocation& call) {
     }
 }
 
-void FormObject::Name(Invocation& call) {
-    call.Return(Variant(m_name));
-}
+void FormObject::Name(Invocation& call) { call.Return(Variant(m_name)); }
 
 void FormObject::Caption(Invocation& call) {
     if (call.IsPut()) {
@@ -86,4 +84,4 @@ void FormObject::Handle(Invocation& call) {
     call.Return(Variant(static_cast<long>(reinterpret_cast<LONG_PTR>(m_window))));
 }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

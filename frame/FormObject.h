@@ -6,7 +6,8 @@
 
 namespace tamvelo::frame {
 
-/// A form as a component of the environment sees it: place and size in screen pixels, name, caption, window handle.
+/// A form as a component of the environment sees it: place and size in screen pixels, name, caption, window
+/// handle.
 class FormObject final : public com::Automation {
 public:
     FormObject(HWND window, std::wstring name) : m_window(window), m_name(std::move(name)) {}
@@ -27,4 +28,4 @@ private:
     std::wstring m_name;
 };
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

@@ -28,19 +28,19 @@ LRESULT CALLBACK Hook(int code, WPARAM removed, LPARAM second) {
             const HWND root = message.hwnd ? GetAncestor(message.hwnd, GA_ROOT) : nullptr;
             const auto found = g_previews->forms.find(root);
             if (found != g_previews->forms.end()) {
-                const auto preview = found->second;  // the form may go while it looks
+                const auto preview = found->second; // the form may go while it looks
                 if (preview(message)) {
                     message.message = WM_NULL;
                 }
             }
         } catch (...) {
-            message.message = WM_NULL;  // forms trap their own errors: only memory can be short here
+            message.message = WM_NULL; // forms trap their own errors: only memory can be short here
         }
     }
     return CallNextHookEx(nullptr, code, removed, second);
 }
 
-}  // namespace
+} // namespace
 
 void FormPreview::Add(HWND form, std::function<bool(MSG&)> preview) {
     if (!g_previews) {
@@ -68,4 +68,4 @@ bool IsListOpen(HWND focus) {
     return lstrcmpiW(name, MONTHCAL_CLASSW) == 0 && !(GetWindowLongW(focus, GWL_STYLE) & WS_TABSTOP);
 }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

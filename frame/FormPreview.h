@@ -6,8 +6,8 @@
 
 namespace tamvelo::frame {
 
-/// Gives modeless forms their keys while the host's own message loop runs: each of the thread's messages is shown to
-/// the form it belongs to before the loop sees it.
+/// Gives modeless forms their keys while the host's own message loop runs: each of the thread's messages is
+/// shown to the form it belongs to before the loop sees it.
 class FormPreview {
 public:
     /// `preview` answers true for a message that is used up.
@@ -18,4 +18,4 @@ public:
 /// Whether the control with the focus has its list or calendar dropped down.
 bool IsListOpen(HWND focus);
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

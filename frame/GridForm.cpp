@@ -5,7 +5,6 @@
 #include "base/Commands.h"
 #include "base/FilterText.h"
 #include "base/SelectionAnswers.h"
-#include "contract/ColumnCollection.h"
 #include "frame/MousePointer.h"
 #include "frame/Nested.h"
 #include "frame/RecordView.h"
@@ -23,11 +22,13 @@ std::wstring AsLabel(std::wstring text) {
     return text;
 }
 
-}  // namespace
+} // namespace
 
-// ---- opening and closing -------------------------------------------------------------------------------------
+// ---- opening and closing
+// -------------------------------------------------------------------------------------
 
-void GridForm::Take(IDispatch* sink, IDispatch* data, const contract::HostControl& control, short column, short indx) {
+void GridForm::Take(IDispatch* sink, IDispatch* data, const contract::HostControl& control, short column,
+                    short indx) {
     m_sink = contract::Sink(sink);
     m_data = contract::DataClass(data);
     m_control = control;
@@ -55,7 +56,8 @@ void GridForm::OnLoad() {
         m_grid = std::make_unique<grid::Grid>(Window(), IDC_DATAGRID, *this);
     }
     // After the search strip in the tab order.
-    SetWindowPos(m_grid->Window(), Control(IDC_CMDBUSCAR), 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    SetWindowPos(m_grid->Window(), Control(IDC_CMDBUSCAR), 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     m_grid->SetAccessibleName(m_className);
     m_relay = std::make_unique<OwnRelay>(std::map<DISPID, OwnRelay::Handler>{
         {ConfigurarColumnas, [this](com::Invocation&) { clsMeEvents_ConfigurarColumnas(); }}});
@@ -86,7 +88,8 @@ void GridForm::OnUnload() noexcept {
     m_sink.Reset();
 }
 
-// ---- the grid's look -----------------------------------------------------------------------------------------
+// ---- the grid's look
+// -----------------------------------------------------------------------------------------
 
 void GridForm::LoadLook() {
     m_grid->DefaultLook();
@@ -121,23 +124,18 @@ void GridForm::ChooseColumns() {
     server.Call(L"ShowColums", {m_relay->Sink(), m_grid->Columns().Get()});
 }
 
-void GridForm::clsMeEvents_ConfigurarColumnas() {
-    SaveLook();
-}
+void GridForm::clsMeEvents_ConfigurarColumnas() { SaveLook(); }
 
-void GridForm::LayoutChanged() {
-    m_lookChanged = true;
-}
+void GridForm::LayoutChanged() { m_lookChanged = true; }
 
-// ---- searching -----------------------------------------------------------------------------------------------
+// ---- searching
+// -----------------------------------------------------------------------------------------------
 
 bool GridForm::IsSearchPending() const {
     return IsSearchStripShown() && ControlText(IDC_TXTFIELDS0) != m_searched;
 }
 
-void GridForm::SetSearchText(const std::wstring& text) {
-    SetControlText(IDC_TXTFIELDS0, text);
-}
+void GridForm::SetSearchText(const std::wstring& text) { SetControlText(IDC_TXTFIELDS0, text); }
 
 bool GridForm::IsSearchStripShown() const {
     return (GetWindowLongW(Control(IDC_TXTFIELDS0), GWL_STYLE) & WS_VISIBLE) != 0;
@@ -157,10 +155,9 @@ void GridForm::NameSearchColumn() {
     if (m_grid->ColumnCount() == 0) {
         return;
     }
-    contract::ColumnCollection columns(m_grid->Columns().Get());
-    contract::ColumnCollection::Column column = columns.Item(m_grid->CurrentColumn());
-    ObjectOf(IDC_TXTFIELDS0, L"TxtFields", 0)->SetDataField(column.DataField());
-    SetControlText(IDC_LBLBUSCAR, L"B&uscar en " + AsLabel(column.Caption()) + L":");
+    const short column = m_grid->CurrentColumn();
+    ObjectOf(IDC_TXTFIELDS0, L"TxtFields", 0)->SetDataField(m_grid->Field(column));
+    SetControlText(IDC_LBLBUSCAR, L"B&uscar en " + AsLabel(m_grid->Caption(column)) + L":");
 }
 
 void GridForm::BuildFilter() {
@@ -201,7 +198,8 @@ void GridForm::AplicarBusqueda(bool apply) {
     Bar().SetPressed(base::kFiltro, true);
     SetHeading(m_data.GetFilter(base::kSlotFilterSelec));
     SetFocus(Control(IDC_TXTFIELDS0));
-    m_grid->SetEmptyText(m_data.existenregistros() ? L"No hay registros" : L"Sin coincidencias: quite el filtro (Supr)");
+    m_grid->SetEmptyText(m_data.existenregistros() ? L"No hay registros"
+                                                   : L"Sin coincidencias: quite el filtro (Supr)");
     ShowStatus();
 }
 
@@ -214,7 +212,8 @@ void GridForm::SetHeading(const std::wstring& text) {
     }
 }
 
-// ---- moving and sorting --------------------------------------------------------------------------------------
+// ---- moving and sorting
+// --------------------------------------------------------------------------------------
 
 void GridForm::Ordenar(bool descending) {
     short column = m_grid->CurrentColumn();
@@ -256,19 +255,17 @@ void GridForm::VerRegistro() {
     if (m_grid->CurrentRow() < 0) {
         return;
     }
-    contract::ColumnCollection columns(m_grid->Columns().Get());
     std::vector<RecordField> fields;
     for (short i = 0; i < m_grid->ColumnCount(); ++i) {
-        fields.push_back({columns.Item(i).Caption(), m_grid->Text(i)});
+        fields.push_back({m_grid->Caption(i), m_grid->Text(i)});
     }
     ShowRecord(L"Registro de " + m_className, fields);
 }
 
-// ---- what the grid and the controls say ----------------------------------------------------------------------
+// ---- what the grid and the controls say
+// ----------------------------------------------------------------------
 
-void GridForm::RowActivated() {
-    OnRowActivated();
-}
+void GridForm::RowActivated() { OnRowActivated(); }
 
 void GridForm::HeadingClicked(short column) {
     const bool again = column == m_orderColumn && !m_orderDescending;
@@ -277,17 +274,11 @@ void GridForm::HeadingClicked(short column) {
     Input(again ? base::kOrdenDesc : base::kOrdenAsc);
 }
 
-void GridForm::ContextMenuAsked(POINT screen) {
-    RunMenu(ContextMenu(), screen);
-}
+void GridForm::ContextMenuAsked(POINT screen) { RunMenu(ContextMenu(), screen); }
 
-void GridForm::CurrentRowChanged() {
-    ShowStatus();
-}
+void GridForm::CurrentRowChanged() { ShowStatus(); }
 
-void GridForm::Failed(const com::Error& error) noexcept {
-    ControlErrores(error);
-}
+void GridForm::Failed(const com::Error& error) noexcept { ControlErrores(error); }
 
 void GridForm::OnControl(int control, int code) {
     if (control == IDC_CMDBUSCAR && code == BN_CLICKED) {
@@ -316,4 +307,4 @@ void GridForm::ShowStatus() {
     SetControlText(IDC_STATUS, m_grid->CounterText() + (note.empty() ? L"" : L"   ·   ") + note);
 }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

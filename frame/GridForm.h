@@ -22,15 +22,16 @@ inline constexpr wchar_t kCopyCell[] = L"{COPIAR_CELDA}";
 inline constexpr wchar_t kCopyRow[] = L"{COPIAR_FILA}";
 inline constexpr wchar_t kCopyRowWithHeadings[] = L"{COPIAR_CABECERAS}";
 
-/// A form around a grid over the host's record set: the host's objects, opening on a record, search strip, sorting,
-/// moving, the grid's look kept per class, copying, the record view. A derived form decides what a chosen record
-/// leads to, which keys there are and how the strip behaves.
+/// A form around a grid over the host's record set: the host's objects, opening on a record, search strip,
+/// sorting, moving, the grid's look kept per class, copying, the record view. A derived form decides what a
+/// chosen record leads to, which keys there are and how the strip behaves.
 class GridForm : public Form, public grid::GridEvents {
 protected:
     explicit GridForm(const FormDesign& design) : Form(design) {}
 
     /// Keeps the host's objects and reads the class name.
-    void Take(IDispatch* sink, IDispatch* data, const contract::HostControl& control, short column, short indx);
+    void Take(IDispatch* sink, IDispatch* data, const contract::HostControl& control, short column,
+              short indx);
     /// Asks for the selection's records and stands on the one that the host's control names, if asked to.
     void OpenRecords(std::wstring_view selection, bool find);
 
@@ -110,9 +111,9 @@ private:
     std::unique_ptr<OwnRelay> m_relay;
     GridLayoutStore m_layoutStore;
     bool m_lookChanged = false;
-    std::wstring m_searched;  // the box's text when the search was last applied
+    std::wstring m_searched; // the box's text when the search was last applied
     short m_orderColumn = -1;
     bool m_orderDescending = false;
 };
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

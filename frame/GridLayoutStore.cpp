@@ -9,8 +9,9 @@ namespace tamvelo::frame {
 
 std::wstring GridLayoutStore::FileName() const {
     if (!base::IsPlainPathComponent(m_name)) {
-        throw com::Error(E_INVALIDARG,
-                         L"El nombre de clase no sirve para guardar el diseño de la cuadrícula: «" + m_name + L"».");
+        throw com::Error(
+            E_INVALIDARG,
+            L"El nombre de clase no sirve para guardar el diseño de la cuadrícula: «" + m_name + L"».");
     }
     return m_name + L".grx";
 }
@@ -23,15 +24,17 @@ std::optional<base::GridLayout> GridLayoutStore::Load() const {
     }
     auto parsed = base::ParseGridLayout(ReadLayoutFile(place.folder + file));
     if (const auto* wrong = std::get_if<base::LayoutError>(&parsed)) {
-        throw com::Error(E_INVALIDARG, L"El fichero de diseño «" + place.folder + file + L"» no es válido (línea " +
-                                           std::to_wstring(wrong->line) + L"): " + wrong->reason);
+        throw com::Error(E_INVALIDARG, L"El fichero de diseño «" + place.folder + file +
+                                           L"» no es válido (línea " + std::to_wstring(wrong->line) + L"): " +
+                                           wrong->reason);
     }
     return std::get<base::GridLayout>(std::move(parsed));
 }
 
 void GridLayoutStore::Save(const base::GridLayout& layout) const {
     const std::wstring file = FileName();
-    WriteLayoutFile(Environment::Get().GetFiles().GridLayoutPlace(file).folder + file, base::FormatGridLayout(layout));
+    WriteLayoutFile(Environment::Get().GetFiles().GridLayoutPlace(file).folder + file,
+                    base::FormatGridLayout(layout));
 }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

@@ -7,8 +7,8 @@
 
 namespace tamvelo::frame {
 
-/// The layout file of one grid form and host class. Reading and writing throw com::Error with a message that names
-/// the file; a class name that could leave the folder is refused.
+/// The layout file of one grid form and host class. Reading and writing throw com::Error with a message that
+/// names the file; a class name that could leave the folder is refused.
 class GridLayoutStore {
 public:
     GridLayoutStore() = default;
@@ -25,4 +25,4 @@ private:
     std::wstring m_name;
 };
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

@@ -10,7 +10,7 @@ namespace tamvelo::frame {
 /// A handle that is closed with its owner; `Close` is the system's function for its kind.
 template <class Handle, auto Close>
 struct HandleCloser {
-    using pointer = Handle;
+    using pointer = Handle; // NOLINT(readability-identifier-naming): the name that unique_ptr looks for
     void operator()(Handle handle) const { Close(handle); }
 };
 
@@ -23,4 +23,4 @@ using UniqueMenu = UniqueHandle<HMENU, DestroyMenu>;
 using UniqueHook = UniqueHandle<HHOOK, UnhookWindowsHookEx>;
 using UniqueFile = UniqueHandle<HANDLE, CloseHandle>;
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

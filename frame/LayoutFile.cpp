@@ -10,23 +10,24 @@ namespace {
 constexpr LONGLONG kLargestFile = 1 << 20;
 
 UniqueFile Open(const std::wstring& path, DWORD access, DWORD disposition) {
-    const HANDLE file =
-        CreateFileW(path.c_str(), access, FILE_SHARE_READ, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+    const HANDLE file = CreateFileW(path.c_str(), access, FILE_SHARE_READ, nullptr, disposition,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) {
-        const wchar_t* what =
-            disposition == OPEN_EXISTING ? L"No se puede leer el fichero «" : L"No se puede escribir el fichero «";
+        const wchar_t* what = disposition == OPEN_EXISTING ? L"No se puede leer el fichero «"
+                                                           : L"No se puede escribir el fichero «";
         com::ThrowLastError(what + path + L"».");
     }
     return UniqueFile(file);
 }
 
-}  // namespace
+} // namespace
 
 std::string ReadLayoutFile(const std::wstring& path) {
     const UniqueFile file = Open(path, GENERIC_READ, OPEN_EXISTING);
     LARGE_INTEGER size{};
     if (!GetFileSizeEx(file.get(), &size) || size.QuadPart > kLargestFile) {
-        throw com::Error(E_INVALIDARG, L"El fichero «" + path + L"» no es un fichero de diseño: es demasiado grande.");
+        throw com::Error(E_INVALIDARG,
+                         L"El fichero «" + path + L"» no es un fichero de diseño: es demasiado grande.");
     }
     std::string text(static_cast<size_t>(size.QuadPart), '\0');
     DWORD read = 0;
@@ -39,7 +40,7 @@ std::string ReadLayoutFile(const std::wstring& path) {
 
 void WriteLayoutFile(const std::wstring& path, const std::string& text) {
     const std::wstring folder = path.substr(0, path.find_last_of(L'\\'));
-    CreateDirectoryW(folder.c_str(), nullptr);  // if this fails, opening the file tells why
+    CreateDirectoryW(folder.c_str(), nullptr); // if this fails, opening the file tells why
     const std::wstring temporary = path + L".tmp";
     {
         const UniqueFile file = Open(temporary, GENERIC_WRITE, CREATE_ALWAYS);
@@ -57,4 +58,4 @@ void WriteLayoutFile(const std::wstring& path, const std::string& text) {
     }
 }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

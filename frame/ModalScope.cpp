@@ -12,7 +12,7 @@ bool IsTip(HWND window) {
 
 std::vector<HWND> InputWindows() {
     std::vector<HWND> windows;
-    const WNDENUMPROC collect = [](HWND window, LPARAM list) __attribute__((stdcall)) -> BOOL {
+    const WNDENUMPROC collect = [](HWND window, LPARAM list) __attribute__((stdcall))->BOOL {
         if (IsWindowVisible(window) && IsWindowEnabled(window) && !IsTip(window)) {
             reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
         }
@@ -22,7 +22,7 @@ std::vector<HWND> InputWindows() {
     return windows;
 }
 
-}  // namespace
+} // namespace
 
 HWND OwnerForDialog() {
     if (const HWND active = GetActiveWindow()) {
@@ -56,4 +56,4 @@ ModalScope::~ModalScope() {
     }
 }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

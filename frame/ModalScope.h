@@ -6,11 +6,12 @@
 
 namespace tamvelo::frame {
 
-/// The window of this thread that a dialog belongs to: what the user works in now. Null when the thread has none.
+/// The window of this thread that a dialog belongs to: what the user works in now. Null when the thread has
+/// none.
 HWND OwnerForDialog();
 
-/// While it lives, `dialog` is the only top-level window of the thread that takes input. At the end the others are
-/// enabled again, before the dialog goes, and the focus returns to where it was.
+/// While it lives, `dialog` is the only top-level window of the thread that takes input. At the end the
+/// others are enabled again, before the dialog goes, and the focus returns to where it was.
 class ModalScope {
 public:
     explicit ModalScope(HWND dialog);
@@ -24,4 +25,4 @@ private:
     HWND m_focus;
 };
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

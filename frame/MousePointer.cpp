@@ -6,22 +6,20 @@ namespace tamvelo::frame {
 
 namespace {
 
-thread_local bool t_hourglass = false;
+thread_local bool g_hourglass = false;
 
-}  // namespace
+} // namespace
 
 void MousePointer::Hourglass() {
-    t_hourglass = true;
+    g_hourglass = true;
     SetCursor(LoadCursorW(nullptr, IDC_WAIT));
 }
 
 void MousePointer::Default() {
-    t_hourglass = false;
+    g_hourglass = false;
     SetCursor(LoadCursorW(nullptr, IDC_ARROW));
 }
 
-bool MousePointer::IsHourglass() {
-    return t_hourglass;
-}
+bool MousePointer::IsHourglass() { return g_hourglass; }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

@@ -10,4 +10,4 @@ public:
     static bool IsHourglass();
 };
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

@@ -8,11 +8,9 @@ namespace {
 
 ShowSerchFactory g_factory = nullptr;
 
-}  // namespace
+} // namespace
 
-void SetShowSerchFactory(ShowSerchFactory factory) {
-    g_factory = factory;
-}
+void SetShowSerchFactory(ShowSerchFactory factory) { g_factory = factory; }
 
 com::LateObject NewShowSerch() {
     if (!g_factory) {
@@ -21,4 +19,4 @@ com::LateObject NewShowSerch() {
     return {g_factory().Get(), L"ClsShowSerch"};
 }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

@@ -29,20 +29,23 @@ std::wstring Text(const std::vector<BYTE>& block, const wchar_t* name) {
                : std::wstring();
 }
 
-}  // namespace
+} // namespace
 
 const Product& Product::Own() {
     static const Product own = [] {
-        Product product{L"Tamvelo", L"Tamvelo", 1, 0};  // a program that links the storeys without the resource
+        Product product{L"Tamvelo", L"Tamvelo", 1,
+                        0}; // a program that links the storeys without the resource
         const std::vector<BYTE> block = VersionBlock();
         void* fixed = nullptr;
         UINT size = 0;
-        if (!block.empty() && VerQueryValueW(block.data(), L"\\", &fixed, &size) && size >= sizeof(VS_FIXEDFILEINFO)) {
+        if (!block.empty() && VerQueryValueW(block.data(), L"\\", &fixed, &size) &&
+            size >= sizeof(VS_FIXEDFILEINFO)) {
             const auto* info = static_cast<const VS_FIXEDFILEINFO*>(fixed);
-            const std::wstring company = Text(block, L"CompanyName");
-            const std::wstring name = Text(block, L"ProductName");
-            if (!company.empty() && !name.empty()) {
-                product = {company, name, HIWORD(info->dwProductVersionMS), LOWORD(info->dwProductVersionMS)};
+            const std::wstring ownCompany = Text(block, L"CompanyName");
+            const std::wstring ownName = Text(block, L"ProductName");
+            if (!ownCompany.empty() && !ownName.empty()) {
+                product = {ownCompany, ownName, HIWORD(info->dwProductVersionMS),
+                           LOWORD(info->dwProductVersionMS)};
             }
         }
         return product;
@@ -54,9 +57,7 @@ std::wstring Product::FormKey(std::wstring_view form) const {
     return base::FormKey(company, name, major, minor, form);
 }
 
-std::wstring Product::SesionKey(std::wstring_view path) const {
-    return base::SesionKey(company, path);
-}
+std::wstring Product::SesionKey(std::wstring_view path) const { return base::SesionKey(company, path); }
 
 std::wstring LibraryFolder() {
     wchar_t path[MAX_PATH];
@@ -65,4 +66,4 @@ std::wstring LibraryFolder() {
     return std::wstring(file.substr(0, file.find_last_of(L'\\')));
 }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

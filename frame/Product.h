@@ -22,4 +22,4 @@ struct Product {
 /// The folder that the library was loaded from, without a backslash at the end.
 std::wstring LibraryFolder();
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

@@ -75,10 +75,10 @@ bool RecordForm::OnKey(UINT key, bool control, bool shift) {
     return true;
 }
 
-}  // namespace
+} // namespace
 
 void ShowRecord(const std::wstring& title, const std::vector<RecordField>& fields) {
     std::make_shared<RecordForm>(title, fields)->Mostrar();
 }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

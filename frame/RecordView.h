@@ -12,7 +12,8 @@ struct RecordField {
     std::wstring value;
 };
 
-/// Shows one record, a line per field with its whole value, until the user closes it. Ctrl+C copies a field's value.
+/// Shows one record, a line per field with its whole value, until the user closes it. Ctrl+C copies a field's
+/// value.
 void ShowRecord(const std::wstring& title, const std::vector<RecordField>& fields);
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

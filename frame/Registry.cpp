@@ -11,8 +11,8 @@ std::optional<std::wstring> ReadRegistryText(const std::wstring& key, const std:
         return {};
     }
     std::wstring value(bytes / sizeof(wchar_t), L'\0');
-    if (RegGetValueW(HKEY_CURRENT_USER, key.c_str(), name.c_str(), RRF_RT_REG_SZ, nullptr, value.data(), &bytes) !=
-        ERROR_SUCCESS) {
+    if (RegGetValueW(HKEY_CURRENT_USER, key.c_str(), name.c_str(), RRF_RT_REG_SZ, nullptr, value.data(),
+                     &bytes) != ERROR_SUCCESS) {
         return {};
     }
     value.resize(wcsnlen(value.c_str(), value.size()));
@@ -20,9 +20,9 @@ std::optional<std::wstring> ReadRegistryText(const std::wstring& key, const std:
 }
 
 void WriteRegistryText(const std::wstring& key, const std::wstring& name, const std::wstring& value) {
-    const DWORD bytes = static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t));
-    const LSTATUS status =
-        RegSetKeyValueW(HKEY_CURRENT_USER, key.c_str(), name.c_str(), REG_SZ, value.c_str(), bytes);
+    const size_t bytes = (value.size() + 1) * sizeof(wchar_t);
+    const LSTATUS status = RegSetKeyValueW(HKEY_CURRENT_USER, key.c_str(), name.c_str(), REG_SZ,
+                                           value.c_str(), static_cast<DWORD>(bytes));
     if (status != ERROR_SUCCESS) {
         const HRESULT number = HRESULT_FROM_WIN32(static_cast<DWORD>(status));
         throw com::Error(number, L"No se puede guardar «" + name + L"» en el registro de Windows.\n" +
@@ -30,4 +30,4 @@ void WriteRegistryText(const std::wstring& key, const std::wstring& name, const 
     }
 }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

@@ -12,4 +12,4 @@ std::optional<std::wstring> ReadRegistryText(const std::wstring& key, const std:
 /// Creates the key. Throws com::Error when the registry refuses.
 void WriteRegistryText(const std::wstring& key, const std::wstring& name, const std::wstring& value);
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

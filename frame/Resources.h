@@ -1,6 +1,7 @@
 #pragma once
 
-// Numbers of the resources that all forms share (frame/Frame.rc), and of the controls that every grid form has.
+// Numbers of the resources that all forms share (frame/Frame.rc), and of the controls that every grid form
+// has.
 #define IDB_TOOLBAR16 16
 #define IDB_TOOLBAR24 24
 #define IDB_TOOLBAR32 32

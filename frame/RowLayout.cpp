@@ -6,9 +6,9 @@ namespace tamvelo::frame {
 
 namespace {
 
-constexpr int kMargin = 4;  // dialog units, around the rows and between rows and cells
+constexpr int kMargin = 4; // dialog units, around the rows and between rows and cells
 
-}  // namespace
+} // namespace
 
 RowLayout::RowLayout(HWND dialog, std::vector<LayoutRow> rows) : m_dialog(dialog), m_rows(std::move(rows)) {
     for (const LayoutRow& row : m_rows) {
@@ -73,7 +73,8 @@ void RowLayout::Arrange(const RECT& area) const {
 void RowLayout::ArrangeRow(const LayoutRow& row, const RECT& place, HDWP& batch) const {
     const int gap = static_cast<int>(Units(kMargin, 0).cx);
     const auto widthOf = [&](const LayoutCell& cell) {
-        return cell.width > 0 ? static_cast<int>(Units(cell.width, 0).cx) : static_cast<int>(m_own.at(cell.control).cx);
+        return cell.width > 0 ? static_cast<int>(Units(cell.width, 0).cx)
+                              : static_cast<int>(m_own.at(cell.control).cx);
     };
     int taken = -gap;
     int fillers = 0;
@@ -91,7 +92,8 @@ void RowLayout::ArrangeRow(const LayoutRow& row, const RECT& place, HDWP& batch)
             continue;
         }
         const int width = cell.width == kFill ? left / fillers : widthOf(cell);
-        const int own = row.height == kOwn ? std::min(height, static_cast<int>(m_own.at(cell.control).cy)) : height;
+        const int own =
+            row.height == kOwn ? std::min(height, static_cast<int>(m_own.at(cell.control).cy)) : height;
         if (batch) {
             batch = DeferWindowPos(batch, GetDlgItem(m_dialog, cell.control), nullptr, x,
                                    static_cast<int>(place.top) + (height - own) / 2, width, own,
@@ -101,4 +103,4 @@ void RowLayout::ArrangeRow(const LayoutRow& row, const RECT& place, HDWP& batch)
     }
 }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

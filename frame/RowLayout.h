@@ -14,17 +14,17 @@ inline constexpr int kOwn = 0;
 
 struct LayoutCell {
     int control;
-    int width = kOwn;  // dialog units
+    int width = kOwn; // dialog units
 };
 
 /// Controls side by side. Hidden controls take no room, and a row of hidden controls none at all.
 struct LayoutRow {
-    int height = kOwn;  // dialog units
+    int height = kOwn; // dialog units
     std::vector<LayoutCell> cells;
 };
 
-/// Rows of controls from top to bottom, always computed from the template's sizes, so that nothing drifts, and moved
-/// in one batch. A control lower than its row is centred in it.
+/// Rows of controls from top to bottom, always computed from the template's sizes, so that nothing drifts,
+/// and moved in one batch. A control lower than its row is centred in it.
 class RowLayout {
 public:
     RowLayout() = default;
@@ -44,4 +44,4 @@ private:
     std::map<int, SIZE> m_own;
 };
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

@@ -24,7 +24,7 @@ HANDLE OwnContext() noexcept {
     return context;
 }
 
-}  // namespace
+} // namespace
 
 ThemeScope::ThemeScope() noexcept
     : m_active(OwnContext() != INVALID_HANDLE_VALUE && ActivateActCtx(OwnContext(), &m_cookie) != FALSE) {}
@@ -35,4 +35,4 @@ ThemeScope::~ThemeScope() {
     }
 }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

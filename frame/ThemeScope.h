@@ -4,9 +4,9 @@
 
 namespace tamvelo::frame {
 
-/// While it lives, windows that are created get the themed common controls, whatever the host's own manifest says:
-/// window classes are looked up in the active context. Activating fails on systems without the feature; then the
-/// older controls serve.
+/// While it lives, windows that are created get the themed common controls, whatever the host's own manifest
+/// says: window classes are looked up in the active context. Activating fails on systems without the feature;
+/// then the older controls serve.
 class ThemeScope {
 public:
     ThemeScope() noexcept;
@@ -19,4 +19,4 @@ private:
     bool m_active = false;
 };
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

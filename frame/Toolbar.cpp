@@ -17,7 +17,7 @@ namespace tamvelo::frame {
 
 namespace {
 
-constexpr int kFirstCommand = 0x2000;  // above every control number of the dialog templates
+constexpr int kFirstCommand = 0x2000; // above every control number of the dialog templates
 
 constexpr std::array<const wchar_t*, 3> kBands{base::kBandEdicion, base::kBandRegistros, base::kBandRegistro};
 
@@ -47,7 +47,7 @@ TBBUTTON Separator() {
     return button;
 }
 
-}  // namespace
+} // namespace
 
 Toolbar::Toolbar(HWND parent, std::span<const ToolUse> uses, std::function<void()> changed)
     : m_uses(uses), m_changed(std::move(changed)), m_layout(DesignOf(uses)) {
@@ -67,9 +67,7 @@ Toolbar::Toolbar(HWND parent, std::span<const ToolUse> uses, std::function<void(
 
 Toolbar::~Toolbar() {
     if (IsWindow(m_window)) {
-        const auto glyphs = reinterpret_cast<HIMAGELIST>(SendMessageW(m_window, TB_GETIMAGELIST, 0, 0));
         DestroyWindow(m_window);
-        ImageList_Destroy(glyphs);
     }
 }
 
@@ -77,17 +75,18 @@ void Toolbar::AddGlyphs() {
     const int dpi = grid::DpiOf(m_window);
     const int size = dpi >= 168 ? 32 : dpi >= 120 ? 24 : 16;
     const int resource = size == 32 ? IDB_TOOLBAR32 : size == 24 ? IDB_TOOLBAR24 : IDB_TOOLBAR16;
-    const UniqueBitmap strip(static_cast<HBITMAP>(LoadImageW(com::Module::Instance(), MAKEINTRESOURCEW(resource),
-                                                             IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
-    const HIMAGELIST glyphs = ImageList_Create(size, size, ILC_COLOR32, 0, 1);
+    const UniqueBitmap strip(static_cast<HBITMAP>(LoadImageW(
+        com::Module::Instance(), MAKEINTRESOURCEW(resource), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
+    m_glyphs.reset(ImageList_Create(size, size, ILC_COLOR32, 0, 1));
     if (strip) {
-        ImageList_Add(glyphs, strip.get(), nullptr);
+        ImageList_Add(m_glyphs.get(), strip.get(), nullptr);
     }
-    SendMessageW(m_window, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(glyphs));
+    SendMessageW(m_window, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(m_glyphs.get()));
 }
 
 int Toolbar::CommandOf(std::wstring_view id) const {
-    const auto found = std::find_if(m_uses.begin(), m_uses.end(), [&](const ToolUse& use) { return use.id == id; });
+    const auto found =
+        std::find_if(m_uses.begin(), m_uses.end(), [&](const ToolUse& use) { return use.id == id; });
     return found == m_uses.end() ? 0 : kFirstCommand + static_cast<int>(found - m_uses.begin());
 }
 
@@ -137,9 +136,7 @@ void Toolbar::Rebuild() {
     Resize();
 }
 
-void Toolbar::Resize() {
-    SendMessageW(m_window, TB_AUTOSIZE, 0, 0);
-}
+void Toolbar::Resize() { SendMessageW(m_window, TB_AUTOSIZE, 0, 0); }
 
 int Toolbar::Height() const {
     RECT place{};
@@ -176,8 +173,9 @@ bool Toolbar::IsPressed(std::wstring_view id) const {
 void Toolbar::Load(const std::wstring& path) {
     const auto parsed = base::ParseToolbarLayout(ReadLayoutFile(path));
     if (const auto* wrong = std::get_if<base::LayoutError>(&parsed)) {
-        throw com::Error(E_INVALIDARG, L"El fichero de barra de herramientas «" + path + L"» no es válido (línea " +
-                                           std::to_wstring(wrong->line) + L"): " + wrong->reason);
+        throw com::Error(E_INVALIDARG, L"El fichero de barra de herramientas «" + path +
+                                           L"» no es válido (línea " + std::to_wstring(wrong->line) + L"): " +
+                                           wrong->reason);
     }
     m_layout = base::Merge(DesignOf(m_uses), std::get<base::ToolbarLayout>(parsed));
     Rebuild();
@@ -193,7 +191,8 @@ void Toolbar::Customize() {
 }
 
 void Toolbar::ReadOrder() {
-    // What stands on the bar now, in its order; a tool that is not there although its band shows was taken off.
+    // What stands on the bar now, in its order; a tool that is not there although its band shows was taken
+    // off.
     std::vector<base::ToolbarLayout::Tool> arranged;
     const int count = static_cast<int>(SendMessageW(m_window, TB_BUTTONCOUNT, 0, 0));
     for (int i = 0; i < count; ++i) {
@@ -211,7 +210,8 @@ void Toolbar::ReadOrder() {
                            [&](const auto& known) { return known.name == band && known.visible; });
     };
     for (const auto& tool : m_layout.tools) {
-        if (std::none_of(arranged.begin(), arranged.end(), [&](const auto& other) { return other.id == tool.id; })) {
+        if (std::none_of(arranged.begin(), arranged.end(),
+                         [&](const auto& other) { return other.id == tool.id; })) {
             arranged.push_back({tool.id, tool.band, shown(tool.band) ? false : tool.visible});
         }
     }
@@ -254,38 +254,38 @@ bool Toolbar::Notified(NMHDR& header, LRESULT& answer) {
         return false;
     }
     switch (header.code) {
-        case TBN_QUERYINSERT:
-        case TBN_QUERYDELETE:
-            answer = TRUE;
-            return true;
-        case TBN_GETBUTTONINFOW:
-            answer = FillCustomizeItem(reinterpret_cast<NMTOOLBARW&>(header).iItem, header);
-            return true;
-        case TBN_INITCUSTOMIZE:
-            answer = TBNRF_HIDEHELP;
-            return true;
-        case TBN_RESET:
-            m_layout = DesignOf(m_uses);
+    case TBN_QUERYINSERT:
+    case TBN_QUERYDELETE:
+        answer = TRUE;
+        return true;
+    case TBN_GETBUTTONINFOW:
+        answer = FillCustomizeItem(reinterpret_cast<NMTOOLBARW&>(header).iItem, header);
+        return true;
+    case TBN_INITCUSTOMIZE:
+        answer = TBNRF_HIDEHELP;
+        return true;
+    case TBN_RESET:
+        m_layout = DesignOf(m_uses);
+        Rebuild();
+        m_customizing = true;
+        answer = 0;
+        return true;
+    case TBN_TOOLBARCHANGE:
+        m_customizing = true;
+        answer = 0;
+        return true;
+    case TBN_ENDADJUST:
+        if (m_customizing) {
+            m_customizing = false;
+            ReadOrder();
             Rebuild();
-            m_customizing = true;
-            answer = 0;
-            return true;
-        case TBN_TOOLBARCHANGE:
-            m_customizing = true;
-            answer = 0;
-            return true;
-        case TBN_ENDADJUST:
-            if (m_customizing) {
-                m_customizing = false;
-                ReadOrder();
-                Rebuild();
-                m_changed();
-            }
-            answer = 0;
-            return true;
-        default:
-            return false;
+            m_changed();
+        }
+        answer = 0;
+        return true;
+    default:
+        return false;
     }
 }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

@@ -1,5 +1,9 @@
 #pragma once
 
+#include "com/WinHeaders.h"
+
+#include <commctrl.h>
+
 #include <functional>
 #include <span>
 #include <string>
@@ -7,13 +11,13 @@
 #include <vector>
 
 #include "base/ToolbarLayout.h"
-#include "com/WinHeaders.h"
+#include "frame/Handles.h"
 #include "frame/Tools.h"
 
 namespace tamvelo::frame {
 
-/// The bar of a form: tools by identifier in bands by name. A tool shows when it and its band are visible. What the
-/// user arranges by customisation is a base::ToolbarLayout over the form's design.
+/// The bar of a form: tools by identifier in bands by name. A tool shows when it and its band are visible.
+/// What the user arranges by customisation is a base::ToolbarLayout over the form's design.
 class Toolbar {
 public:
     /// `uses` outlives the bar. `changed` is called after the user has customised it.
@@ -50,6 +54,7 @@ private:
     void ReadOrder();
     bool FillCustomizeItem(int index, NMHDR& header) const;
 
+    UniqueHandle<HIMAGELIST, ImageList_Destroy> m_glyphs; // the window does not own its pictures
     HWND m_window = nullptr;
     std::span<const ToolUse> m_uses;
     std::function<void()> m_changed;
@@ -57,4 +62,4 @@ private:
     bool m_customizing = false;
 };
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

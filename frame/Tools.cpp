@@ -29,11 +29,11 @@ constexpr ToolKind kTools[] = {
     {base::kPreliminar, L"&Vista preliminar", base::kBandEdicion, 11, false, false},
 };
 
-}  // namespace
+} // namespace
 
 const ToolKind* FindTool(std::wstring_view id) {
-    const auto* found =
-        std::find_if(std::begin(kTools), std::end(kTools), [&](const ToolKind& kind) { return kind.id == id; });
+    const auto* found = std::find_if(std::begin(kTools), std::end(kTools),
+                                     [&](const ToolKind& kind) { return kind.id == id; });
     return found == std::end(kTools) ? nullptr : found;
 }
 
@@ -43,4 +43,4 @@ std::wstring ToolTip(const ToolKind& kind, const ToolUse& use) {
     return *use.shortcut ? tip + L" (" + use.shortcut + L")" : tip;
 }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

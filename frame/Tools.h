@@ -9,11 +9,11 @@ namespace tamvelo::frame {
 /// A command as the toolbar and the menus offer it. The same everywhere; a form only says which ones it has.
 struct ToolKind {
     const wchar_t* id;
-    const wchar_t* caption;  // with its access key for menus
+    const wchar_t* caption; // with its access key for menus
     const wchar_t* band;
-    int glyph;       // place in the glyph strips
-    bool captioned;  // shows its caption on the bar
-    bool toggles;    // stays pressed while what it does is in force
+    int glyph;      // place in the glyph strips
+    bool captioned; // shows its caption on the bar
+    bool toggles;   // stays pressed while what it does is in force
 };
 
 /// Null for an identifier that is no tool.
@@ -22,10 +22,10 @@ const ToolKind* FindTool(std::wstring_view id);
 /// One tool of a form's bar.
 struct ToolUse {
     const wchar_t* id;
-    const wchar_t* shortcut;  // shown in the tool tip; "" when it has none
+    const wchar_t* shortcut; // shown in the tool tip; "" when it has none
 };
 
 /// The tool's tip: what it does and its key.
 std::wstring ToolTip(const ToolKind& kind, const ToolUse& use);
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

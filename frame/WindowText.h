@@ -13,4 +13,4 @@ inline std::wstring TextOf(HWND window) {
     return text;
 }
 
-}  // namespace tamvelo::frame
+} // namespace tamvelo::frame

@@ -47,6 +47,10 @@ short Grid::CurrentColumn() const { return m_view->CurrentColumn(); }
 
 void Grid::SetCurrentColumn(short column) { m_view->SetCurrentColumn(column); }
 
+std::wstring Grid::Caption(short column) const { return m_view->Column(column).caption; }
+
+std::wstring Grid::Field(short column) const { return m_view->Column(column).field; }
+
 com::Variant Grid::Value(short column) {
     const auto view = m_view;
     return view->Value(column);

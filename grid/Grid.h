@@ -66,6 +66,9 @@ public:
     /// Columns of the record set.
     short ColumnCount();
     short CurrentColumn() const;
+    /// The heading, and the record set's name of a column. Throw a subscript error for a column out of range.
+    std::wstring Caption(short column) const;
+    std::wstring Field(short column) const;
     /// Scrolls it into view; a column out of range is brought into it.
     void SetCurrentColumn(short column);
 

@@ -213,6 +213,11 @@ std::wstring GridView::Text(short column) {
     return Format(value.Get(), m_data.Kind(column));
 }
 
+const GridColumn& GridView::Column(short column) const {
+    CheckColumn(column);
+    return m_columns[column];
+}
+
 void GridView::SetEmptyText(std::wstring_view text) {
     m_emptyText = text;
     InvalidateBody();

@@ -47,6 +47,7 @@ public:
     void CheckColumn(short column) const;
     com::Variant Value(short column);
     std::wstring Text(short column);
+    const GridColumn& Column(short column) const;
     /// As loaded for the screen, cut to what a cell can show; "" while it is not loaded.
     std::wstring LoadedText(long row, short column);
 

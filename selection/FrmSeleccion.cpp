@@ -22,10 +22,17 @@ using frame::ToolUse;
 namespace {
 
 constexpr ToolUse kTools[] = {
-    {base::kAceptar, L"Intro"},      {base::kCancelar, L"Esc"},  {base::kMoveFirst, L"Inicio"},
-    {base::kMovePre, L"Flecha arriba"}, {base::kMoveNext, L"Flecha abajo"},    {base::kMoveLast, L"Fin"},
-    {base::kOrdenAsc, L"clic en la cabecera"},          {base::kOrdenDesc, L"otro clic en la cabecera"},    {base::kFiltrar, L"Ins"},
-    {base::kFiltro, L"Supr"},        {base::kRegistro, L"F5"},
+    {base::kAceptar, L"Intro"},
+    {base::kCancelar, L"Esc"},
+    {base::kMoveFirst, L"Inicio"},
+    {base::kMovePre, L"Flecha arriba"},
+    {base::kMoveNext, L"Flecha abajo"},
+    {base::kMoveLast, L"Fin"},
+    {base::kOrdenAsc, L"clic en la cabecera"},
+    {base::kOrdenDesc, L"otro clic en la cabecera"},
+    {base::kFiltrar, L"Ins"},
+    {base::kFiltro, L"Supr"},
+    {base::kRegistro, L"F5"},
 };
 
 constexpr KeyRow kKeys[] = {
@@ -61,7 +68,7 @@ constexpr Button kButtons[] = {
     {IDC_CMD3, kAnswerNo},
 };
 
-}  // namespace
+} // namespace
 
 FrmSeleccion::FrmSeleccion() : GridForm({kName, IDD_SELECCION, kTools, kKeys}) {}
 
@@ -112,18 +119,17 @@ std::span<const frame::Form::MenuItem> FrmSeleccion::ContextMenu() const {
 
 std::vector<LayoutRow> FrmSeleccion::Rows() const {
     return {
-        {kOwn, {{IDC_LBLTABLE, kFill}}},
-        {kOwn, {{IDC_LBLBUSCAR}, {IDC_TXTFIELDS0, kFill}, {IDC_CMDBUSCAR}}},
-        {kFill, {{IDC_DATAGRID, kFill}}},
-        {kOwn, {{IDC_CMD1}, {IDC_CMD3}, {IDC_CMD2}, {IDC_CMD0}}},
+        {kOwn, {{IDC_LBLTABLE, kFill}}},  {kOwn, {{IDC_LBLBUSCAR}, {IDC_TXTFIELDS0, kFill}, {IDC_CMDBUSCAR}}},
+        {kFill, {{IDC_DATAGRID, kFill}}}, {kOwn, {{IDC_CMD1}, {IDC_CMD3}, {IDC_CMD2}, {IDC_CMD0}}},
         {kOwn, {{IDC_STATUS, kFill}}},
     };
 }
 
-// ---- opening -------------------------------------------------------------------------------------------------
+// ---- opening
+// -------------------------------------------------------------------------------------------------
 
-void FrmSeleccion::Open(IDispatch* sink, IDispatch* data, const contract::HostControl& ctl, short column, short indx,
-                        bool verify, bool controlVerify) {
+void FrmSeleccion::Open(IDispatch* sink, IDispatch* data, const contract::HostControl& ctl, short column,
+                        short indx, bool verify, bool controlVerify) {
     m_terminal = frame::Environment::Get().GetSettings().ReadValue(
         frame::Product::Own().SesionKey(base::kSesionTerminal), L"Int", L"0");
     m_verify = verify;
@@ -140,8 +146,8 @@ void FrmSeleccion::ShowFor(contract::HostControl& ctl, short modal) {
     ShowModal();
 }
 
-void FrmSeleccion::Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short& column, short& indx,
-                           bool& find, bool& stock, bool& verify, bool& controlVerify) {
+void FrmSeleccion::Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short& column,
+                           short& indx, bool& find, bool& stock, bool& verify, bool& controlVerify) {
     Show([&] {
         Open(sink, data, ctl, column, indx, verify, controlVerify);
         OpenRecords(base::SelectionName(stock, verify), find);
@@ -149,8 +155,8 @@ void FrmSeleccion::Mostrar(IDispatch* sink, IDispatch* data, contract::HostContr
     });
 }
 
-void FrmSeleccion::MostrarBuscando(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short& column,
-                                   short& indx, bool& find, short& modal) {
+void FrmSeleccion::MostrarBuscando(IDispatch* sink, IDispatch* data, contract::HostControl& ctl,
+                                   short& column, short& indx, bool& find, short& modal) {
     Show([&] {
         Open(sink, data, ctl, column, indx, false, false);
         OpenRecords(base::kSeleccion, find);
@@ -201,7 +207,8 @@ void FrmSeleccion::ResizeControls() {
     GridForm::ResizeControls();
 }
 
-// ---- answering -----------------------------------------------------------------------------------------------
+// ---- answering
+// -----------------------------------------------------------------------------------------------
 
 void FrmSeleccion::TakeControlBack() {
     if (m_caller) {
@@ -210,7 +217,8 @@ void FrmSeleccion::TakeControlBack() {
 }
 
 void FrmSeleccion::Aceptar() {
-    // Enter on something typed but not searched yet means "find it": it is delivered at once only when it is the one.
+    // Enter on something typed but not searched yet means "find it": it is delivered at once only when it is
+    // the one.
     if (IsSearchPending() && GetFocus() == Control(IDC_TXTFIELDS0)) {
         AplicarBusqueda(true);
         if (!IsLoaded() || DataGrid().RowCount() != 1) {
@@ -218,7 +226,7 @@ void FrmSeleccion::Aceptar() {
         }
     }
     if (DataGrid().CurrentRow() < 0) {
-        MessageBeep(MB_ICONWARNING);  // no record to deliver: an empty text would overwrite the host's control
+        MessageBeep(MB_ICONWARNING); // no record to deliver: an empty text would overwrite the host's control
         return;
     }
     Deliver();
@@ -297,4 +305,4 @@ std::wstring FrmSeleccion::StatusNote() const {
     return m_terminal.empty() || m_terminal == L"0" ? std::wstring() : L"Terminal " + m_terminal;
 }
 
-}  // namespace tamvelo::selection
+} // namespace tamvelo::selection

@@ -6,21 +6,22 @@
 
 namespace tamvelo::selection {
 
-/// The list from which the user picks one record of a host table for a control of the host. Six operations open it,
-/// through three show methods.
+/// The list from which the user picks one record of a host table for a control of the host. Six operations
+/// open it, through three show methods.
 class FrmSeleccion final : public frame::GridForm {
 public:
     static constexpr wchar_t kName[] = L"frmSeleccion";
     FrmSeleccion();
 
-    /// `ctl` gets the control that the host put in its place, if any. All throw com::Error when the panel cannot open;
-    /// what fails while it is open goes to ControlErrores.
-    void Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short& column, short& indx, bool& find,
-                 bool& stock, bool& verify, bool& controlVerify);
+    /// `ctl` gets the control that the host put in its place, if any. All throw com::Error when the panel
+    /// cannot open; what fails while it is open goes to ControlErrores.
+    void Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short& column, short& indx,
+                 bool& find, bool& stock, bool& verify, bool& controlVerify);
     /// Opens with the control's text searched for; `modal` 0 returns at once and leaves the panel open.
-    void MostrarBuscando(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short& column, short& indx,
-                         bool& find, short& modal);
-    /// Opens on the record that the control's text names, with `text` typed into the search box but not yet applied.
+    void MostrarBuscando(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short& column,
+                         short& indx, bool& find, short& modal);
+    /// Opens on the record that the control's text names, with `text` typed into the search box but not yet
+    /// applied.
     void MostrarBusquedaIndirecta(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short& column,
                                   std::wstring& text, bool& find, short& modal);
 
@@ -51,7 +52,7 @@ private:
     bool m_verify = false;
     bool m_controlVerify = false;
     std::wstring m_terminal = L"0";
-    contract::HostControl* m_caller = nullptr;  // the host's reference, while its call waits for us
+    contract::HostControl* m_caller = nullptr; // the host's reference, while its call waits for us
 };
 
-}  // namespace tamvelo::selection
+} // namespace tamvelo::selection

@@ -226,6 +226,7 @@ TEST_F(DemoHost, GetRowsReadsABlockByFieldAndRecord) {
 }
 
 TEST_F(DemoHost, SelectionsAndFiltersLimitTheRowsAndAFailureChangesNothing) {
+    database->Execute(L"update articulos set existencias = 0 where familia = '02' and id % 2 = 0");
     articles.Call(L"Requery", {L"seleccion_stock"});
     EXPECT_EQ(Rows(), CountOf(L"existencias > 0"));
     articles.Call(L"AplyFilter", {L"familia = '01' Or familia = '02' -- todo"});
@@ -357,6 +358,8 @@ TEST_F(DemoHost, ADataSourceHandsOutTheRecordSet) {
     ComPtr<DataSource> source;
     ASSERT_EQ(articles.Get()->QueryInterface(kDataSourceId, reinterpret_cast<void**>(&source)), S_OK);
     EXPECT_TRUE(com::SameObject(source.Get(), articles.Get()));
+    source->AddRef();
+    EXPECT_EQ(source->Release(), 2U) << "each interface counts";
     com::Bstr member;
     ASSERT_EQ(source->getDataMemberName(0, member.Address()), S_OK);
     for (const DataMember name : {member.Get(), DataMember{}}) {

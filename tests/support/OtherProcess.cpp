@@ -32,8 +32,8 @@ HWND FocusIn(HWND window) {
 
 std::wstring FocusedText(HWND window) {
     wchar_t text[256] = L"";
-    SendMessageTimeoutW(FocusIn(window), WM_GETTEXT, ARRAYSIZE(text), reinterpret_cast<LPARAM>(text), SMTO_ABORTIFHUNG,
-                        2000, nullptr);
+    SendMessageTimeoutW(FocusIn(window), WM_GETTEXT, ARRAYSIZE(text), reinterpret_cast<LPARAM>(text),
+                        SMTO_ABORTIFHUNG, 2000, nullptr);
     return text;
 }
 
@@ -50,4 +50,4 @@ void PostTextTo(HWND window, const std::wstring& text) {
     }
 }
 
-}  // namespace tamvelo::testing
+} // namespace tamvelo::testing

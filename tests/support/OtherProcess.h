@@ -19,4 +19,4 @@ std::wstring FocusedText(HWND window);
 void PostKeyTo(HWND window, UINT key);
 void PostTextTo(HWND window, const std::wstring& text);
 
-}  // namespace tamvelo::testing
+} // namespace tamvelo::testing

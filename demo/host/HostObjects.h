@@ -1,0 +1,44 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "com/Automation.h"
+#include "demo/data/Database.h"
+
+namespace tamvelo::demo {
+
+// What a host hands to the dialogs. Each function makes a new automation object; whoever holds it keeps it
+// alive.
+
+/// The data class of a table (`MyClase`), by one of the names in demo/data/Tables.h, in any case. It shares
+/// the database with the others; each has a record set, filters and an order of its own. Throws com::Error
+/// for a class that there is none of.
+com::ComPtr<IDispatch> MakeDataClass(std::shared_ptr<Database> database, std::wstring_view className);
+
+/// Hears a member of the sink and its arguments, in declared order. An argument that came by reference is
+/// changed with call.WriteBack. A com::Error thrown here reaches the dialog.
+using SinkCallback = std::function<void(std::wstring_view member, com::Invocation& call)>;
+
+/// An event sink (`objClsEvents`, `ClsEventos`) that knows every member that the dialogs call.
+com::ComPtr<IDispatch> MakeSink(SinkCallback callback);
+
+/// One of the host's text boxes (`ctl`). `index` is its place in its control array, `dataField` the field
+/// that it shows. It may outlive the window; members that need it then raise an error.
+com::ComPtr<IDispatch> MakeTextControl(HWND window, std::wstring_view name, short index,
+                                       std::wstring_view dataField = {});
+
+/// The columns of the host's grid of a table (`Columns`), all visible. Throws com::Error for a class that
+/// there is none of.
+com::ComPtr<IDispatch> MakeColumns(std::wstring_view className);
+
+/// A collection of values, counted from 1.
+com::ComPtr<IDispatch> MakeCollection(std::vector<com::Variant> items);
+
+/// The reports that the host offers for a table (`cReports`): a collection of objects with a `Titulo`.
+/// Throws com::Error for a class that there is none of.
+com::ComPtr<IDispatch> MakeReports(std::wstring_view className);
+
+} // namespace tamvelo::demo

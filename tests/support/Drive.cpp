@@ -1,0 +1,218 @@
+#include "tests/support/Drive.h"
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+
+#include "base/Text.h"
+
+namespace tamvelo::testing {
+
+namespace {
+
+constexpr UINT kTick = 10;
+constexpr ULONGLONG kPatience = 5000;
+
+Player* g_player = nullptr;
+
+std::wstring ClassOf(HWND window) {
+    wchar_t name[64] = L"";
+    GetClassNameW(window, name, ARRAYSIZE(name));
+    return name;
+}
+
+void Hold(UINT key, bool down) {
+    BYTE keys[256];
+    GetKeyboardState(keys);
+    keys[key] = down ? 0x80 : 0;
+    SetKeyboardState(keys);
+}
+
+/// A picture of the window with its caption and children, as a .bmp file.
+void SavePicture(HWND window, const std::string& file) {
+    RECT place{};
+    GetWindowRect(window, &place);
+    const LONG width = place.right - place.left;
+    const LONG height = place.bottom - place.top;
+    BITMAPINFO info{};
+    info.bmiHeader = {sizeof(BITMAPINFOHEADER), width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    void* bits = nullptr;
+    const HDC from = GetWindowDC(window);
+    const HDC to = CreateCompatibleDC(from);
+    const HBITMAP bitmap = CreateDIBSection(to, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    const HGDIOBJ before = SelectObject(to, bitmap);
+    BitBlt(to, 0, 0, width, height, from, 0, 0, SRCCOPY);
+    GdiFlush();
+    const DWORD size = static_cast<DWORD>(width * height * 4);
+    const BITMAPFILEHEADER header{0x4D42, 54 + size, 0, 0, 54};
+    std::ofstream out(file, std::ios::binary);
+    out.write(reinterpret_cast<const char*>(&header), 14);
+    out.write(reinterpret_cast<const char*>(&info.bmiHeader), 40);
+    out.write(static_cast<const char*>(bits), static_cast<std::streamsize>(size));
+    SelectObject(to, before);
+    DeleteObject(bitmap);
+    DeleteDC(to);
+    ReleaseDC(window, from);
+}
+
+}  // namespace
+
+HWND TopWindow() {
+    HWND found = nullptr;
+    const WNDENUMPROC look = [](HWND window, LPARAM out) __attribute__((stdcall)) -> BOOL {
+        const std::wstring name = ClassOf(window);
+        const bool plain = name != TOOLTIPS_CLASSW && name != L"IME" && name != L"#32768";
+        const bool input = plain && IsWindowVisible(window) && IsWindowEnabled(window);
+        return input ? (*reinterpret_cast<HWND*>(out) = window, FALSE) : TRUE;
+    };
+    EnumThreadWindows(GetCurrentThreadId(), look, reinterpret_cast<LPARAM>(&found));
+    return found;
+}
+
+std::wstring TextOf(HWND window) {
+    std::wstring text(static_cast<size_t>(SendMessageW(window, WM_GETTEXTLENGTH, 0, 0)) + 1, L'\0');
+    text.resize(static_cast<size_t>(
+        SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
+    return text;
+}
+
+std::wstring BoxText(HWND window) {
+    constexpr int kMessage = 0xFFFF;  // the control that every message box keeps its text in
+    const HWND message = GetDlgItem(window, kMessage);
+    return message && GetDlgItem(window, IDOK) ? TextOf(message) : L"";
+}
+
+unsigned GdiCount() {
+    if (const DWORD known = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS)) {
+        return known;
+    }
+    // Wine does not count: the table that the process environment block points to has an entry for each object.
+    struct Entry {
+        unsigned long long object;
+        unsigned owner;
+        unsigned short unique;
+        unsigned char type, flags;
+        unsigned long long user;
+    };
+    constexpr int kEntries = 65536;
+    const char* block = nullptr;
+    asm("movl %%fs:0x30, %0" : "=r"(block));
+    const Entry* table = *reinterpret_cast<Entry* const*>(block + 0x94);
+    unsigned count = 0;
+    for (int i = 0; table && i < kEntries; ++i) {
+        count += table[i].type != 0 ? 1U : 0U;
+    }
+    return count;
+}
+
+Script& Script::Key(UINT key, UINT held) {
+    m_steps.push_back({"key " + std::to_string(key), [key, held](HWND) {
+                           if (held) {
+                               Hold(held, true);
+                           }
+                           const LPARAM scan = static_cast<LPARAM>(MapVirtualKeyW(key, 0)) << 16;
+                           PostMessageW(GetFocus(), WM_KEYDOWN, key, scan | 1);
+                           PostMessageW(GetFocus(), WM_KEYUP, key, scan | static_cast<LPARAM>(0xC0000001));
+                           return true;
+                       }});
+    if (held) {
+        Do([held] { Hold(held, false); });
+    }
+    return *this;
+}
+
+Script& Script::Type(std::wstring text) {
+    m_steps.push_back({"type", [text = std::move(text)](HWND) {
+                           for (const wchar_t letter : text) {
+                               PostMessageW(GetFocus(), WM_CHAR, letter, 1);
+                           }
+                           return true;
+                       }});
+    return *this;
+}
+
+Script& Script::Do(std::function<void()> action) {
+    m_steps.push_back({"action", [action = std::move(action)](HWND) {
+                           action();
+                           return true;
+                       }});
+    return *this;
+}
+
+Script& Script::Until(std::string what, Step condition) {
+    m_steps.push_back({"wait for " + std::move(what), std::move(condition)});
+    return *this;
+}
+
+Script& Script::Box(std::wstring part) {
+    Until("a message with " + base::ToUtf8(part),
+          [part](HWND top) { return BoxText(top).find(part) != std::wstring::npos; });
+    return Key(VK_RETURN).Until("its end", [part](HWND top) { return BoxText(top).find(part) == std::wstring::npos; });
+}
+
+Script& Script::Append(const Script& more) {
+    m_steps.insert(m_steps.end(), more.m_steps.begin(), more.m_steps.end());
+    return *this;
+}
+
+Player::Player(Script script, std::function<std::string()> notes)
+    : m_script(std::move(script)), m_notes(std::move(notes)), m_timer(SetTimer(nullptr, 0, kTick, Tick)) {
+    g_player = this;
+}
+
+Player::~Player() {
+    KillTimer(nullptr, m_timer);
+    g_player = nullptr;
+    if (!m_gaveUp && m_at < m_script.m_steps.size()) {
+        ADD_FAILURE() << "over before the script was: next was step " << m_at << ", " << m_script.m_steps[m_at].name;
+    }
+}
+
+void CALLBACK Player::Tick(HWND, UINT, UINT_PTR, DWORD) {
+    if (g_player && !g_player->m_busy) {
+        g_player->m_busy = true;
+        g_player->Turn();
+        g_player->m_busy = false;
+    }
+}
+
+void Player::Turn() {
+    const HWND top = TopWindow();
+    if (!top) {
+        return;
+    }
+    // Another program may be in front: the thread's own idea of its active window is what counts here.
+    if (GetActiveWindow() != top) {
+        SetActiveWindow(top);
+    }
+    if (!GetFocus()) {
+        SetFocus(top);
+    }
+    if (GetTickCount64() - m_since > kPatience) {
+        GiveUp(top);
+    } else if (!m_gaveUp && m_at < m_script.m_steps.size() && m_script.m_steps[m_at].run(top)) {
+        ++m_at;
+        m_since = GetTickCount64();
+    }
+}
+
+void Player::GiveUp(HWND top) {
+    if (!m_gaveUp) {
+        m_gaveUp = true;
+        const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
+        const std::string picture = std::string("stuck-") + (test ? test->name() : "") + ".bmp";
+        SavePicture(top, picture);
+        ADD_FAILURE() << "stuck at step " << m_at << ": "
+                      << (m_at < m_script.m_steps.size() ? m_script.m_steps[m_at].name : "the end, and still open")
+                      << "\non top: " << base::ToUtf8(TextOf(top)) << " " << base::ToUtf8(BoxText(top))
+                      << "\npicture: " << picture << "\n" << m_notes();
+    } else if (GetTickCount64() - m_since > 2 * kPatience) {
+        std::abort();  // nothing closes it; the rest of the tests could only hang too
+    }
+    PostMessageW(top, WM_CANCELMODE, 0, 0);
+    PostMessageW(top, WM_CLOSE, 0, 0);
+}
+
+}  // namespace tamvelo::testing

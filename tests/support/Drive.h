@@ -1,0 +1,68 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "com/WinHeaders.h"
+
+/// A user for modal dialogs, inside the test's own thread.
+namespace tamvelo::testing {
+
+/// The window of this thread that takes input: the topmost visible and enabled one.
+HWND TopWindow();
+std::wstring TextOf(HWND window);
+/// The text of a message box; "" for any other window.
+std::wstring BoxText(HWND window);
+/// GDI objects of the process.
+unsigned GdiCount();
+
+/// What the user does, one step after the other, inside whatever modal loop is running: steps are taken by a timer,
+/// and a timer's turn comes only when every posted message before it has been handled.
+class Script {
+public:
+    /// True: done, go on. False: not yet, ask again.
+    using Step = std::function<bool(HWND top)>;
+
+    /// A key at the focus; `held` is a modifier or 0.
+    Script& Key(UINT key, UINT held = 0);
+    Script& Type(std::wstring text);
+    Script& Do(std::function<void()> action);
+    Script& Until(std::string what, Step condition);
+    /// Waits for a message box whose text contains `part` and closes it with Enter.
+    Script& Box(std::wstring part);
+    Script& Append(const Script& more);
+
+private:
+    friend class Player;
+    struct NamedStep {
+        std::string name;
+        Step run;
+    };
+    std::vector<NamedStep> m_steps;
+};
+
+/// Plays a script while it lives. A step that makes no progress for seconds, or a dialog that is left open after the
+/// last one, fails the test with a picture and `notes`; then everything is closed.
+class Player {
+public:
+    Player(Script script, std::function<std::string()> notes);
+    ~Player();
+    Player(const Player&) = delete;
+    Player& operator=(const Player&) = delete;
+
+private:
+    static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD);
+    void Turn();
+    void GiveUp(HWND top);
+
+    const Script m_script;
+    const std::function<std::string()> m_notes;
+    size_t m_at = 0;
+    bool m_busy = false;
+    bool m_gaveUp = false;
+    ULONGLONG m_since = GetTickCount64();
+    UINT_PTR m_timer;
+};
+
+}  // namespace tamvelo::testing

@@ -1,0 +1,138 @@
+#include "tests/support/FakeHost.h"
+
+#include <algorithm>
+
+#include "com/LateObject.h"
+
+namespace tamvelo::testing {
+
+using com::Invocation;
+using com::Member;
+using com::Variant;
+
+namespace {
+
+constexpr unsigned char kMostArguments = 16;
+
+std::wstring NameOf(IDispatch* object) {
+    if (!object) {
+        return L"Nothing";
+    }
+    if (const auto* host = dynamic_cast<HostObject*>(object)) {
+        return host->Name();
+    }
+    com::LateObject control(object, L"control");
+    return control.Call(L"Name").ToText() + L"(" + control.Call(L"Index").ToText() + L")";
+}
+
+std::wstring Describe(const VARIANT& argument) {
+    const std::wstring mark = argument.vt & VT_BYREF ? L"&" : L"";
+    const Variant value = Variant::CopyOf(argument);
+    switch (value.Type()) {
+        case VT_BSTR:
+            return mark + L"\"" + value.ToText() + L"\"";
+        case VT_I2:
+            return mark + value.ToText();
+        case VT_I4:
+            return mark + value.ToText() + L"L";
+        case VT_BOOL:
+            return mark + (value.ToBool() ? L"True" : L"False");
+        case VT_DISPATCH:
+            return mark + NameOf(value.Get().pdispVal);
+        default:
+            return mark + L"vt" + std::to_wstring(value.Type());
+    }
+}
+
+}  // namespace
+
+void HostObject::On(const std::wstring& member, Behaviour behaviour, bool quiet) {
+    const auto known = std::ranges::find(m_entries, member, &Entry::name);
+    if (known != m_entries.end()) {
+        known->behaviour = std::move(behaviour);
+        return;
+    }
+    m_entries.push_back({member, std::move(behaviour), quiet});
+    Renumber();
+}
+
+void HostObject::Without(const std::wstring& member) {
+    std::erase_if(m_entries, [&](const Entry& entry) { return entry.name == member; });
+    Renumber();
+}
+
+void HostObject::Renumber() {
+    constexpr auto kRun = [](com::Automation& self, Invocation& call) {
+        auto& object = static_cast<HostObject&>(self);
+        const Behaviour behaviour = object.m_entries[object.m_running.back()].behaviour;  // it may change itself
+        behaviour(call);
+    };
+    m_members.clear();
+    for (size_t i = 0; i < m_entries.size(); ++i) {
+        m_members.push_back(
+            {m_entries[i].name.c_str(), static_cast<DISPID>(i + 1), Member::Kind(7), 0, kMostArguments, kRun});
+    }
+}
+
+long HostObject::References() {
+    AddRef();
+    return static_cast<long>(Release());
+}
+
+HRESULT HostObject::Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* parameters,
+                           VARIANT* result, EXCEPINFO* thrown, UINT* wrong) {
+    const auto index = static_cast<size_t>(id - 1);
+    if (index >= m_entries.size()) {
+        return DISP_E_MEMBERNOTFOUND;
+    }
+    if (!m_entries[index].quiet) {
+        std::wstring line = m_entries[index].name + L"(";
+        for (UINT i = parameters->cArgs; i-- > 0;) {
+            line += Describe(parameters->rgvarg[i]) + (i ? L", " : L"");
+        }
+        m_log.push_back(line + L")");
+    }
+    m_running.push_back(index);
+    const HRESULT code = Automation::Invoke(id, reserved, locale, flags, parameters, result, thrown, wrong);
+    m_running.pop_back();
+    return code;
+}
+
+void RaiseHostError() { throw com::Error(kHostErrorNumber, kHostErrorText, kHostErrorSource); }
+
+FakeHost::FakeHost(long records)
+    : set(com::Make<MemoryRecordSet>([&] {
+          RecordSetOptions options;
+          options.rows = records;
+          return options;
+      }())),
+      data(com::Make<HostObject>(L"MyClase", log)),
+      sink(com::Make<HostObject>(L"objClsEvents", log)),
+      ctl(com::Make<HostObject>(L"ctl", log)) {
+    set->Table().value = [](long record, short column) {
+        return Variant(L"f" + std::to_wstring(record) + L"c" + std::to_wstring(column));
+    };
+    const auto nothing = [](Invocation&) {};
+    data->On(L"sClassName", [this](Invocation& call) { call.Return(Variant(className)); });
+    data->On(L"Recordset", [this](Invocation& call) { call.Return(Variant(set.Get())); }, true);
+    data->On(L"Requery", nothing);
+    data->On(L"FindRecord", nothing);
+    data->On(L"CreateFilter", [](Invocation& call) {
+        const std::wstring typed = com::LateObject(call[0].ToObject().Get(), L"box").Call(L"Text").ToText();
+        call.Return(Variant(typed.empty() ? L"" : L"campo=" + typed));
+    });
+    data->On(L"SetFilter", [this](Invocation& call) { stored = call[0].ToText(); });
+    data->On(L"GetFilter", [this](Invocation& call) { call.Return(Variant(stored)); });
+    data->On(L"AplyFilter", [this](Invocation& call) { set->SetFilter(call[0].ToText()); });
+    data->On(L"existenregistros", [this](Invocation& call) { call.Return(Variant(set->Count() > 0)); });
+    data->On(L"SetOrder", [this](Invocation& call) { set->SetSort(call[1].ToText()); });
+    data->On(L"MoveFirst", [this](Invocation&) { set->SetPosition(0); });
+    data->On(L"MoveLast", [this](Invocation&) { set->SetPosition(set->Count() - 1); });
+    data->On(L"MoveNext", [this](Invocation&) { set->SetPosition(set->Position() + 1); });
+    data->On(L"MovePrevious", [this](Invocation&) { set->SetPosition(set->Position() - 1); });
+    sink->On(L"AceptarSeleccion", nothing);
+    sink->On(L"AceptarSeleccionParam", nothing);
+    ctl->On(L"Text", [this](Invocation& call) { call.Return(Variant(text)); }, true);
+}
+
+}  // namespace tamvelo::testing

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "com/Automation.h"
+#include "tests/support/RecordSets.h"
+
+/// A host that does what the test tells it and writes down every call.
+namespace tamvelo::testing {
+
+using Log = std::vector<std::wstring>;
+
+/// An automation object whose members are functions. Each call is written as text with its arguments as they came:
+/// "&" before one by reference, 1 for a 16-bit integer, 1L for a 32-bit one, "a" for a string, objects by name.
+class HostObject final : public com::Automation {
+public:
+    using Behaviour = std::function<void(com::Invocation&)>;
+    HostObject(std::wstring name, Log& log) : m_name(std::move(name)), m_log(log) {}
+
+    /// A member, or another behaviour for one. A quiet one is not written down.
+    void On(const std::wstring& member, Behaviour behaviour, bool quiet = false);
+    void Without(const std::wstring& member);
+    const std::wstring& Name() const { return m_name; }
+    long References();
+
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* parameters,
+                                     VARIANT* result, EXCEPINFO* thrown, UINT* wrong) override;
+
+private:
+    struct Entry {
+        std::wstring name;
+        Behaviour behaviour;
+        bool quiet;
+    };
+    std::span<const com::Member> Members() const override { return m_members; }
+    void Renumber();
+
+    const std::wstring m_name;
+    Log& m_log;
+    std::vector<Entry> m_entries;
+    std::vector<com::Member> m_members;
+    std::vector<size_t> m_running;
+};
+
+/// The data class, sink and control of a host. Unless told otherwise the data class keeps the filter that it is given
+/// (one that is not empty leaves every second record), sorts and moves its record set; the sink accepts everything.
+class FakeHost {
+public:
+    /// Cells hold "f<record>c<column>", from 0.
+    explicit FakeHost(long records = 20);
+
+    Log log;
+    std::wstring className = L"prueba";
+    std::wstring text;  // the control's
+    std::wstring stored;  // the filter last set
+    com::ComPtr<MemoryRecordSet> set;
+    com::ComPtr<HostObject> data;
+    com::ComPtr<HostObject> sink;
+    com::ComPtr<HostObject> ctl;
+};
+
+/// Raises the error that a host raises; automation clients read its number as 513.
+[[noreturn]] void RaiseHostError();
+inline constexpr HRESULT kHostErrorNumber = static_cast<HRESULT>(0x800A0201);
+inline constexpr wchar_t kHostErrorText[] = L"La tabla está bloqueada.";
+inline constexpr wchar_t kHostErrorSource[] = L"Gestión";
+
+}  // namespace tamvelo::testing
