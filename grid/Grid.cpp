@@ -5,6 +5,24 @@
 
 namespace tamvelo::grid {
 
+namespace {
+
+/// Digits in groups as the user's locale parts them; four digits stand together, as Spanish has it.
+std::wstring Grouped(long number) {
+    std::wstring digits = std::to_wstring(number);
+    if (digits.size() > 4) {
+        wchar_t mark[8] = L"";
+        GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_STHOUSAND, mark, ARRAYSIZE(mark));
+        for (size_t at = digits.size(); at > 3;) {
+            at -= 3;
+            digits.insert(at, mark);
+        }
+    }
+    return digits;
+}
+
+} // namespace
+
 Grid::Grid(HWND parent, int controlId, GridEvents& events) : m_view(std::make_shared<GridView>(events)) {
     try {
         m_view->Create(parent, controlId);
@@ -98,9 +116,9 @@ std::wstring Grid::CounterText() {
         return L"Sin registros";
     }
     if (current < 0) {
-        return std::to_wstring(rows) + (rows == 1 ? L" registro" : L" registros");
+        return Grouped(rows) + (rows == 1 ? L" registro" : L" registros");
     }
-    return L"Registro " + std::to_wstring(current + 1) + L" de " + std::to_wstring(rows);
+    return L"Registro " + Grouped(current + 1) + L" de " + Grouped(rows);
 }
 
 void Grid::SetAccessibleName(std::wstring_view name) { m_view->SetName(name); }
