@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace tamvelo::demo {
+
+inline constexpr wchar_t kUsage[] =
+    L"TamveloDemo [tour CARPETA [--only PARADA]] [--dpi N] [--db ARCHIVO] [--rows N]";
+
+struct CommandLine {
+    std::wstring tour;     // folder of the pictures; empty for the window
+    std::wstring only;     // the one stop to make; empty for all
+    long dpi = 0;          // that the windows shall have; 0 for the screen's
+    std::wstring database; // empty for the usual place
+    long rows = 0;         // articles of the sample; 0 for the usual number
+};
+
+/// What the user asked for; nothing when it is not as kUsage says.
+std::optional<CommandLine> ReadCommandLine();
+
+} // namespace tamvelo::demo

@@ -1,0 +1,18 @@
+#include "demo/app/Console.h"
+
+#include "com/WinHeaders.h"
+
+#include <string>
+
+#include "base/Text.h"
+
+namespace tamvelo::demo {
+
+void Say(std::wstring_view line) {
+    const std::string bytes = base::ToUtf8(line) + "\r\n";
+    DWORD written = 0;
+    WriteFile(GetStdHandle(STD_OUTPUT_HANDLE), bytes.data(), static_cast<DWORD>(bytes.size()), &written,
+              nullptr);
+}
+
+} // namespace tamvelo::demo

@@ -1,0 +1,92 @@
+#include <optional>
+
+#include "com/Error.h"
+#include "com/Module.h"
+#include "demo/app/CommandLine.h"
+#include "demo/app/Console.h"
+#include "demo/app/Describe.h"
+#include "demo/app/MainWindow.h"
+#include "demo/app/PrivateSettings.h"
+#include "demo/app/SampleFile.h"
+#include "demo/app/Tour.h"
+
+namespace tamvelo::demo {
+
+namespace {
+
+enum Exit { Good, Failed, UsageError };
+
+/// The thread's automation, from the first object to the last.
+class Apartment {
+public:
+    Apartment() { com::Check(OleInitialize(nullptr)); }
+    ~Apartment() { OleUninitialize(); }
+    Apartment(const Apartment&) = delete;
+    Apartment& operator=(const Apartment&) = delete;
+};
+
+/// Sharp on every monitor where Windows can; 96 asks for what it does to programs that know nothing of it.
+/// Looked up, for older versions of Windows do not have it.
+void UseResolution(long dpi) {
+    using SetContext = BOOL WINAPI(DPI_AWARENESS_CONTEXT);
+    const auto set = reinterpret_cast<SetContext*>(reinterpret_cast<void*>(
+        GetProcAddress(GetModuleHandleW(L"user32.dll"), "SetProcessDpiAwarenessContext")));
+    if (set == nullptr) {
+        SetProcessDPIAware();
+    } else if (dpi == USER_DEFAULT_SCREEN_DPI) {
+        set(DPI_AWARENESS_CONTEXT_UNAWARE);
+    } else if (!set(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2)) {
+        set(DPI_AWARENESS_CONTEXT_SYSTEM_AWARE);
+    }
+    const HDC screen = GetDC(nullptr);
+    const int real = GetDeviceCaps(screen, LOGPIXELSX);
+    ReleaseDC(nullptr, screen);
+    if (dpi != 0 && real != dpi) {
+        throw com::Error(
+            E_INVALIDARG,
+            L"La pantalla tiene " + std::to_wstring(real) + L" ppp, no " + std::to_wstring(dpi) + L'.',
+            L"Pedidos");
+    }
+}
+
+int Run(const CommandLine& wanted) {
+    UseResolution(wanted.dpi);
+    const Apartment apartment;
+    std::optional<PrivateSettings> unchanged;
+    if (!wanted.tour.empty()) {
+        unchanged.emplace(wanted.tour);
+        CreateDirectoryW(wanted.tour.c_str(), nullptr);
+    }
+    MainWindow window(OpenSampleFile(wanted.database, wanted.rows));
+    window.Show();
+    if (!wanted.tour.empty()) {
+        return TakeTour(window, wanted.tour, wanted.only) ? Good : Failed;
+    }
+    window.Run();
+    return Good;
+}
+
+} // namespace
+
+} // namespace tamvelo::demo
+
+int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int) {
+    using namespace tamvelo;
+    com::Module::Attach(instance);
+    const auto wanted = demo::ReadCommandLine();
+    std::wstring complaint = demo::kUsage;
+    int exit = demo::UsageError;
+    if (wanted) {
+        try {
+            return demo::Run(*wanted);
+        } catch (...) {
+            complaint = demo::Describe(demo::AnyCurrentError());
+            exit = demo::Failed;
+        }
+    }
+    demo::Say(complaint);
+    if (!wanted || wanted->tour.empty()) { // nobody looks at the screen during a tour
+        MessageBoxW(nullptr, complaint.c_str(), L"TamveloDemo", MB_ICONERROR);
+    }
+    return exit;
+}

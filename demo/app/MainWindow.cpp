@@ -1,0 +1,403 @@
+#include "demo/app/MainWindow.h"
+
+#include <windowsx.h>
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+
+#include "com/Error.h"
+#include "com/Module.h"
+#include "demo/app/Accessible.h"
+#include "demo/app/Describe.h"
+#include "demo/app/MenuBar.h"
+#include "demo/app/Resources.h"
+#include "demo/app/Server.h"
+#include "demo/data/Tables.h"
+#include "demo/host/HostObjects.h"
+
+namespace tamvelo::demo {
+
+namespace {
+
+using com::ComPtr;
+using com::LateObject;
+
+/// A field of the form: a box for a code of a table. Its place here is the Index that the dialogs' control
+/// has.
+struct Field {
+    int box;
+    const wchar_t* className; // null: the table chosen in the form
+
+    constexpr int Button() const { return box + 1; }
+    constexpr int Name() const { return box + 2; }
+};
+
+constexpr Field kFields[] = {
+    {IDC_ORDEN, L"Ordenes"},      {IDC_CLIENTE, L"clientes"},   {IDC_DIRECCION, L"clientes_direcciones"},
+    {IDC_ARTICULO, L"articulos"}, {IDC_FAMILIA, L"familias"},   {IDC_PROVEEDOR, L"proveedores"},
+    {IDC_IMPUESTO, L"impuestos"}, {IDC_EMPLEADO, L"empleados"}, {IDC_VALOR, nullptr},
+};
+constexpr std::size_t kValue = std::size(kFields) - 1;
+
+constexpr wchar_t kScreen[] = L"Pedidos";
+
+/// The field whose box or button this is.
+std::optional<std::size_t> FieldOf(int id) {
+    const auto found =
+        std::ranges::find_if(kFields, [id](const Field& f) { return f.box == id || f.Button() == id; });
+    return found != std::end(kFields) ? std::optional(static_cast<std::size_t>(found - kFields))
+                                      : std::nullopt;
+}
+
+std::wstring TextOf(HWND window) {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)), L'\0');
+    text.resize(
+        static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()) + 1)));
+    return text;
+}
+
+DATE Today() {
+    SYSTEMTIME now;
+    DATE date = 0;
+    GetLocalTime(&now);
+    now.wHour = now.wMinute = now.wSecond = now.wMilliseconds = 0;
+    SystemTimeToVariantTime(&now, &date);
+    return date;
+}
+
+} // namespace
+
+MainWindow::MainWindow(std::shared_ptr<Database> database) : m_database(std::move(database)) {
+    if (CreateDialogParamW(com::Module::Instance(), MAKEINTRESOURCEW(IDD_PEDIDO), nullptr, Procedure,
+                           reinterpret_cast<LPARAM>(this)) == nullptr) {
+        com::ThrowLastError(L"No se puede crear la ventana.");
+    }
+}
+
+MainWindow::~MainWindow() {
+    if (m_window != nullptr) {
+        DestroyWindow(m_window);
+    }
+}
+
+void MainWindow::Show() const {
+    ShowWindow(m_window, SW_SHOWNORMAL);
+    UpdateWindow(m_window);
+}
+
+void MainWindow::Run() {
+    const HACCEL keys = LoadAcceleratorsW(com::Module::Instance(), MAKEINTRESOURCEW(IDA_PEDIDO));
+    MSG message;
+    while (m_window != nullptr && GetMessageW(&message, nullptr, 0, 0) > 0) {
+        const bool own = message.hwnd == m_window || IsChild(m_window, message.hwnd);
+        if (!(own && TranslateAcceleratorW(m_window, keys, &message)) &&
+            !IsDialogMessageW(m_window, &message)) {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
+    }
+}
+
+INT_PTR CALLBACK MainWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_INITDIALOG) {
+        reinterpret_cast<MainWindow*>(lParam)->m_window = window;
+        SetWindowLongPtrW(window, DWLP_USER, lParam);
+    }
+    auto* const self = reinterpret_cast<MainWindow*>(GetWindowLongPtrW(window, DWLP_USER));
+    if (self == nullptr) {
+        return FALSE;
+    }
+    try {
+        return self->OnMessage(message, wParam, lParam);
+    } catch (...) {
+        self->ReportError(L"La pantalla de pedidos");
+        return TRUE;
+    }
+}
+
+INT_PTR MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_INITDIALOG:
+        OnInit();
+        return TRUE;
+    case WM_COMMAND:
+        OnCommand(LOWORD(wParam), HIWORD(wParam));
+        return TRUE;
+    case WM_SIZE:
+        OnSize();
+        return TRUE;
+    case WM_GETMINMAXINFO:
+        OnLimits(*reinterpret_cast<MINMAXINFO*>(lParam));
+        return TRUE;
+    case WM_CLOSE:
+        DestroyWindow(m_window);
+        return TRUE;
+    case WM_NCDESTROY:
+        m_window = nullptr;
+        PostQuitMessage(0);
+        return TRUE;
+    default:
+        return FALSE;
+    }
+}
+
+void MainWindow::OnInit() {
+    for (const auto& [kind, metric] : {std::pair{ICON_BIG, SM_CXICON}, {ICON_SMALL, SM_CXSMICON}}) {
+        const int size = GetSystemMetrics(metric);
+        SendMessageW(m_window, WM_SETICON, static_cast<WPARAM>(kind),
+                     reinterpret_cast<LPARAM>(LoadImageW(com::Module::Instance(), MAKEINTRESOURCEW(IDI_DEMO),
+                                                         IMAGE_ICON, size, size, LR_SHARED)));
+    }
+    SetMenu(m_window, MakeMenuBar());
+    FillTables();
+    for (const Field& field : kFields) {
+        const TableInfo* const table = field.className ? FindTable(field.className) : nullptr;
+        SetAccessibleName(GetDlgItem(m_window, field.Button()),
+                          L"Seleccionar en " + (table ? std::wstring(table->title) : L"la tabla"));
+    }
+    SetAccessibleName(GetDlgItem(m_window, IDC_FECHAS), L"Seleccionar las fechas");
+}
+
+void MainWindow::FillTables() const {
+    const HWND combo = GetDlgItem(m_window, IDC_TABLA);
+    for (const TableInfo& table : Tables()) {
+        ComboBox_AddString(combo, std::wstring(table.title).c_str());
+    }
+    ComboBox_SetCurSel(combo, 0);
+}
+
+void MainWindow::OnCommand(int id, int notification) {
+    if (const int operation = id - IDM_OPERACIONES;
+        operation >= 0 && operation < static_cast<int>(Operations().size())) {
+        PerformFor(Operations()[static_cast<std::size_t>(operation)], kValue);
+        return;
+    }
+    const std::optional<std::size_t> field = FieldOf(id);
+    if (field && notification == EN_CHANGE) {
+        ShowName(*field);
+    } else if (field && id == kFields[*field].Button()) {
+        PerformFor(*FindOperation(L"ShowSelec"), *field);
+    } else if (id == IDC_FECHAS) {
+        PerformFor(*FindOperation(L"ShowSelecDate"), kValue);
+    } else if (id == IDC_TABLA && notification == CBN_SELCHANGE) {
+        ShowName(kValue);
+    } else if (id == IDM_SELECCIONAR) {
+        Choose();
+    } else if (id == IDM_NUEVO) {
+        Clear();
+    } else if (id == IDM_VACIAR) {
+        SetDlgItemTextW(m_window, IDC_LOG, L"");
+    } else if (id == IDM_SALIR) {
+        DestroyWindow(m_window);
+    } else if (id == IDOK) { // Enter goes on to the next field, as whoever types orders all day expects
+        SendMessageW(m_window, WM_NEXTDLGCTL, 0, FALSE);
+    }
+}
+
+/// The names and the log take what the window has more than its template.
+void MainWindow::OnSize() const {
+    const HWND log = GetDlgItem(m_window, IDC_LOG);
+    const auto placeOf = [this](HWND control) {
+        RECT place;
+        GetWindowRect(control, &place);
+        MapWindowPoints(nullptr, m_window, reinterpret_cast<POINT*>(&place), 2);
+        return place;
+    };
+    const LONG margin = placeOf(log).left;
+    RECT client;
+    GetClientRect(m_window, &client);
+    const auto stretch = [&](HWND control, bool down) {
+        const RECT place = placeOf(control);
+        SetWindowPos(control, nullptr, 0, 0, client.right - margin - place.left,
+                     (down ? client.bottom - margin : place.bottom) - place.top,
+                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    };
+    for (const Field& field : kFields) {
+        stretch(GetDlgItem(m_window, field.Name()), false);
+    }
+    stretch(GetDlgItem(m_window, IDC_RAYA), false);
+    stretch(log, true);
+}
+
+void MainWindow::OnLimits(MINMAXINFO& limits) const {
+    RECT least{0, 0, 300, 260};
+    RECT client;
+    RECT window;
+    MapDialogRect(m_window, &least);
+    GetClientRect(m_window, &client);
+    GetWindowRect(m_window, &window);
+    limits.ptMinTrackSize = {least.right + (window.right - window.left) - client.right,
+                             least.bottom + (window.bottom - window.top) - client.bottom};
+}
+
+/// F4: what the control with the focus chooses from.
+void MainWindow::Choose() {
+    const HWND focus = GetFocus();
+    const int id = GetDlgCtrlID(focus);
+    if (const std::optional<std::size_t> field = FieldOf(id)) {
+        PerformFor(*FindOperation(L"ShowSelec"), *field);
+    } else if (id == IDC_DESDE || id == IDC_HASTA) {
+        PerformFor(*FindOperation(L"ShowSelecDate"), kValue);
+    } else if (id == IDC_TABLA) {
+        ComboBox_ShowDropdown(focus, !ComboBox_GetDroppedState(focus));
+    }
+}
+
+/// For the user: an error is shown to him.
+void MainWindow::PerformFor(const Operation& operation, std::size_t field) {
+    try {
+        Perform(operation, field);
+    } catch (...) {
+        ReportError(operation.name);
+    }
+}
+
+void MainWindow::Perform(const Operation& operation, std::size_t field) {
+    if (!m_showSerch) {
+        m_showSerch = MakeShowSerch();
+    }
+    const std::wstring className = ClassOf(field);
+    const HWND box = GetDlgItem(m_window, kFields[field].box);
+    const ComPtr<IDispatch> dataClass = MakeDataClass(m_database, className);
+    m_dataClass = LateObject(dataClass.Get(), L"MyClase");
+
+    Request request;
+    request.sink = MakeSink([this](std::wstring_view member, com::Invocation& call) { Hear(member, call); });
+    request.dataClass = dataClass;
+    request.control =
+        MakeTextControl(box, L"TxtFields", static_cast<short>(field), FindTable(className)->Code().field);
+    request.columns = ColumnsOf(className);
+    request.reports = MakeReports(className);
+    request.screen = kScreen;
+    request.text = TextOf(box);
+    request.column = NameFor(field, request.text) ? 0 : 1; // what is no code is looked for in the names
+    request.window = static_cast<long>(reinterpret_cast<LONG_PTR>(m_window));
+    request.date = Today();
+
+    Log(std::wstring(operation.name) + L": " + className);
+    operation.Perform(m_showSerch, request);
+}
+
+void MainWindow::ReportError(std::wstring_view what) {
+    const std::wstring text = Describe(AnyCurrentError());
+    Log(L"    " + text);
+    MessageBoxW(m_window, (std::wstring(what) + L"\n\n" + text).c_str(), L"Pedidos", MB_ICONWARNING);
+}
+
+void MainWindow::Clear() const {
+    for (const Field& field : kFields) {
+        SetDlgItemTextW(m_window, field.box, L"");
+    }
+    SetDlgItemTextW(m_window, IDC_DESDE, L"");
+    SetDlgItemTextW(m_window, IDC_HASTA, L"");
+    SetFocus(GetDlgItem(m_window, kFields[0].box));
+}
+
+std::size_t MainWindow::FieldFor(std::wstring_view className) {
+    const TableInfo* const wanted = FindTable(className);
+    for (std::size_t i = 0; i < kValue; ++i) {
+        if (FindTable(kFields[i].className) == wanted) {
+            return i;
+        }
+    }
+    ComboBox_SetCurSel(GetDlgItem(m_window, IDC_TABLA), static_cast<int>(wanted - Tables().data()));
+    return kValue;
+}
+
+void MainWindow::Type(std::size_t field, const std::wstring& text) {
+    const HWND box = GetDlgItem(m_window, kFields[field].box);
+    SetWindowTextW(box, text.c_str());
+    SetFocus(box);
+}
+
+std::wstring MainWindow::ClassOf(std::size_t field) const {
+    if (const wchar_t* const fixed = kFields[field].className) {
+        return fixed;
+    }
+    const int chosen = ComboBox_GetCurSel(GetDlgItem(m_window, IDC_TABLA));
+    return std::wstring(Tables()[static_cast<std::size_t>(chosen)].className);
+}
+
+void MainWindow::ShowName(std::size_t field) const {
+    const std::wstring code = TextOf(GetDlgItem(m_window, kFields[field].box));
+    SetDlgItemTextW(m_window, kFields[field].Name(), NameFor(field, code).value_or(L"").c_str());
+}
+
+/// The name that goes with a code; an empty one with no code. Nothing when the table has no such code.
+std::optional<std::wstring> MainWindow::NameFor(std::size_t field, const std::wstring& code) const {
+    if (code.empty()) {
+        return L"";
+    }
+    const TableInfo& table = *FindTable(ClassOf(field));
+    Statement look(*m_database, L"select " + std::wstring(table.columns[1].field) + L" from " +
+                                    std::wstring(table.sqlName) + L" where " +
+                                    std::wstring(table.Code().field) + L" = ?");
+    look.Bind(1, Value(code));
+    if (!look.Step()) {
+        return std::nullopt;
+    }
+    const Value name = look.Cell(0);
+    const auto* const text = std::get_if<std::wstring>(&name);
+    return text ? *text : L"";
+}
+
+ComPtr<IDispatch> MainWindow::ColumnsOf(const std::wstring& className) {
+    ComPtr<IDispatch>& columns = m_columns[className];
+    if (!columns) {
+        columns = MakeColumns(className);
+    }
+    return columns;
+}
+
+void MainWindow::Hear(std::wstring_view member, com::Invocation& call) {
+    struct Handler {
+        std::wstring_view member;
+        void (MainWindow::*run)(com::Invocation& call);
+    };
+    // The others carry what a host prints, sorts or shows in its grid: the log tells of them.
+    static constexpr Handler kHandlers[] = {
+        {L"AceptarSeleccion", &MainWindow::Selected},
+        {L"AceptarSeleccionParam", &MainWindow::Selected},
+        {L"clsEvents_AceptaSeleccion", &MainWindow::Selected},
+        {L"AceptarFechaEntre", &MainWindow::DatesChosen},
+        {L"AceptarBuscar", &MainWindow::Searched},
+    };
+    Log(L"    " + Describe(member, call));
+    if (const auto found = std::ranges::find(kHandlers, member, &Handler::member);
+        found != std::end(kHandlers)) {
+        (this->*found->run)(call);
+    }
+}
+
+/// index, control, value; with five arguments the value is what stands in the searched column, and the next
+/// one the code. A panel that asked for verification answers with a Boolean.
+void MainWindow::Selected(com::Invocation& call) {
+    LateObject control(call[1].ToObject().Get(), L"ctl");
+    const com::Variant& value = call[call.Count() == 5 ? 3 : 2];
+    if (value.Type() == VT_BOOL) {
+        const Field& field = kFields[static_cast<std::size_t>(control.Call(L"Index").ToShort())];
+        SetDlgItemTextW(m_window, field.Name(), value.ToBool() ? L"Verificado" : L"No verificado");
+    } else {
+        control.Put(L"Text", value); // and the box's change brings the name
+    }
+}
+
+void MainWindow::DatesChosen(com::Invocation& call) {
+    SetDlgItemTextW(m_window, IDC_DESDE, call[0].ToText().c_str());
+    SetDlgItemTextW(m_window, IDC_HASTA, call[1].ToText().c_str());
+}
+
+void MainWindow::Searched(com::Invocation&) {
+    Log(L"    Filtro: " + m_dataClass.Call(L"GetFilter", {L"Filter"}).ToText());
+}
+
+void MainWindow::Log(std::wstring_view line) const {
+    const HWND log = GetDlgItem(m_window, IDC_LOG);
+    const int end = GetWindowTextLengthW(log);
+    const std::wstring text = (end > 0 ? L"\r\n" : L"") + std::wstring(line);
+    Edit_SetSel(log, end, end);
+    Edit_ReplaceSel(log, text.c_str());
+}
+
+} // namespace tamvelo::demo

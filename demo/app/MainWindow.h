@@ -1,0 +1,70 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "com/Automation.h"
+#include "com/LateObject.h"
+#include "demo/app/Operations.h"
+#include "demo/data/Database.h"
+
+namespace tamvelo::demo {
+
+/// The order screen: a form whose fields are chosen in the library's dialogs, a menu with all its operations,
+/// and below what the sink heard.
+class MainWindow {
+public:
+    /// Makes the window, not shown yet. Throws com::Error.
+    explicit MainWindow(std::shared_ptr<Database> database);
+    ~MainWindow();
+    MainWindow(const MainWindow&) = delete;
+    MainWindow& operator=(const MainWindow&) = delete;
+
+    HWND Handle() const { return m_window; }
+    void Show() const;
+    /// Until the user closes the window.
+    void Run();
+
+    /// One operation on a field of the form (its place in the table of fields), as the menu and F4 do it.
+    /// Comes back when the dialog is closed. Throws com::Error.
+    void Perform(const Operation& operation, std::size_t field);
+    /// The field for a class: its own, else the value that the menu works with, set to that class's table.
+    std::size_t FieldFor(std::wstring_view className);
+    void Type(std::size_t field, const std::wstring& text);
+
+private:
+    static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    void OnInit();
+    void OnCommand(int id, int notification);
+    void OnSize() const;
+    void OnLimits(MINMAXINFO& limits) const;
+    void FillTables() const;
+
+    void Choose();
+    void PerformFor(const Operation& operation, std::size_t field);
+    void ReportError(std::wstring_view what);
+    void Clear() const;
+    void ShowName(std::size_t field) const;
+    std::optional<std::wstring> NameFor(std::size_t field, const std::wstring& code) const;
+    std::wstring ClassOf(std::size_t field) const;
+    com::ComPtr<IDispatch> ColumnsOf(const std::wstring& className);
+
+    // What the sink hears.
+    void Hear(std::wstring_view member, com::Invocation& call);
+    void Selected(com::Invocation& call);
+    void DatesChosen(com::Invocation& call);
+    void Searched(com::Invocation& call);
+    void Log(std::wstring_view line) const;
+
+    HWND m_window = nullptr;
+    const std::shared_ptr<Database> m_database;
+    com::LateObject m_showSerch;
+    com::LateObject m_dataClass;                              // of the last operation
+    std::map<std::wstring, com::ComPtr<IDispatch>> m_columns; // of the host's grids, as the user left them
+};
+
+} // namespace tamvelo::demo

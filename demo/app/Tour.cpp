@@ -1,0 +1,236 @@
+#include "demo/app/Tour.h"
+
+#include <span>
+
+#include "com/Error.h"
+#include "demo/app/Console.h"
+#include "demo/app/Describe.h"
+#include "demo/app/Picture.h"
+
+namespace tamvelo::demo {
+
+namespace {
+
+constexpr UINT kTick = 20;
+constexpr DWORD kPatience = 10'000;
+
+/// Something the user does at the keyboard.
+struct Stroke {
+    enum Kind { Text, Key, Access }; // typed text, a virtual key, Alt and a letter
+    Kind kind;
+    const wchar_t* text = L"";
+    UINT key = 0;
+};
+
+// To the column of the names, to the search box, and search.
+constexpr Stroke kSearchScrew[] = {{Stroke::Key, L"", VK_RIGHT},
+                                   {Stroke::Access, L"u"},
+                                   {Stroke::Text, L"tornillo"},
+                                   {Stroke::Access, L"b"}};
+constexpr Stroke kTwoDown[] = {{Stroke::Key, L"", VK_DOWN}, {Stroke::Key, L"", VK_DOWN}};
+
+/// One dialog of the tour.
+struct Stop {
+    const wchar_t* name;
+    const wchar_t* operation; // null: the main window itself
+    const wchar_t* className;
+    const wchar_t* value;            // typed into the field before the dialog opens; null: what is there
+    std::span<const Stroke> strokes; // before the picture
+    UINT leave;                      // the key that closes the dialog afterwards
+};
+
+constexpr Stop kStops[] = {
+    {L"seleccion-articulos", L"ShowSelec", L"articulos", nullptr, {}, VK_ESCAPE},
+    {L"seleccion-busqueda", L"ShowSelec", L"articulos", nullptr, kSearchScrew, VK_RETURN},
+    {L"seleccion-clientes", L"ShowSelec", L"clientes", L"000025", kTwoDown, VK_RETURN},
+    {L"seleccion-ordenes", L"ShowSelec", L"Ordenes", L"100200", {}, VK_RETURN},
+    {L"seleccion-empleados", L"ShowSelec", L"empleados", L"elena", {}, VK_RETURN},
+    {L"verificacion", L"ShowSelecVerif", L"articulos", nullptr, {}, VK_ESCAPE},
+    {L"control-verificacion", L"ShowSelecControlVerif", L"articulos", nullptr, {}, VK_ESCAPE},
+    {L"seleccion-directa", L"ShowSelecDirecta", L"proveedores", L"dental", {}, VK_RETURN},
+    {L"seleccion-indirecta", L"ShowSelecInDirecta", L"familias", L"ortodoncia", {}, VK_RETURN},
+    {L"pedidos", nullptr, nullptr, nullptr, {}, 0},
+};
+
+/// The window of this thread that takes input: the topmost visible and enabled one.
+HWND TopWindow() {
+    HWND found = nullptr;
+    const WNDENUMPROC look = [](HWND window, LPARAM out) __attribute__((stdcall))->BOOL {
+        wchar_t name[32] = L"";
+        GetClassNameW(window, name, ARRAYSIZE(name));
+        const bool input = IsWindowVisible(window) && IsWindowEnabled(window) &&
+                           std::wstring_view(name) != L"tooltips_class32" &&
+                           std::wstring_view(name) != L"IME";
+        return input ? (*reinterpret_cast<HWND*>(out) = window, FALSE) : TRUE;
+    };
+    EnumThreadWindows(GetCurrentThreadId(), look, reinterpret_cast<LPARAM>(&found));
+    return found;
+}
+
+/// The text of a message box; empty for any other window.
+std::wstring BoxText(HWND window) {
+    constexpr int kMessage = 0xFFFF; // the control that every message box keeps its text in
+    wchar_t text[512] = L"";
+    if (GetDlgItem(window, IDOK) != nullptr || GetDlgItem(window, IDCANCEL) != nullptr) {
+        GetDlgItemTextW(window, kMessage, text, ARRAYSIZE(text));
+    }
+    return text;
+}
+
+void Press(const Stroke& stroke) {
+    const HWND focus = GetFocus();
+    switch (stroke.kind) {
+    case Stroke::Text:
+        for (const wchar_t* letter = stroke.text; *letter != L'\0'; ++letter) {
+            PostMessageW(focus, WM_CHAR, *letter, 1);
+        }
+        break;
+    case Stroke::Key: {
+        const LPARAM scan = static_cast<LPARAM>(MapVirtualKeyW(stroke.key, MAPVK_VK_TO_VSC)) << 16;
+        PostMessageW(focus, WM_KEYDOWN, stroke.key, scan | 1);
+        PostMessageW(focus, WM_KEYUP, stroke.key, scan | static_cast<LPARAM>(0xC0000001));
+        break;
+    }
+    case Stroke::Access:
+        PostMessageW(focus, WM_SYSCHAR, *stroke.text, 1 | 1 << 29);
+        break;
+    }
+}
+
+/// The user of one dialog. A timer has him act inside the dialog's own loop; its turn comes only when all
+/// that was posted before has been handled and painted.
+class Visitor {
+public:
+    Visitor(HWND main, const Stop& stop, std::wstring picture)
+        : m_main(main),
+          m_stop(stop),
+          m_picture(std::move(picture)),
+          m_timer(SetTimer(nullptr, 0, kTick, Tick)) {
+        s_current = this;
+        CreateTimerQueueTimer(&m_watchdog, nullptr, GiveUp, nullptr, 2 * kPatience, 0, WT_EXECUTEONLYONCE);
+    }
+    ~Visitor() {
+        DeleteTimerQueueTimer(nullptr, m_watchdog, INVALID_HANDLE_VALUE);
+        KillTimer(nullptr, m_timer);
+        s_current = nullptr;
+    }
+    Visitor(const Visitor&) = delete;
+    Visitor& operator=(const Visitor&) = delete;
+
+    /// What went wrong; empty when the dialog came up, was pictured and left.
+    const std::wstring& Complaint() const { return m_complaint; }
+    bool Pictured() const { return m_pictured; }
+
+private:
+    /// On a thread of its own: this one does not come back from the operation, or nothing comes up that could
+    /// be closed.
+    static void CALLBACK GiveUp(void*, BOOLEAN) {
+        Say(std::wstring(s_current->m_stop.name) + L": no aparece o no se cierra; fin del recorrido");
+        TerminateProcess(GetCurrentProcess(), 1);
+    }
+
+    static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) {
+        Visitor* const self = s_current;
+        if (self == nullptr || self->m_busy) {
+            return;
+        }
+        self->m_busy = true;
+        try {
+            self->Act();
+        } catch (...) {
+            self->Complain(Describe(AnyCurrentError()));
+        }
+        self->m_busy = false;
+    }
+
+    void Act() {
+        const HWND top = TopWindow();
+        if (top == nullptr || top == m_main) {
+            return;
+        }
+        // Another program may be in front: the thread's own idea of its active window is what counts here.
+        if (GetActiveWindow() != top) {
+            SetActiveWindow(top);
+        }
+        if (const std::wstring text = BoxText(top); !text.empty()) {
+            Complain(L"mensaje: " + text);
+        } else if (GetTickCount64() - m_start > kPatience) {
+            Complain(L"no se cierra");
+        }
+        if (!m_complaint.empty()) {
+            PostMessageW(top, WM_CLOSE, 0, 0);
+        } else if (m_next < m_stop.strokes.size()) {
+            Press(m_stop.strokes[m_next++]);
+        } else if (!m_pictured) {
+            SavePicture(top, m_picture);
+            m_pictured = true;
+            Press({Stroke::Key, L"", m_stop.leave});
+        }
+    }
+
+    void Complain(std::wstring text) {
+        if (m_complaint.empty()) {
+            m_complaint = std::move(text);
+        }
+    }
+
+    static inline Visitor* s_current = nullptr;
+    const HWND m_main;
+    const Stop& m_stop;
+    const std::wstring m_picture;
+    std::wstring m_complaint;
+    std::size_t m_next = 0;
+    bool m_pictured = false;
+    bool m_busy = false;
+    HANDLE m_watchdog = nullptr;
+    const ULONGLONG m_start = GetTickCount64();
+    const UINT_PTR m_timer;
+};
+
+/// Makes one stop; answers what went wrong, empty for nothing.
+std::wstring Visit(MainWindow& window, const Stop& stop, const std::wstring& picture) {
+    try {
+        if (stop.operation == nullptr) {
+            SavePicture(window.Handle(), picture);
+            return {};
+        }
+        const Visitor visitor(window.Handle(), stop, picture); // from here on: a message may come up at once
+        const std::size_t field = window.FieldFor(stop.className);
+        if (stop.value != nullptr) {
+            window.Type(field, stop.value);
+        }
+        window.Perform(*FindOperation(stop.operation), field);
+        return visitor.Pictured() || !visitor.Complaint().empty() ? visitor.Complaint() : L"no aparece";
+    } catch (...) {
+        return Describe(AnyCurrentError());
+    }
+}
+
+} // namespace
+
+bool TakeTour(MainWindow& window, const std::wstring& folder, const std::wstring& only) {
+    const HDC screen = GetDC(window.Handle());
+    const int dpi = GetDeviceCaps(screen, LOGPIXELSX);
+    ReleaseDC(window.Handle(), screen);
+    bool good = true;
+    bool any = false;
+    int number = 0;
+    for (const Stop& stop : kStops) {
+        ++number;
+        if (!only.empty() && only != stop.name) {
+            continue;
+        }
+        any = true;
+        wchar_t name[64];
+        wsprintfW(name, L"%02d-%s-%d.png", number, stop.name, dpi);
+        const std::wstring complaint = Visit(window, stop, folder + L'\\' + name);
+        good = good && complaint.empty();
+        Say(complaint.empty() ? name : std::wstring(name) + L": " + complaint);
+    }
+    if (!any) {
+        Say(L"El recorrido no tiene ninguna parada «" + only + L"».");
+    }
+    return good && any;
+}
+
+} // namespace tamvelo::demo
