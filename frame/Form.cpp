@@ -81,6 +81,7 @@ void Form::Load() {
     OnLoad();
     m_layout = RowLayout(m_window, Rows());
     ResizeControls();
+    OnLaidOut();
 }
 
 void Form::CreateWindowHidden() {
@@ -134,6 +135,7 @@ void Form::LoadToolbar() {
 void Form::ShowModal() {
     Load();
     MousePointer::Default(); // a command of another form may have opened this one: the user's turn now
+    m_opening = false;
     m_shown = true;
     m_modal.emplace(m_window);
     ShowWindow(m_window, SW_SHOW);
@@ -146,6 +148,7 @@ void Form::ShowModal() {
 
 void Form::ShowModeless() {
     Load();
+    m_opening = false;
     m_shown = true;
     FormPreview::Add(m_window, [this](MSG& message) { return Preview(message); });
     ShowWindow(m_window, SW_SHOW);
@@ -209,10 +212,17 @@ void Form::AfterDestroy() noexcept {
     m_window = nullptr;
     m_shown = false;
     m_toolbar.reset();
+    m_layout = {};
     m_objects.clear();
     m_formObject.Reset();
     OnUnload();
     FormInstances::Forget(*this);
+}
+
+void Form::CheckStands() const {
+    if (!m_window) {
+        throw com::Error(E_ABORT, L"El formulario «" + std::wstring(Name()) + L"» se ha cerrado.");
+    }
 }
 
 std::wstring Form::Key() const { return Product::Own().FormKey(Name()); }
@@ -260,7 +270,7 @@ INT_PTR Form::Answer(LRESULT answer) {
 INT_PTR Form::Handle(UINT message, WPARAM first, LPARAM second) {
     switch (message) {
     case WM_SIZE:
-        if (first != SIZE_MINIMIZED && m_toolbar) {
+        if (first != SIZE_MINIMIZED && m_layout) {
             ResizeControls();
         }
         return FALSE;
@@ -321,7 +331,7 @@ void Form::ResizeControls() {
 }
 
 void Form::Relayout() {
-    if (m_window) {
+    if (m_window && m_layout) {
         ResizeControls();
     }
 }
@@ -416,7 +426,15 @@ void Form::Dispatch(std::wstring_view command) {
     const std::shared_ptr<Form> alive = shared_from_this();
     MousePointer::Hourglass();
     ++m_running;
-    Trapped([&] { RunCommand(command); });
+    try {
+        RunCommand(command);
+    } catch (...) {
+        // A form that went while the host ran has let go of all it held: the rest of its command is void.
+        const com::Error error = com::CurrentError();
+        if (m_window || error.source != com::Error::kOwnSource) {
+            ControlErrores(error);
+        }
+    }
     --m_running;
     if (command != base::kCerrar) { // that one ends in the unload, which does it
         MousePointer::Default();
@@ -473,8 +491,26 @@ void Form::RunMenu(std::span<const MenuItem> items, POINT screen) {
 // ---- controls
 // ------------------------------------------------------------------------------------------------
 
+void Form::AddButton(int id, const wchar_t* caption, int width) {
+    constexpr int kHeight = 14; // dialog units, as everywhere
+    const ThemeScope theme;
+    RECT size{0, 0, width, kHeight};
+    MapDialogRect(m_window, &size);
+    const HWND button =
+        CreateWindowExW(0, L"BUTTON", caption, WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, 0, size.right,
+                        size.bottom, m_window, nullptr, com::Module::Instance(), nullptr);
+    if (!button) {
+        com::ThrowLastError(L"No se puede crear el botón.");
+    }
+    SetWindowLongPtrW(button, GWLP_ID, id);
+    SendMessageW(button, WM_SETFONT, static_cast<WPARAM>(SendMessageW(m_window, WM_GETFONT, 0, 0)), FALSE);
+}
+
 void Form::ShowControl(int id, bool shown) {
     const HWND control = Control(id);
+    if (shown == ((GetWindowLongW(control, GWL_STYLE) & WS_VISIBLE) != 0)) {
+        return;
+    }
     if (!shown && (GetFocus() == control || IsChild(control, GetFocus()))) {
         SendMessageW(m_window, WM_NEXTDLGCTL, 0, FALSE); // a hidden control must not keep the focus
     }

@@ -105,6 +105,8 @@ protected:
 
     /// The window and the template's controls exist; makes the others and sets the opening values.
     virtual void OnLoad() {}
+    /// The controls have their places: the time for what depends on sizes.
+    virtual void OnLaidOut() {}
     /// Releases what the form holds of the host.
     virtual void OnUnload() noexcept {}
     /// The window still stands; the last chance to keep what the user arranged.
@@ -129,6 +131,8 @@ protected:
     template <class Body>
     void Trapped(const Body& body) noexcept;
 
+    /// A push button that the template does not have, last in the tab order; the width in dialog units.
+    void AddButton(int id, const wchar_t* caption, int width);
     HWND Control(int id) const { return GetDlgItem(m_window, id); }
     void ShowControl(int id, bool shown);
     void EnableControl(int id, bool enabled);
@@ -136,7 +140,12 @@ protected:
     void SetControlText(int id, const std::wstring& text);
     /// The automation object of a control, made on first use and kept until unload.
     com::ComPtr<ControlObject> ObjectOf(int id, const wchar_t* name, short index);
-    Toolbar& Bar() { return *m_toolbar; }
+    Toolbar& Bar() {
+        CheckStands();
+        return *m_toolbar;
+    }
+    /// Throws when the window is gone; the command that notices ends there, without a message.
+    void CheckStands() const;
     /// Lays the rows out again after controls were shown or hidden.
     void Relayout();
     /// A menu of commands at a place of the screen; the chosen one is dispatched.
@@ -173,6 +182,7 @@ private:
     std::wstring m_toolbarFile;
     RowLayout m_layout;
     std::optional<ModalScope> m_modal;
+    bool m_opening = false;
     bool m_shown = false;
     int m_running = 0;
     SIZE m_smallest{};
@@ -183,12 +193,15 @@ private:
 template <class Body>
 void Form::Show(const Body& body) {
     const std::shared_ptr<Form> alive = shared_from_this();
-    if (m_shown) {
+    if (m_shown || m_opening) {
         ReportRefusedShow();
     }
+    m_opening = true; // the host may call again before there is anything to see
     try {
         body();
+        m_opening = false;
     } catch (...) {
+        m_opening = false;
         const com::Error error = com::CurrentError();
         Unload();
         throw error;

@@ -58,16 +58,19 @@ void GridForm::OnLoad() {
     // After the search strip in the tab order.
     SetWindowPos(m_grid->Window(), Control(IDC_CMDBUSCAR), 0, 0, 0, 0,
                  SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    m_grid->SetAccessibleName(m_className);
+    DataGrid().SetAccessibleName(m_className);
     m_relay = std::make_unique<OwnRelay>(std::map<DISPID, OwnRelay::Handler>{
         {ConfigurarColumnas, [this](com::Invocation&) { clsMeEvents_ConfigurarColumnas(); }}});
     ObjectOf(IDC_TXTFIELDS0, L"TxtFields", 0);
-    // A look or a record set that fails leaves a form that can still be used or closed.
-    Trapped([&] { m_grid->SetDataSource(m_data.Get()); });
+    ShowControl(IDC_LBLTABLE, false); // until there is a filter to tell of
+}
+
+void GridForm::OnLaidOut() {
     LoadLook();
-    m_grid->SetCurrentColumn(m_column < m_grid->ColumnCount() ? m_column : short{0});
+    // A record set that fails leaves a form that can still be used or closed.
+    Trapped([&] { DataGrid().SetDataSource(m_data.Get()); });
+    DataGrid().SetCurrentColumn(m_column < DataGrid().ColumnCount() ? m_column : short{0});
     NameSearchColumn();
-    SetHeading({});
     ShowStatus();
 }
 
@@ -92,21 +95,21 @@ void GridForm::OnUnload() noexcept {
 // -----------------------------------------------------------------------------------------
 
 void GridForm::LoadLook() {
-    m_grid->DefaultLook();
+    DataGrid().DefaultLook();
     Trapped([&] {
         if (const std::optional<base::GridLayout> saved = m_layoutStore.Load()) {
-            m_grid->Apply(*saved);
+            DataGrid().Apply(*saved);
         }
     });
 }
 
 void GridForm::SaveLook() {
     m_lookChanged = false;
-    m_layoutStore.Save(m_grid->Layout());
+    m_layoutStore.Save(DataGrid().Layout());
 }
 
 void GridForm::CambiarFuenteGrid() {
-    LOGFONTW font = m_grid->Font();
+    LOGFONTW font = DataGrid().Font();
     CHOOSEFONTW choice{};
     choice.lStructSize = sizeof choice;
     choice.hwndOwner = Window();
@@ -114,14 +117,14 @@ void GridForm::CambiarFuenteGrid() {
     choice.Flags = CF_SCREENFONTS | CF_INITTOLOGFONTSTRUCT | CF_NOVERTFONTS | CF_NOSCRIPTSEL;
     MousePointer::Default();
     if (ChooseFontW(&choice) && IsLoaded()) {
-        m_grid->SetFont(font);
+        DataGrid().SetFont(font);
         SaveLook();
     }
 }
 
 void GridForm::ChooseColumns() {
     com::LateObject server = NewShowSerch();
-    server.Call(L"ShowColums", {m_relay->Sink(), m_grid->Columns().Get()});
+    server.Call(L"ShowColums", {m_relay->Sink(), DataGrid().Columns().Get()});
 }
 
 void GridForm::clsMeEvents_ConfigurarColumnas() { SaveLook(); }
@@ -143,7 +146,7 @@ bool GridForm::IsSearchStripShown() const {
 
 void GridForm::ShowSearchStrip(bool shown) {
     if (!shown && IsChild(Window(), GetFocus())) {
-        SetFocus(m_grid->Window());
+        SetFocus(DataGrid().Window());
     }
     for (const int control : {IDC_LBLBUSCAR, IDC_TXTFIELDS0, IDC_CMDBUSCAR}) {
         ShowControl(control, shown);
@@ -152,12 +155,12 @@ void GridForm::ShowSearchStrip(bool shown) {
 }
 
 void GridForm::NameSearchColumn() {
-    if (m_grid->ColumnCount() == 0) {
+    if (DataGrid().ColumnCount() == 0) {
         return;
     }
-    const short column = m_grid->CurrentColumn();
-    ObjectOf(IDC_TXTFIELDS0, L"TxtFields", 0)->SetDataField(m_grid->Field(column));
-    SetControlText(IDC_LBLBUSCAR, L"B&uscar en " + AsLabel(m_grid->Caption(column)) + L":");
+    const short column = DataGrid().CurrentColumn();
+    ObjectOf(IDC_TXTFIELDS0, L"TxtFields", 0)->SetDataField(DataGrid().Field(column));
+    SetControlText(IDC_LBLBUSCAR, L"B&uscar en " + AsLabel(DataGrid().Caption(column)) + L":");
 }
 
 void GridForm::BuildFilter() {
@@ -181,7 +184,7 @@ void GridForm::AplicarBusqueda(bool apply) {
             return;
         }
         m_searched.clear();
-        m_grid->Requeried();
+        DataGrid().Requeried();
         Bar().SetPressed(base::kFiltro, false);
         SetHeading({});
         ShowStatus();
@@ -194,12 +197,12 @@ void GridForm::AplicarBusqueda(bool apply) {
         return;
     }
     m_searched = ControlText(IDC_TXTFIELDS0);
-    m_grid->Requeried();
-    Bar().SetPressed(base::kFiltro, true);
+    DataGrid().Requeried();
+    Bar().SetPressed(base::kFiltro, !m_searched.empty());
     SetHeading(m_data.GetFilter(base::kSlotFilterSelec));
     SetFocus(Control(IDC_TXTFIELDS0));
-    m_grid->SetEmptyText(m_data.existenregistros() ? L"No hay registros"
-                                                   : L"Sin coincidencias: quite el filtro (Supr)");
+    DataGrid().SetEmptyText(m_data.existenregistros() ? L"No hay registros"
+                                                      : L"Sin coincidencias: quite el filtro (Supr)");
     ShowStatus();
 }
 
@@ -216,7 +219,7 @@ void GridForm::SetHeading(const std::wstring& text) {
 // --------------------------------------------------------------------------------------
 
 void GridForm::Ordenar(bool descending) {
-    short column = m_grid->CurrentColumn();
+    short column = DataGrid().CurrentColumn();
     if (column < 0) {
         return;
     }
@@ -224,40 +227,40 @@ void GridForm::Ordenar(bool descending) {
     if (!IsLoaded()) {
         return;
     }
-    m_orderColumn = m_grid->CurrentColumn();
+    m_orderColumn = DataGrid().CurrentColumn();
     m_orderDescending = descending;
-    m_grid->HostChanged();
-    m_grid->MarkOrder(m_orderColumn, descending);
+    DataGrid().HostChanged();
+    DataGrid().MarkOrder(m_orderColumn, descending);
     ShowStatus();
 }
 
 void GridForm::MoveFirst() {
     m_data.MoveFirst();
-    m_grid->HostChanged();
+    DataGrid().HostChanged();
 }
 
 void GridForm::MovePrevious() {
     m_data.MovePrevious();
-    m_grid->HostChanged();
+    DataGrid().HostChanged();
 }
 
 void GridForm::MoveNext() {
     m_data.MoveNext();
-    m_grid->HostChanged();
+    DataGrid().HostChanged();
 }
 
 void GridForm::MoveLast() {
     m_data.MoveLast();
-    m_grid->HostChanged();
+    DataGrid().HostChanged();
 }
 
 void GridForm::VerRegistro() {
-    if (m_grid->CurrentRow() < 0) {
+    if (DataGrid().CurrentRow() < 0) {
         return;
     }
     std::vector<RecordField> fields;
-    for (short i = 0; i < m_grid->ColumnCount(); ++i) {
-        fields.push_back({m_grid->Caption(i), m_grid->Text(i)});
+    for (short i = 0; i < DataGrid().ColumnCount(); ++i) {
+        fields.push_back({DataGrid().Caption(i), DataGrid().Text(i)});
     }
     ShowRecord(L"Registro de " + m_className, fields);
 }
@@ -269,7 +272,7 @@ void GridForm::RowActivated() { OnRowActivated(); }
 
 void GridForm::HeadingClicked(short column) {
     const bool again = column == m_orderColumn && !m_orderDescending;
-    m_grid->SetCurrentColumn(column);
+    DataGrid().SetCurrentColumn(column);
     NameSearchColumn();
     Input(again ? base::kOrdenDesc : base::kOrdenAsc);
 }
@@ -304,7 +307,7 @@ void GridForm::ShowStatus() {
         return;
     }
     const std::wstring note = StatusNote();
-    SetControlText(IDC_STATUS, m_grid->CounterText() + (note.empty() ? L"" : L"   ·   ") + note);
+    SetControlText(IDC_STATUS, DataGrid().CounterText() + (note.empty() ? L"" : L"   ·   ") + note);
 }
 
 } // namespace tamvelo::frame

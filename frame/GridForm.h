@@ -55,14 +55,14 @@ protected:
     void CambiarFuenteGrid();
     void ChooseColumns();
     void VerRegistro();
-    void CopyCell() { m_grid->CopyCell(); }
-    void CopyRow() { m_grid->CopyRow(false); }
-    void CopyRowWithHeadings() { m_grid->CopyRow(true); }
+    void CopyCell() { DataGrid().CopyCell(); }
+    void CopyRow() { DataGrid().CopyRow(false); }
+    void CopyRowWithHeadings() { DataGrid().CopyRow(true); }
     /// The answer of the column chooser: the columns are the grid's own, so what is left is to keep them.
     void clsMeEvents_ConfigurarColumnas();
 
-    /// Makes the grid in the place that the rows give it, and binds it.
     void OnLoad() override;
+    void OnLaidOut() override;
     void OnBeforeUnload() override;
     void OnUnload() noexcept override;
     void OnControl(int control, int code) override;
@@ -77,7 +77,11 @@ protected:
     /// What stands after the record counter in the status line.
     virtual std::wstring StatusNote() const { return {}; }
 
-    grid::Grid& DataGrid() { return *m_grid; }
+    /// Throws when the form is gone, as after any host call it may be.
+    grid::Grid& DataGrid() const {
+        CheckStands();
+        return *m_grid;
+    }
     contract::DataClass& MyClase() { return m_data; }
     contract::Sink& Sink() { return m_sink; }
     contract::HostControl& Ctl() { return m_control; }

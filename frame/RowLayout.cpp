@@ -86,6 +86,8 @@ void RowLayout::ArrangeRow(const LayoutRow& row, const RECT& place, HDWP& batch)
     }
     const int left = std::max(0, static_cast<int>(place.right - place.left) - taken);
     const int height = static_cast<int>(place.bottom - place.top);
+    // Before the dialog is shown there is nothing to draw again.
+    const UINT quiet = IsWindowVisible(m_dialog) ? 0 : SWP_NOREDRAW;
     int x = place.left;
     for (const LayoutCell& cell : row.cells) {
         if (!Shown(cell.control)) {
@@ -97,7 +99,7 @@ void RowLayout::ArrangeRow(const LayoutRow& row, const RECT& place, HDWP& batch)
         if (batch) {
             batch = DeferWindowPos(batch, GetDlgItem(m_dialog, cell.control), nullptr, x,
                                    static_cast<int>(place.top) + (height - own) / 2, width, own,
-                                   SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+                                   SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS | quiet);
         }
         x += width + gap;
     }

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "com/WinHeaders.h"
+
 #include <map>
 #include <vector>
-
-#include "com/WinHeaders.h"
 
 namespace tamvelo::frame {
 
@@ -30,6 +30,7 @@ public:
     RowLayout() = default;
     /// Reads the controls' sizes now; all of them exist.
     RowLayout(HWND dialog, std::vector<LayoutRow> rows);
+    explicit operator bool() const { return m_dialog != nullptr; }
     /// Fills `area`, client pixels of the dialog, less a margin.
     void Arrange(const RECT& area) const;
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "base/Commands.h"
 #include "com/Error.h"
@@ -41,6 +42,16 @@ std::wstring PlainCaption(const ToolKind& kind) {
     return caption;
 }
 
+TBBUTTON ButtonOf(const ToolKind& kind, int command) {
+    TBBUTTON button{};
+    button.iBitmap = kind.glyph;
+    button.idCommand = command;
+    button.fsState = TBSTATE_ENABLED;
+    button.fsStyle = static_cast<BYTE>(BTNS_AUTOSIZE | (kind.captioned ? BTNS_SHOWTEXT : 0) |
+                                       (kind.toggles ? BTNS_CHECK : 0));
+    return button;
+}
+
 TBBUTTON Separator() {
     TBBUTTON button{};
     button.fsStyle = BTNS_SEP;
@@ -62,7 +73,6 @@ Toolbar::Toolbar(HWND parent, std::span<const ToolUse> uses, std::function<void(
     SendMessageW(m_window, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS | TBSTYLE_EX_DOUBLEBUFFER);
     SendMessageW(m_window, WM_SETFONT, static_cast<WPARAM>(SendMessageW(parent, WM_GETFONT, 0, 0)), FALSE);
     AddGlyphs();
-    Rebuild();
 }
 
 Toolbar::~Toolbar() {
@@ -96,10 +106,13 @@ std::wstring_view Toolbar::IdOf(int command) const {
                                                                  : std::wstring_view();
 }
 
-void Toolbar::Rebuild() {
+void Toolbar::Refresh() {
+    if (!std::exchange(m_stale, false)) {
+        return;
+    }
     std::vector<std::wstring_view> pressed;
     for (const ToolUse& use : m_uses) {
-        if (IsPressed(use.id)) {
+        if (SendMessageW(m_window, TB_ISBUTTONCHECKED, static_cast<WPARAM>(CommandOf(use.id)), 0) > 0) {
             pressed.emplace_back(use.id);
         }
     }
@@ -110,33 +123,34 @@ void Toolbar::Rebuild() {
                            [&](const auto& known) { return known.name == band && known.visible; });
     };
     std::wstring_view lastBand;
-    for (const base::ToolbarLayout::Tool& tool : m_layout.tools) {
+    std::vector<TBBUTTON> buttons;
+    std::vector<std::wstring> captions(m_layout.tools.size());
+    for (size_t i = 0; i < m_layout.tools.size(); ++i) {
+        const base::ToolbarLayout::Tool& tool = m_layout.tools[i];
         const ToolKind* kind = FindTool(tool.id);
         if (!kind || !tool.visible || !visible(tool.band)) {
             continue;
         }
         if (!lastBand.empty() && lastBand != tool.band) {
-            TBBUTTON separator = Separator();
-            SendMessageW(m_window, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&separator));
+            buttons.push_back(Separator());
         }
         lastBand = tool.band;
-        const std::wstring caption = PlainCaption(*kind);
-        TBBUTTON button{};
-        button.iBitmap = kind->glyph;
-        button.idCommand = CommandOf(tool.id);
-        button.fsState = TBSTATE_ENABLED;
-        button.fsStyle = static_cast<BYTE>(BTNS_AUTOSIZE | (kind->captioned ? BTNS_SHOWTEXT : 0) |
-                                           (kind->toggles ? BTNS_CHECK : 0));
-        button.iString = reinterpret_cast<INT_PTR>(caption.c_str());
-        SendMessageW(m_window, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&button));
+        captions[i] = PlainCaption(*kind);
+        TBBUTTON button = ButtonOf(*kind, CommandOf(tool.id));
+        button.iString = reinterpret_cast<INT_PTR>(captions[i].c_str());
+        buttons.push_back(button);
     }
+    // In one go: each message makes the control measure itself anew.
+    SendMessageW(m_window, TB_ADDBUTTONSW, buttons.size(), reinterpret_cast<LPARAM>(buttons.data()));
     for (const std::wstring_view id : pressed) {
         SetPressed(id, true);
     }
-    Resize();
 }
 
-void Toolbar::Resize() { SendMessageW(m_window, TB_AUTOSIZE, 0, 0); }
+void Toolbar::Resize() {
+    Refresh();
+    SendMessageW(m_window, TB_AUTOSIZE, 0, 0);
+}
 
 int Toolbar::Height() const {
     RECT place{};
@@ -147,22 +161,23 @@ int Toolbar::Height() const {
 void Toolbar::SetBandVisible(std::wstring_view band, bool visible) {
     for (auto& known : m_layout.bands) {
         if (known.name == band) {
+            m_stale = m_stale || known.visible != visible;
             known.visible = visible;
         }
     }
-    Rebuild();
 }
 
 void Toolbar::SetToolVisible(std::wstring_view id, bool visible) {
     for (auto& tool : m_layout.tools) {
         if (tool.id == id) {
+            m_stale = m_stale || tool.visible != visible;
             tool.visible = visible;
         }
     }
-    Rebuild();
 }
 
 void Toolbar::SetPressed(std::wstring_view id, bool pressed) {
+    Refresh();
     SendMessageW(m_window, TB_CHECKBUTTON, static_cast<WPARAM>(CommandOf(id)), MAKELPARAM(pressed, 0));
 }
 
@@ -178,7 +193,7 @@ void Toolbar::Load(const std::wstring& path) {
                                            wrong->reason);
     }
     m_layout = base::Merge(DesignOf(m_uses), std::get<base::ToolbarLayout>(parsed));
-    Rebuild();
+    m_stale = true;
 }
 
 void Toolbar::Save(const std::wstring& path) const {
@@ -227,12 +242,7 @@ bool Toolbar::FillCustomizeItem(int index, NMHDR& header) const {
     if (!kind) {
         return false;
     }
-    item.tbButton = {};
-    item.tbButton.iBitmap = kind->glyph;
-    item.tbButton.idCommand = kFirstCommand + index;
-    item.tbButton.fsState = TBSTATE_ENABLED;
-    item.tbButton.fsStyle = static_cast<BYTE>(BTNS_AUTOSIZE | (kind->captioned ? BTNS_SHOWTEXT : 0) |
-                                              (kind->toggles ? BTNS_CHECK : 0));
+    item.tbButton = ButtonOf(*kind, kFirstCommand + index);
     lstrcpynW(item.pszText, PlainCaption(*kind).c_str(), item.cchText);
     return true;
 }
@@ -266,7 +276,8 @@ bool Toolbar::Notified(NMHDR& header, LRESULT& answer) {
         return true;
     case TBN_RESET:
         m_layout = DesignOf(m_uses);
-        Rebuild();
+        m_stale = true;
+        Resize();
         m_customizing = true;
         answer = 0;
         return true;
@@ -278,7 +289,7 @@ bool Toolbar::Notified(NMHDR& header, LRESULT& answer) {
         if (m_customizing) {
             m_customizing = false;
             ReadOrder();
-            Rebuild();
+            m_stale = true;
             m_changed();
         }
         answer = 0;

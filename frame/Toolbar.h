@@ -31,6 +31,7 @@ public:
     int Height() const;
     void Resize();
 
+    // What these change is seen after the next `Resize`.
     void SetBandVisible(std::wstring_view band, bool visible);
     void SetToolVisible(std::wstring_view id, bool visible);
     void SetPressed(std::wstring_view id, bool pressed);
@@ -48,7 +49,7 @@ public:
     bool Notified(NMHDR& header, LRESULT& answer);
 
 private:
-    void Rebuild();
+    void Refresh();
     int CommandOf(std::wstring_view id) const;
     void AddGlyphs();
     void ReadOrder();
@@ -60,6 +61,7 @@ private:
     std::function<void()> m_changed;
     base::ToolbarLayout m_layout;
     bool m_customizing = false;
+    bool m_stale = true; // the layout has changes that the window does not show yet
 };
 
 } // namespace tamvelo::frame

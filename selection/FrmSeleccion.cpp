@@ -55,17 +55,20 @@ constexpr KeyRow kKeys[] = {
 
 constexpr wchar_t kAnswerYes[] = L"{VERIFICADO}";
 constexpr wchar_t kAnswerNo[] = L"{NO_VERIFICADO}";
+constexpr wchar_t kRowCode[] = L"{DOBLE_CLIC}";
 
 struct Button {
     int control;
+    const wchar_t* caption;
     const wchar_t* command;
 };
 
+/// The row of buttons of the verification modes, as they stand from left to right.
 constexpr Button kButtons[] = {
-    {IDC_CMD0, base::kCancelar},
-    {IDC_CMD1, kAnswerYes},
-    {IDC_CMD2, base::kCancelar},
-    {IDC_CMD3, kAnswerNo},
+    {IDC_CMD1, L"&Verificado", kAnswerYes},
+    {IDC_CMD3, L"&No verificado", kAnswerNo},
+    {IDC_CMD2, L"&Cancelar", base::kCancelar},
+    {IDC_CMD0, L"C&errar", base::kCancelar},
 };
 
 } // namespace
@@ -87,6 +90,7 @@ std::span<const CommandRow> FrmSeleccion::Commands() const {
         {base::kRegistro, Do<&F::VerRegistro>},
         {kAnswerYes, Do<&F::AnswerYes>},
         {kAnswerNo, Do<&F::AnswerNo>},
+        {kRowCode, Do<&F::DeliverCode>},
         {frame::kApplySearch, Do<&F::ApplyTypedSearch>},
         {frame::kChooseFont, Do<&F::CambiarFuenteGrid>},
         {frame::kChooseColumns, Do<&F::ChooseColumns>},
@@ -183,6 +187,11 @@ void FrmSeleccion::MostrarBusquedaIndirecta(IDispatch* sink, IDispatch* data, co
 
 void FrmSeleccion::OnLoad() {
     GridForm::OnLoad();
+    if (m_verify) {
+        for (const Button& button : kButtons) {
+            AddButton(button.control, button.caption, 64);
+        }
+    }
     Bar().SetBandVisible(base::kBandRegistros, true);
     Bar().SetBandVisible(base::kBandRegistro, true);
     SetWindowTextW(Window(), (L"Selección de " + ClassName()).c_str());
@@ -250,6 +259,9 @@ void FrmSeleccion::Deliver() {
         Sink().AceptarSeleccionParam(first, ctl, texts[0], texts[1], texts[2]);
     }
     TakeControlBack();
+    if (!IsLoaded()) {
+        return;
+    }
     // The record is delivered: whatever becomes of the filter, the panel has done its work.
     Trapped([&] { MyClase().AplyFilter(L""); });
     Unload();
@@ -263,11 +275,11 @@ void FrmSeleccion::Answer(bool answer) {
 }
 
 void FrmSeleccion::OnRowActivated() {
+    Input(base::DoubleClickAnswerFor(ClassName()) ? kRowCode : base::kAceptar);
+}
+
+void FrmSeleccion::DeliverCode() {
     const std::optional<base::DoubleClickAnswer> answer = base::DoubleClickAnswerFor(ClassName());
-    if (!answer) {
-        Input(base::kAceptar);
-        return;
-    }
     Sink().AceptarSeleccionCode(answer->code, Ctl().Reference(), DataGrid().Value(answer->column));
     TakeControlBack();
     Dispatch(base::kCancelar);

@@ -36,6 +36,7 @@ private:
     void AnswerNo() { Answer(false); }
     void Answer(bool answer);
     void Deliver();
+    void DeliverCode();
     void TakeControlBack();
 
     void OnLoad() override;

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "com/WinHeaders.h"
+
 #include <functional>
 #include <string>
 #include <vector>
-
-#include "com/WinHeaders.h"
 
 /// A user for modal dialogs, inside the test's own thread.
 namespace tamvelo::testing {
@@ -17,8 +17,8 @@ std::wstring BoxText(HWND window);
 /// GDI objects of the process.
 unsigned GdiCount();
 
-/// What the user does, one step after the other, inside whatever modal loop is running: steps are taken by a timer,
-/// and a timer's turn comes only when every posted message before it has been handled.
+/// What the user does, one step after the other, inside whatever modal loop is running: steps are taken by a
+/// timer, and a timer's turn comes only when every posted message before it has been handled.
 class Script {
 public:
     /// True: done, go on. False: not yet, ask again.
@@ -42,8 +42,8 @@ private:
     std::vector<NamedStep> m_steps;
 };
 
-/// Plays a script while it lives. A step that makes no progress for seconds, or a dialog that is left open after the
-/// last one, fails the test with a picture and `notes`; then everything is closed.
+/// Plays a script while it lives. A step that makes no progress for seconds, or a dialog that is left open
+/// after the last one, fails the test with a picture and `notes`; then everything is closed.
 class Player {
 public:
     Player(Script script, std::function<std::string()> notes);
@@ -65,4 +65,4 @@ private:
     UINT_PTR m_timer;
 };
 
-}  // namespace tamvelo::testing
+} // namespace tamvelo::testing

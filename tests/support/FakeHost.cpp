@@ -29,22 +29,22 @@ std::wstring Describe(const VARIANT& argument) {
     const std::wstring mark = argument.vt & VT_BYREF ? L"&" : L"";
     const Variant value = Variant::CopyOf(argument);
     switch (value.Type()) {
-        case VT_BSTR:
-            return mark + L"\"" + value.ToText() + L"\"";
-        case VT_I2:
-            return mark + value.ToText();
-        case VT_I4:
-            return mark + value.ToText() + L"L";
-        case VT_BOOL:
-            return mark + (value.ToBool() ? L"True" : L"False");
-        case VT_DISPATCH:
-            return mark + NameOf(value.Get().pdispVal);
-        default:
-            return mark + L"vt" + std::to_wstring(value.Type());
+    case VT_BSTR:
+        return mark + L"\"" + value.ToText() + L"\"";
+    case VT_I2:
+        return mark + value.ToText();
+    case VT_I4:
+        return mark + value.ToText() + L"L";
+    case VT_BOOL:
+        return mark + (value.ToBool() ? L"True" : L"False");
+    case VT_DISPATCH:
+        return mark + NameOf(value.Get().pdispVal);
+    default:
+        return mark + L"vt" + std::to_wstring(value.Type());
     }
 }
 
-}  // namespace
+} // namespace
 
 void HostObject::On(const std::wstring& member, Behaviour behaviour, bool quiet) {
     const auto known = std::ranges::find(m_entries, member, &Entry::name);
@@ -64,13 +64,14 @@ void HostObject::Without(const std::wstring& member) {
 void HostObject::Renumber() {
     constexpr auto kRun = [](com::Automation& self, Invocation& call) {
         auto& object = static_cast<HostObject&>(self);
-        const Behaviour behaviour = object.m_entries[object.m_running.back()].behaviour;  // it may change itself
+        const Behaviour behaviour =
+            object.m_entries[object.m_running.back()].behaviour; // it may change itself
         behaviour(call);
     };
     m_members.clear();
     for (size_t i = 0; i < m_entries.size(); ++i) {
-        m_members.push_back(
-            {m_entries[i].name.c_str(), static_cast<DISPID>(i + 1), Member::Kind(7), 0, kMostArguments, kRun});
+        m_members.push_back({m_entries[i].name.c_str(), static_cast<DISPID>(i + 1), Member::Kind(7), 0,
+                             kMostArguments, kRun});
     }
 }
 
@@ -114,8 +115,12 @@ FakeHost::FakeHost(long records)
     };
     const auto nothing = [](Invocation&) {};
     data->On(L"sClassName", [this](Invocation& call) { call.Return(Variant(className)); });
-    data->On(L"Recordset", [this](Invocation& call) { call.Return(Variant(set.Get())); }, true);
-    data->On(L"Requery", nothing);
+    data->On(
+        L"Recordset", [this](Invocation& call) { call.Return(Variant(set.Get())); }, true);
+    data->On(L"Requery", [this](Invocation&) {
+        set->SetSort(L"");
+        set->SetPosition(0);
+    });
     data->On(L"FindRecord", nothing);
     data->On(L"CreateFilter", [](Invocation& call) {
         const std::wstring typed = com::LateObject(call[0].ToObject().Get(), L"box").Call(L"Text").ToText();
@@ -132,7 +137,8 @@ FakeHost::FakeHost(long records)
     data->On(L"MovePrevious", [this](Invocation&) { set->SetPosition(set->Position() - 1); });
     sink->On(L"AceptarSeleccion", nothing);
     sink->On(L"AceptarSeleccionParam", nothing);
-    ctl->On(L"Text", [this](Invocation& call) { call.Return(Variant(text)); }, true);
+    ctl->On(
+        L"Text", [this](Invocation& call) { call.Return(Variant(text)); }, true);
 }
 
-}  // namespace tamvelo::testing
+} // namespace tamvelo::testing

@@ -12,8 +12,10 @@ namespace tamvelo::testing {
 
 using Log = std::vector<std::wstring>;
 
-/// An automation object whose members are functions. Each call is written as text with its arguments as they came:
-/// "&" before one by reference, 1 for a 16-bit integer, 1L for a 32-bit one, "a" for a string, objects by name.
+/// An automation object whose members are functions. Each call is written as text with its arguments as they
+/// came:
+/// "&" before one by reference, 1 for a 16-bit integer, 1L for a 32-bit one, "a" for a string, objects by
+/// name.
 class HostObject final : public com::Automation {
 public:
     using Behaviour = std::function<void(com::Invocation&)>;
@@ -25,8 +27,9 @@ public:
     const std::wstring& Name() const { return m_name; }
     long References();
 
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* parameters,
-                                     VARIANT* result, EXCEPINFO* thrown, UINT* wrong) override;
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags,
+                                     DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* thrown,
+                                     UINT* wrong) override;
 
 private:
     struct Entry {
@@ -44,8 +47,9 @@ private:
     std::vector<size_t> m_running;
 };
 
-/// The data class, sink and control of a host. Unless told otherwise the data class keeps the filter that it is given
-/// (one that is not empty leaves every second record), sorts and moves its record set; the sink accepts everything.
+/// The data class, sink and control of a host. Unless told otherwise the data class keeps the filter that it
+/// is given (one that is not empty leaves every second record), sorts and moves its record set; the sink
+/// accepts everything.
 class FakeHost {
 public:
     /// Cells hold "f<record>c<column>", from 0.
@@ -53,8 +57,8 @@ public:
 
     Log log;
     std::wstring className = L"prueba";
-    std::wstring text;  // the control's
-    std::wstring stored;  // the filter last set
+    std::wstring text;   // the control's
+    std::wstring stored; // the filter last set
     com::ComPtr<MemoryRecordSet> set;
     com::ComPtr<HostObject> data;
     com::ComPtr<HostObject> sink;
@@ -67,4 +71,4 @@ inline constexpr HRESULT kHostErrorNumber = static_cast<HRESULT>(0x800A0201);
 inline constexpr wchar_t kHostErrorText[] = L"La tabla está bloqueada.";
 inline constexpr wchar_t kHostErrorSource[] = L"Gestión";
 
-}  // namespace tamvelo::testing
+} // namespace tamvelo::testing

@@ -1,0 +1,213 @@
+// Keys, commands and searching in the open selection panel.
+#include "com/WinHeaders.h"
+
+#include <commctrl.h>
+
+#include "tests/dialogs/PanelFixture.h"
+
+namespace tamvelo::testing {
+namespace {
+
+const Log kSearch{L"CreateFilter(&TxtFields(0))", L"SetFilter(&\"campo=ma\", \"FilterSelec\")",
+                  L"GetFilter(\"FilterSelec\")",  L"AplyFilter(\"campo=ma\")",
+                  L"Requery(\"selec\")",          L"GetFilter(\"FilterSelec\")",
+                  L"existenregistros()"};
+const Log kNoFilter{L"AplyFilter(\"\")", L"Requery(\"selec\")"};
+const Log kAccept{L"AceptarSeleccion(&0, &ctl, \"f0c0\")", L"AplyFilter(\"\")"};
+
+Log operator+(Log first, const Log& second) {
+    first.insert(first.end(), second.begin(), second.end());
+    return first;
+}
+
+class PanelUse : public PanelTest {
+protected:
+    static Script InBox() {
+        return Script().Key('E', VK_CONTROL).Do([] { EXPECT_EQ(GetFocus(), Item(IDC_TXTFIELDS0)); });
+    }
+    static Script OnButton() {
+        return Script().Do([] { SetFocus(Item(IDC_CMDBUSCAR)); });
+    }
+    static Script At(LPARAM place, std::initializer_list<UINT> messages, HWND (*target)()) {
+        return Script().Do([=, sent = std::vector<UINT>(messages)] {
+            for (const UINT message : sent) {
+                PostMessageW(target(), message, MK_LBUTTON, place);
+            }
+        });
+    }
+    /// Plays between the opening and an Esc, and compares what was asked meanwhile.
+    void ExpectAsked(const Script& script, const Log& asked) {
+        EXPECT_FALSE(Show(Forget()
+                              .Append(script)
+                              .Do([&] { EXPECT_THAT(host.log, ElementsAreArray(asked)); })
+                              .Key(VK_ESCAPE)));
+        host.log.clear();
+    }
+};
+
+TEST_F(PanelUse, KeysInTheGrid) {
+    struct Case {
+        UINT key;
+        Log asked;
+    };
+    const Case cases[] = {
+        {VK_HOME, {L"MoveFirst()"}},
+        {VK_END, {L"MoveLast()"}},
+        {VK_DELETE, kNoFilter},
+        {VK_INSERT, {}},
+        {VK_DOWN, {}}, // the grid's own move: the record set's, not the data class's
+        {VK_NEXT, {}},
+    };
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.key);
+        ExpectAsked(Keys({each.key}), each.asked);
+    }
+    EXPECT_FALSE(Show(Forget().Key(VK_DOWN).Key(VK_RETURN)));
+    EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarSeleccion(&0, &ctl, \"f1c0\")", L"AplyFilter(\"\")"));
+    EXPECT_FALSE(Show(Forget().Key(VK_END).Key(VK_RETURN)));
+    EXPECT_THAT(TakeLog(),
+                ElementsAre(L"MoveLast()", L"AceptarSeleccion(&0, &ctl, \"f19c0\")", L"AplyFilter(\"\")"));
+}
+
+TEST_F(PanelUse, KeysInTheSearchBoxAndOnTheForm) {
+    const auto focus = [](HWND (*wanted)()) { return Script().Do([=] { EXPECT_EQ(GetFocus(), wanted()); }); };
+    for (const UINT key : {UINT{VK_UP}, UINT{VK_DOWN}}) { // Tab, to the next control
+        ExpectAsked(InBox().Key(key).Append(focus([] { return Item(IDC_CMDBUSCAR); })), {});
+    }
+    // On the form Insert and Delete stand for commands that mean nothing here; the box still edits its text.
+    ExpectAsked(InBox().Type(L"xma").Key(VK_HOME).Key(VK_DELETE).Key(VK_INSERT).Do(
+                    [] { EXPECT_EQ(ItemText(IDC_TXTFIELDS0), L"ma"); }),
+                {});
+    ExpectAsked(OnButton().Key(VK_DELETE).Key(VK_INSERT).Key(VK_HOME), {});
+    for (const Script& where : {InBox(), OnButton()}) {
+        EXPECT_FALSE(Show(Forget().Append(where).Key(VK_ESCAPE)));
+        EXPECT_THAT(TakeLog(), IsEmpty());
+    }
+    for (const UINT key : {UINT{VK_RETURN}, UINT{VK_F4}}) { // nothing typed: the record in the grid is meant
+        EXPECT_FALSE(Show(Forget().Append(InBox()).Key(key)));
+        EXPECT_THAT(TakeLog(), ElementsAreArray(kAccept));
+    }
+}
+
+TEST_F(PanelUse, EnterOnSomethingTypedSearchesFirst) {
+    for (const UINT key : {UINT{VK_RETURN}, UINT{VK_F4}}) {
+        const Script script = InBox().Type(L"ma").Key(key).Do([this] {
+            EXPECT_THAT(host.log, ElementsAreArray(kSearch));
+            EXPECT_THAT(ItemText(IDC_LBLTABLE), L"Filtro: campo=ma");
+            EXPECT_EQ(GetFocus(), Item(IDC_TXTFIELDS0));
+            EXPECT_EQ(ItemText(IDC_TXTFIELDS0), L"ma");
+            EXPECT_EQ(ItemText(IDC_STATUS), L"Registro 1 de 10");
+        });
+        EXPECT_FALSE(Show(Forget().Append(script).Key(key)));
+        EXPECT_THAT(TakeLog(), ElementsAreArray(kSearch + kAccept));
+    }
+    host.set->Table().records = 2; // of which the filter leaves one
+    EXPECT_FALSE(Show(Forget().Append(InBox()).Type(L"ma").Key(VK_RETURN)));
+    EXPECT_THAT(TakeLog(), ElementsAreArray(kSearch + kAccept));
+    host.set->Table().records = 0;
+    ExpectAsked(InBox()
+                    .Type(L"ma")
+                    .Key(VK_RETURN)
+                    .Key(VK_RETURN)
+                    .Do([this] {
+                        EXPECT_THAT(host.log, ElementsAreArray(kSearch)); // nothing found, nothing delivered
+                        SetFocus(Item(IDC_DATAGRID));
+                    })
+                    .Key(VK_DELETE),
+                kSearch + kNoFilter);
+}
+
+TEST_F(PanelUse, TheSearchButtonInsertAndDelete) {
+    ExpectAsked(InBox().Type(L"ma").Do([] { PostMessageW(Item(IDC_CMDBUSCAR), BM_CLICK, 0, 0); }), kSearch);
+    const auto toGrid = [] { SetFocus(Item(IDC_DATAGRID)); };
+    const Script applied = InBox().Type(L"ma").Do(toGrid).Key(VK_INSERT).Do([] {
+        EXPECT_FALSE(IsShown(IDC_TXTFIELDS0));
+        EXPECT_FALSE(IsShown(IDC_LBLTABLE));
+        EXPECT_EQ(GetFocus(), Item(IDC_DATAGRID));
+    });
+    ExpectAsked(Script(applied)
+                    .Key(VK_INSERT)
+                    .Do([] {
+                        EXPECT_TRUE(IsShown(IDC_TXTFIELDS0));
+                        EXPECT_EQ(GetFocus(), Item(IDC_TXTFIELDS0));
+                    })
+                    .Do(toGrid)
+                    .Key(VK_DELETE)
+                    .Do([] {
+                        EXPECT_FALSE(IsShown(IDC_LBLTABLE));
+                        EXPECT_EQ(ItemText(IDC_STATUS), L"Registro 1 de 20");
+                    }),
+                kSearch + kNoFilter);
+}
+
+TEST_F(PanelUse, AnAsteriskAloneMakesNoFilter) {
+    const Log searched{L"GetFilter(\"FilterSelec\")", L"AplyFilter(\"\")", L"Requery(\"selec\")",
+                       L"GetFilter(\"FilterSelec\")", L"existenregistros()"};
+    ExpectAsked(InBox().Type(L"*").Key(VK_RETURN), searched);
+}
+
+TEST_F(PanelUse, TheToolsAndTheHeadingAsk) {
+    const std::pair<const wchar_t*, Log> tools[] = {
+        {L"Primer registro", {L"MoveFirst()"}},
+        {L"Registro anterior", {L"MovePrevious()"}},
+        {L"Registro siguiente", {L"MoveNext()"}},
+        {L"Último registro", {L"MoveLast()"}},
+        {L"Orden ascendente", {L"SetOrder(&0, \"\", \"seleccion\")"}},
+        {L"Orden descendente", {L"SetOrder(&0, \" DESC\", \"seleccion\")"}},
+        {L"Quitar el filtro", kNoFilter},
+    };
+    for (const auto& [caption, asked] : tools) {
+        SCOPED_TRACE(::testing::PrintToString(std::wstring(caption)));
+        const wchar_t* const tool = caption;
+        ExpectAsked(Script().Do([tool] { ClickTool(tool); }), asked);
+    }
+    EXPECT_FALSE(Show(Forget().Do([] { ClickTool(L"Aceptar"); })));
+    EXPECT_THAT(TakeLog(), ElementsAreArray(kAccept));
+    EXPECT_FALSE(Show(Forget().Do([] { ClickTool(L"Cancelar"); })));
+    EXPECT_FALSE(Show(Forget().Do([] { PostMessageW(Panel(), WM_SYSCOMMAND, SC_CLOSE, 0); })));
+    EXPECT_THAT(TakeLog(), IsEmpty());
+    const Script click = At(MAKELPARAM(20, 5), {WM_LBUTTONDOWN, WM_LBUTTONUP}, Heading);
+    ExpectAsked(Script(click).Append(click).Append(click),
+                {L"SetOrder(&0, \"\", \"seleccion\")", L"SetOrder(&0, \" DESC\", \"seleccion\")",
+                 L"SetOrder(&0, \"\", \"seleccion\")"});
+}
+
+TEST_F(PanelUse, TheMenuRunsItsCommands) {
+    const auto open = [] { PostMessageW(Item(IDC_DATAGRID), WM_CONTEXTMENU, 0, MAKELPARAM(-1, -1)); };
+    ExpectAsked(Script().Do(open).Append(InMenu()).Append(Keys({VK_DOWN, VK_DOWN, VK_DOWN, VK_RETURN})),
+                {L"SetOrder(&0, \"\", \"seleccion\")"});
+    EXPECT_FALSE(Show(Forget().Do(open).Append(InMenu()).Append(Keys({VK_DOWN, VK_RETURN}))));
+    EXPECT_THAT(TakeLog(), ElementsAreArray(kAccept));
+}
+
+TEST_F(PanelUse, F5ShowsTheWholeRecord) {
+    const Script look = Elsewhere().Do([] {
+        const HWND list = GetDlgItem(TopWindow(), IDC_RECORD_LIST);
+        ASSERT_EQ(ListView_GetItemCount(list), MemoryRecordSet::kColumns);
+        wchar_t value[32] = L"";
+        ListView_GetItemText(list, 7, 1, value, ARRAYSIZE(value));
+        EXPECT_STREQ(value, L"f0c7");
+    });
+    ExpectAsked(Script().Key(VK_F5).Append(look).Key(VK_ESCAPE).Do([] {
+        EXPECT_EQ(TopWindow(), Panel());
+        EXPECT_EQ(GetFocus(), Item(IDC_DATAGRID));
+    }),
+                {});
+    host.set->Table().records = 0;
+    ExpectAsked(Script().Key(VK_F5).Do([] { EXPECT_EQ(TopWindow(), Panel()); }), {});
+}
+
+TEST_F(PanelUse, AfterACommandThePointerIsTheArrow) {
+    HCURSOR during = nullptr;
+    host.data->On(L"MoveFirst", [&](com::Invocation&) { during = GetCursor(); });
+    ExpectAsked(Script().Key(VK_HOME).Do([&] {
+        EXPECT_EQ(during, LoadCursorW(nullptr, IDC_WAIT));
+        EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, IDC_ARROW));
+    }),
+                {L"MoveFirst()"});
+    EXPECT_FALSE(Show(Script().Do([] { PostMessageW(Panel(), WM_CLOSE, 0, 0); })));
+    EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, IDC_ARROW));
+}
+
+} // namespace
+} // namespace tamvelo::testing

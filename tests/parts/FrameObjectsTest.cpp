@@ -1,0 +1,312 @@
+// Controls as the host sees them, their places, and the relay of results.
+#include <gmock/gmock.h>
+
+#include <memory>
+
+#include "com/LateObject.h"
+#include "frame/ControlObject.h"
+#include "frame/EventRelay.h"
+#include "frame/RowLayout.h"
+#include "tests/support/FakeHost.h"
+
+namespace tamvelo::testing {
+namespace {
+
+using com::Argument;
+using com::LateObject;
+using com::Variant;
+using ::testing::ElementsAre;
+
+class FrameObjects : public ::testing::Test {
+protected:
+    FrameObjects()
+        : m_parent(CreateWindowExW(0, L"#32770", L"", WS_POPUP, 0, 0, 400, 300, nullptr, nullptr, nullptr,
+                                   nullptr)) {}
+    ~FrameObjects() override { DestroyWindow(m_parent); }
+    HWND Child(const wchar_t* kind, DWORD style, int id, int width = 100, int height = 20) const {
+        return CreateWindowExW(0, kind, L"", WS_CHILD | WS_VISIBLE | style, 0, 0, width, height, m_parent,
+                               reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+    }
+    LateObject Control(const wchar_t* kind, DWORD style) {
+        m_object = com::Make<frame::ControlObject>(Child(kind, style, 9), L"TxtFields", short{3});
+        return {m_object.Get(), L"control"};
+    }
+    std::array<LONG, 4> Place(int id) const {
+        RECT place{};
+        GetWindowRect(GetDlgItem(m_parent, id), &place);
+        MapWindowPoints(nullptr, m_parent, reinterpret_cast<POINT*>(&place), 2);
+        return {place.left, place.top, place.right, place.bottom};
+    }
+
+    const HWND m_parent;
+    com::ComPtr<frame::ControlObject> m_object;
+};
+
+TEST_F(FrameObjects, EachKindOfControlHasItsMembers) {
+    struct Case {
+        const wchar_t* kind;
+        DWORD style;
+        std::vector<const wchar_t*> own; // beyond what every control has
+    };
+    const wchar_t* const common[] = {L"Name",    L"Index",    L"DataField", L"Enabled",
+                                     L"Visible", L"SetFocus", L"hWnd",      L"Tag"};
+    const wchar_t* const others[] = {L"Text",      L"Caption",   L"Value",     L"MaxLength",
+                                     L"SelStart",  L"SelLength", L"ListCount", L"List",
+                                     L"ListIndex", L"Selected",  L"AddItem",   L"Clear"};
+    const Case cases[] = {
+        {L"EDIT", 0, {L"Text", L"MaxLength", L"SelStart", L"SelLength"}},
+        {L"BUTTON", BS_AUTOCHECKBOX, {L"Caption", L"Value"}},
+        {L"BUTTON", BS_PUSHBUTTON, {L"Caption"}},
+        {L"STATIC", 0, {L"Caption"}},
+        {L"LISTBOX",
+         LBS_MULTIPLESEL,
+         {L"Text", L"ListCount", L"List", L"ListIndex", L"Selected", L"AddItem", L"Clear"}},
+        {L"COMBOBOX", CBS_DROPDOWNLIST, {L"Text", L"ListCount", L"List", L"ListIndex", L"AddItem", L"Clear"}},
+    };
+    for (const Case& each : cases) {
+        LateObject control = Control(each.kind, each.style);
+        for (const wchar_t* member : common) {
+            EXPECT_TRUE(control.Answers(member)) << &each - cases;
+        }
+        for (const std::wstring_view member : others) {
+            EXPECT_EQ(control.Answers(member.data()), std::ranges::find(each.own, member) != each.own.end())
+                << &each - cases << ::testing::PrintToString(std::wstring(member));
+        }
+        EXPECT_EQ(control.Call(L"Name").ToText() + control.Call(L"Index").ToText(), L"TxtFields3");
+        control.Put(L"Enabled", false);
+        control.Put(L"Visible", false);
+        control.Put(L"Tag", L"x");
+        EXPECT_FALSE(IsWindowEnabled(m_object->Window()));
+        EXPECT_EQ(GetWindowLongW(m_object->Window(), GWL_STYLE) & WS_VISIBLE, 0);
+        EXPECT_EQ(control.Call(L"Tag").ToText(), L"x");
+        DestroyWindow(m_object->Window());
+        EXPECT_THROW(control.Call(L"Enabled"), com::Error);
+    }
+}
+
+TEST_F(FrameObjects, TextBoxesAndListsDoWhatTheirMembersSay) {
+    LateObject box = Control(L"EDIT", 0);
+    box.Put(L"Text", L"señal");
+    box.Put(L"SelStart", 1L);
+    box.Put(L"SelLength", 3L);
+    box.Put(L"MaxLength", 7L);
+    EXPECT_EQ(box.Call(L"Text").ToText(), L"señal");
+    EXPECT_EQ(box.Call(L"SelStart").ToLong() * 100 + box.Call(L"SelLength").ToLong() * 10 +
+                  box.Call(L"MaxLength").ToLong(),
+              137);
+    for (const wchar_t* kind : {L"LISTBOX", L"COMBOBOX"}) {
+        LateObject list = Control(kind, kind[0] == L'L' ? 0 : CBS_DROPDOWNLIST);
+        EXPECT_EQ(list.Call(L"ListIndex").ToLong(), -1);
+        list.Call(L"AddItem", {L"uno"});
+        list.Call(L"AddItem", {L"dos"});
+        list.Put(L"ListIndex", 1L);
+        EXPECT_EQ(list.Call(L"Text").ToText() + list.Call(L"List", {0L}).ToText(), L"dosuno");
+        EXPECT_THROW(list.Call(L"List", {2L}), com::Error);
+        list.Call(L"Clear");
+        EXPECT_EQ(list.Call(L"ListCount").ToLong(), 0);
+    }
+}
+
+TEST_F(FrameObjects, RowsFillTheAreaAndHiddenOnesTakeNoRoom) {
+    Child(L"STATIC", 0, 1, 50, 10);
+    Child(L"EDIT", 0, 2, 80, 20);
+    Child(L"STATIC", 0, 3, 10, 10);
+    const frame::RowLayout layout(
+        m_parent, {{frame::kOwn, {{1}, {2, frame::kFill}}}, {frame::kFill, {{3, frame::kFill}}}});
+    RECT unit{0, 0, 4, 4};
+    MapDialogRect(m_parent, &unit);
+    const LONG x = unit.right;
+    const LONG y = unit.bottom;
+    for (const LONG width : {300L, 500L, 300L}) { // sizes come from the template: nothing drifts
+        layout.Arrange({0, 30, width, 230});
+        EXPECT_THAT(Place(1), ElementsAre(x, 30 + y + 5, x + 50, 30 + y + 15)); // lower than its row: centred
+        EXPECT_THAT(Place(2), ElementsAre(x + 50 + x, 30 + y, width - x, 30 + y + 20));
+        EXPECT_THAT(Place(3), ElementsAre(x, 30 + 2 * y + 20, width - x, 230 - y));
+    }
+    ShowWindow(GetDlgItem(m_parent, 1), SW_HIDE);
+    layout.Arrange({0, 30, 300, 230});
+    EXPECT_EQ(Place(2)[0], x);
+    ShowWindow(GetDlgItem(m_parent, 2), SW_HIDE);
+    layout.Arrange({0, 30, 300, 230});
+    EXPECT_EQ(Place(3)[1], 30 + y);
+}
+
+/// The relay's methods: o object, i 16-bit, b boolean, d date, s string, v variant.
+struct Relayed {
+    const wchar_t* method;
+    frame::RelayEvent event;
+    std::string_view types;
+};
+constexpr Relayed kRelayed[] = {
+    {L"AceptarListasParam", frame::AceptaListasParam, "oiis"},
+    {L"AceptarEtiqueta", frame::AceptaEtiqueta, "o"},
+    {L"ActualizaOrden", frame::AceptaOrden, "ii"},
+    {L"ActualizaColumnas", frame::ConfigurarColumnas, "o"},
+    {L"AceptarSeleccion", frame::AceptaSeleccion, "iov"},
+    {L"AceptarSeleccionParam", frame::AceptaSeleccionParam, "iovvv"},
+    {L"AceptarConvertir", frame::AceptaConvertir, ""},
+    {L"AceptarConvertirImprimir", frame::AceptaConvertirImprimir, "ibbii"},
+    {L"AceptarBuscar", frame::AceptaBuscar, ""},
+    {L"AceptarRegistro", frame::AceptaRegistro, ""},
+    {L"AceptarAbrir", frame::AceptaAbrir, ""},
+    {L"AceptarReports", frame::AceptaReports, "oii"},
+    {L"AceptarReportsParam", frame::AceptaReportsParam, "oiiddsiiss"},
+    {L"AceptarReportsParamMail", frame::AceptaReportsParamMail, "oiiddsiiss"},
+    {L"AceptarReportsInformesParam", frame::AceptaReportsInformesParam, "oiiddsiis"},
+    {L"AceptarReportsParamHr", frame::AceptaReportsParamHr, "oiiddsbbdd"},
+    {L"AceptarReportsFchAuto", frame::AceptaReportsFchAuto, "oiiddb"},
+    {L"AceptarInformesFchAuto", frame::AceptaInformesFchAuto, "oiiddb"},
+    {L"AceptarInformesFch", frame::AceptaInformesFch, "oiidds"},
+    {L"AceptarDocNumAut", frame::AceptaDocNumAut, "oiivvb"},
+    {L"AceptarFechaEntre", frame::AceptaFechaEntre, "vv"},
+};
+
+/// Writes down what it hears, and adds 100 to every number that came by reference.
+class Ear final : public com::Object<IDispatch> {
+public:
+    std::vector<std::pair<DISPID, std::wstring>> heard;
+    bool deaf = false;
+
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* given, VARIANT*,
+                                     EXCEPINFO* thrown, UINT*) override {
+        std::wstring line;
+        for (UINT i = given->cArgs; i-- > 0;) {
+            VARIANT& argument = given->rgvarg[i];
+            const Variant value = Variant::CopyOf(argument);
+            line += (argument.vt & VT_BYREF ? L"&" : L"") +
+                    (value.IsMissing()  ? L"-"
+                     : value.IsObject() ? L"o"
+                                        : value.ToText()) +
+                    L" ";
+            if (argument.vt == (VT_BYREF | VT_I2)) {
+                *argument.piVal = static_cast<short>(*argument.piVal + 100);
+            }
+        }
+        heard.emplace_back(id, line);
+        return deaf ? com::FillExcepInfo({E_FAIL, L"sordo"}, thrown) : S_OK;
+    }
+};
+
+class FrameRelay : public ::testing::Test {
+protected:
+    com::ComPtr<frame::EventRelay> relay = com::Make<frame::EventRelay>();
+    LateObject sink{relay.Get(), L"ClsEventos"};
+    com::ComPtr<Ear> ear = com::Make<Ear>();
+
+    com::Subscription Listen(const com::ComPtr<Ear>& listener) const {
+        return {static_cast<frame::IClsEventos*>(relay.Get()), frame::kRelayEventsId, listener.Get()};
+    }
+    /// Calls by name with arguments by reference: 1, 2, 3...
+    void CallWith(const Relayed& each, std::array<short, 10>& shorts, size_t count) {
+        VARIANT raw[10]{};
+        DISPPARAMS given{raw, nullptr, static_cast<UINT>(count), 0};
+        DATE date = 2;
+        VARIANT_BOOL flag = VARIANT_TRUE;
+        com::Bstr text(L"t");
+        Variant any(L"v");
+        IDispatch* object = ear.Get();
+        for (size_t i = 0; i < count; ++i) {
+            VARIANT& cell = raw[count - 1 - i];
+            switch (each.types[i]) {
+            case 'o':
+                cell.vt = VT_BYREF | VT_DISPATCH;
+                cell.ppdispVal = &object;
+                break;
+            case 'i':
+                cell.vt = VT_BYREF | VT_I2;
+                cell.piVal = &shorts[i];
+                break;
+            case 'b':
+                cell.vt = VT_BYREF | VT_BOOL;
+                cell.pboolVal = &flag;
+                break;
+            case 'd':
+                cell.vt = VT_BYREF | VT_DATE;
+                cell.pdate = &date;
+                break;
+            case 's':
+                cell.vt = VT_BYREF | VT_BSTR;
+                cell.pbstrVal = text.Address();
+                break;
+            default:
+                cell.vt = VT_BYREF | VT_VARIANT;
+                cell.pvarVal = any.Address();
+            }
+        }
+        const DISPID id = com::FindMember(relay.Get(), each.method);
+        ASSERT_NE(id, DISPID_UNKNOWN);
+        EXPECT_EQ(relay->Invoke(id, IID_NULL, 0, DISPATCH_METHOD, &given, nullptr, nullptr, nullptr), S_OK);
+    }
+};
+
+TEST_F(FrameRelay, EachMethodRaisesItsEventWithTheSameArguments) {
+    const com::Subscription subscription = Listen(ear);
+    const std::wstring date = Variant::Date(2).ToText();
+    const std::wstring yes = Variant(true).ToText();
+    for (const Relayed& each : kRelayed) {
+        SCOPED_TRACE(::testing::PrintToString(std::wstring(each.method)));
+        std::wstring expected;
+        for (size_t i = 0; i < each.types.size(); ++i) {
+            const char type = each.types[i];
+            expected += L"&" +
+                        (type == 'o'   ? L"o"
+                         : type == 'i' ? std::to_wstring(i + 1)
+                         : type == 'b' ? yes
+                         : type == 'd' ? date
+                         : type == 's' ? L"t"
+                                       : L"v") +
+                        L" ";
+        }
+        std::array<short, 10> shorts{1, 2, 3, 4, 5, 6, 7, 8, 9, 10};
+        CallWith(each, shorts, each.types.size());
+        ASSERT_EQ(ear->heard.size(), 1U);
+        EXPECT_EQ(ear->heard[0].first, each.event);
+        EXPECT_EQ(ear->heard[0].second, expected);
+        for (size_t i = 0; i < each.types.size(); ++i) {
+            EXPECT_EQ(shorts[i], static_cast<short>(i + (each.types[i] == 'i' ? 101 : 1)));
+        }
+        ear->heard.clear();
+    }
+}
+
+TEST_F(FrameRelay, FiveArgumentsLeaveTheSixthMissingOrFalse) {
+    const com::Subscription subscription = Listen(ear);
+    std::array<short, 10> shorts{};
+    CallWith({L"AceptarInformesFchAuto", frame::AceptaInformesFchAuto, "oiidd"}, shorts, 5);
+    ASSERT_EQ(ear->heard.size(), 1U);
+    IDispatch* object = ear.Get();
+    short number = 1;
+    DATE date = 2;
+    EXPECT_EQ(relay->AceptarInformesFchAuto(&object, &number, &number, &date, &date, nullptr), S_OK);
+    EXPECT_TRUE(ear->heard[1].second.ends_with(L"- "));
+}
+
+TEST_F(FrameRelay, EveryListenerHearsEvenAfterOneThatFails) {
+    const auto second = com::Make<Ear>();
+    {
+        const com::Subscription first = Listen(ear);
+        com::Subscription other = Listen(second);
+        ear->deaf = true;
+        EXPECT_THROW(sink.Call(L"AceptarBuscar"), com::Error);
+        EXPECT_EQ(second->heard.size(), 1U);
+        other.Reset();
+        ear->deaf = false;
+        sink.Call(L"AceptarBuscar");
+        EXPECT_EQ(ear->heard.size(), 2U);
+        EXPECT_EQ(second->heard.size(), 1U);
+    }
+    sink.Call(L"AceptarBuscar"); // nobody hears: no error
+    EXPECT_EQ(ear->heard.size(), 2U);
+    for (Ear* each : {ear.Get(), second.Get()}) {
+        each->AddRef();
+        EXPECT_EQ(each->Release(), 1U);
+    }
+}
+
+} // namespace
+} // namespace tamvelo::testing

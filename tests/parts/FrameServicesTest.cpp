@@ -1,0 +1,226 @@
+// Files, cursors, the trace, and components of the environment that a host puts in place of ours.
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "com/LateObject.h"
+#include "com/Module.h"
+#include "com/Trace.h"
+#include "frame/BusyCursor.h"
+#include "frame/Environment.h"
+#include "frame/LayoutFile.h"
+#include "tests/support/FakeHost.h"
+
+namespace tamvelo::testing {
+namespace {
+
+using com::Invocation;
+using com::Variant;
+using ::testing::ElementsAre;
+
+class FrameServices : public ::testing::Test {
+protected:
+    FrameServices()
+        : m_folder(std::filesystem::temp_directory_path() /
+                   (L"tamvelo-partes-" + std::to_wstring(GetCurrentProcessId()))) {
+        std::filesystem::create_directories(m_folder);
+    }
+    ~FrameServices() override { std::filesystem::remove_all(m_folder); }
+    static std::string Content(const std::filesystem::path& file) {
+        std::ostringstream text;
+        text << std::ifstream(file, std::ios::binary).rdbuf();
+        return text.str();
+    }
+    const std::filesystem::path m_folder;
+};
+
+TEST_F(FrameServices, ALayoutFileIsWrittenWholeOrNotAtAll) {
+    const std::filesystem::path file = m_folder / L"AtbGrx" / L"año.grx";
+    EXPECT_THROW(frame::ReadLayoutFile(file.wstring()), com::Error);
+    frame::WriteLayoutFile(file.wstring(), "uno"); // and its folder
+    frame::WriteLayoutFile(file.wstring(), "dos");
+    EXPECT_EQ(frame::ReadLayoutFile(file.wstring()), "dos");
+    const HANDLE held =
+        CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    EXPECT_THROW(frame::WriteLayoutFile(file.wstring(), "tres"),
+                 com::Error); // a reader is at work on the old one
+    CloseHandle(held);
+    EXPECT_EQ(Content(file), "dos");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(file.parent_path()), {}),
+              1); // nothing left over
+    std::ofstream(file) << std::string((1 << 20) + 1, 'x');
+    EXPECT_THROW(frame::ReadLayoutFile(file.wstring()), com::Error);
+}
+
+TEST_F(FrameServices, BusyCursorsCaptureTheMouseAndComeOffTwice) {
+    const HWND form = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr,
+                                      nullptr, nullptr, nullptr);
+    const HCURSOR arrow = LoadCursorW(nullptr, IDC_ARROW);
+    frame::PlainBusyCursor(form, true);
+    EXPECT_EQ(GetCapture(), form);
+    EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, IDC_WAIT));
+    frame::PlainBusyCursor(form, false);
+    EXPECT_EQ(GetCapture(), nullptr);
+    for (const wchar_t* kind : {L"open", L"SAVE", L"Wait", L"working", L"sort", L"otro"}) {
+        frame::AnimatedBusyCursor(form, true, kind);
+        EXPECT_EQ(GetCapture(), form);
+        EXPECT_NE(GetCursor(), nullptr);
+        EXPECT_NE(GetCursor(), arrow);
+        for (const int again : {1, 2}) {
+            frame::AnimatedBusyCursor(form, false, kind);
+            EXPECT_EQ(GetCapture(), nullptr) << again;
+            EXPECT_EQ(GetCursor(), arrow) << again;
+        }
+    }
+    // A library in a folder without pictures: no cursor, no message.
+    com::Module::Attach(GetModuleHandleW(L"user32.dll"));
+    frame::AnimatedBusyCursor(form, true, L"save");
+    EXPECT_EQ(GetCursor(), nullptr);
+    frame::AnimatedBusyCursor(form, false, L"save");
+    com::Module::Attach(GetModuleHandleW(nullptr));
+    DestroyWindow(form);
+}
+
+TEST_F(FrameServices, TheTraceTellsWhatWentOutAndWhatCameBack) {
+    const std::wstring file = (m_folder / L"traza.txt").wstring();
+    FakeHost host;
+    host.data->On(L"Suma", [](Invocation& call) {
+        call.WriteBack(0, Variant(short{7}));
+        call.Return(Variant(true));
+    });
+    host.data->On(L"Falla", [](Invocation&) { RaiseHostError(); });
+    com::LateObject data(host.data.Get(), L"MyClase");
+    short number = 5;
+    com::Trace::WriteTo(file);
+    data.Call(L"Suma", {com::Argument::Ref(number), L"ñ", 3L, Variant::Missing()});
+    EXPECT_THROW(data.Call(L"Falla"), com::Error);
+    com::Trace::WriteTo(L"");
+    data.Call(L"Suma", {short{1}});
+    std::istringstream lines(Content(file));
+    std::vector<std::string> seen;
+    for (std::string line; std::getline(lines, line);) {
+        seen.push_back(line.substr(0, line.find('\r')));
+    }
+    EXPECT_THAT(seen, ElementsAre("MyClase.Suma(&Integer 5, \"ñ\", Long 3, (omitido))",
+                                  "  Suma = Boolean -1, &Integer 7", "MyClase.Falla()",
+                                  "  Falla ! 800A0201 Gestión: La tabla está bloqueada."));
+    com::Trace::WriteTo(
+        (m_folder / L"no" / L"hay").wstring()); // cannot be written: the host is not disturbed
+    data.Call(L"Suma", {short{1}});
+    EXPECT_FALSE(com::Trace::Enabled());
+}
+
+constexpr CLSID kComponentId{0x5d1f2b50, 0x7c6e, 0x4b8b, {0x9e, 0x1a, 0x34, 0x0c, 0x61, 0x2d, 0x77, 0x0f}};
+constexpr wchar_t kProgId[] = L"PruebasDeDialogos.Componente";
+
+class SingleObject final : public com::Object<IClassFactory> {
+public:
+    explicit SingleObject(IDispatch* object) : m_object(object) {}
+    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID id, void** out) override {
+        return m_object->QueryInterface(id, out);
+    }
+    HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
+
+private:
+    const com::ComPtr<IDispatch> m_object;
+};
+
+/// One component that plays every part, registered for this process; the environment's key is a private one.
+class FrameEnvironment : public FrameServices {
+protected:
+    void SetUp() override {
+        CoInitialize(nullptr);
+        const auto factory = com::Make<SingleObject>(component.Get());
+        ASSERT_EQ(CoRegisterClassObject(kComponentId, factory.Get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE,
+                                        &m_cookie),
+                  S_OK);
+        wchar_t id[40];
+        StringFromGUID2(kComponentId, id, ARRAYSIZE(id));
+        Store(HKEY_CLASSES_ROOT, std::wstring(kProgId) + L"\\CLSID", nullptr, id);
+        RegCreateKeyW(HKEY_CURRENT_USER, kRoot, &m_root);
+        RegOverridePredefKey(HKEY_CURRENT_USER, m_root);
+    }
+    void TearDown() override {
+        frame::Environment::Release();
+        EXPECT_EQ(component->References(), 2); // ours and the factory's
+        RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
+        RegCloseKey(m_root);
+        RegDeleteTreeW(HKEY_CURRENT_USER, kRoot);
+        RegDeleteTreeW(HKEY_CLASSES_ROOT, kProgId);
+        CoRevokeClassObject(m_cookie);
+        CoUninitialize();
+    }
+    static void Store(HKEY root, const std::wstring& key, const wchar_t* name, const std::wstring& value) {
+        RegSetKeyValueW(root, key.c_str(), name, REG_SZ, value.c_str(),
+                        static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
+    }
+    static void Name(const wchar_t* part, const wchar_t* progId = kProgId) {
+        Store(HKEY_CURRENT_USER, L"SOFTWARE\\Tamvelo\\Global\\Configuracion\\Entorno", part, progId);
+    }
+
+    Log log;
+    com::ComPtr<HostObject> component = com::Make<HostObject>(L"componente", log);
+
+private:
+    static constexpr wchar_t kRoot[] = L"SOFTWARE\\TamveloPruebasPartes";
+    HKEY m_root = nullptr;
+    DWORD m_cookie = 0;
+};
+
+class PlacedAnywhere final : public frame::PlacedForm {
+public:
+    base::Rect Place() const override { return {1, 2, 3, 4}; }
+    void SetPlace(const base::Rect&) override { ADD_FAILURE() << "the component has not asked for it"; }
+    com::ComPtr<IDispatch> FormObject() override { return nullptr; }
+};
+
+TEST_F(FrameEnvironment, ComponentsOfTheHostAreCalledInPlaceOfOurs) {
+    for (const wchar_t* part : {L"Configuracion", L"Archivos", L"Errores", L"Foco"}) {
+        Name(part);
+    }
+    const auto nothing = [](Invocation&) {};
+    for (const wchar_t* member :
+         {L"RestaurarPosicion", L"GuardarPosicion", L"GuardarValor", L"Mostrar", L"Recibir"}) {
+        component->On(member, nothing);
+    }
+    component->On(L"LeerValor", [](Invocation& call) { call.WriteBack(2, Variant(L"leído")); });
+    component->On(L"RutaBarra", [](Invocation& call) { call.Return(Variant(L"C:\\b.atb")); });
+    component->On(L"Existe", [](Invocation& call) { call.Return(Variant(true)); });
+    component->On(L"CarpetaCuadriculas", [](Invocation& call) {
+        call.WriteBack(1, Variant(true));
+        call.Return(Variant(L"C:\\g\\"));
+    });
+    frame::Environment& environment = frame::Environment::Get();
+    PlacedAnywhere form;
+    environment.GetSettings().RestorePlacement(L"k", form);
+    environment.GetSettings().SavePlacement(L"k", form);
+    EXPECT_EQ(environment.GetSettings().ReadValue(L"k", L"n", L"falta"), L"leído");
+    environment.GetSettings().WriteValue(L"k", L"n", L"v");
+    EXPECT_EQ(environment.GetFiles().ToolbarLayoutPath(L"frm"), L"C:\\b.atb");
+    EXPECT_TRUE(environment.GetFiles().Exists(L"C:\\b.atb"));
+    const frame::LayoutPlace place = environment.GetFiles().GridLayoutPlace(L"x.grx");
+    EXPECT_EQ(place.folder, L"C:\\g\\");
+    EXPECT_TRUE(place.saved);
+    environment.GetErrors().Show(nullptr, {kHostErrorNumber, L"texto", L"origen"});
+    environment.GetFocus().Receive(nullptr, component.Get());
+    EXPECT_THAT(log, ElementsAre(L"RestaurarPosicion(\"k\", Nothing)", L"GuardarPosicion(\"k\", Nothing)",
+                                 L"LeerValor(\"k\", \"n\", &\"falta\")", L"GuardarValor(\"k\", \"n\", \"v\")",
+                                 L"RutaBarra(\"frm\")", L"Existe(\"C:\\b.atb\")",
+                                 L"CarpetaCuadriculas(\"x.grx\", &False)",
+                                 L"Mostrar(-2146827775L, \"origen\", \"texto\")", L"Recibir(componente)"));
+}
+
+TEST_F(FrameEnvironment, AComponentThatCannotBeMadeNamesItself) {
+    Name(L"Configuracion", L"No.Existe");
+    try {
+        frame::Environment::Get().GetSettings();
+        ADD_FAILURE() << "made";
+    } catch (const com::Error& error) {
+        EXPECT_NE(error.description.find(L"«No.Existe»"), std::wstring::npos);
+    }
+}
+
+} // namespace
+} // namespace tamvelo::testing
