@@ -9,6 +9,8 @@ target_include_directories(tamvelo_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(
     tamvelo_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Wall -Wextra -Werror -Wshadow -Wold-style-cast>)
 if(WIN32)
+    # GCC 12 folds functions with the same body into one even where their calling conventions differ.
+    target_compile_options(tamvelo_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fno-ipa-icf>)
     target_compile_definitions(tamvelo_options INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN STRICT
                                                          _WIN32_WINNT=0x0A00 WINVER=0x0A00 _WIN32_IE=0x0A00)
 endif()

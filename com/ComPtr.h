@@ -1,9 +1,9 @@
 #pragma once
 
+#include "com/WinHeaders.h"
+
 #include <cstddef>
 #include <utility>
-
-#include "com/WinHeaders.h"
 
 namespace tamvelo::com {
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "com/WinHeaders.h"
+
 #include <exception>
 #include <string>
 #include <string_view>
-
-#include "com/WinHeaders.h"
 
 namespace tamvelo::com {
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "com/WinHeaders.h"
+
 #include <string>
 #include <string_view>
-
-#include "com/WinHeaders.h"
 
 namespace tamvelo::com {
 

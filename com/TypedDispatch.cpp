@@ -85,7 +85,11 @@ HRESULT FillDefault(const PARAMDESC& parameter, bool omitted, Cell& cell) {
         return VariantChangeType(cell.value.Address(), &parameter.pparamdescex->varDefaultValue, 0,
                                  cell.type);
     }
-    cell.value.Address()->vt = cell.type; // zero, or the null string
+    if (cell.type == VT_VARIANT) {
+        cell.value = Variant::Missing();
+    } else {
+        cell.value.Address()->vt = cell.type; // zero, or the null string
+    }
     return S_OK;
 }
 
@@ -101,17 +105,26 @@ HRESULT Fill(const ELEMDESC& parameter, Cell& cell) {
     if (!cell.given || given.IsMissing()) {
         return FillDefault(parameter.paramdesc, cell.given != nullptr, cell);
     }
-    if (given.Type() == cell.type) {
+    if (given.Type() == cell.type || cell.type == VT_VARIANT) {
         cell.value = std::move(given);
         return S_OK;
     }
     return VariantChangeType(cell.value.Address(), given.In(), VARIANT_ALPHABOOL, cell.type);
 }
 
+/// What a by-reference argument points at: the variant itself where one is declared, else what is in it.
+void* ContentOf(Cell& cell) {
+    VARIANT* value = cell.value.Address();
+    return cell.type == VT_VARIANT ? static_cast<void*>(value) : &value->lVal;
+}
+
 bool Changed(const Cell& cell) {
     const VARIANT& now = cell.value.Get();
     const VARIANT& before = cell.before.Get();
-    switch (cell.type) {
+    if (now.vt != before.vt) {
+        return true; // of a declared variant only
+    }
+    switch (now.vt) {
     case VT_BSTR:
         return cell.value.ToText() != cell.before.ToText();
     case VT_DISPATCH:
@@ -164,7 +177,7 @@ HRESULT InvokeTyped(ITypeInfo* info, void* self, DISPID id, WORD flags, DISPPARA
             if (function.Parameter(i).tdesc.vt == VT_PTR &&
                 function.Parameter(i).tdesc.lptdesc->vt != VT_USERDEFINED) {
                 argument.vt |= VT_BYREF;
-                argument.byref = &cells[i].value.Address()->lVal;
+                argument.byref = ContentOf(cells[i]);
             } else {
                 argument = cells[i].value.Get();
             }

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "com/WinHeaders.h"
+
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "com/WinHeaders.h"
 
 namespace tamvelo::entry {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <string_view>
-
 #include "com/WinHeaders.h"
+
+#include <string_view>
 
 /// The busy cursors that dialogs show around long work. They capture the mouse to the form; a missing file
 /// shows no cursor and says nothing.

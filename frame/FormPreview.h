@@ -1,8 +1,8 @@
 #pragma once
 
-#include <functional>
-
 #include "com/WinHeaders.h"
+
+#include <functional>
 
 namespace tamvelo::frame {
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "com/WinHeaders.h"
+
 #include <memory>
 #include <type_traits>
-
-#include "com/WinHeaders.h"
 
 namespace tamvelo::frame {
 

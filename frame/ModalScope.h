@@ -1,8 +1,8 @@
 #pragma once
 
-#include <vector>
-
 #include "com/WinHeaders.h"
+
+#include <vector>
 
 namespace tamvelo::frame {
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "com/WinHeaders.h"
+
 #include <string>
 #include <vector>
-
-#include "com/WinHeaders.h"
 
 namespace tamvelo::frame {
 

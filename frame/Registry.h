@@ -1,9 +1,9 @@
 #pragma once
 
+#include "com/WinHeaders.h"
+
 #include <optional>
 #include <string>
-
-#include "com/WinHeaders.h"
 
 namespace tamvelo::frame {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <string>
-
 #include "com/WinHeaders.h"
+
+#include <string>
 
 namespace tamvelo::grid {
 

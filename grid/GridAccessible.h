@@ -1,8 +1,8 @@
 #pragma once
 
-#include <memory>
-
 #include "com/WinHeaders.h"
+
+#include <memory>
 
 namespace tamvelo::grid {
 

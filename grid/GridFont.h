@@ -1,11 +1,12 @@
 #pragma once
 
+#include "com/WinHeaders.h"
+
 #include <array>
 #include <map>
 #include <string_view>
 
 #include "base/GridLayout.h"
-#include "com/WinHeaders.h"
 
 namespace tamvelo::grid {
 

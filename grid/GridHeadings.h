@@ -1,8 +1,9 @@
 #pragma once
 
+#include "com/WinHeaders.h"
+
 #include <optional>
 
-#include "com/WinHeaders.h"
 #include "grid/GridColumns.h"
 
 namespace tamvelo::grid {

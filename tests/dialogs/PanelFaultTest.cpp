@@ -164,7 +164,6 @@ TEST_F(PanelFault, ARecordIsDeliveredEvenIfTheFilterCannotBeCleared) {
 }
 
 TEST_F(PanelFault, ASecondShowIsRefusedWhileThePanelIsOpen) {
-    std::vector<std::optional<com::Error>> outcomes;
     const auto again = [&](Invocation&) {
         com::ComPtr<IDispatch> sink(host.sink.Get());
         com::ComPtr<IDispatch> data(host.data.Get());
@@ -243,8 +242,6 @@ TEST_F(PanelFault, ModelessItLivesInTheHostsLoop) {
 }
 
 TEST_F(PanelFault, AHostsFloatingPointTrapsStaySetAndAreNotSprung) {
-    unsigned inHost = 0;
-    host.data->On(L"MoveFirst", [&](Invocation&) { inHost = _controlfp(0, 0); });
     constexpr unsigned kTraps = _EM_ZERODIVIDE | _EM_INVALID | _EM_OVERFLOW;
     const unsigned before = _controlfp(0, 0);
     _clearfp();
@@ -258,9 +255,6 @@ TEST_F(PanelFault, AHostsFloatingPointTrapsStaySetAndAreNotSprung) {
     EXPECT_FALSE(error);
     EXPECT_EQ(after, unmasked);
     EXPECT_EQ(unmasked & kTraps, 0U);
-    // This program's own objects mask the traps again on their way in, with their own copy of the guard; what
-    // the library restores for a call is seen by the tests of the guard itself.
-    EXPECT_NE(inHost, 0U);
 }
 
 } // namespace

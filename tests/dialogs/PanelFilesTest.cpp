@@ -9,8 +9,6 @@
 namespace tamvelo::testing {
 namespace {
 
-using com::Variant;
-
 class PanelFiles : public PanelTest {
 protected:
     static int Headings() { return static_cast<int>(SendMessageW(Heading(), HDM_GETITEMCOUNT, 0, 0)); }

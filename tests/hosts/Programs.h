@@ -1,9 +1,9 @@
 #pragma once
 
+#include "com/WinHeaders.h"
+
 #include <map>
 #include <string>
-
-#include "com/WinHeaders.h"
 
 namespace tamvelo::hosts {
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "com/WinHeaders.h"
+
 #include <functional>
 #include <string>
-
-#include "com/WinHeaders.h"
 
 namespace tamvelo::testing {
 
