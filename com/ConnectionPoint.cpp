@@ -4,10 +4,20 @@
 #include <optional>
 #include <utility>
 
+#include "com/Enumerator.h"
 #include "com/Error.h"
 #include "com/FloatGuard.h"
 
 namespace tamvelo::com {
+
+namespace {
+
+void KeepListener(CONNECTDATA& connection) { connection.pUnk->AddRef(); }
+void DropListener(CONNECTDATA& connection) { connection.pUnk->Release(); }
+void KeepPoint(IConnectionPoint*& point) { point->AddRef(); }
+void DropPoint(IConnectionPoint*& point) { point->Release(); }
+
+} // namespace
 
 ConnectionPoint::~ConnectionPoint() = default;
 
@@ -93,10 +103,37 @@ HRESULT ConnectionPoint::Unadvise(DWORD cookie) {
 }
 
 HRESULT ConnectionPoint::EnumConnections(IEnumConnections** connections) {
-    if (connections) {
-        *connections = nullptr;
+    if (!connections) {
+        return E_POINTER;
     }
-    return E_NOTIMPL;
+    *connections = nullptr;
+    try {
+        std::vector<CONNECTDATA> now;
+        for (const Listener& listener : m_listeners) {
+            now.push_back({listener.target.Get(), listener.cookie});
+        }
+        *connections =
+            Make<Enumerator<IEnumConnections, CONNECTDATA, KeepListener, DropListener>>(std::move(now))
+                .Detach();
+        return S_OK;
+    } catch (...) {
+        return E_OUTOFMEMORY;
+    }
+}
+
+HRESULT ConnectionPoint::EnumOnly(IEnumConnectionPoints** points) {
+    if (!points) {
+        return E_POINTER;
+    }
+    *points = nullptr;
+    try {
+        *points = Make<Enumerator<IEnumConnectionPoints, IConnectionPoint*, KeepPoint, DropPoint>>(
+                      std::vector<IConnectionPoint*>{this})
+                      .Detach();
+        return S_OK;
+    } catch (...) {
+        return E_OUTOFMEMORY;
+    }
 }
 
 Subscription::Subscription(IUnknown* source, REFIID events, IUnknown* listener) {

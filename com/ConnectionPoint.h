@@ -21,6 +21,8 @@ public:
     /// others from hearing it; the first failure is thrown at the end, so that it reaches whoever caused the
     /// event.
     void Raise(DISPID event, DISPPARAMS& parameters);
+    /// What the container answers to EnumConnectionPoints: this point.
+    HRESULT EnumOnly(IEnumConnectionPoints** points);
     REFIID Events() const { return m_events; }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** out) override;

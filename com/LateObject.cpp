@@ -15,6 +15,9 @@ namespace {
 constexpr size_t kMostArguments = 16;
 constexpr HRESULT kObjectNotSet = static_cast<HRESULT>(0x800A005B); // automation's number 91
 
+/// How a script engine refuses to call a member that is a plain value: it wants to be asked for it instead.
+constexpr HRESULT kFunctionExpected = static_cast<HRESULT>(0x800A138A);
+
 Error UnknownMember(const std::wstring& role, const wchar_t* member) {
     return {DISP_E_UNKNOWNNAME, L"El objeto «" + role + L"» no tiene el miembro «" + member + L"»."};
 }
@@ -163,6 +166,9 @@ Variant LateObject::Invoke(const wchar_t* member, DISPID id, WORD flags, DISPPAR
     }
     if (FAILED(code)) {
         Error error = ErrorOfInvoke(code, thrown);
+        if (error.number == kFunctionExpected && parameters.cArgs == 0 && flags != DISPATCH_PROPERTYGET) {
+            return Invoke(member, id, DISPATCH_PROPERTYGET, parameters);
+        }
         if (error.source.empty()) {
             error.source = m_role;
         }

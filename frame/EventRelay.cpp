@@ -109,12 +109,7 @@ HRESULT EventRelay::Invoke(DISPID id, REFIID /*reserved*/, LCID /*locale*/, WORD
                          : TYPE_E_CANTLOADLIBRARY;
 }
 
-HRESULT EventRelay::EnumConnectionPoints(IEnumConnectionPoints** points) {
-    if (points) {
-        *points = nullptr;
-    }
-    return E_NOTIMPL;
-}
+HRESULT EventRelay::EnumConnectionPoints(IEnumConnectionPoints** points) { return m_point.EnumOnly(points); }
 
 HRESULT EventRelay::FindConnectionPoint(REFIID id, IConnectionPoint** point) {
     if (!point) {

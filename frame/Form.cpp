@@ -24,11 +24,6 @@ namespace {
 
 constexpr HRESULT kAlreadyShown = static_cast<HRESULT>(0x800A0190); // automation's number 400
 
-constexpr KeyRow kFrameKeys[] = {
-    {0, VK_RETURN, base::kAceptar}, {0, VK_ESCAPE, base::kCancelar}, {0, VK_INSERT, kNoCommand},
-    {0, VK_DELETE, kNoCommand},     {0, VK_F6, kCustomizeToolbar},   {0, VK_F8, kEditingBandOnly},
-};
-
 std::vector<base::Rect> WorkAreas() {
     std::vector<base::Rect> areas;
     const MONITORENUMPROC collect =
@@ -67,8 +62,7 @@ void Form::ReportRefusedShow() const {
     throw com::Error(kAlreadyShown, L"El formulario «" + std::wstring(Name()) + L"» ya está abierto.");
 }
 
-// ---- life
-// ----------------------------------------------------------------------------------------------------
+// Life
 
 void Form::Load() {
     if (m_window) {
@@ -227,8 +221,7 @@ void Form::CheckStands() const {
 
 std::wstring Form::Key() const { return Product::Own().FormKey(Name()); }
 
-// ---- errors
-// --------------------------------------------------------------------------------------------------
+// Errors
 
 void Form::ControlErrores(const com::Error& error) noexcept {
     const std::shared_ptr<Form> alive = weak_from_this().lock();
@@ -241,8 +234,7 @@ void Form::ControlErrores(const com::Error& error) noexcept {
     }
 }
 
-// ---- window
-// --------------------------------------------------------------------------------------------------
+// Window
 
 INT_PTR CALLBACK Form::Procedure(HWND window, UINT message, WPARAM first, LPARAM second) noexcept {
     const com::FloatGuard floats;
@@ -357,184 +349,6 @@ com::ComPtr<IDispatch> Form::FormObject() {
         m_formObject = com::Make<class FormObject>(m_window, Name());
     }
     return m_formObject;
-}
-
-// ---- keys and commands
-// ---------------------------------------------------------------------------------------
-
-const KeyRow* Form::FindKey(int control, UINT key) const {
-    const auto matches = [&](const KeyRow& row) { return row.control == control && row.key == key; };
-    const auto own = std::find_if(m_design.keys.begin(), m_design.keys.end(), matches);
-    if (own != m_design.keys.end()) {
-        return &*own;
-    }
-    const auto* common = std::find_if(std::begin(kFrameKeys), std::end(kFrameKeys), matches);
-    return common == std::end(kFrameKeys) ? nullptr : common;
-}
-
-int Form::FocusedControl(HWND focus) const {
-    while (focus && GetParent(focus) != m_window) {
-        focus = GetParent(focus);
-    }
-    return focus ? GetDlgCtrlID(focus) : 0;
-}
-
-bool Form::Preview(MSG& message) {
-    if (!m_window || (message.hwnd != m_window && !IsChild(m_window, message.hwnd))) {
-        return false;
-    }
-    const std::shared_ptr<Form> alive = shared_from_this();
-    if (message.message == WM_KEYDOWN && PreviewKey(static_cast<UINT>(message.wParam), message.hwnd)) {
-        return true;
-    }
-    return m_window && IsDialogMessageW(m_window, &message);
-}
-
-bool Form::PreviewKey(UINT key, HWND focus) {
-    if ((key == VK_RETURN || key == VK_ESCAPE) && IsListOpen(focus)) {
-        return false; // an open list or calendar takes these two for itself
-    }
-    const bool control = GetKeyState(VK_CONTROL) < 0;
-    const bool shift = GetKeyState(VK_SHIFT) < 0;
-    bool used = false;
-    Trapped([&] { used = OnKey(key, control, shift); });
-    if (used || control || shift || GetKeyState(VK_MENU) < 0) {
-        return used;
-    }
-    const HWND before = m_window;
-    if (const KeyRow* row = FindKey(0, key)) {
-        Input(row->command);
-        if (m_window != before) {
-            return true; // the form is gone; so is the control that the key was meant for
-        }
-    }
-    const int focused = FocusedControl(focus);
-    if (const KeyRow* row = focused ? FindKey(focused, key) : nullptr) {
-        Input(row->command);
-        return true;
-    }
-    return key == VK_ESCAPE; // the system's own handling of Esc would close the form a second time
-}
-
-void Form::Input(std::wstring_view command) {
-    if (m_running == 0 && !command.empty()) {
-        Dispatch(command);
-    }
-}
-
-void Form::Dispatch(std::wstring_view command) {
-    const std::shared_ptr<Form> alive = shared_from_this();
-    MousePointer::Hourglass();
-    ++m_running;
-    try {
-        RunCommand(command);
-    } catch (...) {
-        // A form that went while the host ran has let go of all it held: the rest of its command is void.
-        const com::Error error = com::CurrentError();
-        if (m_window || error.source != com::Error::kOwnSource) {
-            ControlErrores(error);
-        }
-    }
-    --m_running;
-    if (command != base::kCerrar) { // that one ends in the unload, which does it
-        MousePointer::Default();
-    }
-}
-
-void Form::RunCommand(std::wstring_view command) {
-    for (const CommandRow& row : Commands()) {
-        if (row.command == command) {
-            row.run(*this);
-            return;
-        }
-    }
-    if (command == base::kCancelar || command == base::kCerrar) {
-        Unload();
-    } else if (command == kTabKey) {
-        SendMessageW(m_window, WM_NEXTDLGCTL, 0, FALSE);
-    } else if (command == kCustomizeToolbar) {
-        MousePointer::Default();
-        m_toolbar->Customize();
-    } else if (command == kEditingBandOnly) {
-        m_toolbar->SetBandVisible(base::kBandRegistros, false);
-        m_toolbar->SetBandVisible(base::kBandRegistro, false);
-        m_toolbar->SetBandVisible(base::kBandEdicion, true);
-        Relayout();
-    }
-}
-
-void Form::OnTool(std::wstring_view id) {
-    // A copy: the command may unload the form, and the bar that owns the text with it.
-    Input(std::wstring(id));
-}
-
-void Form::ToolbarChanged() {
-    m_toolbar->SetPressed(base::kFiltro, false);
-    Relayout();
-    m_toolbar->Save(m_toolbarFile);
-}
-
-void Form::RunMenu(std::span<const MenuItem> items, POINT screen) {
-    const UniqueMenu menu(CreatePopupMenu());
-    for (size_t i = 0; i < items.size(); ++i) {
-        const ToolKind* kind = items[i].caption ? nullptr : FindTool(items[i].command);
-        const wchar_t* caption = kind ? kind->caption : items[i].caption;
-        AppendMenuW(menu.get(), caption ? MF_STRING : MF_SEPARATOR, i + 1, caption);
-    }
-    const int chosen =
-        TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, screen.x, screen.y, 0, m_window, nullptr);
-    if (chosen > 0 && m_window) {
-        Input(items[static_cast<size_t>(chosen) - 1].command);
-    }
-}
-
-// ---- controls
-// ------------------------------------------------------------------------------------------------
-
-void Form::AddButton(int id, const wchar_t* caption, int width) {
-    constexpr int kHeight = 14; // dialog units, as everywhere
-    const ThemeScope theme;
-    RECT size{0, 0, width, kHeight};
-    MapDialogRect(m_window, &size);
-    const HWND button =
-        CreateWindowExW(0, L"BUTTON", caption, WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, 0, size.right,
-                        size.bottom, m_window, nullptr, com::Module::Instance(), nullptr);
-    if (!button) {
-        com::ThrowLastError(L"No se puede crear el botón.");
-    }
-    SetWindowLongPtrW(button, GWLP_ID, id);
-    SendMessageW(button, WM_SETFONT, static_cast<WPARAM>(SendMessageW(m_window, WM_GETFONT, 0, 0)), FALSE);
-}
-
-void Form::ShowControl(int id, bool shown) {
-    const HWND control = Control(id);
-    if (shown == ((GetWindowLongW(control, GWL_STYLE) & WS_VISIBLE) != 0)) {
-        return;
-    }
-    if (!shown && (GetFocus() == control || IsChild(control, GetFocus()))) {
-        SendMessageW(m_window, WM_NEXTDLGCTL, 0, FALSE); // a hidden control must not keep the focus
-    }
-    ShowWindow(control, shown ? SW_SHOWNA : SW_HIDE);
-}
-
-void Form::EnableControl(int id, bool enabled) {
-    const HWND control = Control(id);
-    if (!enabled && GetFocus() == control) {
-        SendMessageW(m_window, WM_NEXTDLGCTL, 0, FALSE);
-    }
-    EnableWindow(control, enabled);
-}
-
-std::wstring Form::ControlText(int id) const { return TextOf(Control(id)); }
-
-void Form::SetControlText(int id, const std::wstring& text) { SetWindowTextW(Control(id), text.c_str()); }
-
-com::ComPtr<ControlObject> Form::ObjectOf(int id, const wchar_t* name, short index) {
-    com::ComPtr<ControlObject>& object = m_objects[id];
-    if (!object) {
-        object = com::Make<ControlObject>(Control(id), std::wstring(name), index);
-    }
-    return object;
 }
 
 } // namespace tamvelo::frame

@@ -24,8 +24,7 @@ std::wstring AsLabel(std::wstring text) {
 
 } // namespace
 
-// ---- opening and closing
-// -------------------------------------------------------------------------------------
+// Opening and closing.
 
 void GridForm::Take(IDispatch* sink, IDispatch* data, const contract::HostControl& control, short column,
                     short indx) {
@@ -131,8 +130,7 @@ void GridForm::clsMeEvents_ConfigurarColumnas() { SaveLook(); }
 
 void GridForm::LayoutChanged() { m_lookChanged = true; }
 
-// ---- searching
-// -----------------------------------------------------------------------------------------------
+// Searching.
 
 bool GridForm::IsSearchPending() const {
     return IsSearchStripShown() && ControlText(IDC_TXTFIELDS0) != m_searched;
@@ -215,8 +213,7 @@ void GridForm::SetHeading(const std::wstring& text) {
     }
 }
 
-// ---- moving and sorting
-// --------------------------------------------------------------------------------------
+// Moving and sorting.
 
 void GridForm::Ordenar(bool descending) {
     short column = DataGrid().CurrentColumn();
@@ -265,8 +262,7 @@ void GridForm::VerRegistro() {
     ShowRecord(L"Registro de " + m_className, fields);
 }
 
-// ---- what the grid and the controls say
-// ----------------------------------------------------------------------
+// What the grid and the controls say.
 
 void GridForm::RowActivated() { OnRowActivated(); }
 

@@ -129,8 +129,7 @@ std::vector<LayoutRow> FrmSeleccion::Rows() const {
     };
 }
 
-// ---- opening
-// -------------------------------------------------------------------------------------------------
+// Opening.
 
 void FrmSeleccion::Open(IDispatch* sink, IDispatch* data, const contract::HostControl& ctl, short column,
                         short indx, bool verify, bool controlVerify) {
@@ -216,8 +215,7 @@ void FrmSeleccion::ResizeControls() {
     GridForm::ResizeControls();
 }
 
-// ---- answering
-// -----------------------------------------------------------------------------------------------
+// Answering.
 
 void FrmSeleccion::TakeControlBack() {
     if (m_caller) {

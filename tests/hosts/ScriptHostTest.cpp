@@ -60,5 +60,20 @@ TEST(ScriptHost, OpensThePanelOnTheFieldsRecordSearchesAndGetsTheExactAnswer) {
               "En el campo: C-3\r\n");
 }
 
+TEST(ScriptHost, ObjectsWithoutTypesServeToo) {
+    const std::string output = RunScript(L"panel.js", [] {
+        const HWND panel = tamvelo::testing::WindowOfAnyProcess(L"Selección de familias");
+        ASSERT_TRUE(panel) << "the panel did not open";
+        const Closing closing{panel};
+        const HWND grid = GetDlgItem(panel, IDC_DATAGRID);
+        ASSERT_TRUE(Eventually([&] { return tamvelo::testing::FocusIn(panel) == grid; }));
+        tamvelo::testing::PostKeyTo(panel, VK_DOWN);
+        tamvelo::testing::PostKeyTo(panel, VK_ESCAPE);
+        EXPECT_TRUE(Eventually([&] { return !IsWindow(panel); }));
+    });
+    // No answer: Wine's engine for this language takes no arguments by reference, and the sink's are.
+    EXPECT_EQ(output, "Requery seleccion\r\nQueda en 2\r\n");
+}
+
 } // namespace
 } // namespace tamvelo::hosts

@@ -308,5 +308,36 @@ TEST_F(FrameRelay, EveryListenerHearsEvenAfterOneThatFails) {
     }
 }
 
+TEST_F(FrameRelay, ItsPointAndListenersCanBeEnumerated) {
+    const com::Subscription subscription = Listen(ear);
+    com::ComPtr<IEnumConnectionPoints> points;
+    ASSERT_EQ(relay->EnumConnectionPoints(&points), S_OK);
+    com::ComPtr<IConnectionPoint> point;
+    com::ComPtr<IConnectionPoint> none;
+    ASSERT_EQ(points->Next(1, &point, nullptr), S_OK);
+    EXPECT_EQ(points->Next(1, &none, nullptr), S_FALSE);
+    IID events{};
+    EXPECT_EQ(point->GetConnectionInterface(&events), S_OK);
+    EXPECT_TRUE(events == frame::kRelayEventsId);
+
+    com::ComPtr<IEnumConnections> connections;
+    com::ComPtr<IEnumConnections> copy;
+    ASSERT_EQ(point->EnumConnections(&connections), S_OK);
+    EXPECT_EQ(connections->Skip(1), S_OK);
+    EXPECT_EQ(connections->Skip(1), S_FALSE);
+    EXPECT_EQ(connections->Reset(), S_OK);
+    ASSERT_EQ(connections->Clone(&copy), S_OK);
+    CONNECTDATA connection{};
+    ULONG fetched = 9;
+    ASSERT_EQ(copy->Next(1, &connection, &fetched), S_OK);
+    EXPECT_EQ(fetched, 1U);
+    EXPECT_TRUE(com::SameObject(connection.pUnk, ear.Get()));
+    connection.pUnk->Release();
+    for (auto* each : {static_cast<IUnknown*>(copy.Detach()), static_cast<IUnknown*>(connections.Detach()),
+                       static_cast<IUnknown*>(points.Detach())}) {
+        EXPECT_EQ(each->Release(), 0U);
+    }
+}
+
 } // namespace
 } // namespace tamvelo::testing
