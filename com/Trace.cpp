@@ -64,7 +64,9 @@ std::wstring DescribePlain(const VARIANT& value) {
     }
     std::wstring shown = text.ToText();
     if (shown.size() > kLongestText) {
-        shown = shown.substr(0, kLongestText) + L"…(" + std::to_wstring(shown.size()) + L")";
+        const std::wstring length = std::to_wstring(shown.size());
+        shown.resize(kLongestText);
+        shown += L"…(" + length + L")";
     }
     for (wchar_t& letter : shown) {
         letter = letter < L' ' ? L' ' : letter;
