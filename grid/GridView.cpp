@@ -49,8 +49,8 @@ void GridView::SetDataSource(IUnknown* source) {
     try {
         change = m_data.Bind(source);
     } catch (...) {
-        change.rows = change.current = true;
-        Show(change);
+        // Not `change`: the compiler has been seen to leave it half written when the call throws.
+        Show({.rows = true, .current = true});
         throw;
     }
     m_geometry.top = 0;
