@@ -145,13 +145,14 @@ void LateObject::Put(const wchar_t* member, const Argument& value) {
 }
 
 Variant LateObject::Invoke(const wchar_t* member, DISPID id, WORD flags, DISPPARAMS& parameters) {
+    const bool put = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
     std::wstring line;
     if (Trace::Enabled()) {
-        line = m_role + L"." + member + (flags & DISPATCH_METHOD ? L"(" : L" = ");
+        line = m_role + L"." + member + (put ? L" = " : L"(");
         for (UINT i = 0; i < parameters.cArgs; ++i) {
             line += (i ? L", " : L"") + Trace::Describe(parameters.rgvarg[parameters.cArgs - 1 - i]);
         }
-        line += flags & DISPATCH_METHOD ? L")" : L"";
+        line += put ? L"" : L")";
         Trace::Line(line);
     }
     Variant result;
@@ -160,7 +161,6 @@ Variant LateObject::Invoke(const wchar_t* member, DISPID id, WORD flags, DISPPAR
     {
         const ComPtr<IDispatch> alive = m_object; // the host may make us let go of it while it runs
         const HostFloats floats;
-        const bool put = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
         code = alive->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
                              put ? nullptr : result.Address(), &thrown, nullptr);
     }
