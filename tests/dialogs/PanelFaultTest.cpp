@@ -165,8 +165,6 @@ TEST_F(PanelFault, ARecordIsDeliveredEvenIfTheFilterCannotBeCleared) {
 
 TEST_F(PanelFault, ASecondShowIsRefusedWhileThePanelIsOpen) {
     const auto again = [&](Invocation&) {
-        com::ComPtr<IDispatch> sink(host.sink.Get());
-        com::ComPtr<IDispatch> data(host.data.Get());
         short zero = 0;
         VARIANT_BOOL no = VARIANT_FALSE;
         const HRESULT code = server->ShowSelec(sink.GetAddressOf(), data.GetAddressOf(), ctl.GetAddressOf(),

@@ -2,151 +2,30 @@
 
 #include <commctrl.h>
 
-#include <fstream>
-#include <sstream>
-
-#include "base/Text.h"
-#include "com/LateObject.h"
-
 namespace tamvelo::testing {
 
-namespace {
-
-constexpr wchar_t kPrivateRoot[] = L"SOFTWARE\\TamveloPruebas";
-
-hosts::Server& Library() {
-    static hosts::Server library;
-    return library;
-}
-
-} // namespace
-
-void PanelTest::SetUp() {
-    m_folder =
-        std::filesystem::temp_directory_path() / (L"tamvelo-" + std::to_wstring(GetCurrentProcessId()));
-    std::filesystem::create_directories(m_folder);
-    // The user's own settings are out of reach of the process from here on.
-    RegDeleteTreeW(HKEY_CURRENT_USER, kPrivateRoot);
-    ASSERT_EQ(RegCreateKeyW(HKEY_CURRENT_USER, kPrivateRoot, &m_registry), ERROR_SUCCESS);
-    ASSERT_EQ(RegOverridePredefKey(HKEY_CURRENT_USER, m_registry), ERROR_SUCCESS);
-    SetValue(kEnvironmentKey, L"Carpeta", m_folder.wstring());
-
-    owner = CreateWindowExW(0, L"STATIC", L"Gestión", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 100, 100, 500, 400,
-                            nullptr, nullptr, nullptr, nullptr);
-    ownerBox = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE, 10, 10, 80, 20, owner, nullptr,
-                               nullptr, nullptr);
-    SetActiveWindow(owner);
-    SetFocus(ownerBox);
-    ctl = com::ComPtr<IDispatch>(host.ctl.Get());
-    server = Library().Create();
-    // The first opening of a process fills caches of the system that stay.
-    static bool warm = false;
-    if (!std::exchange(warm, true)) {
-        host.sink->On(L"AceptarSeleccion", [](com::Invocation&) { RaiseHostError(); });
-        Show(Tour());
-        host.sink->On(L"AceptarSeleccion", [](com::Invocation&) {});
-    }
-    host.log.clear();
-    m_windows = Windows();
-    m_gdi = GdiCount();
-}
-
-void PanelTest::TearDown() {
-    ctl.Reset();
-    server.Reset();
-    EXPECT_THAT(Windows(), ElementsAreArray(m_windows)) << "windows left";
-    EXPECT_LE(GdiCount(), m_gdi + 1) << "GDI objects left"; // one of the system's own comes and goes
-    EXPECT_EQ(References(), 4) << "references to host objects left";
-    EXPECT_TRUE(Library().MayUnload());
-    if (IsWindow(owner)) {
-        EXPECT_TRUE(IsWindowEnabled(owner));
-        DestroyWindow(owner);
-    }
-    RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
-    RegCloseKey(m_registry);
-    RegDeleteTreeW(HKEY_CURRENT_USER, kPrivateRoot);
-    std::filesystem::remove_all(m_folder);
-}
-
-long PanelTest::References() const {
-    host.set->AddRef();
-    return static_cast<long>(host.set->Release()) + host.data->References() + host.sink->References() +
-           host.ctl->References();
-}
-
-std::vector<std::wstring> PanelTest::Windows() const {
-    std::vector<HWND> windows;
-    const WNDENUMPROC note = [](HWND window, LPARAM list) __attribute__((stdcall))->BOOL {
-        reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
-        return TRUE;
-    };
-    EnumThreadWindows(GetCurrentThreadId(), note, reinterpret_cast<LPARAM>(&windows));
-    std::vector<std::wstring> names;
-    for (const HWND window : windows) {
-        wchar_t name[64] = L"";
-        GetClassNameW(window, name, ARRAYSIZE(name));
-        if (window != owner && std::wstring_view(name) != L"IME") {
-            names.emplace_back(name);
-        }
-    }
-    return names;
-}
-
-std::string PanelTest::Notes() const {
-    std::wstring text = L"the host was asked:\n";
-    for (const std::wstring& line : host.log) {
-        text += L"  " + line + L"\n";
-    }
-    return base::ToUtf8(text);
-}
-
-std::optional<com::Error> PanelTest::Outcome(HRESULT code) const {
-    if (SUCCEEDED(code)) {
-        return {};
-    }
-    EXCEPINFO none{};
-    return com::ErrorOfInvoke(code, none);
-}
-
 std::optional<com::Error> PanelTest::Show(PanelCall& call, Script script) {
-    const Player player(std::move(script), [this] { return Notes(); });
-    com::ComPtr<IDispatch> sink(host.sink.Get());
-    com::ComPtr<IDispatch> data(host.data.Get());
-    return Outcome((server.Get()->*call.operation)(sink.GetAddressOf(), data.GetAddressOf(),
-                                                   ctl.GetAddressOf(), &call.column, &call.indx, &call.find,
-                                                   &call.last));
+    return Play(std::move(script), [&] {
+        return (server.Get()->*call.operation)(sink.GetAddressOf(), data.GetAddressOf(), ctl.GetAddressOf(),
+                                               &call.column, &call.indx, &call.find, &call.last);
+    });
 }
 
 std::optional<com::Error> PanelTest::ShowIndirect(const wchar_t* text, short modal, Script script) {
-    const Player player(std::move(script), [this] { return Notes(); });
-    com::ComPtr<IDispatch> sink(host.sink.Get());
-    com::ComPtr<IDispatch> data(host.data.Get());
     com::Bstr own(text);
     short column = 0;
-    return Outcome(server->ShowSelecInDirecta(sink.GetAddressOf(), data.GetAddressOf(), ctl.GetAddressOf(),
-                                              &column, own.Address(), nullptr, &modal));
+    return Play(std::move(script), [&] {
+        return server->ShowSelecInDirecta(sink.GetAddressOf(), data.GetAddressOf(), ctl.GetAddressOf(),
+                                          &column, own.Address(), nullptr, &modal);
+    });
 }
 
 std::optional<com::Error> PanelTest::ShowLate(const wchar_t* operation, Script script) {
-    const Player player(std::move(script), [this] { return Notes(); });
-    try {
-        com::LateObject late(server.Get(), L"servidor");
-        late.Call(operation, {host.sink.Get(), host.data.Get(), com::Argument::Ref(ctl)});
-        return {};
-    } catch (const com::Error& error) {
-        return error;
-    }
+    return PlayLate(operation, {host.sink.Get(), host.data.Get(), com::Argument::Ref(ctl)},
+                    std::move(script));
 }
 
-Script PanelTest::Keys(std::initializer_list<UINT> keys) {
-    Script script;
-    for (const UINT key : keys) {
-        script.Key(key);
-    }
-    return script;
-}
-
-Script PanelTest::Tour() {
+void PanelTest::WarmUp() {
     Script script;
     script.Do([] { PostMessageW(Item(IDC_DATAGRID), WM_CONTEXTMENU, 0, FirstRow()); }).Append(InMenu());
     script.Key(VK_ESCAPE).Key(VK_F5).Append(Elsewhere()).Key(VK_ESCAPE).Key(VK_F3).Append(Elsewhere());
@@ -154,40 +33,14 @@ Script PanelTest::Tour() {
         PostMessageW(TopWindow(), WM_CLOSE, 0, 0);
     });
     script.Until("the panel", [](HWND top) { return top == Panel(); });
-    return script.Key(VK_RETURN).Box(kHostErrorText).Key(VK_ESCAPE);
+    script.Key(VK_RETURN).Box(kHostErrorText).Key(VK_ESCAPE);
+    host.sink->On(L"AceptarSeleccion", [](com::Invocation&) { RaiseHostError(); });
+    Show(script);
+    host.sink->On(L"AceptarSeleccion", [](com::Invocation&) {});
 }
 
 Script PanelTest::Elsewhere() {
     return Script().Until("another dialog", [](HWND top) { return top != Panel(); });
-}
-
-Script PanelTest::InMenu() {
-    return Script().Until("the menu", [](HWND) {
-        GUITHREADINFO info{};
-        info.cbSize = sizeof info;
-        GetGUIThreadInfo(GetCurrentThreadId(), &info);
-        return (info.flags & GUI_INMENUMODE) != 0;
-    });
-}
-
-void PanelTest::ClickTool(const wchar_t* caption) {
-    const int command = ToolCommand(caption);
-    ASSERT_GE(command, 0);
-    PostMessageW(Panel(), WM_COMMAND, static_cast<WPARAM>(command), reinterpret_cast<LPARAM>(Bar()));
-}
-
-int PanelTest::ToolCommand(const std::wstring& caption) {
-    for (WPARAM i = 0; i < Tools(); ++i) {
-        TBBUTTON button{};
-        wchar_t text[64] = L"";
-        SendMessageW(Bar(), TB_GETBUTTON, i, reinterpret_cast<LPARAM>(&button));
-        SendMessageW(Bar(), TB_GETBUTTONTEXTW, static_cast<WPARAM>(button.idCommand),
-                     reinterpret_cast<LPARAM>(text));
-        if (caption == text) {
-            return button.idCommand;
-        }
-    }
-    return -1;
 }
 
 HWND PanelTest::Panel() {
@@ -199,41 +52,12 @@ HWND PanelTest::Panel() {
     return panel;
 }
 
-HWND PanelTest::Bar() { return FindWindowExW(Panel(), nullptr, TOOLBARCLASSNAMEW, nullptr); }
-
-WPARAM PanelTest::Tools() { return static_cast<WPARAM>(SendMessageW(Bar(), TB_BUTTONCOUNT, 0, 0)); }
-
 HWND PanelTest::Heading() { return FindWindowExW(Item(IDC_DATAGRID), nullptr, L"SysHeader32", nullptr); }
 
 LPARAM PanelTest::FirstRow() {
     RECT heading{};
     GetClientRect(Heading(), &heading);
     return MAKELPARAM(20, heading.bottom + 4);
-}
-
-void PanelTest::WriteText(const std::wstring& file, const std::string& text) const {
-    const std::filesystem::path path(file);
-    std::filesystem::create_directories(path.parent_path());
-    std::ofstream(path, std::ios::binary) << text;
-}
-
-std::string PanelTest::ReadText(const std::wstring& file) const {
-    std::ostringstream text;
-    text << std::ifstream(std::filesystem::path(file), std::ios::binary).rdbuf();
-    return text.str();
-}
-
-void PanelTest::SetValue(const std::wstring& key, const wchar_t* name, const std::wstring& value) {
-    ASSERT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, key.c_str(), name, REG_SZ, value.c_str(),
-                              static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t))),
-              ERROR_SUCCESS);
-}
-
-std::wstring PanelTest::GetValue(const std::wstring& key, const wchar_t* name) {
-    wchar_t value[128] = L"";
-    DWORD size = sizeof(value);
-    RegGetValueW(HKEY_CURRENT_USER, key.c_str(), name, RRF_RT_REG_SZ, nullptr, value, &size);
-    return value;
 }
 
 } // namespace tamvelo::testing

@@ -109,7 +109,8 @@ FakeHost::FakeHost(long records)
       }())),
       data(com::Make<HostObject>(L"MyClase", log)),
       sink(com::Make<HostObject>(L"objClsEvents", log)),
-      ctl(com::Make<HostObject>(L"ctl", log)) {
+      ctl(com::Make<HostObject>(L"ctl", log)),
+      columns(com::Make<HostObject>(L"Columns", log)) {
     set->Table().value = [](long record, short column) {
         return Variant(L"f" + std::to_wstring(record) + L"c" + std::to_wstring(column));
     };
@@ -139,6 +140,54 @@ FakeHost::FakeHost(long records)
     sink->On(L"AceptarSeleccionParam", nothing);
     ctl->On(
         L"Text", [this](Invocation& call) { call.Return(Variant(text)); }, true);
+    columns->On(
+        L"Count", [this](Invocation& call) { call.Return(Variant(static_cast<long>(m_columns.size()))); },
+        true);
+    columns->On(
+        L"Item",
+        [this](Invocation& call) {
+            const auto index = static_cast<size_t>(call[0].ToLong());
+            call.Return(Variant(m_columns.at(index)->object.Get()));
+        },
+        true);
+    sink->On(L"AceptarBuscar", nothing);
+    sink->On(L"ActualizaColumnas", nothing);
+    sink->On(L"ActualizaOrden", nothing);
+    sink->On(L"AceptarFechaEntre", nothing);
+}
+
+HostObject& FakeHost::AddColumn(const wchar_t* caption, const wchar_t* field, bool visible) {
+    const std::wstring name = L"columna " + std::to_wstring(m_columns.size());
+    Column& column =
+        *m_columns.emplace_back(std::make_unique<Column>(Column{com::Make<HostObject>(name, log), visible}));
+    column.object->On(
+        L"Caption", [caption](Invocation& call) { call.Return(Variant(caption)); }, true);
+    column.object->On(
+        L"DataField", [field](Invocation& call) { call.Return(Variant(field)); }, true);
+    column.object->On(
+        L"Visible",
+        [&column, name, this](Invocation& call) {
+            if (!call.IsPut()) {
+                call.Return(Variant(column.visible));
+                return;
+            }
+            column.visible = call.NewValue().ToBool();
+            log.push_back(name + (column.visible ? L".Visible = True" : L".Visible = False"));
+        },
+        true);
+    return *column.object.Get();
+}
+
+long FakeHost::References() const {
+    set->AddRef();
+    long count = static_cast<long>(set->Release());
+    for (const auto* object : {&data, &sink, &ctl, &columns}) {
+        count += (*object)->References();
+    }
+    for (const auto& column : m_columns) {
+        count += column->object->References();
+    }
+    return count;
 }
 
 } // namespace tamvelo::testing

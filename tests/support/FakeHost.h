@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -63,6 +64,20 @@ public:
     com::ComPtr<HostObject> data;
     com::ComPtr<HostObject> sink;
     com::ComPtr<HostObject> ctl;
+    com::ComPtr<HostObject> columns; // none until AddColumn
+
+    /// A column of the host's grid, at the end of `columns`.
+    HostObject& AddColumn(const wchar_t* caption, const wchar_t* field, bool visible = true);
+    bool IsColumnVisible(size_t index) const { return m_columns[index]->visible; }
+    /// References to all of the host's objects together.
+    long References() const;
+
+private:
+    struct Column {
+        com::ComPtr<HostObject> object;
+        bool visible;
+    };
+    std::vector<std::unique_ptr<Column>> m_columns;
 };
 
 /// Raises the error that a host raises; automation clients read its number as 513.

@@ -1,0 +1,202 @@
+#include "tests/dialogs/DialogFixture.h"
+
+#include <commctrl.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "base/Text.h"
+
+namespace tamvelo::testing {
+
+namespace {
+
+constexpr wchar_t kPrivateRoot[] = L"SOFTWARE\\TamveloPruebas";
+
+hosts::Server& Library() {
+    static hosts::Server library;
+    return library;
+}
+
+} // namespace
+
+void DialogTest::SetUp() {
+    m_folder =
+        std::filesystem::temp_directory_path() / (L"tamvelo-" + std::to_wstring(GetCurrentProcessId()));
+    std::filesystem::create_directories(m_folder);
+    // The user's own settings are out of reach of the process from here on.
+    RegDeleteTreeW(HKEY_CURRENT_USER, kPrivateRoot);
+    ASSERT_EQ(RegCreateKeyW(HKEY_CURRENT_USER, kPrivateRoot, &m_registry), ERROR_SUCCESS);
+    ASSERT_EQ(RegOverridePredefKey(HKEY_CURRENT_USER, m_registry), ERROR_SUCCESS);
+    SetValue(kEnvironmentKey, L"Carpeta", m_folder.wstring());
+
+    owner = CreateWindowExW(0, L"STATIC", L"Gestión", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 100, 100, 500, 400,
+                            nullptr, nullptr, nullptr, nullptr);
+    ownerBox = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE, 10, 10, 80, 20, owner, nullptr,
+                               nullptr, nullptr);
+    SetActiveWindow(owner);
+    SetFocus(ownerBox);
+    m_references = host.References();
+    ctl = com::ComPtr<IDispatch>(host.ctl.Get());
+    sink = com::ComPtr<IDispatch>(host.sink.Get());
+    data = com::ComPtr<IDispatch>(host.data.Get());
+    columns = com::ComPtr<IDispatch>(host.columns.Get());
+    server = Library().Create();
+    static bool warm = false;
+    if (!std::exchange(warm, true)) {
+        WarmUp();
+    }
+    host.log.clear();
+    m_windows = Windows();
+    m_gdi = GdiCount();
+}
+
+void DialogTest::TearDown() {
+    ctl.Reset();
+    sink.Reset();
+    data.Reset();
+    columns.Reset();
+    server.Reset();
+    EXPECT_THAT(Windows(), ElementsAreArray(m_windows)) << "windows left";
+    EXPECT_LE(GdiCount(), m_gdi + 1) << "GDI objects left"; // one of the system's own comes and goes
+    EXPECT_EQ(host.References(), m_references) << "references to host objects left";
+    EXPECT_TRUE(Library().MayUnload());
+    if (IsWindow(owner)) {
+        EXPECT_TRUE(IsWindowEnabled(owner));
+        DestroyWindow(owner);
+    }
+    RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
+    RegCloseKey(m_registry);
+    RegDeleteTreeW(HKEY_CURRENT_USER, kPrivateRoot);
+    std::filesystem::remove_all(m_folder);
+}
+
+std::vector<std::wstring> DialogTest::Windows() const {
+    std::vector<HWND> windows;
+    const WNDENUMPROC note = [](HWND window, LPARAM list) __attribute__((stdcall))->BOOL {
+        reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+        return TRUE;
+    };
+    EnumThreadWindows(GetCurrentThreadId(), note, reinterpret_cast<LPARAM>(&windows));
+    std::vector<std::wstring> names;
+    for (const HWND window : windows) {
+        wchar_t name[64] = L"";
+        GetClassNameW(window, name, ARRAYSIZE(name));
+        if (window != owner && std::wstring_view(name) != L"IME") {
+            names.emplace_back(name);
+        }
+    }
+    return names;
+}
+
+std::string DialogTest::Notes() const {
+    std::wstring text = L"the host was asked:\n";
+    for (const std::wstring& line : host.log) {
+        text += L"  " + line + L"\n";
+    }
+    return base::ToUtf8(text);
+}
+
+std::optional<com::Error> DialogTest::Outcome(HRESULT code) const {
+    if (SUCCEEDED(code)) {
+        return {};
+    }
+    EXCEPINFO none{};
+    return com::ErrorOfInvoke(code, none);
+}
+
+std::optional<com::Error> DialogTest::Play(Script script, const std::function<HRESULT()>& call) {
+    const Player player(std::move(script), [this] { return Notes(); });
+    return Outcome(call());
+}
+
+std::optional<com::Error> DialogTest::PlayLate(const wchar_t* operation,
+                                               std::initializer_list<com::Argument> arguments,
+                                               Script script) {
+    const Player player(std::move(script), [this] { return Notes(); });
+    try {
+        com::LateObject late(server.Get(), L"servidor");
+        late.Call(operation, arguments);
+        return {};
+    } catch (const com::Error& error) {
+        return error;
+    }
+}
+
+Script DialogTest::Keys(std::initializer_list<UINT> keys) {
+    Script script;
+    for (const UINT key : keys) {
+        script.Key(key);
+    }
+    return script;
+}
+
+Script DialogTest::InMenu() {
+    return Script().Until("the menu", [](HWND) {
+        GUITHREADINFO info{};
+        info.cbSize = sizeof info;
+        GetGUIThreadInfo(GetCurrentThreadId(), &info);
+        return (info.flags & GUI_INMENUMODE) != 0;
+    });
+}
+
+void DialogTest::ClickTool(const wchar_t* caption) {
+    const int command = ToolCommand(caption);
+    ASSERT_GE(command, 0);
+    PostMessageW(Dialog(), WM_COMMAND, static_cast<WPARAM>(command), reinterpret_cast<LPARAM>(Bar()));
+}
+
+int DialogTest::ToolCommand(const std::wstring& caption) {
+    for (WPARAM i = 0; i < Tools(); ++i) {
+        TBBUTTON button{};
+        wchar_t text[64] = L"";
+        SendMessageW(Bar(), TB_GETBUTTON, i, reinterpret_cast<LPARAM>(&button));
+        SendMessageW(Bar(), TB_GETBUTTONTEXTW, static_cast<WPARAM>(button.idCommand),
+                     reinterpret_cast<LPARAM>(text));
+        if (caption == text) {
+            return button.idCommand;
+        }
+    }
+    return -1;
+}
+
+HWND DialogTest::Dialog() {
+    HWND dialog = nullptr;
+    const WNDENUMPROC look = [](HWND window, LPARAM out) __attribute__((stdcall))->BOOL {
+        const bool ours = FindWindowExW(window, nullptr, TOOLBARCLASSNAMEW, nullptr) != nullptr;
+        return ours ? (*reinterpret_cast<HWND*>(out) = window, FALSE) : TRUE;
+    };
+    EnumThreadWindows(GetCurrentThreadId(), look, reinterpret_cast<LPARAM>(&dialog));
+    return dialog;
+}
+
+HWND DialogTest::Bar() { return FindWindowExW(Dialog(), nullptr, TOOLBARCLASSNAMEW, nullptr); }
+
+WPARAM DialogTest::Tools() { return static_cast<WPARAM>(SendMessageW(Bar(), TB_BUTTONCOUNT, 0, 0)); }
+
+void DialogTest::WriteText(const std::wstring& file, const std::string& text) const {
+    const std::filesystem::path path(file);
+    std::filesystem::create_directories(path.parent_path());
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+std::string DialogTest::ReadText(const std::wstring& file) const {
+    std::ostringstream text;
+    text << std::ifstream(std::filesystem::path(file), std::ios::binary).rdbuf();
+    return text.str();
+}
+
+void DialogTest::SetValue(const std::wstring& key, const wchar_t* name, const std::wstring& value) {
+    ASSERT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, key.c_str(), name, REG_SZ, value.c_str(),
+                              static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t))),
+              ERROR_SUCCESS);
+}
+
+std::wstring DialogTest::GetValue(const std::wstring& key, const wchar_t* name) {
+    wchar_t value[128] = L"";
+    DWORD size = sizeof(value);
+    RegGetValueW(HKEY_CURRENT_USER, key.c_str(), name, RRF_RT_REG_SZ, nullptr, value, &size);
+    return value;
+}
+
+} // namespace tamvelo::testing

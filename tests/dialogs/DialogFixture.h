@@ -1,0 +1,89 @@
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <optional>
+
+#include "com/LateObject.h"
+#include "tests/hosts/Server.h"
+#include "tests/support/Drive.h"
+#include "tests/support/FakeHost.h"
+
+namespace tamvelo::testing {
+
+using ::testing::ElementsAre;
+using ::testing::ElementsAreArray;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+/// The real library beside the test program, a fake host with a window, a private registry and a private
+/// folder. After each test nothing may be left: no window, no GDI object, no reference, no reason to stay
+/// loaded.
+class DialogTest : public ::testing::Test {
+protected:
+    explicit DialogTest(long records = 20) : host(records) {}
+    void SetUp() override;
+    void TearDown() override;
+
+    /// Opens what the tests open, once per process: the first opening fills caches of the system that stay.
+    virtual void WarmUp() {}
+
+    /// Makes a call of the library with the script playing; the error that the host got, if any.
+    std::optional<com::Error> Play(Script script, const std::function<HRESULT()>& call);
+    /// As a late-bound caller, by name.
+    std::optional<com::Error> PlayLate(const wchar_t* operation,
+                                       std::initializer_list<com::Argument> arguments, Script script);
+
+    /// What the host was asked since the last time.
+    Log TakeLog() { return std::exchange(host.log, {}); }
+    /// Notes what has been asked so far, and forgets it: the opening is checked elsewhere.
+    Script Forget() {
+        return Script().Do([this] { host.log.clear(); });
+    }
+    static Script Keys(std::initializer_list<UINT> keys);
+    static Script InMenu();
+
+    /// The topmost dialog of the library on this thread; null when none is open.
+    static HWND Dialog();
+    static HWND Bar();
+    static WPARAM Tools();
+    /// The window command of a tool that is on the bar; -1 when it is not.
+    static int ToolCommand(const std::wstring& caption);
+    static void ClickTool(const wchar_t* caption);
+    static HWND Item(int id) { return GetDlgItem(Dialog(), id); }
+    static bool IsShown(int id) { return IsWindowVisible(Item(id)) != FALSE; }
+    static std::wstring ItemText(int id) { return TextOf(Item(id)); }
+    std::wstring File(const std::wstring& name) const { return (m_folder / L"AtbGrx" / name).wstring(); }
+    void WriteText(const std::wstring& file, const std::string& text) const;
+    std::string ReadText(const std::wstring& file) const;
+    static void SetValue(const std::wstring& key, const wchar_t* name, const std::wstring& value);
+    static std::wstring GetValue(const std::wstring& key, const wchar_t* name);
+    static std::wstring FormKey(const wchar_t* form) {
+        return std::wstring(L"SOFTWARE\\Tamvelo\\Tamvelo\\1.0\\Configuracion\\") + form;
+    }
+    std::string Notes() const;
+
+    static constexpr wchar_t kEnvironmentKey[] = L"SOFTWARE\\Tamvelo\\Global\\Configuracion\\Entorno";
+
+    FakeHost host;
+    com::ComPtr<entry::IClsShowSerch> server;
+    com::ComPtr<IDispatch> ctl; // the caller's own variables
+    com::ComPtr<IDispatch> sink;
+    com::ComPtr<IDispatch> data;
+    com::ComPtr<IDispatch> columns;
+    HWND owner = nullptr;
+    HWND ownerBox = nullptr;
+
+private:
+    std::vector<std::wstring> Windows() const;
+    std::optional<com::Error> Outcome(HRESULT code) const;
+
+    std::filesystem::path m_folder;
+    HKEY m_registry = nullptr;
+    std::vector<std::wstring> m_windows;
+    unsigned m_gdi = 0;
+    long m_references = 0;
+};
+
+} // namespace tamvelo::testing
