@@ -101,6 +101,18 @@ std::wstring Lower(std::wstring_view text) {
     return lower;
 }
 
+std::wstring Fold(std::wstring_view text) {
+    // What remains of U+00E0 to U+00FF; a dot is a letter that stays as it is.
+    constexpr std::wstring_view kBare = L"aaaaaa.ceeeeiiii..ooooo..uuuuy.y";
+    std::wstring folded = Lower(text);
+    for (wchar_t& c : folded) {
+        if (c >= 0xE0 && c <= 0xFF && kBare[c - 0xE0u] != L'.') {
+            c = kBare[c - 0xE0u];
+        }
+    }
+    return folded;
+}
+
 std::wstring_view Trim(std::wstring_view text) {
     const std::size_t first = text.find_first_not_of(kSpaces);
     if (first == std::wstring_view::npos) {

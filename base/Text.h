@@ -10,6 +10,10 @@ namespace tamvelo::base {
 /// Lower case of the ASCII and Latin-1 letters (so Ñ and Á too), the same under every locale.
 std::wstring Lower(std::wstring_view text);
 
+/// The text as it is compared when something is looked for: in lower case and without accents, so that
+/// "informacion" finds "Información". The ñ is a letter of its own and stays.
+std::wstring Fold(std::wstring_view text);
+
 /// The text without the ASCII white space at its ends. Views into `text`.
 std::wstring_view Trim(std::wstring_view text);
 

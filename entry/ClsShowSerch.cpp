@@ -9,6 +9,8 @@
 #include "frame/Environment.h"
 #include "frame/FormInstances.h"
 #include "frame/Nested.h"
+#include "gridconfig/FrmColumnas.h"
+#include "gridconfig/FrmOrden.h"
 #include "selection/FrmSeleccion.h"
 
 namespace tamvelo::entry {
@@ -119,7 +121,8 @@ HRESULT ClsShowSerch::ShowBuscar(IDispatch** sink, IDispatch** data, IDispatch**
 }
 
 HRESULT ClsShowSerch::ShowColums(IDispatch** sink, IDispatch** columns) {
-    return Unavailable(L"frmColumnas", sink, columns);
+    return Operation([&] { frame::DefaultInstance<gridconfig::FrmColumnas>()->Mostrar(*sink, *columns); },
+                     sink, columns);
 }
 
 HRESULT ClsShowSerch::ShowSelec(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,
@@ -186,7 +189,8 @@ HRESULT ClsShowSerch::ShowSelecInDirecta(IDispatch** sink, IDispatch** data, IDi
 }
 
 HRESULT ClsShowSerch::ShowOrder(short* mode, IDispatch** sink, IDispatch** columns) {
-    return Unavailable(L"frmOrden", mode, sink, columns);
+    return Operation([&] { frame::DefaultInstance<gridconfig::FrmOrden>()->Mostrar(*mode, *sink, *columns); },
+                     mode, sink, columns);
 }
 
 HRESULT ClsShowSerch::ShowRpt(BSTR* cls, IDispatch** sink, IDispatch** reports) {

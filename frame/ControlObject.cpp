@@ -1,5 +1,7 @@
 #include "frame/ControlObject.h"
 
+#include <commctrl.h>
+
 #include <array>
 
 #include "frame/WindowText.h"
@@ -24,7 +26,7 @@ Kind KindOf(HWND window) {
     if (is(L"Edit")) {
         return Kind::TextBox;
     }
-    if (is(L"ListBox")) {
+    if (is(L"ListBox") || is(WC_LISTVIEWW)) { // the list forms' list view answers a list box's messages
         return Kind::ListBox;
     }
     if (is(L"ComboBox")) {

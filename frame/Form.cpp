@@ -130,21 +130,20 @@ void Form::ShowModal() {
     Load();
     MousePointer::Default(); // a command of another form may have opened this one: the user's turn now
     m_opening = false;
-    m_shown = true;
     m_modal.emplace(m_window);
-    ShowWindow(m_window, SW_SHOW);
-    SetForegroundWindow(m_window);
-    if (const HWND first = FirstFocus()) {
-        SetFocus(first);
-    }
+    Appear();
     RunLoop();
 }
 
 void Form::ShowModeless() {
     Load();
     m_opening = false;
-    m_shown = true;
     FormPreview::Add(m_window, [this](MSG& message) { return Preview(message); });
+    Appear();
+}
+
+void Form::Appear() {
+    m_shown = true;
     ShowWindow(m_window, SW_SHOW);
     SetForegroundWindow(m_window);
     if (const HWND first = FirstFocus()) {
@@ -181,6 +180,27 @@ void Form::Hide() {
     m_shown = false;
     if (m_window) {
         ShowWindow(m_window, SW_HIDE);
+    }
+}
+
+Form::Hidden Form::HideForDelivery() {
+    const Hidden before{m_modal.has_value(), GetFocus()};
+    Hide();
+    FormInstances::Forget(*this);
+    return before;
+}
+
+void Form::ComeBack(const Hidden& before) {
+    if (!m_window) {
+        return;
+    }
+    FormInstances::Obtain(Name(), [this] { return shared_from_this(); });
+    if (before.modal) {
+        m_modal.emplace(m_window);
+    }
+    Appear();
+    if (IsChild(m_window, before.focus)) {
+        SetFocus(before.focus);
     }
 }
 

@@ -102,6 +102,11 @@ protected:
     void ShowAs(short modal);
     void Hide();
     void Unload();
+    /// What accepting comes to: hides the form, runs `body`, which hands the result to the host, and unloads.
+    /// If that fails the form comes back as it was, with all that the user chose, and the error goes on. The
+    /// host may show the form again meanwhile: it gets another instance.
+    template <class Body>
+    void Deliver(const Body& body);
 
     /// The window and the template's controls exist; makes the others and sets the opening values.
     virtual void OnLoad() {}
@@ -112,6 +117,8 @@ protected:
     /// The window still stands; the last chance to keep what the user arranged.
     virtual void OnBeforeUnload() {}
     virtual std::span<const CommandRow> Commands() const = 0;
+    /// Commands that all forms of a kind have; the form's own rows come first.
+    virtual std::span<const CommandRow> SharedCommands() const { return {}; }
     virtual std::vector<LayoutRow> Rows() const { return {}; }
     /// A notification of a control (WM_COMMAND).
     virtual void OnControl(int /*control*/, int /*code*/) {}
@@ -166,6 +173,13 @@ private:
     void BeforeDestroy();
     void AfterDestroy() noexcept;
     void ReportRefusedShow() const;
+    void Appear();
+    struct Hidden { // what hiding took away
+        bool modal;
+        HWND focus;
+    };
+    Hidden HideForDelivery();
+    void ComeBack(const Hidden& before);
     void RunLoop();
     bool Preview(MSG& message);
     bool PreviewKey(UINT key, HWND focus);
@@ -205,6 +219,20 @@ void Form::Show(const Body& body) {
         const com::Error error = com::CurrentError();
         Unload();
         throw error;
+    }
+}
+
+template <class Body>
+void Form::Deliver(const Body& body) {
+    const Hidden before = HideForDelivery();
+    try {
+        body();
+    } catch (...) {
+        ComeBack(before);
+        throw;
+    }
+    if (IsLoaded()) {
+        Unload();
     }
 }
 

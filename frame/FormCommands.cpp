@@ -51,11 +51,12 @@ bool Form::PreviewKey(UINT key, HWND focus) {
     if ((key == VK_RETURN || key == VK_ESCAPE) && IsListOpen(focus)) {
         return false; // an open list or calendar takes these two for itself
     }
-    const bool control = GetKeyState(VK_CONTROL) < 0;
+    const bool alt = GetKeyState(VK_MENU) < 0;
+    const bool control = GetKeyState(VK_CONTROL) < 0 && !alt; // both together type a letter: AltGr
     const bool shift = GetKeyState(VK_SHIFT) < 0;
     bool used = false;
     Trapped([&] { used = OnKey(key, control, shift); });
-    if (used || control || shift || GetKeyState(VK_MENU) < 0) {
+    if (used || control || shift || alt) {
         return used;
     }
     const HWND before = m_window;
@@ -99,9 +100,10 @@ void Form::Dispatch(std::wstring_view command) {
 }
 
 void Form::RunCommand(std::wstring_view command) {
-    for (const CommandRow& row : Commands()) {
-        if (row.command == command) {
-            row.run(*this);
+    for (const std::span<const CommandRow> rows : {Commands(), SharedCommands()}) {
+        const auto row = std::ranges::find(rows, command, &CommandRow::command);
+        if (row != rows.end()) {
+            row->run(*this);
             return;
         }
     }

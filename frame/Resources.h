@@ -15,3 +15,11 @@
 #define IDC_CMDBUSCAR 63
 #define IDC_DATAGRID 64
 #define IDC_STATUS 65
+
+// The controls that every list form has (frame/ListPanel.rch).
+#define IDC_LIST1 80
+#define IDC_LBLLIST1 81
+#define IDC_LBLFILTRO 82
+#define IDC_TXTFILTRO 83
+#define IDC_LBLCUENTA 84
+#define IDC_CMDMARCAS 85

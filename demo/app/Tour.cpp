@@ -29,6 +29,10 @@ constexpr Stroke kSearchScrew[] = {{Stroke::Key, L"", VK_RIGHT},
                                    {Stroke::Access, L"b"}};
 constexpr Stroke kTwoDown[] = {{Stroke::Key, L"", VK_DOWN}, {Stroke::Key, L"", VK_DOWN}};
 
+constexpr Stroke kUntickThird[] = {
+    {Stroke::Key, L"", VK_DOWN}, {Stroke::Key, L"", VK_DOWN}, {Stroke::Key, L"", VK_SPACE}};
+constexpr Stroke kFindPrice[] = {{Stroke::Access, L"b"}, {Stroke::Text, L"pre"}};
+
 /// One dialog of the tour.
 struct Stop {
     const wchar_t* name;
@@ -49,6 +53,8 @@ constexpr Stop kStops[] = {
     {L"control-verificacion", L"ShowSelecControlVerif", L"articulos", nullptr, {}, VK_ESCAPE},
     {L"seleccion-directa", L"ShowSelecDirecta", L"proveedores", L"dental", {}, VK_RETURN},
     {L"seleccion-indirecta", L"ShowSelecInDirecta", L"familias", L"ortodoncia", {}, VK_RETURN},
+    {L"columnas", L"ShowColums", L"clientes", nullptr, kUntickThird, VK_RETURN},
+    {L"orden", L"ShowOrder", L"articulos", nullptr, kFindPrice, VK_RETURN},
     {L"pedidos", nullptr, nullptr, nullptr, {}, 0},
 };
 

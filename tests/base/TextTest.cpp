@@ -10,6 +10,11 @@ TEST(Text, LowersSpanishLettersAndNothingElse) {
     EXPECT_EQ(Lower(L"\u00D7\u00DF\u00F7\u0130\u0391"), L"\u00D7\u00DF\u00F7\u0130\u0391");
 }
 
+TEST(Text, FoldsAccentsButKeepsTheEne) {
+    EXPECT_EQ(Fold(L"PINGÜINO Año Ñu Façade"), L"pinguino año ñu facade");
+    EXPECT_EQ(Fold(L"ÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏÐÑÒÓÔÕÖ×ØÙÚÛÜÝÞßàÿ÷"), L"aaaaaaæceeeeiiiiðñooooo×øuuuuyþßay÷");
+}
+
 TEST(Text, TrimsAndSplits) {
     EXPECT_EQ(Trim(L" \t a b \r\n"), L"a b");
     EXPECT_EQ(Trim(L" \t "), L"");

@@ -72,6 +72,7 @@ protected:
     com::ComPtr<IDispatch> sink;
     com::ComPtr<IDispatch> data;
     com::ComPtr<IDispatch> columns;
+    unsigned gdiSlack = 1; // objects of the system's own that come and go
     HWND owner = nullptr;
     HWND ownerBox = nullptr;
 

@@ -59,6 +59,23 @@ TEST_F(PanelFiles, AFontIsKeptPerClass) {
     ExpectUsable(Script().Do([] { EXPECT_EQ(Headings(), MemoryRecordSet::kColumns); }));
 }
 
+TEST_F(PanelFiles, AColumnIsTakenAwayInTheColumnChooser) {
+    const auto untick = Script()
+                            .Do([] { PostMessageW(Item(IDC_DATAGRID), WM_CONTEXTMENU, 0, FirstRow()); })
+                            .Append(InMenu())
+                            .Key('G')
+                            .Append(Elsewhere())
+                            .Append(Keys({VK_DOWN, VK_SPACE}));
+    const auto panel = Script().Until("the panel", [](HWND top) { return top == Panel(); });
+    ExpectUsable(Script(untick).Key(VK_ESCAPE).Append(panel));
+    EXPECT_FALSE(std::filesystem::exists(File(look)));
+    ExpectUsable(Script(untick).Key(VK_RETURN).Append(panel).Do([this] {
+        EXPECT_EQ(Headings(), MemoryRecordSet::kColumns - 1);
+        EXPECT_THAT(ReadText(File(look)), HasSubstr("visible=0"));
+    }));
+    ExpectUsable(Script().Do([] { EXPECT_EQ(Headings(), MemoryRecordSet::kColumns - 1); }));
+}
+
 TEST_F(PanelFiles, ALayoutThatCannotBeReadLeavesTheDefaultLook) {
     WriteText(File(look), "Tamvelo cuadrícula 1\nppp=doce\n");
     ExpectUsable(

@@ -16,8 +16,8 @@ using entry::IClsShowSerch;
 constexpr HRESULT kTableLocked = static_cast<HRESULT>(0x800A04D2);
 constexpr HRESULT kNotSupported = static_cast<HRESULT>(0x800A01BD);
 
-/// Every role of a host in one object: a data class that cannot be read, a sink, a collection and, if asked,
-/// a control.
+/// Every role of a host in one object: a data class and a collection that cannot be read, a sink and, if
+/// asked, a control.
 class Host final : public com::Automation {
 public:
     explicit Host(bool control) : m_control(control) {}
@@ -38,9 +38,10 @@ private:
         static constexpr com::Member kMembers[] = {
             {L"sClassName", 1, com::Member::Get, 0, 0, com::Run<&Host::ClassName>},
             {L"Requery", 2, com::Member::Method, 0, 1, com::Run<&Host::Requery>},
-            {L"Text", 3, com::Member::Get, 0, 0, com::Run<&Host::Text>},
+            {L"Count", 3, com::Member::Get, 0, 0, com::Run<&Host::Requery>},
+            {L"Text", 4, com::Member::Get, 0, 0, com::Run<&Host::Text>},
         };
-        return std::span(kMembers).first(m_control ? 3 : 2);
+        return std::span(kMembers).first(m_control ? 4 : 3);
     }
 
     bool m_control;
@@ -148,7 +149,8 @@ struct Outcome {
 };
 
 void ExpectRefusal(const Operation& operation, const com::Error& error) {
-    if (std::wstring_view(operation.form) == L"frmSeleccion") {
+    constexpr std::wstring_view kBuilt[] = {L"frmSeleccion", L"frmColumnas", L"frmOrden"};
+    if (std::find(std::begin(kBuilt), std::end(kBuilt), operation.form) != std::end(kBuilt)) {
         EXPECT_EQ(error.number, kTableLocked);
         EXPECT_EQ(error.source, L"Gestión");
         EXPECT_EQ(error.description, L"La tabla está bloqueada.");

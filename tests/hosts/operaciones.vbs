@@ -9,6 +9,9 @@ Class Pantalla ' every role of a host in one
     Public Property Get sClassName
         sClassName = "articulos"
     End Property
+    Public Property Get Count
+        Err.Raise TableLocked
+    End Property
     Public Sub Requery(nombre)
         consulta = nombre
         Err.Raise TableLocked
@@ -46,7 +49,7 @@ End Sub
 
 obj.ShowSelecDate p : Falta "ShowSelecDate", "frmSeleccionFecha"
 obj.ShowBuscar p, p, p : Falta "ShowBuscar", "frmBuscar"
-obj.ShowColums p, p : Falta "ShowColums", "frmColumnas"
+obj.ShowColums p, p : Espera "ShowColums", TableLocked, ""
 obj.ShowSelec p, p, p : Panel "ShowSelec", "seleccion"
 obj.ShowSelec p, p, p, columna, indice, buscar, existencias : Panel "ShowSelec con variables", "seleccion"
 obj.ShowSelec p, p, p, 1, 2, False, True : Panel "ShowSelec con existencias", "seleccion_stock"
@@ -64,7 +67,7 @@ obj.ShowSelecDirecta p, p, p, columna, indice, buscar, modal : Panel "ShowSelecD
 obj.ShowSelecInDirecta p, p, p : Panel "ShowSelecInDirecta", "seleccion"
 obj.ShowSelecInDirecta p, p, p, columna, texto, buscar, modal : Panel "ShowSelecInDirecta con variables", "seleccion"
 obj.ShowSelecInDirecta p, p, p, , "B", , 1 : Panel "ShowSelecInDirecta con huecos", "seleccion"
-obj.ShowOrder modo, p, p : Falta "ShowOrder", "frmOrden"
+obj.ShowOrder modo, p, p : Espera "ShowOrder", TableLocked, ""
 obj.ShowRpt clase, p, p : Falta "ShowRpt", "frmRpts"
 obj.ShowSql clase, p, p : Falta "ShowSql", "frmsql"
 obj.ShowEtiq clase, p, p : Falta "ShowEtiq", "frmSelecEti"

@@ -1,9 +1,13 @@
 // Controls as the host sees them, their places, and the relay of results.
+#include "com/WinHeaders.h"
+
+#include <commctrl.h>
 #include <gmock/gmock.h>
 
 #include <memory>
 
 #include "com/LateObject.h"
+#include "frame/CheckList.h"
 #include "frame/ControlObject.h"
 #include "frame/EventRelay.h"
 #include "frame/RowLayout.h"
@@ -104,6 +108,56 @@ TEST_F(FrameObjects, TextBoxesAndListsDoWhatTheirMembersSay) {
         EXPECT_THROW(list.Call(L"List", {2L}), com::Error);
         list.Call(L"Clear");
         EXPECT_EQ(list.Call(L"ListCount").ToLong(), 0);
+    }
+}
+
+/// A component fills, reads and ticks the list through its control object, also while a search hides part of
+/// it.
+TEST_F(FrameObjects, AListsControlObjectWorksOnTheEntries) {
+    struct Events final : frame::CheckListEvents {
+        int changes = 0;
+        void ListChanged() override { ++changes; }
+        void EntryDoubleClicked() override {}
+        void ListMenuAsked(POINT) override {}
+    };
+    for (const auto kind : {frame::CheckList::Kind::Ticks, frame::CheckList::Kind::Plain}) {
+        const bool ticks = kind == frame::CheckList::Kind::Ticks;
+        LateObject object = Control(WC_LISTVIEWW, LVS_REPORT | LVS_NOCOLUMNHEADER | LVS_SINGLESEL);
+        Events events;
+        frame::CheckList list(m_object->Window(), kind, events);
+        list.Fill({{L"vieja", true}});
+        object.Call(L"Clear");
+        for (const wchar_t* caption : {L"Facturas", L"Albaranes", L"Recibos"}) {
+            object.Call(L"AddItem", {caption});
+        }
+        const auto selected = [&](long entry) { return object.Call(L"Selected", {entry}).ToBool(); };
+        const auto select = [&](long entry, bool on) {
+            SendMessageW(m_object->Window(), LB_SETSEL, on, entry);
+        };
+        list.Find(L"RE");
+        EXPECT_EQ(list.ShownCount(), 1);
+        select(2, true);
+        EXPECT_EQ(object.Call(L"ListIndex").ToLong(), 2);
+        EXPECT_EQ(object.Call(L"Text").ToText(), L"Recibos");
+        select(1, true); // hidden: ticked all the same, but nothing that could be current
+        list.Find(L"");
+        EXPECT_EQ(selected(1), ticks);
+        EXPECT_EQ(selected(2), ticks);
+        object.Put(L"ListIndex", 0L);
+        EXPECT_EQ(list.Current(), 0);
+        EXPECT_EQ(selected(0), !ticks);
+        EXPECT_EQ(list.TickedCount(), ticks ? 2 : 0);
+        EXPECT_EQ(object.Call(L"List", {1L}).ToText(), L"Albaranes");
+        EXPECT_EQ(object.Call(L"ListCount").ToLong(), 3);
+        for (const long wrong : {-1L, 3L}) {
+            EXPECT_THROW(object.Call(L"List", {wrong}), com::Error);
+            EXPECT_THROW(selected(wrong), com::Error);
+        }
+        list.RememberTicks();
+        list.TickAll(true);
+        list.RestoreTicks();
+        EXPECT_EQ(list.TickedCount(), ticks ? 2 : 0);
+        EXPECT_GT(events.changes, 0);
     }
 }
 
