@@ -5,6 +5,7 @@
 #include "com/Guard.h"
 #include "com/TypedDispatch.h"
 #include "contract/HostControl.h"
+#include "dates/FrmSeleccionFecha.h"
 #include "entry/InOut.h"
 #include "frame/Environment.h"
 #include "frame/FormInstances.h"
@@ -114,7 +115,9 @@ HRESULT ClsShowSerch::GetClassInfo(ITypeInfo** info) {
     return *info ? S_OK : TYPE_E_CANTLOADLIBRARY;
 }
 
-HRESULT ClsShowSerch::ShowSelecDate(IDispatch** sink) { return Unavailable(L"frmSeleccionFecha", sink); }
+HRESULT ClsShowSerch::ShowSelecDate(IDispatch** sink) {
+    return Operation([&] { frame::DefaultInstance<dates::FrmSeleccionFecha>()->Mostrar(*sink); }, sink);
+}
 
 HRESULT ClsShowSerch::ShowBuscar(IDispatch** sink, IDispatch** data, IDispatch** columns) {
     return Unavailable(L"frmBuscar", sink, data, columns);

@@ -16,8 +16,9 @@ using com::Member;
 using com::Variant;
 
 constexpr HRESULT kBadIndex = static_cast<HRESULT>(0x800A0009); // automation's "subscript out of range"
+constexpr HRESULT kBadValue = static_cast<HRESULT>(0x800A017C); // automation's "invalid property value"
 
-enum class Kind { Plain, TextBox, Check, ListBox, ComboBox };
+enum class Kind { Plain, TextBox, Check, ListBox, ComboBox, DatePicker };
 
 Kind KindOf(HWND window) {
     wchar_t name[32] = L"";
@@ -31,6 +32,9 @@ Kind KindOf(HWND window) {
     }
     if (is(L"ComboBox")) {
         return Kind::ComboBox;
+    }
+    if (is(DATETIMEPICK_CLASSW)) {
+        return Kind::DatePicker;
     }
     const LONG style = GetWindowLongW(window, GWL_STYLE) & BS_TYPEMASK;
     return is(L"Button") && style != BS_PUSHBUTTON && style != BS_DEFPUSHBUTTON ? Kind::Check : Kind::Plain;
@@ -56,6 +60,26 @@ std::wstring ItemText(HWND window, WPARAM index) {
     std::wstring text(static_cast<size_t>(length), L'\0');
     SendMessageW(window, messages.text, index, reinterpret_cast<LPARAM>(text.data()));
     return text;
+}
+
+Variant DateOf(HWND picker) {
+    SYSTEMTIME time{};
+    DATE date = 0;
+    DateTime_GetSystemtime(picker, &time);
+    SystemTimeToVariantTime(&time, &date);
+    return Variant::Date(date);
+}
+
+void SetDate(HWND picker, DATE date) {
+    NMDATETIMECHANGE change{};
+    if (!VariantTimeToSystemTime(date, &change.st) ||
+        !DateTime_SetSystemtime(picker, GDT_VALID, &change.st)) {
+        throw Error(kBadValue, L"La fecha no es válida para este control.");
+    }
+    // The picker tells its form only what the user does.
+    change.nmhdr = {picker, static_cast<UINT_PTR>(GetDlgCtrlID(picker)), DTN_DATETIMECHANGE};
+    change.dwFlags = GDT_VALID;
+    SendMessageW(GetParent(picker), WM_NOTIFY, change.nmhdr.idFrom, reinterpret_cast<LPARAM>(&change));
 }
 
 } // namespace
@@ -96,6 +120,8 @@ std::span<const Member> ControlObject::Members() const {
                                          kHandle, kTag,   kText,  kMaxLength, kSelStart, kSelLength};
     static constexpr std::array kCheck{kName,  kIndex,  kField, kEnabled, kVisible,
                                        kFocus, kHandle, kTag,   kCaption, kValue};
+    static constexpr std::array kDatePicker{kName,  kIndex,  kField, kEnabled, kVisible,
+                                            kFocus, kHandle, kTag,   kValue};
     static constexpr std::array kListBoxMembers{kName,  kIndex,     kField, kEnabled, kVisible,
                                                 kFocus, kHandle,    kTag,   kText,    kCount,
                                                 kList,  kListIndex, kAdd,   kClear,   kSelected};
@@ -110,6 +136,8 @@ std::span<const Member> ControlObject::Members() const {
         return kListBoxMembers;
     case Kind::ComboBox:
         return kComboMembers;
+    case Kind::DatePicker:
+        return kDatePicker;
     default:
         return kPlain;
     }
@@ -133,7 +161,13 @@ void ControlObject::Text(Invocation& call) {
 
 void ControlObject::Value(Invocation& call) {
     const HWND window = Alive();
-    if (call.IsPut()) {
+    if (KindOf(window) == Kind::DatePicker) {
+        if (call.IsPut()) {
+            SetDate(window, call.NewValue().ToDate());
+        } else {
+            call.Return(DateOf(window));
+        }
+    } else if (call.IsPut()) {
         SendMessageW(window, BM_SETCHECK, call.NewValue().ToBool() ? BST_CHECKED : BST_UNCHECKED, 0);
     } else {
         call.Return(Variant(static_cast<short>(SendMessageW(window, BM_GETCHECK, 0, 0))));

@@ -11,6 +11,7 @@
 #include "com/Module.h"
 #include "frame/FormInstances.h"
 #include "frame/FormObject.h"
+#include "frame/FormPart.h"
 #include "frame/FormPreview.h"
 #include "frame/Handles.h"
 #include "frame/MousePointer.h"
@@ -72,6 +73,9 @@ void Form::Load() {
     Trapped([&] { Environment::Get().GetSettings().RestorePlacement(Key(), *this); });
     PullOntoMonitor();
     LoadToolbar();
+    for (FormPart* part : m_parts) {
+        part->OnLoad();
+    }
     OnLoad();
     m_layout = RowLayout(m_window, Rows());
     ResizeControls();
@@ -306,6 +310,9 @@ INT_PTR Form::Handle(UINT message, WPARAM first, LPARAM second) {
                 Environment::Get().GetFocus().Receive(
                     sender, known == m_objects.end() ? nullptr : known->second.Get());
             }
+            for (FormPart* part : m_parts) {
+                part->OnControl(LOWORD(first), HIWORD(first));
+            }
             OnControl(LOWORD(first), HIWORD(first));
         }
         return TRUE;
@@ -313,6 +320,9 @@ INT_PTR Form::Handle(UINT message, WPARAM first, LPARAM second) {
     case WM_NOTIFY: {
         LRESULT answer = 0;
         NMHDR& header = *reinterpret_cast<NMHDR*>(second);
+        for (FormPart* part : m_parts) {
+            part->OnNotify(header);
+        }
         if ((m_toolbar && m_toolbar->Notified(header, answer)) || OnNotify(header, answer)) {
             return m_window ? Answer(answer) : TRUE;
         }

@@ -19,6 +19,7 @@
 namespace tamvelo::frame {
 
 class Form;
+class FormPart;
 
 /// A key without modifiers and the command it dispatches. Rows for the form (control 0) act first, then those
 /// of the control that has the focus; a key that no control row takes goes on to the control itself.
@@ -163,6 +164,7 @@ protected:
     void RunMenu(std::span<const MenuItem> items, POINT screen);
 
 private:
+    friend class FormPart;
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM first, LPARAM second) noexcept;
     INT_PTR Handle(UINT message, WPARAM first, LPARAM second);
     INT_PTR Answer(LRESULT answer);
@@ -183,6 +185,7 @@ private:
     void RunLoop();
     bool Preview(MSG& message);
     bool PreviewKey(UINT key, HWND focus);
+    bool PartTakesKey(UINT key, bool control, bool shift);
     const KeyRow* FindKey(int control, UINT key) const;
     int FocusedControl(HWND focus) const;
     void RunCommand(std::wstring_view command);
@@ -191,6 +194,7 @@ private:
     std::wstring Key() const;
 
     const FormDesign m_design;
+    std::vector<FormPart*> m_parts; // members of the derived form
     HWND m_window = nullptr;
     std::unique_ptr<Toolbar> m_toolbar;
     std::wstring m_toolbarFile;

@@ -3,6 +3,7 @@
 
 #include "base/Commands.h"
 #include "frame/Form.h"
+#include "frame/FormPart.h"
 #include "frame/FormPreview.h"
 #include "frame/Handles.h"
 #include "frame/MousePointer.h"
@@ -55,7 +56,7 @@ bool Form::PreviewKey(UINT key, HWND focus) {
     const bool control = GetKeyState(VK_CONTROL) < 0 && !alt; // both together type a letter: AltGr
     const bool shift = GetKeyState(VK_SHIFT) < 0;
     bool used = false;
-    Trapped([&] { used = OnKey(key, control, shift); });
+    Trapped([&] { used = PartTakesKey(key, control, shift) || OnKey(key, control, shift); });
     if (used || control || shift || alt) {
         return used;
     }
@@ -72,6 +73,16 @@ bool Form::PreviewKey(UINT key, HWND focus) {
         return true;
     }
     return key == VK_ESCAPE; // the system's own handling of Esc would close the form a second time
+}
+
+bool Form::PartTakesKey(UINT key, bool control, bool shift) {
+    for (const FormPart* part : m_parts) {
+        if (const std::wstring_view command = part->CommandOf(key, control, shift); !command.empty()) {
+            Input(command);
+            return true;
+        }
+    }
+    return false;
 }
 
 void Form::Input(std::wstring_view command) {
@@ -106,6 +117,10 @@ void Form::RunCommand(std::wstring_view command) {
             row->run(*this);
             return;
         }
+    }
+    const auto takes = [&](FormPart* part) { return part->OnCommand(command); };
+    if (std::ranges::any_of(m_parts, takes)) {
+        return;
     }
     if (command == base::kCancelar || command == base::kCerrar) {
         Unload();

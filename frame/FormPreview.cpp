@@ -63,7 +63,9 @@ bool IsListOpen(HWND focus) {
         return SendMessageW(focus, CB_GETDROPPEDSTATE, 0, 0) != 0;
     }
     if (lstrcmpiW(name, DATETIMEPICK_CLASSW) == 0) {
-        return SendMessageW(focus, DTM_GETMONTHCAL, 0, 0) != 0;
+        // Some systems keep the calendar's window between openings.
+        const LRESULT calendar = SendMessageW(focus, DTM_GETMONTHCAL, 0, 0);
+        return IsWindowVisible(reinterpret_cast<HWND>(calendar)) != FALSE;
     }
     return lstrcmpiW(name, MONTHCAL_CLASSW) == 0 && !(GetWindowLongW(focus, GWL_STYLE) & WS_TABSTOP);
 }

@@ -23,3 +23,11 @@
 #define IDC_TXTFILTRO 83
 #define IDC_LBLCUENTA 84
 #define IDC_CMDMARCAS 85
+// Of every form with conditions: their frame, and the range of dates in it.
+#define IDC_FRMPARAM 70
+#define IDC_LBLFECHA0 71
+#define IDC_DTPICKER0 72
+#define IDC_LBLFECHA1 73
+#define IDC_DTPICKER1 74
+#define IDC_CMDPERIODO 75
+#define IDC_LBLINTERVALO 76

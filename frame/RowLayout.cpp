@@ -6,7 +6,8 @@ namespace tamvelo::frame {
 
 namespace {
 
-constexpr int kMargin = 4; // dialog units, around the rows and between rows and cells
+constexpr int kMargin = 4;    // dialog units, around the rows and between rows and cells
+constexpr int kFrameTop = 10; // dialog units, from the top of a frame to its first row: its caption
 
 } // namespace
 
@@ -45,26 +46,48 @@ int RowLayout::RowHeight(const LayoutRow& row) const {
 
 void RowLayout::Arrange(const RECT& area) const {
     const SIZE margin = Units(kMargin, kMargin);
+    const int frameTop = static_cast<int>(Units(0, kFrameTop).cy);
     int taken = margin.cy;
     int fillers = 0;
+    int open = 0; // the frame that the row before is in
     for (const LayoutRow& row : m_rows) {
         if (const int height = RowHeight(row)) {
             taken += margin.cy + (row.height == kFill ? 0 : height);
+            taken += row.frame && row.frame != open ? frameTop + margin.cy : 0;
             fillers += row.height == kFill ? 1 : 0;
+            open = row.frame;
         }
     }
     const int left = std::max(0, static_cast<int>(area.bottom - area.top) - taken);
     RECT place{area.left + margin.cx, area.top + margin.cy, area.right - margin.cx, 0};
     HDWP batch = BeginDeferWindowPos(static_cast<int>(m_own.size()));
+    RECT frame{};
+    const auto changeFrame = [&](int next) {
+        if (open) {
+            frame.bottom = place.top;
+            Move(open, frame, batch);
+            place = {frame.left, frame.bottom + margin.cy, frame.right, 0};
+        }
+        if (next) {
+            frame = place;
+            place = {frame.left + margin.cx, frame.top + frameTop, frame.right - margin.cx, 0};
+        }
+        open = next;
+    };
+    open = 0;
     for (const LayoutRow& row : m_rows) {
         const int own = RowHeight(row);
         if (own == 0) {
             continue;
         }
+        if (row.frame != open) {
+            changeFrame(row.frame);
+        }
         place.bottom = place.top + (row.height == kFill ? left / fillers : own);
         ArrangeRow(row, place, batch);
         place.top = place.bottom + margin.cy;
     }
+    changeFrame(0);
     if (batch) {
         EndDeferWindowPos(batch);
     }
@@ -86,8 +109,6 @@ void RowLayout::ArrangeRow(const LayoutRow& row, const RECT& place, HDWP& batch)
     }
     const int left = std::max(0, static_cast<int>(place.right - place.left) - taken);
     const int height = static_cast<int>(place.bottom - place.top);
-    // Before the dialog is shown there is nothing to draw again.
-    const UINT quiet = IsWindowVisible(m_dialog) ? 0 : SWP_NOREDRAW;
     int x = place.left;
     for (const LayoutCell& cell : row.cells) {
         if (!Shown(cell.control)) {
@@ -96,12 +117,19 @@ void RowLayout::ArrangeRow(const LayoutRow& row, const RECT& place, HDWP& batch)
         const int width = cell.width == kFill ? left / fillers : widthOf(cell);
         const int own =
             row.height == kOwn ? std::min(height, static_cast<int>(m_own.at(cell.control).cy)) : height;
-        if (batch) {
-            batch = DeferWindowPos(batch, GetDlgItem(m_dialog, cell.control), nullptr, x,
-                                   static_cast<int>(place.top) + (height - own) / 2, width, own,
-                                   SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS | quiet);
-        }
+        const LONG top = place.top + (height - own) / 2;
+        Move(cell.control, {x, top, x + width, top + own}, batch);
         x += width + gap;
+    }
+}
+
+void RowLayout::Move(int control, const RECT& place, HDWP& batch) const {
+    // Before the dialog is shown there is nothing to draw again.
+    const UINT quiet = IsWindowVisible(m_dialog) ? 0 : SWP_NOREDRAW;
+    if (batch) {
+        batch = DeferWindowPos(batch, GetDlgItem(m_dialog, control), nullptr, place.left, place.top,
+                               place.right - place.left, place.bottom - place.top,
+                               SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS | quiet);
     }
 }
 

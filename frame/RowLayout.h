@@ -21,6 +21,7 @@ struct LayoutCell {
 struct LayoutRow {
     int height = kOwn; // dialog units
     std::vector<LayoutCell> cells;
+    int frame = 0; // the group box around this row and its neighbours that name the same one
 };
 
 /// Rows of controls from top to bottom, always computed from the template's sizes, so that nothing drifts,
@@ -38,6 +39,7 @@ private:
     bool Shown(int control) const;
     int RowHeight(const LayoutRow& row) const;
     void ArrangeRow(const LayoutRow& row, const RECT& place, HDWP& batch) const;
+    void Move(int control, const RECT& place, HDWP& batch) const;
     SIZE Units(int width, int height) const;
 
     HWND m_dialog = nullptr;

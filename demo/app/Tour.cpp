@@ -55,6 +55,7 @@ constexpr Stop kStops[] = {
     {L"seleccion-indirecta", L"ShowSelecInDirecta", L"familias", L"ortodoncia", {}, VK_RETURN},
     {L"columnas", L"ShowColums", L"clientes", nullptr, kUntickThird, VK_RETURN},
     {L"orden", L"ShowOrder", L"articulos", nullptr, kFindPrice, VK_RETURN},
+    {L"fechas", L"ShowSelecDate", L"articulos", nullptr, {}, VK_RETURN},
     {L"pedidos", nullptr, nullptr, nullptr, {}, 0},
 };
 

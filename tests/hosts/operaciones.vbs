@@ -47,7 +47,6 @@ Sub Falta(nombre, formulario)
     Espera nombre, NotSupported, formulario
 End Sub
 
-obj.ShowSelecDate p : Falta "ShowSelecDate", "frmSeleccionFecha"
 obj.ShowBuscar p, p, p : Falta "ShowBuscar", "frmBuscar"
 obj.ShowColums p, p : Espera "ShowColums", TableLocked, ""
 obj.ShowSelec p, p, p : Panel "ShowSelec", "seleccion"

@@ -65,6 +65,7 @@ TEST_F(FrameObjects, EachKindOfControlHasItsMembers) {
         {L"LISTBOX",
          LBS_MULTIPLESEL,
          {L"Text", L"ListCount", L"List", L"ListIndex", L"Selected", L"AddItem", L"Clear"}},
+        {L"SysDateTimePick32", 0, {L"Value"}},
         {L"COMBOBOX", CBS_DROPDOWNLIST, {L"Text", L"ListCount", L"List", L"ListIndex", L"AddItem", L"Clear"}},
     };
     for (const Case& each : cases) {
@@ -109,6 +110,12 @@ TEST_F(FrameObjects, TextBoxesAndListsDoWhatTheirMembersSay) {
         list.Call(L"Clear");
         EXPECT_EQ(list.Call(L"ListCount").ToLong(), 0);
     }
+    LateObject picker = Control(L"SysDateTimePick32", 0);
+    picker.Put(L"Value", com::Variant::Date(46023.25)); // 1 January 2026, six o'clock
+    EXPECT_EQ(picker.Call(L"Value").Type(), VT_DATE);
+    EXPECT_EQ(picker.Call(L"Value").ToDate(), 46023.25);
+    EXPECT_THROW(picker.Put(L"Value", com::Variant::Date(1e9)), com::Error);
+    EXPECT_EQ(picker.Call(L"Value").ToDate(), 46023.25);
 }
 
 /// A component fills, reads and ticks the list through its control object, also while a search hides part of
@@ -183,6 +190,28 @@ TEST_F(FrameObjects, RowsFillTheAreaAndHiddenOnesTakeNoRoom) {
     ShowWindow(GetDlgItem(m_parent, 2), SW_HIDE);
     layout.Arrange({0, 30, 300, 230});
     EXPECT_EQ(Place(3)[1], 30 + y);
+}
+
+TEST_F(FrameObjects, AFrameGoesAroundItsRows) {
+    for (int id = 1; id <= 4; ++id) {
+        Child(L"STATIC", 0, id, 50, 10);
+    }
+    const frame::RowLayout layout(m_parent, {{frame::kFill, {{1}}},
+                                             {frame::kOwn, {{2, frame::kFill}}, 9},
+                                             {frame::kOwn, {{3}}, 9},
+                                             {frame::kOwn, {{4}}}});
+    Child(L"BUTTON", BS_GROUPBOX, 9);
+    RECT unit{0, 0, 4, 10};
+    MapDialogRect(m_parent, &unit);
+    const LONG x = unit.right;
+    RECT margin{0, 0, 0, 4};
+    MapDialogRect(m_parent, &margin);
+    const LONG y = margin.bottom;
+    layout.Arrange({0, 0, 300, 300});
+    EXPECT_THAT(Place(4),
+                ElementsAre(x, 300 - y - 10, x + 50, 300 - y)); // the row that fills knows the frame's height
+    EXPECT_THAT(Place(9), ElementsAre(x, 300 - 4 * y - 30 - unit.bottom, 300 - x, 300 - 2 * y - 10));
+    EXPECT_THAT(Place(2), ElementsAre(2 * x, 300 - 4 * y - 30, 300 - 2 * x, 300 - 4 * y - 20));
 }
 
 /// The relay's methods: o object, i 16-bit, b boolean, d date, s string, v variant.

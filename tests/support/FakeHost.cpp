@@ -37,6 +37,14 @@ std::wstring Describe(const VARIANT& argument) {
         return mark + value.ToText() + L"L";
     case VT_BOOL:
         return mark + (value.ToBool() ? L"True" : L"False");
+    case VT_DATE: {
+        SYSTEMTIME time{};
+        wchar_t text[24];
+        VariantTimeToSystemTime(value.ToDate(), &time);
+        wsprintfW(text, time.wHour || time.wMinute ? L"#%04d-%02d-%02d %02d:%02d#" : L"#%04d-%02d-%02d#",
+                  time.wYear, time.wMonth, time.wDay, time.wHour, time.wMinute);
+        return mark + text;
+    }
     case VT_DISPATCH:
         return mark + NameOf(value.Get().pdispVal);
     default:

@@ -15,8 +15,8 @@ using Log = std::vector<std::wstring>;
 
 /// An automation object whose members are functions. Each call is written as text with its arguments as they
 /// came:
-/// "&" before one by reference, 1 for a 16-bit integer, 1L for a 32-bit one, "a" for a string, objects by
-/// name.
+/// "&" before one by reference, 1 for a 16-bit integer, 1L for a 32-bit one, "a" for a string, #2026-12-31#
+/// for a date, objects by name.
 class HostObject final : public com::Automation {
 public:
     using Behaviour = std::function<void(com::Invocation&)>;

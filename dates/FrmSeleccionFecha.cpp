@@ -1,0 +1,41 @@
+#include "dates/FrmSeleccionFecha.h"
+
+#include "base/Commands.h"
+#include "dates/Resources.h"
+
+namespace tamvelo::dates {
+
+namespace {
+
+constexpr frame::ToolUse kTools[] = {
+    {base::kAceptar, L"Intro"},
+    {base::kCancelar, L"Esc"},
+};
+
+} // namespace
+
+FrmSeleccionFecha::FrmSeleccionFecha() : Form({kName, IDD_SELECCIONFECHA, kTools, {}}) {}
+
+std::span<const frame::CommandRow> FrmSeleccionFecha::Commands() const {
+    static constexpr frame::CommandRow kCommands[] = {
+        {base::kAceptar, frame::Do<&FrmSeleccionFecha::Aceptar>},
+    };
+    return kCommands;
+}
+
+void FrmSeleccionFecha::Mostrar(IDispatch* sink) {
+    Show([&] {
+        m_sink = contract::Sink(sink, L"objClsEventos");
+        ShowModal();
+    });
+}
+
+void FrmSeleccionFecha::Aceptar() {
+    const base::DateRange range = m_range.Range();
+    m_sink.AceptarFechaEntre(range.first, range.last);
+    if (IsLoaded()) {
+        Unload();
+    }
+}
+
+} // namespace tamvelo::dates

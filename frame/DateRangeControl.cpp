@@ -1,0 +1,113 @@
+#include "frame/DateRangeControl.h"
+
+#include <commctrl.h>
+
+#include "base/Commands.h"
+#include "frame/Clock.h"
+#include "frame/FormPreview.h"
+#include "frame/Resources.h"
+
+namespace tamvelo::frame {
+
+namespace {
+
+constexpr wchar_t kPeriodBefore[] = L"{PERIODO_ANTERIOR}";
+constexpr wchar_t kPeriodAfter[] = L"{PERIODO_SIGUIENTE}";
+
+base::Day Read(HWND picker) {
+    SYSTEMTIME time{};
+    DateTime_GetSystemtime(picker, &time);
+    return DayOf(time);
+}
+
+void Write(HWND picker, base::Day day) {
+    SYSTEMTIME time = SystemTimeOf(day);
+    DateTime_SetSystemtime(picker, GDT_VALID, &time);
+}
+
+} // namespace
+
+std::vector<LayoutRow> DateRangeControl::Rows() {
+    return {
+        {kOwn,
+         {{IDC_LBLFECHA0}, {IDC_DTPICKER0}, {IDC_LBLFECHA1}, {IDC_DTPICKER1}, {IDC_CMDPERIODO}},
+         IDC_FRMPARAM},
+        {kOwn, {{IDC_LBLINTERVALO, kFill}}, IDC_FRMPARAM},
+    };
+}
+
+HWND DateRangeControl::FirstFocus() const { return Control(IDC_DTPICKER0); }
+
+base::DateRange DateRangeControl::Shown() const {
+    return {Read(Control(IDC_DTPICKER0)), Read(Control(IDC_DTPICKER1))};
+}
+
+base::DateRange DateRangeControl::Range() {
+    // A field that is being typed counts only once its picker has lost the focus.
+    const HWND focus = GetFocus();
+    if (focus == Control(IDC_DTPICKER0) || focus == Control(IDC_DTPICKER1)) {
+        SendMessageW(focus, WM_KILLFOCUS, 0, 0);
+        SendMessageW(focus, WM_SETFOCUS, 0, 0);
+    }
+    return Shown();
+}
+
+void DateRangeControl::Set(const base::DateRange& range) {
+    Write(Control(IDC_DTPICKER0), range.first);
+    Write(Control(IDC_DTPICKER1), range.last);
+    ShowLength();
+}
+
+void DateRangeControl::ShowLength() { SetControlText(IDC_LBLINTERVALO, base::DescribeLength(Shown())); }
+
+void DateRangeControl::OnLoad() { Set(m_opening(Today())); }
+
+void DateRangeControl::OnNotify(const NMHDR& header) {
+    if (header.code == DTN_DATETIMECHANGE &&
+        (header.idFrom == IDC_DTPICKER0 || header.idFrom == IDC_DTPICKER1)) {
+        ShowLength();
+    }
+}
+
+void DateRangeControl::OnControl(int control, int code) {
+    if (control != IDC_CMDPERIODO || code != BN_CLICKED) {
+        return;
+    }
+    std::vector<MenuItem> items;
+    for (const base::DatePreset& preset : base::DatePresets()) {
+        items.push_back({preset.command, preset.caption});
+    }
+    items.push_back({L"", nullptr});
+    items.push_back({kPeriodBefore, L"Periodo anter&ior\tCtrl+Re Pág"});
+    items.push_back({kPeriodAfter, L"Perio&do siguiente\tCtrl+Av Pág"});
+    RECT button{};
+    GetWindowRect(Control(IDC_CMDPERIODO), &button);
+    RunMenu(items, {button.left, button.bottom});
+}
+
+std::wstring_view DateRangeControl::CommandOf(UINT key, bool control, bool shift) const {
+    if (key == VK_RETURN && GetFocus() == Control(IDC_CMDPERIODO)) {
+        return base::kAceptar; // as everywhere, and it does not press the button as well
+    }
+    // In an open calendar these keys turn its pages.
+    if (!control || shift || IsListOpen(GetFocus())) {
+        return {};
+    }
+    return key == VK_PRIOR ? kPeriodBefore : key == VK_NEXT ? kPeriodAfter : L"";
+}
+
+bool DateRangeControl::OnCommand(std::wstring_view command) {
+    if (command == kPeriodBefore || command == kPeriodAfter) {
+        Set(base::Step(Range(), command == kPeriodAfter ? 1 : -1));
+        return true;
+    }
+    for (const base::DatePreset& preset : base::DatePresets()) {
+        if (command == preset.command) {
+            Set(preset.Of(Today()));
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace tamvelo::frame

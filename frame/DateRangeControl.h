@@ -1,0 +1,37 @@
+#pragma once
+
+#include "base/DateRanges.h"
+#include "frame/FormPart.h"
+
+namespace tamvelo::frame {
+
+/// Two date pickers with their labels, a menu of presets, keys for the period before and after, and a note
+/// that says how long the range is. The template includes DATE_RANGE_CONTROLS (frame/DateRange.rch),
+/// inside the group box IDC_FRMPARAM.
+class DateRangeControl : public FormPart {
+public:
+    /// `opening` makes the range that every opening begins with out of today.
+    DateRangeControl(Form& form, base::DateRange (*opening)(base::Day today))
+        : FormPart(form), m_opening(opening) {}
+
+    /// The rows of the layout that it takes.
+    static std::vector<LayoutRow> Rows();
+    HWND FirstFocus() const;
+    /// What the pickers show, in their order and as the user left it: the first may lie after the last.
+    base::DateRange Range();
+
+private:
+    void OnLoad() override;
+    void OnControl(int control, int code) override;
+    void OnNotify(const NMHDR& header) override;
+    std::wstring_view CommandOf(UINT key, bool control, bool shift) const override;
+    bool OnCommand(std::wstring_view command) override;
+
+    void Set(const base::DateRange& range);
+    void ShowLength();
+    base::DateRange Shown() const;
+
+    base::DateRange (*const m_opening)(base::Day today);
+};
+
+} // namespace tamvelo::frame
