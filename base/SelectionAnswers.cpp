@@ -1,7 +1,6 @@
 #include "base/SelectionAnswers.h"
 
 #include <algorithm>
-#include <iterator>
 
 #include "base/FilterText.h"
 #include "base/Text.h"
@@ -52,6 +51,17 @@ constexpr ClassAnswer kAnswers[] = {
     {L"articulos", kTextOfIndx},
 };
 
+constexpr ClassAnswer kBrowserAnswers[] = {
+    {L"hordenes", Three(kIndx, kIndx, Fixed(0), Fixed(2))},
+    {L"fases", Three(kIndx, kIndx, Fixed(0), Fixed(1))},
+    {L"empleados", Three(kIndx, kIndx, Fixed(0), Fixed(1))},
+};
+
+Answer Find(std::span<const ClassAnswer> answers, std::wstring_view className, const Answer& other) {
+    const auto entry = std::ranges::find(answers, Lower(className), &ClassAnswer::className);
+    return entry != answers.end() ? entry->answer : other;
+}
+
 /// The code by which the host tells a double click from an acceptance; no grid has that many columns.
 constexpr short kDoubleClickCode = 2000;
 
@@ -61,9 +71,10 @@ std::span<const NumberSource> Answer::Columns() const {
     return {columns.data(), member == SinkMember::AceptarSeleccionParam ? columns.size() : 1};
 }
 
-Answer AnswerFor(std::wstring_view className) {
-    const auto* const entry = std::ranges::find(kAnswers, Lower(className), &ClassAnswer::className);
-    return entry != std::end(kAnswers) ? entry->answer : kTextOfColumn;
+Answer AnswerFor(std::wstring_view className) { return Find(kAnswers, className, kTextOfColumn); }
+
+Answer AnswerInBrowser(std::wstring_view className) {
+    return Find(kBrowserAnswers, className, One(kIndx, kIndx));
 }
 
 std::optional<DoubleClickAnswer> DoubleClickAnswerFor(std::wstring_view className) {

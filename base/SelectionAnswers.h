@@ -6,7 +6,7 @@
 #include <string_view>
 
 /// Which call a chosen record leads to: the host's classes differ in what they want back from the selection
-/// panel. Class names count in any case.
+/// panel and from the record browser. Class names count in any case.
 namespace tamvelo::base {
 
 /// A number of the call: what the host passed as Column or Indx (travels by reference) or a fixed one.
@@ -34,6 +34,8 @@ struct Answer {
 };
 
 Answer AnswerFor(std::wstring_view className);
+/// The same for the record browser, which goes by Indx alone.
+Answer AnswerInBrowser(std::wstring_view className);
 
 /// The call that a double click makes for some classes: AceptarSeleccion(code, ctl, value of grid column
 /// `column`).

@@ -74,11 +74,11 @@ struct Counts {
 
 } // namespace
 
-Leftovers OpenAndClose(const Library& library, int cycles) {
+Leftovers OpenAndClose(const Library& library, const GridDialog& dialog, int cycles) {
     const Host host = MakeMemoryHost(1000, L"500");
     const auto run = [&](int times) {
         for (int i = 0; i < times; ++i) {
-            OpenDialog([&] { ShowPanel(library, host); }, ListOf);
+            OpenDialog([&] { ShowDialog(library, dialog, host); }, ListOf);
         }
     };
     run(kWarmUp);

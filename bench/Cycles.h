@@ -4,7 +4,7 @@
 
 namespace tamvelo::bench {
 
-/// What is left over after the panel was opened and closed many times: how much more of each than before.
+/// What is left over after a dialog was opened and closed many times: how much more of each than before.
 struct Leftovers {
     long windows;
     long gdiObjects;
@@ -14,6 +14,6 @@ struct Leftovers {
     double privateBytes;
 };
 
-Leftovers OpenAndClose(const Library& library, int cycles);
+Leftovers OpenAndClose(const Library& library, const GridDialog& dialog, int cycles);
 
 } // namespace tamvelo::bench

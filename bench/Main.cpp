@@ -61,8 +61,8 @@ struct Subject {
     }
 };
 
-Subject PanelOver(const Library& library, const char* name, const Host& host) {
-    return {name, [&library, host] { ShowPanel(library, host); }, ListOf, {}, {}};
+Subject DialogOver(const Library& library, const GridDialog& dialog, const char* name, const Host& host) {
+    return {name, [&library, &dialog, host] { ShowDialog(library, dialog, host); }, ListOf, {}, {}};
 }
 
 /// In turns, so that whatever else the machine does weighs on all alike.
@@ -74,11 +74,11 @@ void MeasureInTurns(std::span<Subject> subjects, int openings) {
     }
 }
 
-/// The floor in the shape that the panel has now. A panel keeps the size that it is closed with, here `size`.
-Subject FloorFor(const Library& library, std::optional<SIZE> size) {
+/// The floor in the shape that the dialog has now. It keeps the size that it is closed with, here `size`.
+Subject FloorFor(const Library& library, const GridDialog& dialog, std::optional<SIZE> size) {
     const Host host = MakeMemoryHost(kFew, L"");
     Floor shape{};
-    OpenDialog([&] { ShowPanel(library, host); }, ListOf,
+    OpenDialog([&] { ShowDialog(library, dialog, host); }, ListOf,
                [&](HWND list) {
                    if (size) {
                        SetWindowPos(GetParent(list), nullptr, 0, 0, size->cx, size->cy, SWP_NOZORDER);
@@ -88,35 +88,37 @@ Subject FloorFor(const Library& library, std::optional<SIZE> size) {
     return {"suelo", [shape] { ShowFloor(shape); }, ListOfFloor, {}, {}};
 }
 
-void MeasureDialogs(const Library& library, const Effort& effort, Report& report) {
+void MeasureDialog(const Library& library, const GridDialog& dialog, const Effort& effort, Report& report) {
+    const auto idOf = [&](const char* id) { return std::string(id) + dialog.suffix; };
     const auto open = [&](const char* id, const Subject& subject, const Subject& against, double limit) {
-        report.Ratio(id, "Abrir el panel (" + subject.name + ") / " + against.name, Typical(subject.opening),
-                     Typical(against.opening), limit);
+        report.Ratio(idOf(id),
+                     std::string("Abrir ") + dialog.name + " (" + subject.name + ") / " + against.name,
+                     Typical(subject.opening), Typical(against.opening), limit);
     };
     SqliteHost sample = SqliteHost::Sample();
     {
-        std::array subjects{FloorFor(library, {}),
-                            PanelOver(library, "demo, tamaño inicial", sample.Objects())};
+        std::array subjects{FloorFor(library, dialog, {}),
+                            DialogOver(library, dialog, "demo, tamaño inicial", sample.Objects())};
         MeasureInTurns(subjects, effort.openings);
         open("abrir-demo-inicial", subjects[1], subjects[0], 2.5);
     }
     SqliteHost fewArticles = SqliteHost::Articles(kFew);
     SqliteHost manyArticles = SqliteHost::Articles(kMany);
-    std::array subjects{FloorFor(library, kAllColumnsShown),
-                        PanelOver(library, "demo, ventana grande", sample.Objects()),
-                        PanelOver(library, "SQLite, 1.000", fewArticles.Objects()),
-                        PanelOver(library, "SQLite, 1.000.000", manyArticles.Objects()),
-                        PanelOver(library, "memoria, 1.000", MakeMemoryHost(kFew, kSought)),
-                        PanelOver(library, "memoria, 100.000", MakeMemoryHost(100'000, kSought)),
-                        PanelOver(library, "memoria, 1.000.000", MakeMemoryHost(kMany, kSought))};
+    std::array subjects{FloorFor(library, dialog, kAllColumnsShown),
+                        DialogOver(library, dialog, "demo, ventana grande", sample.Objects()),
+                        DialogOver(library, dialog, "SQLite, 1.000", fewArticles.Objects()),
+                        DialogOver(library, dialog, "SQLite, 1.000.000", manyArticles.Objects()),
+                        DialogOver(library, dialog, "memoria, 1.000", MakeMemoryHost(kFew, kSought)),
+                        DialogOver(library, dialog, "memoria, 100.000", MakeMemoryHost(100'000, kSought)),
+                        DialogOver(library, dialog, "memoria, 1.000.000", MakeMemoryHost(kMany, kSought))};
     MeasureInTurns(subjects, effort.openings);
     const auto& [floor, demo, sqliteFew, sqliteMany, few, hundred, many] = subjects;
     open("abrir-demo", demo, floor, 2.5);
     open("abrir-escala-sqlite", sqliteMany, sqliteFew, 1.2);
     open("abrir-escala-memoria", many, few, 1.2);
     const auto turn = [&](const char* id, const Subject& subject) {
-        report.Ratio(id, "AvPág con repintado (" + subject.name + ") / suelo", Typical(subject.page),
-                     Typical(subjects[0].page), 1.3);
+        report.Ratio(idOf(id), std::string("AvPág en ") + dialog.name + " (" + subject.name + ") / suelo",
+                     Typical(subject.page), Typical(subjects[0].page), 1.3);
     };
     turn("avpag-1000", few);
     turn("avpag-100000", hundred);
@@ -140,16 +142,19 @@ void MeasureCalls(const Effort& effort, Report& report) {
     report.Ratio("llamada-findrecord", "Llamada FindRecord / Invoke directo", find.adapter, find.bare, 1.5);
 }
 
-void MeasureCycles(const Library& library, const Effort& effort, Report& report) {
-    const Leftovers left = OpenAndClose(library, effort.cycles);
-    const std::string cycles = "Tras abrir y cerrar " + std::to_string(effort.cycles) + " veces: ";
-    report.Amount("ciclos-ventanas", cycles + "ventanas de más", left.windows, 0, "");
-    report.Amount("ciclos-gdi", cycles + "objetos GDI de más", left.gdiObjects, 0, "");
-    report.Amount("ciclos-user", cycles + "objetos USER de más", left.userObjects, 0, "");
-    report.Amount("ciclos-referencias", cycles + "referencias de más", left.hostReferences, 0, "");
-    report.Amount("ciclos-biblioteca", cycles + "biblioteca en uso", left.libraryInUse ? 1 : 0, 0, "");
-    report.Amount("ciclos-memoria", cycles + "memoria privada de más", left.privateBytes / kMebibyte, 1,
-                  "MiB");
+void MeasureCycles(const Library& library, const GridDialog& dialog, const Effort& effort, Report& report) {
+    const Leftovers left = OpenAndClose(library, dialog, effort.cycles);
+    const std::string cycles =
+        std::string("Abrir y cerrar ") + dialog.name + " " + std::to_string(effort.cycles) + " veces: ";
+    const auto amount = [&](const char* id, const char* what, double value, double limit, const char* unit) {
+        report.Amount(id + std::string(dialog.suffix), cycles + what, value, limit, unit);
+    };
+    amount("ciclos-ventanas", "ventanas de más", left.windows, 0, "");
+    amount("ciclos-gdi", "objetos GDI de más", left.gdiObjects, 0, "");
+    amount("ciclos-user", "objetos USER de más", left.userObjects, 0, "");
+    amount("ciclos-referencias", "referencias de más", left.hostReferences, 0, "");
+    amount("ciclos-biblioteca", "biblioteca en uso", left.libraryInUse ? 1 : 0, 0, "");
+    amount("ciclos-memoria", "memoria privada de más", left.privateBytes / kMebibyte, 1, "MiB");
 }
 
 void MeasureSize(const Library& library, Report& report) {
@@ -162,10 +167,14 @@ int Run(const Effort& effort) {
     const PrivateSettings settings;
     const Library library;
     Report report;
-    MeasureDialogs(library, effort, report);
+    for (const GridDialog* const dialog : {&kPanel, &kBrowser}) {
+        MeasureDialog(library, *dialog, effort, report);
+    }
     MeasureGrid(effort, report);
     MeasureCalls(effort, report);
-    MeasureCycles(library, effort, report);
+    for (const GridDialog* const dialog : {&kPanel, &kBrowser}) {
+        MeasureCycles(library, *dialog, effort, report);
+    }
     MeasureSize(library, report);
     report.Print();
     return report.AllMet() ? 0 : 1;

@@ -45,28 +45,34 @@ bool Library::Unused() const {
 
 std::wstring Library::Path() const { return BesideThisProgram(L"Tamvelo.dll"); }
 
-void ShowPanel(const Library& library, const Host& host) {
-    Host given = host; // the panel may put others in their place
-    short column = 0;
-    short indx = 0;
-    VARIANT_BOOL find = VARIANT_TRUE;
-    VARIANT_BOOL stock = VARIANT_FALSE;
-    com::Check(library.Create()->ShowSelec(given.sink.GetAddressOf(), given.data.GetAddressOf(),
-                                           given.control.GetAddressOf(), &column, &indx, &find, &stock));
+const GridDialog kPanel{"el panel", "", [](entry::IClsShowSerch& object, Host& given) {
+                            return object.ShowSelec(given.sink.GetAddressOf(), given.data.GetAddressOf(),
+                                                    given.control.GetAddressOf(), nullptr, nullptr, nullptr,
+                                                    nullptr);
+                        }};
+const GridDialog kBrowser{"los registros", "-registros", [](entry::IClsShowSerch& object, Host& given) {
+                              return object.ShowRegistros(
+                                  given.sink.GetAddressOf(), given.data.GetAddressOf(),
+                                  given.control.GetAddressOf(), nullptr, nullptr, nullptr);
+                          }};
+
+void ShowDialog(const Library& library, const GridDialog& dialog, const Host& host) {
+    Host given = host; // the dialog may put others in their place
+    com::Check(dialog.show(*library.Create().Get(), given));
 }
 
-HWND ListOf(HWND panel) { return FindWindowExW(panel, nullptr, kGridClass, nullptr); }
+HWND ListOf(HWND dialog) { return FindWindowExW(dialog, nullptr, kGridClass, nullptr); }
 
 Floor FloorOf(HWND list) {
-    const HWND panel = GetParent(list);
+    const HWND owner = GetParent(list);
     RECT dialog;
     RECT rows;
     RECT headings;
-    GetWindowRect(panel, &dialog);
+    GetWindowRect(owner, &dialog);
     GetClientRect(list, &rows);
     GetWindowRect(FindWindowExW(list, nullptr, WC_HEADERW, nullptr), &headings);
     rows.top += headings.bottom - headings.top;
-    MapWindowPoints(list, panel, reinterpret_cast<POINT*>(&rows), 2);
+    MapWindowPoints(list, owner, reinterpret_cast<POINT*>(&rows), 2);
     return {{dialog.right - dialog.left, dialog.bottom - dialog.top}, rows};
 }
 

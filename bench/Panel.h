@@ -26,12 +26,21 @@ private:
     const HMODULE m_module;
 };
 
-/// Opens the selection panel and returns when it is closed. Throws com::Error when it cannot open.
-void ShowPanel(const Library& library, const Host& host);
+/// A dialog with a grid over the host's records.
+struct GridDialog {
+    const char* name;   // in the report, with its article
+    const char* suffix; // of the report's identifiers
+    HRESULT (*show)(entry::IClsShowSerch& object, Host& given);
+};
+extern const GridDialog kPanel;
+extern const GridDialog kBrowser;
 
-/// The panel's data grid; null for any other window.
-HWND ListOf(HWND panel);
-/// A floor in the shape of the open panel that the list belongs to.
+/// Opens the dialog and returns when it is closed. Throws com::Error when it cannot open.
+void ShowDialog(const Library& library, const GridDialog& dialog, const Host& host);
+
+/// The dialog's data grid; null for any other window.
+HWND ListOf(HWND dialog);
+/// A floor in the shape of the open dialog that the list belongs to.
 Floor FloorOf(HWND list);
 
 } // namespace tamvelo::bench

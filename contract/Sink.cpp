@@ -39,6 +39,14 @@ void Sink::AceptarSeleccionParamCode(short code, ComPtr<IDispatch>& control, con
     m_object.Call(L"AceptarSeleccionParam", {code, Argument::Ref(control), first, second, third});
 }
 
+bool Sink::Offer(const wchar_t* member, short& index, ComPtr<IDispatch>& control) {
+    const bool has = m_object.Answers(member);
+    if (has) {
+        m_object.Call(member, {Argument::Ref(index), Argument::Ref(control)});
+    }
+    return has;
+}
+
 void Sink::clsEvents_AceptaSeleccion(short& index, ComPtr<IDispatch>& control, const Variant& first,
                                      const Variant& second, const Variant& third) {
     m_object.Call(L"clsEvents_AceptaSeleccion",

@@ -33,6 +33,9 @@ public:
     void AceptarSeleccionCode(short code, com::ComPtr<IDispatch>& control, const com::Variant& value);
     void AceptarSeleccionParam(short& index, com::ComPtr<IDispatch>& control, const com::Variant& first,
                                const com::Variant& second, const com::Variant& third);
+    /// A member that a host may have beyond its contract, `member`(index, control); false, and nothing done,
+    /// when the sink has none.
+    bool Offer(const wchar_t* member, short& index, com::ComPtr<IDispatch>& control);
     void AceptarSeleccionParamCode(short code, com::ComPtr<IDispatch>& control, const com::Variant& first,
                                    const com::Variant& second, const com::Variant& third);
     void clsEvents_AceptaSeleccion(short& index, com::ComPtr<IDispatch>& control, const com::Variant& first,

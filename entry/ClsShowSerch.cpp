@@ -12,6 +12,7 @@
 #include "frame/Nested.h"
 #include "gridconfig/FrmColumnas.h"
 #include "gridconfig/FrmOrden.h"
+#include "search/FrmRegistros.h"
 #include "selection/FrmSeleccion.h"
 
 namespace tamvelo::entry {
@@ -162,9 +163,15 @@ HRESULT ClsShowSerch::ShowSelecAdd(IDispatch** sink, IDispatch** data, IDispatch
     return WithControl(sink, data, ctl, [](contract::HostControl&) { ThrowUnavailable(L"frmSelecAdd"); });
 }
 
-HRESULT ClsShowSerch::ShowRegistros(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* /*column*/,
-                                    short* /*indx*/, VARIANT_BOOL* /*find*/) {
-    return WithControl(sink, data, ctl, [](contract::HostControl&) { ThrowUnavailable(L"frmRegistros"); });
+HRESULT ClsShowSerch::ShowRegistros(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,
+                                    short* indx, VARIANT_BOOL* find) {
+    return WithControl(sink, data, ctl, [&](contract::HostControl& control) {
+        ShortInOut ownColumn(column, 0);
+        ShortInOut ownIndx(indx, 0);
+        BoolInOut ownFind(find, true);
+        frame::DefaultInstance<search::FrmRegistros>()->Mostrar(*sink, *data, control, ownColumn, ownIndx,
+                                                                ownFind);
+    });
 }
 
 HRESULT ClsShowSerch::ShowSelecDirecta(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,

@@ -29,6 +29,9 @@ struct KeyRow {
     std::wstring_view command;
 };
 
+/// In place of a key: Alt and the down arrow, with which a box opens what it can be filled from.
+inline constexpr UINT kAltDown = 0x1000 | VK_DOWN;
+
 /// What a command does in a form; identifiers without a row mean nothing there.
 struct CommandRow {
     std::wstring_view command;
@@ -185,6 +188,7 @@ private:
     void RunLoop();
     bool Preview(MSG& message);
     bool PreviewKey(UINT key, HWND focus);
+    bool PreviewAltDown(HWND focus);
     bool PartTakesKey(UINT key, bool control, bool shift);
     const KeyRow* FindKey(int control, UINT key) const;
     int FocusedControl(HWND focus) const;

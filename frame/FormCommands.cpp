@@ -45,6 +45,9 @@ bool Form::Preview(MSG& message) {
     if (message.message == WM_KEYDOWN && PreviewKey(static_cast<UINT>(message.wParam), message.hwnd)) {
         return true;
     }
+    if (message.message == WM_SYSKEYDOWN && message.wParam == VK_DOWN && PreviewAltDown(message.hwnd)) {
+        return true;
+    }
     return m_window && IsDialogMessageW(m_window, &message);
 }
 
@@ -52,17 +55,20 @@ bool Form::PreviewKey(UINT key, HWND focus) {
     if ((key == VK_RETURN || key == VK_ESCAPE) && IsListOpen(focus)) {
         return false; // an open list or calendar takes these two for itself
     }
-    const bool alt = GetKeyState(VK_MENU) < 0;
-    const bool control = GetKeyState(VK_CONTROL) < 0 && !alt; // both together type a letter: AltGr
+    if (GetKeyState(VK_MENU) < 0) {
+        return false; // Ctrl and Alt together are the key that types @, # and € on Spanish keyboards
+    }
+    const bool control = GetKeyState(VK_CONTROL) < 0;
     const bool shift = GetKeyState(VK_SHIFT) < 0;
     bool used = false;
     Trapped([&] { used = PartTakesKey(key, control, shift) || OnKey(key, control, shift); });
-    if (used || control || shift || alt) {
+    if (used || control || shift) {
         return used;
     }
     const HWND before = m_window;
-    if (const KeyRow* row = FindKey(0, key)) {
-        Input(row->command);
+    const KeyRow* const own = FindKey(0, key);
+    if (own) {
+        Input(own->command);
         if (m_window != before) {
             return true; // the form is gone; so is the control that the key was meant for
         }
@@ -72,7 +78,20 @@ bool Form::PreviewKey(UINT key, HWND focus) {
         Input(row->command);
         return true;
     }
-    return key == VK_ESCAPE; // the system's own handling of Esc would close the form a second time
+    // The system's own handling would close the form a second time, or press the button that has the focus.
+    return key == VK_ESCAPE || (key == VK_RETURN && own && own->command == base::kAceptar);
+}
+
+bool Form::PreviewAltDown(HWND focus) {
+    const int focused = FocusedControl(focus);
+    const KeyRow* const row = focused ? FindKey(focused, kAltDown) : nullptr;
+    if (row) {
+        Input(row->command);
+        return true;
+    }
+    bool used = false;
+    Trapped([&] { used = OnKey(kAltDown, false, false); });
+    return used;
 }
 
 bool Form::PartTakesKey(UINT key, bool control, bool shift) {
@@ -151,8 +170,8 @@ void Form::ToolbarChanged() {
 void Form::RunMenu(std::span<const MenuItem> items, POINT screen) {
     const UniqueMenu menu(CreatePopupMenu());
     for (size_t i = 0; i < items.size(); ++i) {
-        const ToolKind* kind = items[i].caption ? nullptr : FindTool(items[i].command);
-        const wchar_t* caption = kind ? kind->caption : items[i].caption;
+        const wchar_t* caption =
+            items[i].caption ? items[i].caption : ToolCaption(m_design.tools, items[i].command);
         AppendMenuW(menu.get(), caption ? MF_STRING : MF_SEPARATOR, i + 1, caption);
     }
     const int chosen =

@@ -22,6 +22,20 @@ std::wstring AsLabel(std::wstring text) {
     return text;
 }
 
+/// Keys with modifiers, or for what has no row in the forms' own tables: so every command has one.
+struct ExtraKey {
+    UINT key;
+    bool control;
+    bool shift;
+    const wchar_t* command;
+};
+
+constexpr ExtraKey kExtraKeys[] = {
+    {'E', true, false, kGoToSearch},        {'L', true, false, kCopyCell},
+    {VK_F9, false, false, base::kOrdenAsc}, {VK_F9, false, true, base::kOrdenDesc},
+    {VK_F12, false, false, kChooseColumns},
+};
+
 } // namespace
 
 // Opening and closing.
@@ -61,7 +75,7 @@ void GridForm::OnLoad() {
     m_relay = std::make_unique<OwnRelay>(std::map<DISPID, OwnRelay::Handler>{
         {ConfigurarColumnas, [this](com::Invocation&) { clsMeEvents_ConfigurarColumnas(); }}});
     ObjectOf(IDC_TXTFIELDS0, L"TxtFields", 0);
-    ShowControl(IDC_LBLTABLE, false); // until there is a filter to tell of
+    SetHeading(Heading({}));
 }
 
 void GridForm::OnLaidOut() {
@@ -85,13 +99,14 @@ void GridForm::OnUnload() noexcept {
     m_searched.clear();
     m_orderColumn = -1;
     m_lookChanged = false;
+    m_filtered = false;
+    m_caller = nullptr;
     m_control.Reset();
     m_data.Reset();
     m_sink.Reset();
 }
 
-// ---- the grid's look
-// -----------------------------------------------------------------------------------------
+// The grid's look.
 
 void GridForm::LoadLook() {
     DataGrid().DefaultLook();
@@ -126,7 +141,10 @@ void GridForm::ChooseColumns() {
     server.Call(L"ShowColums", {m_relay->Sink(), DataGrid().Columns().Get()});
 }
 
-void GridForm::clsMeEvents_ConfigurarColumnas() { SaveLook(); }
+void GridForm::clsMeEvents_ConfigurarColumnas() {
+    NameSearchColumn(); // the current column may be among those that were hidden
+    SaveLook();
+}
 
 void GridForm::LayoutChanged() { m_lookChanged = true; }
 
@@ -150,6 +168,7 @@ void GridForm::ShowSearchStrip(bool shown) {
         ShowControl(control, shown);
     }
     Relayout();
+    OnSearchStrip(shown);
 }
 
 void GridForm::NameSearchColumn() {
@@ -181,11 +200,7 @@ void GridForm::AplicarBusqueda(bool apply) {
         if (!IsLoaded()) {
             return;
         }
-        m_searched.clear();
-        DataGrid().Requeried();
-        Bar().SetPressed(base::kFiltro, false);
-        SetHeading({});
-        ShowStatus();
+        ShowRecords({});
         return;
     }
     BuildFilter();
@@ -196,17 +211,66 @@ void GridForm::AplicarBusqueda(bool apply) {
     }
     m_searched = ControlText(IDC_TXTFIELDS0);
     DataGrid().Requeried();
-    Bar().SetPressed(base::kFiltro, !m_searched.empty());
-    SetHeading(m_data.GetFilter(base::kSlotFilterSelec));
+    ShowFilter(m_data.GetFilter(base::kSlotFilterSelec));
     SetFocus(Control(IDC_TXTFIELDS0));
-    DataGrid().SetEmptyText(m_data.existenregistros() ? L"No hay registros"
-                                                      : L"Sin coincidencias: quite el filtro (Supr)");
+    SetEmptyText(!m_data.existenregistros());
     ShowStatus();
+}
+
+void GridForm::ShowRecords(const std::wstring& filter) {
+    m_searched.clear();
+    DataGrid().Requeried();
+    ShowFilter(filter);
+    SetEmptyText(!filter.empty());
+    ShowStatus();
+}
+
+void GridForm::ShowFilter(const std::wstring& filter) {
+    m_filtered = !filter.empty();
+    Bar().SetPressed(base::kFiltro, m_filtered);
+    SetHeading(Heading(filter));
+}
+
+void GridForm::SetEmptyText(bool noMatch) {
+    DataGrid().SetEmptyText(noMatch
+                                ? std::wstring(L"Sin coincidencias: quite el filtro (") + NoFilterKey() + L")"
+                                : std::wstring(L"No hay registros"));
+}
+
+std::wstring GridForm::Heading(const std::wstring& filter) const {
+    return filter.empty() ? filter : L"Filtro: " + filter;
+}
+
+void GridForm::Filtrar() {
+    if (!AllowsSearch()) {
+        return;
+    }
+    if (!IsSearchStripShown()) {
+        ShowSearchStrip(true);
+        SetFocus(Control(IDC_TXTFIELDS0));
+    } else if (IsSearchPending()) {
+        AplicarBusqueda(true);
+        if (IsLoaded()) {
+            ShowSearchStrip(false);
+        }
+    } else {
+        SetFocus(Control(IDC_TXTFIELDS0));
+    }
+}
+
+void GridForm::GoToSearch() {
+    if (!AllowsSearch()) {
+        return;
+    }
+    if (!IsSearchStripShown()) {
+        ShowSearchStrip(true);
+    }
+    SetFocus(Control(IDC_TXTFIELDS0));
 }
 
 void GridForm::SetHeading(const std::wstring& text) {
     const bool shown = !text.empty();
-    SetControlText(IDC_LBLTABLE, shown ? L"Filtro: " + AsLabel(text) : text);
+    SetControlText(IDC_LBLTABLE, AsLabel(text));
     if (shown != ((GetWindowLongW(Control(IDC_LBLTABLE), GWL_STYLE) & WS_VISIBLE) != 0)) {
         ShowControl(IDC_LBLTABLE, shown);
         Relayout();
@@ -273,7 +337,31 @@ void GridForm::HeadingClicked(short column) {
     Input(again ? base::kOrdenDesc : base::kOrdenAsc);
 }
 
-void GridForm::ContextMenuAsked(POINT screen) { RunMenu(ContextMenu(), screen); }
+void GridForm::ContextMenuAsked(POINT screen) {
+    static constexpr MenuItem kRecord[] = {
+        {base::kAceptar, nullptr},
+        {base::kRegistro, nullptr},
+    };
+    static constexpr MenuItem kGrid[] = {
+        {L"", nullptr},
+        {base::kOrdenAsc, nullptr},
+        {base::kOrdenDesc, nullptr},
+        {base::kFiltrar, nullptr},
+        {base::kFiltro, nullptr},
+        {L"", nullptr},
+        {kCopyCell, L"Copiar &celda\tCtrl+L"},
+        {kCopyRow, L"Copiar &fila\tCtrl+C"},
+        {kCopyRowWithHeadings, L"Copiar fila con ca&beceras\tCtrl+Mayús+C"},
+        {L"", nullptr},
+        {kChooseColumns, L"Ele&gir columnas…\tF12"},
+        {kChooseFont, L"F&uente…\tF3"},
+    };
+    std::vector<MenuItem> items(std::begin(kRecord), std::end(kRecord));
+    const std::span<const MenuItem> own = OwnMenu();
+    items.insert(items.end(), own.begin(), own.end());
+    items.insert(items.end(), std::begin(kGrid), std::end(kGrid));
+    RunMenu(items, screen);
+}
 
 void GridForm::CurrentRowChanged() { ShowStatus(); }
 
@@ -288,14 +376,41 @@ void GridForm::OnControl(int control, int code) {
 }
 
 bool GridForm::OnKey(UINT key, bool control, bool shift) {
-    if (key != 'E' || !control || shift || !AllowsSearch()) {
-        return false;
+    for (const ExtraKey& extra : kExtraKeys) {
+        if (extra.key == key && extra.control == control && extra.shift == shift) {
+            Input(extra.command);
+            return true;
+        }
     }
-    if (!IsSearchStripShown()) {
-        ShowSearchStrip(true);
-    }
-    SetFocus(Control(IDC_TXTFIELDS0));
-    return true;
+    return false;
+}
+
+std::span<const CommandRow> GridForm::SharedCommands() const {
+    using F = GridForm;
+    static constexpr CommandRow kCommands[] = {
+        {base::kMoveFirst, Do<&F::MoveFirst>},
+        {base::kMovePre, Do<&F::MovePrevious>},
+        {base::kMoveNext, Do<&F::MoveNext>},
+        {base::kMoveLast, Do<&F::MoveLast>},
+        {base::kOrdenAsc, Do<&F::OrdenAsc>},
+        {base::kOrdenDesc, Do<&F::OrdenDesc>},
+        {base::kFiltro, Do<&F::ClearSearch>},
+        {base::kFiltrar, Do<&F::Filtrar>},
+        {base::kRegistro, Do<&F::VerRegistro>},
+        {kApplySearch, Do<&F::ApplyTypedSearch>},
+        {kGoToSearch, Do<&F::GoToSearch>},
+        {kChooseFont, Do<&F::CambiarFuenteGrid>},
+        {kChooseColumns, Do<&F::ChooseColumns>},
+        {kCopyCell, Do<&F::CopyCell>},
+        {kCopyRow, Do<&F::CopyRow>},
+        {kCopyRowWithHeadings, Do<&F::CopyRowWithHeadings>},
+    };
+    return kCommands;
+}
+
+void GridForm::Hint(const std::wstring& text) {
+    SetControlText(IDC_STATUS, text);
+    MessageBeep(MB_ICONINFORMATION);
 }
 
 void GridForm::ShowStatus() {

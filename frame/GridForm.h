@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "base/SelectionAnswers.h"
 #include "contract/DataClass.h"
 #include "contract/HostControl.h"
 #include "contract/Sink.h"
@@ -18,6 +19,7 @@ namespace tamvelo::frame {
 inline constexpr wchar_t kApplySearch[] = L"{BUSCAR}";
 inline constexpr wchar_t kChooseFont[] = L"{FUENTE}";
 inline constexpr wchar_t kChooseColumns[] = L"{COLUMNAS}";
+inline constexpr wchar_t kGoToSearch[] = L"{IR_A_BUSCAR}";
 inline constexpr wchar_t kCopyCell[] = L"{COPIAR_CELDA}";
 inline constexpr wchar_t kCopyRow[] = L"{COPIAR_FILA}";
 inline constexpr wchar_t kCopyRowWithHeadings[] = L"{COPIAR_CABECERAS}";
@@ -34,9 +36,22 @@ protected:
               short indx);
     /// Asks for the selection's records and stands on the one that the host's control names, if asked to.
     void OpenRecords(std::wstring_view selection, bool find);
+    /// Shows the form, modeless for 0. While a modal one is open, a control that the host puts in place of
+    /// its own gets into `control`.
+    void ShowFor(contract::HostControl& control, short modal);
+
+    /// "ID_Aceptar": whether the current record is what the user wants now. What was typed in the box and not
+    /// searched yet is searched first, and meant only when it leaves one record.
+    bool HasRecordToDeliver();
+    bool HasCurrentRecord();
+    /// Hands the current record to the sink.
+    void SendAnswer(const base::Answer& answer);
+    void TakeControlBack();
 
     /// Runs the typed search (true), or takes it away (false).
     void AplicarBusqueda(bool apply);
+    /// "ID_Filtrar": brings the strip back, or applies what was typed and puts it away, or goes to its box.
+    void Filtrar();
     /// Whether something was typed that the grid does not show yet.
     bool IsSearchPending() const;
     void SetSearchText(const std::wstring& text);
@@ -67,13 +82,22 @@ protected:
     void OnUnload() noexcept override;
     void OnControl(int control, int code) override;
     bool OnKey(UINT key, bool control, bool shift) override;
+    /// What every form with a grid can do; a form's own rows come first.
+    std::span<const CommandRow> SharedCommands() const override;
     HWND FirstFocus() const override { return Control(IDC_DATAGRID); }
 
     /// A record was chosen with the mouse.
     virtual void OnRowActivated() = 0;
-    virtual std::span<const MenuItem> ContextMenu() const = 0;
+    /// What this form has in the menu of the grid, after the record's own two commands.
+    virtual std::span<const MenuItem> OwnMenu() const { return {}; }
     /// Whether this form offers its search strip now.
     virtual bool AllowsSearch() const { return true; }
+    /// What the line above the grid says while `filter` is in force; "" takes the line away.
+    virtual std::wstring Heading(const std::wstring& filter) const;
+    /// The strip was shown or put away.
+    virtual void OnSearchStrip(bool /*shown*/) {}
+    /// The key that takes the filter away, for the text in a grid that a filter has emptied.
+    virtual const wchar_t* NoFilterKey() const { return L"Supr"; }
     /// What stands after the record counter in the status line.
     virtual std::wstring StatusNote() const { return {}; }
 
@@ -89,8 +113,13 @@ protected:
     short& Column() { return m_column; }
     short& Indx() { return m_indx; }
     void ShowStatus();
-    /// The line above the grid: the filter in force; "" takes the line away.
+    /// A line for the user in place of the status, with a beep; it stands until there is a new status.
+    void Hint(const std::wstring& text);
+    /// The line above the grid; "" takes it away.
     void SetHeading(const std::wstring& text);
+    /// After the host has other records than before, with `filter` in force and nothing searched.
+    void ShowRecords(const std::wstring& filter);
+    bool IsFiltered() const { return m_filtered; }
 
 private:
     void RowActivated() override;
@@ -104,6 +133,9 @@ private:
     void SaveLook();
     void BuildFilter();
     void NameSearchColumn();
+    void GoToSearch();
+    void ShowFilter(const std::wstring& filter);
+    void SetEmptyText(bool noMatch);
 
     contract::Sink m_sink;
     contract::DataClass m_data;
@@ -115,7 +147,9 @@ private:
     std::unique_ptr<OwnRelay> m_relay;
     GridLayoutStore m_layoutStore;
     bool m_lookChanged = false;
-    std::wstring m_searched; // the box's text when the search was last applied
+    bool m_filtered = false;
+    contract::HostControl* m_caller = nullptr; // the host's reference, while its call waits for us
+    std::wstring m_searched;                   // the box's text when the search was last applied
     short m_orderColumn = -1;
     bool m_orderDescending = false;
 };

@@ -36,8 +36,8 @@ base::ToolbarLayout DesignOf(std::span<const ToolUse> uses) {
     return design;
 }
 
-std::wstring PlainCaption(const ToolKind& kind) {
-    std::wstring caption = kind.caption;
+std::wstring PlainCaption(std::span<const ToolUse> uses, std::wstring_view id) {
+    std::wstring caption = ToolCaption(uses, id);
     std::erase(caption, L'&');
     return caption;
 }
@@ -135,7 +135,7 @@ void Toolbar::Refresh() {
             buttons.push_back(Separator());
         }
         lastBand = tool.band;
-        captions[i] = PlainCaption(*kind);
+        captions[i] = PlainCaption(m_uses, tool.id);
         TBBUTTON button = ButtonOf(*kind, CommandOf(tool.id));
         button.iString = reinterpret_cast<INT_PTR>(captions[i].c_str());
         buttons.push_back(button);
@@ -238,12 +238,13 @@ bool Toolbar::FillCustomizeItem(int index, NMHDR& header) const {
     if (index < 0 || index >= static_cast<int>(m_uses.size())) {
         return false;
     }
-    const ToolKind* kind = FindTool(m_uses[static_cast<size_t>(index)].id);
+    const wchar_t* const id = m_uses[static_cast<size_t>(index)].id;
+    const ToolKind* kind = FindTool(id);
     if (!kind) {
         return false;
     }
     item.tbButton = ButtonOf(*kind, kFirstCommand + index);
-    lstrcpynW(item.pszText, PlainCaption(*kind).c_str(), item.cchText);
+    lstrcpynW(item.pszText, PlainCaption(m_uses, id).c_str(), item.cchText);
     return true;
 }
 
@@ -251,12 +252,11 @@ bool Toolbar::Notified(NMHDR& header, LRESULT& answer) {
     if (header.code == TTN_GETDISPINFOW) {
         auto& tip = reinterpret_cast<NMTTDISPINFOW&>(header);
         const std::wstring_view id = IdOf(static_cast<int>(header.idFrom));
-        const ToolKind* kind = FindTool(id);
-        if (!kind) {
+        if (!FindTool(id)) {
             return false;
         }
         const ToolUse& use = m_uses[static_cast<size_t>(static_cast<int>(header.idFrom) - kFirstCommand)];
-        lstrcpynW(tip.szText, ToolTip(*kind, use).c_str(), ARRAYSIZE(tip.szText));
+        lstrcpynW(tip.szText, ToolTip(use).c_str(), ARRAYSIZE(tip.szText));
         answer = 0;
         return true;
     }

@@ -37,8 +37,17 @@ const ToolKind* FindTool(std::wstring_view id) {
     return found == std::end(kTools) ? nullptr : found;
 }
 
-std::wstring ToolTip(const ToolKind& kind, const ToolUse& use) {
-    std::wstring tip = kind.caption;
+const wchar_t* ToolCaption(std::span<const ToolUse> uses, std::wstring_view id) {
+    const auto use = std::ranges::find(uses, id, &ToolUse::id);
+    if (use != uses.end() && use->caption) {
+        return use->caption;
+    }
+    const ToolKind* const kind = FindTool(id);
+    return kind ? kind->caption : nullptr;
+}
+
+std::wstring ToolTip(const ToolUse& use) {
+    std::wstring tip = ToolCaption({&use, 1}, use.id);
     std::erase(tip, L'&');
     return *use.shortcut ? tip + L" (" + use.shortcut + L")" : tip;
 }

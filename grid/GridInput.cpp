@@ -78,6 +78,12 @@ bool GridView::Key(WPARAM key) {
     case VK_DOWN:
         Step(control ? m_data.Count() - 1 : row + one, top);
         return true;
+    case VK_HOME: // where they are no commands of the form
+        Step(0, top);
+        return true;
+    case VK_END:
+        Step(m_data.Count() - 1, top);
+        return true;
     case VK_PRIOR:
         Step(row - whole, top - whole);
         return true;

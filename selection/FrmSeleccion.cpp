@@ -9,7 +9,6 @@
 
 namespace tamvelo::selection {
 
-using base::NumberSource;
 using com::Variant;
 using frame::CommandRow;
 using frame::Do;
@@ -22,17 +21,10 @@ using frame::ToolUse;
 namespace {
 
 constexpr ToolUse kTools[] = {
-    {base::kAceptar, L"Intro"},
-    {base::kCancelar, L"Esc"},
-    {base::kMoveFirst, L"Inicio"},
-    {base::kMovePre, L"Flecha arriba"},
-    {base::kMoveNext, L"Flecha abajo"},
-    {base::kMoveLast, L"Fin"},
-    {base::kOrdenAsc, L"clic en la cabecera"},
-    {base::kOrdenDesc, L"otro clic en la cabecera"},
-    {base::kFiltrar, L"Ins"},
-    {base::kFiltro, L"Supr"},
-    {base::kRegistro, L"F5"},
+    {base::kAceptar, L"Intro"},         {base::kCancelar, L"Esc"},          {base::kMoveFirst, L"Inicio"},
+    {base::kMovePre, L"Flecha arriba"}, {base::kMoveNext, L"Flecha abajo"}, {base::kMoveLast, L"Fin"},
+    {base::kOrdenAsc, L"F9"},           {base::kOrdenDesc, L"Mayús+F9"},    {base::kFiltrar, L"Ins"},
+    {base::kFiltro, L"Supr"},           {base::kRegistro, L"F5"},
 };
 
 constexpr KeyRow kKeys[] = {
@@ -79,46 +71,11 @@ std::span<const CommandRow> FrmSeleccion::Commands() const {
     using F = FrmSeleccion;
     static constexpr CommandRow kCommands[] = {
         {base::kAceptar, Do<&F::Aceptar>},
-        {base::kMoveFirst, Do<&F::MoveFirst>},
-        {base::kMovePre, Do<&F::MovePrevious>},
-        {base::kMoveNext, Do<&F::MoveNext>},
-        {base::kMoveLast, Do<&F::MoveLast>},
-        {base::kOrdenAsc, Do<&F::OrdenAsc>},
-        {base::kOrdenDesc, Do<&F::OrdenDesc>},
-        {base::kFiltro, Do<&F::ClearSearch>},
-        {base::kFiltrar, Do<&F::Filtrar>},
-        {base::kRegistro, Do<&F::VerRegistro>},
         {kAnswerYes, Do<&F::AnswerYes>},
         {kAnswerNo, Do<&F::AnswerNo>},
         {kRowCode, Do<&F::DeliverCode>},
-        {frame::kApplySearch, Do<&F::ApplyTypedSearch>},
-        {frame::kChooseFont, Do<&F::CambiarFuenteGrid>},
-        {frame::kChooseColumns, Do<&F::ChooseColumns>},
-        {frame::kCopyCell, Do<&F::CopyCell>},
-        {frame::kCopyRow, Do<&F::CopyRow>},
-        {frame::kCopyRowWithHeadings, Do<&F::CopyRowWithHeadings>},
     };
     return kCommands;
-}
-
-std::span<const frame::Form::MenuItem> FrmSeleccion::ContextMenu() const {
-    static constexpr MenuItem kItems[] = {
-        {base::kAceptar, nullptr},
-        {base::kRegistro, nullptr},
-        {L"", nullptr},
-        {base::kOrdenAsc, nullptr},
-        {base::kOrdenDesc, nullptr},
-        {base::kFiltrar, nullptr},
-        {base::kFiltro, nullptr},
-        {L"", nullptr},
-        {frame::kCopyCell, L"Copiar &celda"},
-        {frame::kCopyRow, L"Copiar &fila"},
-        {frame::kCopyRowWithHeadings, L"Copiar fila con ca&beceras"},
-        {L"", nullptr},
-        {frame::kChooseColumns, L"Ele&gir columnas…"},
-        {frame::kChooseFont, L"F&uente…"},
-    };
-    return kItems;
 }
 
 std::vector<LayoutRow> FrmSeleccion::Rows() const {
@@ -138,15 +95,6 @@ void FrmSeleccion::Open(IDispatch* sink, IDispatch* data, const contract::HostCo
     m_verify = verify;
     m_controlVerify = controlVerify;
     Take(sink, data, ctl, column, indx);
-}
-
-void FrmSeleccion::ShowFor(contract::HostControl& ctl, short modal) {
-    if (modal == 0) {
-        ShowModeless();
-        return;
-    }
-    m_caller = &ctl;
-    ShowModal();
 }
 
 void FrmSeleccion::Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short& column,
@@ -196,11 +144,6 @@ void FrmSeleccion::OnLoad() {
     SetWindowTextW(Window(), (L"Selección de " + ClassName()).c_str());
 }
 
-void FrmSeleccion::OnUnload() noexcept {
-    m_caller = nullptr;
-    GridForm::OnUnload();
-}
-
 void FrmSeleccion::ResizeControls() {
     if (m_verify && IsSearchStripShown()) {
         for (const int control : {IDC_LBLBUSCAR, IDC_TXTFIELDS0, IDC_CMDBUSCAR}) {
@@ -217,46 +160,12 @@ void FrmSeleccion::ResizeControls() {
 
 // Answering.
 
-void FrmSeleccion::TakeControlBack() {
-    if (m_caller) {
-        *m_caller = Ctl();
-    }
-}
-
 void FrmSeleccion::Aceptar() {
-    // Enter on something typed but not searched yet means "find it": it is delivered at once only when it is
-    // the one.
-    if (IsSearchPending() && GetFocus() == Control(IDC_TXTFIELDS0)) {
-        AplicarBusqueda(true);
-        if (!IsLoaded() || DataGrid().RowCount() != 1) {
-            return;
-        }
-    }
-    if (DataGrid().CurrentRow() < 0) {
-        MessageBeep(MB_ICONWARNING); // no record to deliver: an empty text would overwrite the host's control
+    if (!HasRecordToDeliver()) {
         return;
     }
-    Deliver();
-}
-
-void FrmSeleccion::Deliver() {
     Column() = base::ClampColumn(Column(), DataGrid().ColumnCount());
-    const base::Answer answer = base::AnswerFor(ClassName());
-    std::vector<Variant> texts;
-    for (const NumberSource& source : answer.Columns()) {
-        texts.emplace_back(std::wstring_view(DataGrid().Text(source.Resolve(Column(), Indx()))));
-    }
-    com::ComPtr<IDispatch>& ctl = Ctl().Reference();
-    short& first = answer.first.kind == NumberSource::Kind::Indx ? Indx() : Column();
-    const bool fixed = answer.first.kind == NumberSource::Kind::Fixed;
-    if (answer.member == base::SinkMember::AceptarSeleccion) {
-        Sink().AceptarSeleccion(first, ctl, texts[0]);
-    } else if (fixed) {
-        Sink().AceptarSeleccionParamCode(answer.first.fixed, ctl, texts[0], texts[1], texts[2]);
-    } else {
-        Sink().AceptarSeleccionParam(first, ctl, texts[0], texts[1], texts[2]);
-    }
-    TakeControlBack();
+    SendAnswer(base::AnswerFor(ClassName()));
     if (!IsLoaded()) {
         return;
     }
@@ -283,21 +192,9 @@ void FrmSeleccion::DeliverCode() {
     Dispatch(base::kCancelar);
 }
 
-void FrmSeleccion::Filtrar() {
-    if (m_verify) {
-        return;
-    }
-    if (!IsSearchStripShown()) {
-        ShowSearchStrip(true);
-        SetFocus(Control(IDC_TXTFIELDS0));
-    } else if (IsSearchPending()) {
-        AplicarBusqueda(true);
-        if (IsLoaded()) {
-            ShowSearchStrip(false);
-            SetHeading({});
-        }
-    } else {
-        SetFocus(Control(IDC_TXTFIELDS0));
+void FrmSeleccion::OnSearchStrip(bool shown) {
+    if (!shown) {
+        SetHeading({});
     }
 }
 

@@ -28,32 +28,26 @@ public:
 private:
     void Open(IDispatch* sink, IDispatch* data, const contract::HostControl& ctl, short column, short indx,
               bool verify, bool controlVerify);
-    void ShowFor(contract::HostControl& ctl, short modal);
 
     void Aceptar();
-    void Filtrar();
     void AnswerYes() { Answer(true); }
     void AnswerNo() { Answer(false); }
     void Answer(bool answer);
-    void Deliver();
     void DeliverCode();
-    void TakeControlBack();
 
     void OnLoad() override;
-    void OnUnload() noexcept override;
     void ResizeControls() override;
     void OnControl(int control, int code) override;
     void OnRowActivated() override;
+    void OnSearchStrip(bool shown) override;
     bool AllowsSearch() const override { return !m_verify; }
     std::wstring StatusNote() const override;
     std::span<const frame::CommandRow> Commands() const override;
     std::vector<frame::LayoutRow> Rows() const override;
-    std::span<const MenuItem> ContextMenu() const override;
 
     bool m_verify = false;
     bool m_controlVerify = false;
     std::wstring m_terminal = L"0";
-    contract::HostControl* m_caller = nullptr; // the host's reference, while its call waits for us
 };
 
 } // namespace tamvelo::selection

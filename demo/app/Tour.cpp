@@ -27,6 +27,7 @@ constexpr Stroke kSearchScrew[] = {{Stroke::Key, L"", VK_RIGHT},
                                    {Stroke::Access, L"u"},
                                    {Stroke::Text, L"tornillo"},
                                    {Stroke::Access, L"b"}};
+constexpr Stroke kModify[] = {{Stroke::Key, L"", VK_DOWN}, {Stroke::Key, L"", VK_RETURN}};
 constexpr Stroke kTwoDown[] = {{Stroke::Key, L"", VK_DOWN}, {Stroke::Key, L"", VK_DOWN}};
 
 constexpr Stroke kUntickThird[] = {
@@ -56,6 +57,8 @@ constexpr Stop kStops[] = {
     {L"columnas", L"ShowColums", L"clientes", nullptr, kUntickThird, VK_RETURN},
     {L"orden", L"ShowOrder", L"articulos", nullptr, kFindPrice, VK_RETURN},
     {L"fechas", L"ShowSelecDate", L"articulos", nullptr, {}, VK_RETURN},
+    {L"registros", L"ShowRegistros", L"clientes", L"000025", kModify, VK_F4},
+    {L"registros-busqueda", L"ShowRegistros", L"articulos", nullptr, kSearchScrew, VK_ESCAPE},
     {L"pedidos", nullptr, nullptr, nullptr, {}, 0},
 };
 

@@ -11,8 +11,7 @@ namespace tamvelo::base {
 namespace {
 
 // The call as a host sees it that passed Column 4 and Indx 7.
-std::wstring CallFor(std::wstring_view className) {
-    const Answer answer = AnswerFor(className);
+std::wstring CallFor(const Answer& answer) {
     const auto number = [](NumberSource source) { return std::to_wstring(source.Resolve(4, 7)); };
     std::wstring call = answer.member == SinkMember::AceptarSeleccion ? L"Seleccion" : L"SeleccionParam";
     call += L"(" + number(answer.first);
@@ -51,7 +50,16 @@ TEST(SelectionAnswers, EachClassGetsItsCallInAnyCase) {
         {L"", L"Seleccion(4, t4)"},
     };
     for (const Row& row : rows) {
-        EXPECT_EQ(CallFor(row.className), row.call) << ToUtf8(row.className);
+        EXPECT_EQ(CallFor(AnswerFor(row.className)), row.call) << ToUtf8(row.className);
+    }
+}
+
+TEST(SelectionAnswers, TheBrowserGoesByIndx) {
+    EXPECT_EQ(CallFor(AnswerInBrowser(L"HOrdenes")), L"SeleccionParam(7, t7, t0, t2)");
+    EXPECT_EQ(CallFor(AnswerInBrowser(L"fases")), L"SeleccionParam(7, t7, t0, t1)");
+    EXPECT_EQ(CallFor(AnswerInBrowser(L"Empleados")), L"SeleccionParam(7, t7, t0, t1)");
+    for (const wchar_t* other : {L"ordenes", L"clientes", L"pruebas", L""}) {
+        EXPECT_EQ(CallFor(AnswerInBrowser(other)), L"Seleccion(7, t7)") << ToUtf8(other);
     }
 }
 

@@ -151,7 +151,7 @@ struct Outcome {
 };
 
 void ExpectRefusal(const Operation& operation, const com::Error& error) {
-    constexpr std::wstring_view kBuilt[] = {L"frmSeleccion", L"frmColumnas", L"frmOrden"};
+    constexpr std::wstring_view kBuilt[] = {L"frmSeleccion", L"frmRegistros", L"frmColumnas", L"frmOrden"};
     if (std::wstring_view(operation.form) == L"frmSeleccionFecha") {
         EXPECT_EQ(error.description, kNone);
     } else if (std::find(std::begin(kBuilt), std::end(kBuilt), operation.form) != std::end(kBuilt)) {

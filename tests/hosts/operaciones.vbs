@@ -60,7 +60,7 @@ obj.ShowSelecVerif p, p, p, 0, 0, True, True : Panel "ShowSelecVerif con existen
 obj.ShowSelecControlVerif p, p, p, columna : Panel "ShowSelecControlVerif", "seleccionar"
 obj.ShowSelecTrueFalse p, p, p, columna, indice, buscar : Falta "ShowSelecTrueFalse", "frmSeleccionTrueFalse"
 obj.ShowSelecAdd p, p, p, columna, indice, buscar : Falta "ShowSelecAdd", "frmSelecAdd"
-obj.ShowRegistros p, p, p, columna, indice, buscar : Falta "ShowRegistros", "frmRegistros"
+obj.ShowRegistros p, p, p, columna, indice, buscar : Panel "ShowRegistros", "seleccion"
 obj.ShowSelecDirecta p, p, p : Panel "ShowSelecDirecta", "seleccion"
 obj.ShowSelecDirecta p, p, p, columna, indice, buscar, modal : Panel "ShowSelecDirecta con variables", "seleccion"
 obj.ShowSelecInDirecta p, p, p : Panel "ShowSelecInDirecta", "seleccion"

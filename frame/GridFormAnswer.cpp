@@ -1,0 +1,58 @@
+#include "frame/GridForm.h"
+
+// How a form with a grid answers the host with the record that the user wants.
+namespace tamvelo::frame {
+
+using base::NumberSource;
+
+void GridForm::ShowFor(contract::HostControl& control, short modal) {
+    if (modal != 0) {
+        m_caller = &control;
+    }
+    ShowAs(modal);
+}
+
+void GridForm::TakeControlBack() {
+    if (m_caller) {
+        *m_caller = m_control;
+    }
+}
+
+bool GridForm::HasCurrentRecord() {
+    const bool has = DataGrid().CurrentRow() >= 0;
+    if (!has) {
+        MessageBeep(MB_ICONWARNING);
+    }
+    return has;
+}
+
+bool GridForm::HasRecordToDeliver() {
+    // Enter on something typed but not searched yet means "find it": it is delivered at once only when it is
+    // the one.
+    if (IsSearchPending() && GetFocus() == Control(IDC_TXTFIELDS0)) {
+        AplicarBusqueda(true);
+        if (!IsLoaded() || DataGrid().RowCount() != 1) {
+            return false;
+        }
+    }
+    return HasCurrentRecord(); // without one an empty text would overwrite the host's control
+}
+
+void GridForm::SendAnswer(const base::Answer& answer) {
+    std::vector<com::Variant> texts;
+    for (const NumberSource& source : answer.Columns()) {
+        texts.emplace_back(std::wstring_view(DataGrid().Text(source.Resolve(m_column, m_indx))));
+    }
+    com::ComPtr<IDispatch>& control = m_control.Reference();
+    short& first = answer.first.kind == NumberSource::Kind::Indx ? m_indx : m_column;
+    if (answer.member == base::SinkMember::AceptarSeleccion) {
+        m_sink.AceptarSeleccion(first, control, texts[0]);
+    } else if (answer.first.kind == NumberSource::Kind::Fixed) {
+        m_sink.AceptarSeleccionParamCode(answer.first.fixed, control, texts[0], texts[1], texts[2]);
+    } else {
+        m_sink.AceptarSeleccionParam(first, control, texts[0], texts[1], texts[2]);
+    }
+    TakeControlBack();
+}
+
+} // namespace tamvelo::frame

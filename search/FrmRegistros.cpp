@@ -1,0 +1,192 @@
+#include "search/FrmRegistros.h"
+
+#include <algorithm>
+
+#include "base/Commands.h"
+#include "base/FilterText.h"
+#include "base/SelectionAnswers.h"
+#include "frame/MousePointer.h"
+#include "search/Resources.h"
+
+namespace tamvelo::search {
+
+using frame::CommandRow;
+using frame::Do;
+using frame::KeyRow;
+using frame::kFill;
+using frame::kOwn;
+using frame::LayoutRow;
+using frame::ToolUse;
+
+namespace {
+
+constexpr wchar_t kFiltroCaption[] = L"Aplicar o &quitar el filtro";
+
+constexpr ToolUse kTools[] = {
+    {base::kAceptar, L"F4"},
+    {base::kCancelar, L"Esc"},
+    {base::kNuevo, L"Ctrl+N"},
+    {base::kModificar, L"Intro"},
+    {base::kEliminar, L"Supr"},
+    {base::kMoveFirst, L"Inicio"},
+    {base::kMovePre, L"Flecha arriba"},
+    {base::kMoveNext, L"Flecha abajo"},
+    {base::kMoveLast, L"Fin"},
+    {base::kOrdenAsc, L"F9"},
+    {base::kOrdenDesc, L"Mayús+F9"},
+    {base::kFiltrar, L"Ins"},
+    {base::kFiltro, L"F7", kFiltroCaption},
+    {base::kRegistro, L"F5"},
+};
+
+// Rows by control rather than for the whole form: a key does one thing. In the grid Insert is the search, as
+// in the selection panel; in the box Enter is for what was typed and Delete for its characters; on the button
+// Enter presses it.
+constexpr KeyRow kKeys[] = {
+    {0, VK_RETURN, frame::kNoCommand},           {0, VK_F7, base::kFiltro},
+    {IDC_DATAGRID, VK_RETURN, base::kModificar}, {IDC_DATAGRID, VK_DELETE, base::kEliminar},
+    {IDC_DATAGRID, VK_INSERT, base::kFiltrar},   {IDC_DATAGRID, VK_F3, frame::kChooseFont},
+    {IDC_DATAGRID, VK_F4, base::kAceptar},       {IDC_DATAGRID, VK_F5, base::kRegistro},
+    {IDC_TXTFIELDS0, VK_INSERT, base::kNuevo},   {IDC_TXTFIELDS0, VK_UP, frame::kTabKey},
+    {IDC_TXTFIELDS0, VK_DOWN, frame::kTabKey},   {IDC_TXTFIELDS0, VK_RETURN, base::kAceptar},
+    {IDC_TXTFIELDS0, VK_F4, base::kAceptar},     {IDC_CMDBUSCAR, VK_RETURN, frame::kApplySearch},
+    {IDC_CMDBUSCAR, VK_INSERT, base::kNuevo},    {IDC_CMDBUSCAR, VK_DELETE, base::kEliminar},
+};
+
+} // namespace
+
+FrmRegistros::FrmRegistros() : GridForm({kName, IDD_REGISTROS, kTools, kKeys}) {}
+
+std::span<const CommandRow> FrmRegistros::Commands() const {
+    using F = FrmRegistros;
+    static constexpr CommandRow kCommands[] = {
+        {base::kAceptar, Do<&F::Aceptar>},     {base::kNuevo, Do<&F::Nuevo>},
+        {base::kModificar, Do<&F::Modificar>}, {base::kEliminar, Do<&F::Eliminar>},
+        {base::kFiltro, Do<&F::Filtro>},
+    };
+    return kCommands;
+}
+
+std::span<const frame::Form::MenuItem> FrmRegistros::OwnMenu() const {
+    static constexpr MenuItem kItems[] = {
+        {L"", nullptr},
+        {base::kNuevo, nullptr},
+        {base::kModificar, nullptr},
+        {base::kEliminar, nullptr},
+    };
+    return kItems;
+}
+
+std::vector<LayoutRow> FrmRegistros::Rows() const {
+    return {
+        {kOwn, {{IDC_LBLTABLE, kFill}}},
+        {kOwn, {{IDC_LBLBUSCAR}, {IDC_TXTFIELDS0, kFill}, {IDC_CMDBUSCAR}}},
+        {kFill, {{IDC_DATAGRID, kFill}}},
+        {kOwn, {{IDC_STATUS, kFill}}},
+    };
+}
+
+void FrmRegistros::Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short& column,
+                           short& indx, bool& find) {
+    Show([&] {
+        Take(sink, data, ctl, column, indx);
+        OpenRecords(base::kSeleccion, find);
+        ShowFor(ctl, 1);
+    });
+}
+
+void FrmRegistros::OnLoad() {
+    GridForm::OnLoad();
+    Bar().SetBandVisible(base::kBandRegistros, true);
+    Bar().SetBandVisible(base::kBandRegistro, true);
+    Bar().SetPressed(base::kFiltrar, true);
+    SetWindowTextW(Window(), (L"Registros de " + ClassName()).c_str());
+}
+
+void FrmRegistros::OnSearchStrip(bool shown) { Bar().SetPressed(base::kFiltrar, shown); }
+
+std::wstring FrmRegistros::Heading(const std::wstring& filter) const {
+    return filter.empty() ? ClassName() : ClassName() + L"   ·   Filtro: " + filter;
+}
+
+bool FrmRegistros::OnKey(UINT key, bool control, bool shift) {
+    if (key == 'N' && control && !shift) {
+        Input(base::kNuevo);
+        return true;
+    }
+    return GridForm::OnKey(key, control, shift);
+}
+
+void FrmRegistros::OnRowActivated() { Input(base::kAceptar); }
+
+void FrmRegistros::Aceptar() {
+    if (HasRecordToDeliver()) {
+        Deliver([&] { SendAnswer(base::AnswerInBrowser(ClassName())); });
+    }
+}
+
+// What becomes of the records is for the host, which may or may not offer it from here.
+
+void FrmRegistros::Nuevo() {
+    PassOn(L"AceptarNuevo", L"Este programa no permite dar de alta registros desde esta lista.");
+}
+
+void FrmRegistros::Modificar() {
+    if (HasCurrentRecord()) {
+        PassOn(L"AceptarModificar",
+               L"Este programa no permite modificar registros desde esta lista. "
+               L"Para elegir el registro: F4 o doble clic.");
+    }
+}
+
+void FrmRegistros::Eliminar() {
+    if (HasCurrentRecord() && ConfirmsDeletion()) {
+        PassOn(L"AceptarEliminar",
+               L"No se ha eliminado nada: este programa no permite eliminar registros desde esta lista.");
+    }
+}
+
+bool FrmRegistros::ConfirmsDeletion() {
+    constexpr short kShown = 3; // enough columns to recognise the record by
+    std::wstring question = L"¿Desea eliminar este registro?\n";
+    for (short column = 0; column < std::min(DataGrid().ColumnCount(), kShown); ++column) {
+        question += L"\n" + DataGrid().Caption(column) + L": " + DataGrid().Text(column);
+    }
+    frame::MousePointer::Default();
+    const int answer = MessageBoxW(Window(), question.c_str(), (L"Registros de " + ClassName()).c_str(),
+                                   MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2);
+    return answer == IDYES && IsLoaded();
+}
+
+void FrmRegistros::PassOn(const wchar_t* member, const wchar_t* refusal) {
+    frame::MousePointer::Default(); // the host may show a form of its own
+    const bool offered = Sink().Offer(member, Indx(), Ctl().Reference());
+    TakeControlBack();
+    if (!IsLoaded()) {
+        return;
+    }
+    if (!offered) {
+        Hint(refusal);
+        return;
+    }
+    DataGrid().Requeried();
+    ShowStatus();
+}
+
+void FrmRegistros::Filtro() {
+    Bar().SetPressed(base::kFiltro, IsFiltered()); // the click has turned it over; the host may refuse yet
+    if (IsFiltered()) {
+        MyClase().AplyFilter(L"");
+        ShowRecords({});
+        return;
+    }
+    const std::wstring filter = MyClase().GetFilter(base::kSlotFilter);
+    MyClase().AplyFilter(filter);
+    MyClase().Requery();
+    ShowRecords(filter);
+    if (filter.empty()) {
+        Hint(L"No hay ningún filtro que aplicar.");
+    }
+}
+
+} // namespace tamvelo::search

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <string>
+
+#include "frame/GridForm.h"
+
+namespace tamvelo::search {
+
+/// The record browser: the host's records in a grid, to look through, narrow down, sort, and pick one for a
+/// control of the host. New, modified and deleted records are the host's own business.
+class FrmRegistros final : public frame::GridForm {
+public:
+    static constexpr wchar_t kName[] = L"frmRegistros";
+    FrmRegistros();
+
+    /// `ctl` gets the control that the host put in its place, if any. Throws com::Error when the browser
+    /// cannot open; what fails while it is open goes to ControlErrores.
+    void Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short& column, short& indx,
+                 bool& find);
+
+private:
+    void Aceptar();
+    void Nuevo();
+    void Modificar();
+    void Eliminar();
+    void Filtro();
+    void PassOn(const wchar_t* member, const wchar_t* refusal);
+    bool ConfirmsDeletion();
+
+    void OnLoad() override;
+    void OnRowActivated() override;
+    void OnSearchStrip(bool shown) override;
+    bool OnKey(UINT key, bool control, bool shift) override;
+    std::wstring Heading(const std::wstring& filter) const override;
+    const wchar_t* NoFilterKey() const override { return L"F7"; }
+    std::span<const frame::CommandRow> Commands() const override;
+    std::vector<frame::LayoutRow> Rows() const override;
+    std::span<const MenuItem> OwnMenu() const override;
+};
+
+} // namespace tamvelo::search
