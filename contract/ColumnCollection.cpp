@@ -14,4 +14,9 @@ ColumnCollection::Column ColumnCollection::Item(short index) {
     return Column(column.Get());
 }
 
+short ColumnCollection::Current() {
+    const long current = m_object.Answers(L"Col") ? m_object.Call(L"Col").ToLong() : 0;
+    return current > 0 && current < Count() ? static_cast<short>(current) : short{0};
+}
+
 } // namespace tamvelo::contract

@@ -30,6 +30,9 @@ public:
 
     short Count();
     Column Item(short index);
+    /// The place of the grid's current column (`Col`); the first when the collection does not tell it, or
+    /// tells one that it does not have.
+    short Current();
 
 private:
     com::LateObject m_object;

@@ -12,6 +12,7 @@
 #include "frame/Nested.h"
 #include "gridconfig/FrmColumnas.h"
 #include "gridconfig/FrmOrden.h"
+#include "search/FrmBuscar.h"
 #include "search/FrmRegistros.h"
 #include "selection/FrmSeleccion.h"
 
@@ -121,7 +122,8 @@ HRESULT ClsShowSerch::ShowSelecDate(IDispatch** sink) {
 }
 
 HRESULT ClsShowSerch::ShowBuscar(IDispatch** sink, IDispatch** data, IDispatch** columns) {
-    return Unavailable(L"frmBuscar", sink, data, columns);
+    return Operation([&] { frame::DefaultInstance<search::FrmBuscar>()->Mostrar(*sink, *data, *columns); },
+                     sink, data, columns);
 }
 
 HRESULT ClsShowSerch::ShowColums(IDispatch** sink, IDispatch** columns) {

@@ -272,6 +272,7 @@ void MainWindow::Perform(const Operation& operation, std::size_t field) {
     request.screen = kScreen;
     request.text = TextOf(box);
     request.column = NameFor(field, request.text) ? 0 : 1; // what is no code is looked for in the names
+    LateObject(request.columns.Get(), L"Columns").Put(L"Col", request.column);
     request.window = static_cast<long>(reinterpret_cast<LONG_PTR>(m_window));
     request.date = Today();
 

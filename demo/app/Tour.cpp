@@ -29,6 +29,14 @@ constexpr Stroke kSearchScrew[] = {{Stroke::Key, L"", VK_RIGHT},
                                    {Stroke::Access, L"b"}};
 constexpr Stroke kModify[] = {{Stroke::Key, L"", VK_DOWN}, {Stroke::Key, L"", VK_RETURN}};
 constexpr Stroke kTwoDown[] = {{Stroke::Key, L"", VK_DOWN}, {Stroke::Key, L"", VK_DOWN}};
+// From the box over the button to the options, and back to the boxes of the next one.
+constexpr Stroke kSearchBetween[] = {{Stroke::Key, L"", VK_TAB},   {Stroke::Key, L"", VK_TAB},
+                                     {Stroke::Key, L"", VK_RIGHT}, {Stroke::Access, L"d"},
+                                     {Stroke::Text, L"A00100"},    {Stroke::Key, L"", VK_RETURN}};
+constexpr Stroke kSearchBox[] = {{Stroke::Access, L"s"},       {Stroke::Key, L"", VK_DOWN},
+                                 {Stroke::Key, L"", VK_DOWN},  {Stroke::Key, L"", VK_DOWN},
+                                 {Stroke::Access, L"v"},       {Stroke::Text, L"125"},
+                                 {Stroke::Key, L"", VK_RETURN}};
 
 constexpr Stroke kUntickThird[] = {
     {Stroke::Key, L"", VK_DOWN}, {Stroke::Key, L"", VK_DOWN}, {Stroke::Key, L"", VK_SPACE}};
@@ -59,6 +67,8 @@ constexpr Stop kStops[] = {
     {L"fechas", L"ShowSelecDate", L"articulos", nullptr, {}, VK_RETURN},
     {L"registros", L"ShowRegistros", L"clientes", L"000025", kModify, VK_F4},
     {L"registros-busqueda", L"ShowRegistros", L"articulos", nullptr, kSearchScrew, VK_ESCAPE},
+    {L"buscar-entre", L"ShowBuscar", L"articulos", L"", kSearchBetween, VK_ESCAPE},
+    {L"buscar-ordenes", L"ShowBuscar", L"Ordenes", nullptr, kSearchBox, VK_ESCAPE},
     {L"pedidos", nullptr, nullptr, nullptr, {}, 0},
 };
 

@@ -64,6 +64,7 @@ protected:
         static constexpr Member kMembers[] = {
             {L"Item", DISPID_VALUE, Member::Get, 1, 1, Run<&GridColumns::Item>},
             {L"Count", 1, Member::Get, 0, 0, Run<&GridColumns::Count>},
+            {L"Col", 2, Member::GetPut, 0, 0, Run<&GridColumns::Col>},
         };
         return kMembers;
     }
@@ -72,8 +73,18 @@ private:
     void Count(Invocation& call) { call.Return(Variant(static_cast<long>(m_columns.size()))); }
     void Item(Invocation& call) { call.Return(Variant(m_columns[ColumnIndex(m_table, call[0])].Get())); }
 
+    /// The current column, from 0.
+    void Col(Invocation& call) {
+        if (call.IsPut()) {
+            m_current = call.NewValue().ToShort();
+        } else {
+            call.Return(Variant(m_current));
+        }
+    }
+
     const TableInfo& m_table;
     std::vector<ComPtr<GridColumn>> m_columns;
+    short m_current = 0;
 };
 
 } // namespace

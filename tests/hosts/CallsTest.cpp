@@ -29,7 +29,7 @@ public:
 
 private:
     void ClassName(com::Invocation& call) { call.Return(com::Variant(L"articulos")); }
-    void Requery(com::Invocation&) {
+    void Locked(com::Invocation&) {
         ++m_calls;
         throw com::Error(kTableLocked, L"La tabla está bloqueada.", L"Gestión");
     }
@@ -37,9 +37,9 @@ private:
     std::span<const com::Member> Members() const override {
         static constexpr com::Member kMembers[] = {
             {L"sClassName", 1, com::Member::Get, 0, 0, com::Run<&Host::ClassName>},
-            {L"Requery", 2, com::Member::Method, 0, 1, com::Run<&Host::Requery>},
-            {L"Count", 3, com::Member::Get, 0, 0, com::Run<&Host::Requery>},
-            {L"Text", 4, com::Member::Get, 0, 0, com::Run<&Host::Text>},
+            {L"Requery", 2, com::Member::Method, 0, 1, com::Run<&Host::Locked>},
+            {L"Count", 4, com::Member::Get, 0, 0, com::Run<&Host::Locked>},
+            {L"Text", 3, com::Member::Get, 0, 0, com::Run<&Host::Text>},
         };
         return std::span(kMembers).first(m_control ? 4 : 3);
     }
@@ -151,10 +151,11 @@ struct Outcome {
 };
 
 void ExpectRefusal(const Operation& operation, const com::Error& error) {
-    constexpr std::wstring_view kBuilt[] = {L"frmSeleccion", L"frmRegistros", L"frmColumnas", L"frmOrden"};
+    constexpr std::wstring_view kWorking[] = {L"frmSeleccion", L"frmBuscar", L"frmRegistros", L"frmColumnas",
+                                              L"frmOrden"};
     if (std::wstring_view(operation.form) == L"frmSeleccionFecha") {
         EXPECT_EQ(error.description, kNone);
-    } else if (std::find(std::begin(kBuilt), std::end(kBuilt), operation.form) != std::end(kBuilt)) {
+    } else if (std::ranges::find(kWorking, operation.form) != std::end(kWorking)) {
         EXPECT_EQ(error.number, kTableLocked);
         EXPECT_EQ(error.source, L"Gestión");
         EXPECT_EQ(error.description, L"La tabla está bloqueada.");

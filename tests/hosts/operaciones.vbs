@@ -10,6 +10,7 @@ Class Pantalla ' every role of a host in one
         sClassName = "articulos"
     End Property
     Public Property Get Count
+        consulta = "columnas"
         Err.Raise TableLocked
     End Property
     Public Sub Requery(nombre)
@@ -47,7 +48,7 @@ Sub Falta(nombre, formulario)
     Espera nombre, NotSupported, formulario
 End Sub
 
-obj.ShowBuscar p, p, p : Falta "ShowBuscar", "frmBuscar"
+obj.ShowBuscar p, p, p : Panel "ShowBuscar", "columnas"
 obj.ShowColums p, p : Espera "ShowColums", TableLocked, ""
 obj.ShowSelec p, p, p : Panel "ShowSelec", "seleccion"
 obj.ShowSelec p, p, p, columna, indice, buscar, existencias : Panel "ShowSelec con variables", "seleccion"

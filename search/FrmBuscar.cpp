@@ -1,0 +1,364 @@
+#include "search/FrmBuscar.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <iterator>
+
+#include "base/Commands.h"
+#include "base/SettingsKeys.h"
+#include "frame/Product.h"
+#include "frame/Resources.h"
+#include "search/Resources.h"
+
+namespace tamvelo::search {
+
+using frame::CommandRow;
+using frame::Do;
+using frame::KeyRow;
+using frame::kFill;
+using frame::kOwn;
+using frame::LayoutRow;
+using frame::ToolUse;
+
+namespace {
+
+constexpr ToolUse kTools[] = {
+    {base::kAceptar, L"Ctrl+Intro"},
+    {base::kCancelar, L"Esc"},
+    {base::kCerrar, L"Alt+F4"},
+    {base::kMoveFirst, L"Ctrl+Inicio"},
+    {base::kMovePre, L"Ctrl+Flecha arriba"},
+    {base::kMoveNext, L"Ctrl+Flecha abajo"},
+    {base::kMoveLast, L"Ctrl+Fin"},
+    {base::kFiltro, L"", L"&Filtro aplicado"},
+};
+
+constexpr wchar_t kSearch[] = L"{BUSCAR}";
+constexpr wchar_t kBoxEntered[] = L"{VALOR}";
+constexpr wchar_t kRemoveValue[] = L"{QUITAR_VALOR}";
+constexpr wchar_t kRefresh[] = L"{ACTUALIZAR}";
+
+constexpr KeyRow kKeys[] = {
+    {0, VK_F5, kRefresh},
+    {IDC_LIST2, VK_DELETE, kRemoveValue},
+};
+
+/// With Ctrl, so that boxes and lists keep the plain keys: Enter in a box searches.
+struct ControlKey {
+    UINT key;
+    const wchar_t* command;
+};
+constexpr ControlKey kControlKeys[] = {
+    {VK_RETURN, base::kAceptar}, {VK_HOME, base::kMoveFirst}, {VK_UP, base::kMovePre},
+    {VK_DOWN, base::kMoveNext},  {VK_END, base::kMoveLast},
+};
+
+constexpr int kBoxes[] = {IDC_TXTFIELDS0, IDC_TXTFIELDS1, IDC_TXTFIELDS2};
+constexpr int kBoxLabels[] = {IDC_LBLFIELDS0, IDC_LBLFIELDS1, IDC_LBLFIELDS2};
+constexpr const wchar_t* kCues[] = {L"", L"desde", L"hasta"};
+constexpr int kOptions = static_cast<int>(base::kSearchModes.size());
+
+constexpr wchar_t kSimple[] = L"Simple";
+constexpr wchar_t kSimpleIndex[] = L"Simple_idx";
+constexpr wchar_t kMode[] = L"Modo_";
+constexpr wchar_t kPanelHeading[] = L"Panel de Búsqueda - Buscar por : ";
+
+/// The place of a control's number in a row of numbers; -1 when it is none of them.
+template <class Controls>
+int PlaceOf(const Controls& controls, int control) {
+    const auto* found = std::find(std::begin(controls), std::end(controls), control);
+    return found == std::end(controls) ? -1 : static_cast<int>(found - std::begin(controls));
+}
+
+int OptionOf(int control) {
+    const int option = control - IDC_OPTBUSCAR0;
+    return option >= 0 && option < kOptions ? option : -1;
+}
+
+long Selected(HWND list) { return static_cast<long>(SendMessageW(list, LB_GETCURSEL, 0, 0)); }
+
+std::wstring SelectedText(HWND list) {
+    const auto current = static_cast<WPARAM>(Selected(list));
+    std::wstring text(static_cast<size_t>(SendMessageW(list, LB_GETTEXTLEN, current, 0)), L'\0');
+    SendMessageW(list, LB_GETTEXT, current, reinterpret_cast<LPARAM>(text.data()));
+    return text;
+}
+
+} // namespace
+
+FrmBuscar::FrmBuscar() : Form({kName, IDD_BUSCAR, kTools, kKeys}) {}
+
+std::span<const CommandRow> FrmBuscar::Commands() const {
+    using F = FrmBuscar;
+    static constexpr CommandRow kCommands[] = {
+        {base::kAceptar, Do<&F::Aceptar>},     {base::kCancelar, Do<&F::Cancelar>},
+        {base::kMoveFirst, Do<&F::MoveFirst>}, {base::kMovePre, Do<&F::MovePrevious>},
+        {base::kMoveNext, Do<&F::MoveNext>},   {base::kMoveLast, Do<&F::MoveLast>},
+        {base::kFiltro, Do<&F::ShowFilter>},   {kSearch, Do<&F::Buscar>},
+        {kBoxEntered, Do<&F::BoxEntered>},     {kRemoveValue, Do<&F::RemoveValue>},
+        {kRefresh, Do<&F::Refresh>},
+    };
+    return kCommands;
+}
+
+std::vector<LayoutRow> FrmBuscar::Rows() const {
+    return {
+        {kOwn, {{IDC_LBLBUSCAR, kFill}}},
+        {kOwn, {{IDC_FRMOPTION, kFill}}},
+        {kOwn,
+         {{IDC_LBLFIELDS0},
+          {IDC_TXTFIELDS0, kFill},
+          {IDC_LBLFIELDS1},
+          {IDC_TXTFIELDS1, kFill},
+          {IDC_LBLFIELDS2},
+          {IDC_TXTFIELDS2, kFill},
+          {IDC_CMDBUSCAR}}},
+        {kOwn, {{IDC_LBLTIPOS, kFill}, {IDC_LBLLIST2, kFill}}},
+        {kFill, {{IDC_LSTTIPOS, kFill}, {IDC_LIST2, kFill}}},
+        {kFill, {{IDC_HUECO, kFill}}},
+        {kOwn, {{IDC_CMDESTILO0}, {IDC_CMDESTILO1}}},
+        {kOwn, {{IDC_STATUS, kFill}}},
+    };
+}
+
+// Opening and closing.
+
+void FrmBuscar::Mostrar(IDispatch* sink, IDispatch* data, IDispatch* columns) {
+    Show([&] {
+        m_sink = contract::Sink(sink);
+        m_data = contract::DataClass(data);
+        m_columns = contract::ColumnCollection(columns);
+        m_className = m_data.sClassName();
+        m_orders = m_className == base::kClassOfOrders;
+        frame::Settings& settings = frame::Environment::Get().GetSettings();
+        const std::wstring key = frame::Product::Own().SesionKey(base::kSesionOrdenes);
+        m_simple = base::StoredIndex(settings.ReadValue(key, kSimple, L"0"), 2, 0) == 1 && m_orders;
+        m_kind = base::StoredIndex(settings.ReadValue(key, kSimpleIndex, L"-1"), SHRT_MAX, -1);
+        m_mode = base::StoredIndex(settings.ReadValue(key, kMode + m_className, L"0"), kOptions, 0);
+        ShowModal();
+    });
+}
+
+void FrmBuscar::OnLoad() {
+    Bar().SetBandVisible(base::kBandRegistros, true);
+    for (int option = 0; option < kOptions; ++option) {
+        RECT place{};
+        GetWindowRect(Control(IDC_OPTBUSCAR0 + option), &place);
+        MapWindowPoints(nullptr, Control(IDC_FRMOPTION), reinterpret_cast<POINT*>(&place), 1);
+        m_options[option] = {place.left, place.top};
+    }
+    for (short i = 0; i < 3; ++i) {
+        Watch(i);
+        SendMessageW(Control(kBoxes[i]), EM_SETCUEBANNER, TRUE, reinterpret_cast<LPARAM>(kCues[i]));
+    }
+    ObjectOf(IDC_LIST2, L"List2", 0);
+    for (const int style : {IDC_CMDESTILO0, IDC_CMDESTILO1}) {
+        ShowControl(style, m_orders);
+    }
+    if (m_orders) {
+        FillKinds();
+        SendMessageW(Control(IDC_LSTTIPOS), LB_SETCURSEL, static_cast<WPARAM>(m_kind), 0);
+    }
+    CheckRadioButton(Window(), IDC_OPTBUSCAR0, IDC_OPTBUSCAR4, IDC_OPTBUSCAR0 + m_mode);
+    ShowParts();
+    ShowCount();
+    if (m_columns.Count() > 0) {
+        contract::ColumnCollection::Column searched = m_columns.Item(m_columns.Current());
+        SetFields(searched.DataField());
+        m_heading = searched.Caption();
+    }
+    ChooseKind();
+}
+
+void FrmBuscar::OnUnload() noexcept {
+    m_watches = {};
+    m_heading.clear();
+    m_filter.clear();
+    m_columns.Reset();
+    m_data.Reset();
+    m_sink.Reset();
+}
+
+HWND FrmBuscar::FirstFocus() const { return Control(kBoxes[Mode().focus]); }
+
+com::ComPtr<frame::ControlObject> FrmBuscar::Box(short index) {
+    return ObjectOf(kBoxes[index], L"TxtFields", index);
+}
+
+void FrmBuscar::Watch(short index) {
+    Box(index);
+    frame::EditWatch::Handlers handlers;
+    handlers.typed = [this, index](wchar_t& letter) { Trapped([&] { BoxKey(index, letter); }); };
+    handlers.left = [this, index] {
+        bool valid = true; // what cannot be checked does not hold the user
+        Trapped([&] { valid = BoxLeft(index); });
+        return valid;
+    };
+    if (index == 0) {
+        handlers.pasted = [this](const std::wstring& text) {
+            bool used = false;
+            Trapped([&] { used = PasteValues(text); });
+            return used;
+        };
+    }
+    m_watches.at(static_cast<size_t>(index)) =
+        frame::EditWatch::Start(Control(kBoxes[index]), std::move(handlers));
+}
+
+void FrmBuscar::Remember(const std::wstring& name, int value) {
+    if (m_orders) {
+        // A choice that cannot be kept is still the user's choice.
+        Trapped([&] {
+            frame::Environment::Get().GetSettings().WriteValue(
+                frame::Product::Own().SesionKey(base::kSesionOrdenes), name, std::to_wstring(value));
+        });
+    }
+}
+
+void FrmBuscar::RememberKind() { Remember(kSimpleIndex, static_cast<int>(Selected(Control(IDC_LSTTIPOS)))); }
+
+// Choosing: the kind, the mode, the layout.
+
+void FrmBuscar::FillKinds() {
+    const short count = m_columns.Count();
+    for (short i = 0; i < count; ++i) {
+        const std::wstring heading = m_columns.Item(i).Caption();
+        if (base::IsSearchKind(heading)) {
+            SendMessageW(Control(IDC_LSTTIPOS), LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(heading.c_str()));
+        }
+    }
+}
+
+void FrmBuscar::ChooseKind() {
+    for (const int box : kBoxes) {
+        SetControlText(box, {});
+    }
+    const int kind = m_orders ? Selected(Control(IDC_LSTTIPOS)) : -1;
+    if (const std::optional<std::wstring_view> field = base::SearchKindField(kind)) {
+        SetFields(std::wstring(*field));
+    }
+    SetControlText(IDC_LBLBUSCAR,
+                   kPanelHeading + (kind < 0 ? m_heading : SelectedText(Control(IDC_LSTTIPOS))));
+}
+
+void FrmBuscar::SetFields(const std::wstring& field) {
+    CheckStands();
+    for (short i = 0; i < 3; ++i) {
+        Box(i)->SetDataField(field);
+    }
+    ObjectOf(IDC_LIST2, L"List2", 0)->SetDataField(field);
+}
+
+void FrmBuscar::ChooseMode(int mode, bool enter) {
+    m_mode = mode;
+    CheckRadioButton(Window(), IDC_OPTBUSCAR0, IDC_OPTBUSCAR4, IDC_OPTBUSCAR0 + mode);
+    SendMessageW(Control(IDC_LIST2), LB_RESETCONTENT, 0, 0);
+    ShowCount();
+    ShowParts();
+    if (enter) {
+        SetFocus(FirstFocus());
+    }
+    Remember(kMode + m_className, mode);
+}
+
+void FrmBuscar::ChooseStyle(bool simple) {
+    m_simple = simple;
+    ShowParts();
+    SetFocus(simple ? Control(IDC_LSTTIPOS) : FirstFocus());
+    Remember(kSimple, simple ? 1 : 0);
+    Remember(kSimpleIndex, static_cast<int>(Selected(Control(IDC_LSTTIPOS))));
+}
+
+void FrmBuscar::ShowParts() {
+    ShowControl(IDC_FRMOPTION, !m_simple);
+    for (int option = 0; option < kOptions; ++option) {
+        ShowControl(IDC_OPTBUSCAR0 + option, !m_simple);
+    }
+    for (size_t i = 0; i < 3; ++i) {
+        ShowControl(kBoxLabels[i], Mode().boxes[i]);
+        ShowControl(kBoxes[i], Mode().boxes[i]);
+    }
+    for (const int control : {IDC_LBLTIPOS, IDC_LSTTIPOS}) {
+        ShowControl(control, m_simple);
+    }
+    for (const int control : {IDC_LBLLIST2, IDC_LIST2}) {
+        ShowControl(control, Mode().list);
+    }
+    ShowControl(IDC_HUECO, !m_simple && !Mode().list); // or the last rows would hang in the middle
+    Relayout();
+}
+
+void FrmBuscar::ResizeControls() {
+    Form::ResizeControls();
+    PlaceOptions();
+}
+
+void FrmBuscar::PlaceOptions() {
+    for (int option = 0; option < kOptions; ++option) {
+        POINT place = m_options[option];
+        MapWindowPoints(Control(IDC_FRMOPTION), Window(), &place, 1);
+        SetWindowPos(Control(IDC_OPTBUSCAR0 + option), nullptr, place.x, place.y, 0, 0,
+                     SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+}
+
+// What the controls and keys say.
+
+void FrmBuscar::OnControl(int control, int code) {
+    const bool clicked = code == BN_CLICKED;
+    const int option = OptionOf(control);
+    if (control == IDC_CMDBUSCAR && clicked) {
+        if (Settle()) {
+            Input(kSearch);
+        }
+    } else if (option >= 0 && clicked && option != m_mode) {
+        if (Settle()) {
+            ChooseMode(option, true);
+        } else if (IsLoaded()) {
+            CheckRadioButton(Window(), IDC_OPTBUSCAR0, IDC_OPTBUSCAR4, IDC_OPTBUSCAR0 + m_mode);
+        }
+    } else if ((control == IDC_CMDESTILO0 || control == IDC_CMDESTILO1) && clicked) {
+        if (Settle()) {
+            ChooseStyle(control == IDC_CMDESTILO1);
+        }
+    } else if (control == IDC_LSTTIPOS && code == LBN_SELCHANGE) {
+        ChooseKind();
+        Remember(kSimpleIndex, static_cast<int>(Selected(Control(IDC_LSTTIPOS))));
+    }
+}
+
+bool FrmBuscar::OnKey(UINT key, bool control, bool shift) {
+    if (shift) {
+        return false;
+    }
+    const int focused = GetDlgCtrlID(GetFocus());
+    if (control) {
+        const auto* row = std::ranges::find(kControlKeys, key, &ControlKey::key);
+        if (row != std::end(kControlKeys)) {
+            Input(row->command);
+            return true;
+        }
+        if (key >= '1' && key < '1' + UINT{kOptions}) {
+            ChooseMode(static_cast<int>(key - '1'), true);
+            return true;
+        }
+        return false;
+    }
+    if (PlaceOf(kBoxes, focused) >= 0 && (key == VK_RETURN || key == VK_F4)) {
+        Input(kBoxEntered);
+        return true;
+    }
+    // The system would choose and so send the focus to a box: the arrows could not go on to the next option.
+    const int step = key == VK_RIGHT || key == VK_DOWN ? 1
+                     : key == VK_LEFT || key == VK_UP  ? kOptions - 1
+                                                       : 0;
+    if (OptionOf(focused) >= 0 && step != 0) {
+        ChooseMode((m_mode + step) % kOptions, false);
+        SetFocus(Control(IDC_OPTBUSCAR0 + m_mode));
+        return true;
+    }
+    return false;
+}
+
+} // namespace tamvelo::search

@@ -1,0 +1,143 @@
+#include <algorithm>
+
+#include "base/Commands.h"
+#include "base/FilterText.h"
+#include "frame/Resources.h"
+#include "frame/WindowText.h"
+#include "search/FrmBuscar.h"
+#include "search/Resources.h"
+
+// What the search panel does with what is typed: checks, the list of values, the filter.
+namespace tamvelo::search {
+
+void FrmBuscar::BoxKey(short index, wchar_t& letter) {
+    if (base::IsUncheckedField(Box(index)->DataField())) {
+        return;
+    }
+    auto key = static_cast<short>(letter);
+    const bool kept = m_data.ValidaKey(Box(index), key);
+    letter = kept ? static_cast<wchar_t>(static_cast<unsigned short>(key)) : L'\0';
+}
+
+bool FrmBuscar::BoxLeft(short index) {
+    const com::ComPtr<frame::ControlObject> box = Box(index);
+    if (!Mode().boxes.at(static_cast<size_t>(index)) || base::IsUncheckedField(box->DataField())) {
+        return true;
+    }
+    const long size = m_data.ValidaDefinedSize(box);
+    if (!IsLoaded()) {
+        return true;
+    }
+    const std::wstring text = frame::TextOf(box->Window());
+    const std::wstring kept = base::TrimmedTo(text, size);
+    if (kept != text) {
+        SetWindowTextW(box->Window(), kept.c_str());
+    }
+    return m_data.ValidaValue(box);
+}
+
+bool FrmBuscar::Settle() {
+    const auto watches = m_watches; // the form may go while the host looks at a value
+    return std::ranges::all_of(watches, [](const auto& watch) { return watch->Settle(); }) && IsLoaded();
+}
+
+bool FrmBuscar::PasteValues(const std::wstring& text) {
+    const auto values = Mode().list ? base::PastedValues(text) : std::nullopt;
+    if (!values) {
+        return false;
+    }
+    std::ranges::for_each(*values, [&](const std::wstring& value) { AddValue(value); });
+    return true;
+}
+
+void FrmBuscar::AddValue(const std::wstring& value) {
+    const HWND list = Control(IDC_LIST2);
+    const LRESULT added = SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(value.c_str()));
+    SendMessageW(list, LB_SETTOPINDEX, static_cast<WPARAM>(added), 0);
+    ShowCount();
+}
+
+void FrmBuscar::RemoveValue() {
+    const HWND list = Control(IDC_LIST2);
+    const auto removed = static_cast<long>(SendMessageW(list, LB_GETCURSEL, 0, 0));
+    const auto left = static_cast<long>(SendMessageW(list, LB_DELETESTRING, static_cast<WPARAM>(removed), 0));
+    SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(std::min(removed, left - 1)), 0);
+    ShowCount();
+}
+
+void FrmBuscar::ShowCount() {
+    const auto count = static_cast<long>(SendMessageW(Control(IDC_LIST2), LB_GETCOUNT, 0, 0));
+    SetControlText(IDC_LBLLIST2, L"&Lista: " + base::CountOfValues(count));
+}
+
+// Searching.
+
+void FrmBuscar::BoxEntered() {
+    const std::wstring typed = Mode().list ? ControlText(IDC_TXTFIELDS0) : std::wstring();
+    if (typed.empty()) {
+        Buscar();
+    } else {
+        AddValue(typed);
+        SetControlText(IDC_TXTFIELDS0, {});
+    }
+}
+
+void FrmBuscar::AplicarBusqueda(bool apply) {
+    if (apply) {
+        RememberKind();
+    }
+    if (!m_data) {
+        return;
+    }
+    std::wstring filter;
+    if (apply) {
+        BuildFilter();
+        filter = m_data.GetFilter(base::kSlotFilter);
+    }
+    m_data.AplyFilter(filter);
+    if (!IsLoaded()) {
+        return;
+    }
+    m_filter = filter;
+    ShowFilter();
+    if (apply) {
+        SetFocus(FirstFocus());
+    }
+}
+
+void FrmBuscar::BuildFilter() {
+    std::array<std::wstring, 3> fragments;
+    if (!Mode().list) {
+        for (short i = 0; i < 3; ++i) {
+            if (Mode().boxes.at(static_cast<size_t>(i))) {
+                fragments.at(static_cast<size_t>(i)) = m_data.CreateFilter(Box(i), i);
+                CheckStands();
+            }
+        }
+    } else if (SendMessageW(Control(IDC_LIST2), LB_GETCOUNT, 0, 0) > 0) {
+        fragments[0] = m_data.CreateFilter(ObjectOf(IDC_LIST2, L"List2", 0), short{0});
+    }
+    std::wstring filter = base::JoinAnd(fragments);
+    m_data.SetFilter(filter, base::kSlotFilter);
+}
+
+void FrmBuscar::ShowFilter() {
+    SetControlText(IDC_STATUS, m_filter.empty() ? L"Sin filtro" : L"Filtro aplicado: " + m_filter);
+    Bar().SetPressed(base::kFiltro, !m_filter.empty());
+}
+
+void FrmBuscar::Aceptar() {
+    m_sink.AceptarBuscar();
+    if (IsLoaded()) {
+        Unload();
+    }
+}
+
+void FrmBuscar::Cancelar() {
+    AplicarBusqueda(false);
+    if (IsLoaded()) {
+        Unload();
+    }
+}
+
+} // namespace tamvelo::search
