@@ -1,4 +1,8 @@
 // The record browser: what it asks of the host, what each key and command leads to, and hosts that fail.
+#include "com/WinHeaders.h"
+
+#include <commctrl.h>
+
 #include "tests/dialogs/PanelFixture.h"
 
 namespace tamvelo::testing {
@@ -248,6 +252,20 @@ TEST_P(RegistrosClosedByHost, GoesAlongWithTheHostsForm) {
 INSTANTIATE_TEST_SUITE_P(InACall, RegistrosClosedByHost,
                          ::testing::Values(std::pair{L"AceptarSeleccion", UINT{VK_F4}},
                                            std::pair{L"AceptarModificar", UINT{VK_RETURN}}));
+
+TEST_F(RegistrosTest, TheColumnsAreChosenForRealAndKept) {
+    const auto headings = [] { return SendMessageW(Heading(), HDM_GETITEMCOUNT, 0, 0); };
+    const Script chosen = Script()
+                              .Until("the chooser", [](HWND) { return Item(IDC_LIST1) != nullptr; })
+                              .Key(VK_DOWN)
+                              .Key(VK_SPACE)
+                              .Key(VK_RETURN)
+                              .Until("the browser", [](HWND) { return Item(IDC_DATAGRID) != nullptr; });
+    const auto fewer = [&] { EXPECT_EQ(headings(), MemoryRecordSet::kColumns - 1); };
+    EXPECT_FALSE(Show({}, Script().Key(VK_F12).Append(chosen).Do(fewer).Key(VK_ESCAPE)));
+    EXPECT_THAT(ReadText(File(L"frmSelecprueba.grx")), HasSubstr("visible=0"));
+    EXPECT_FALSE(Show({}, Script().Do(fewer).Key(VK_ESCAPE)));
+}
 
 } // namespace
 } // namespace tamvelo::testing
