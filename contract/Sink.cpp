@@ -16,6 +16,10 @@ Argument Copies(ReportChoice& choice) { return Argument::Ref(choice.copies); }
 
 Argument Day(DATE day) { return Variant::Date(day); }
 
+Argument First(const base::DateRange& dates) { return Day(dates.first); }
+
+Argument Last(const base::DateRange& dates) { return Day(dates.last); }
+
 } // namespace
 
 void Sink::AceptarBuscar() { m_object.Call(L"AceptarBuscar"); }
@@ -73,52 +77,53 @@ void Sink::AceptarReportsPlain(ReportChoice& choice) {
     m_object.Call(L"AceptarReports", {Selection(choice), short{0}, short{0}});
 }
 
-void Sink::AceptarReportsParam(ReportChoice& choice, DATE first, DATE last, std::wstring_view text,
+void Sink::AceptarReportsParam(ReportChoice& choice, const base::DateRange& dates, std::wstring_view text,
                                short& third, short& fourth, std::wstring_view other, std::wstring& list) {
     m_object.Call(L"AceptarReportsParam",
-                  {Selection(choice), Output(choice), Copies(choice), Day(first), Day(last), text,
+                  {Selection(choice), Output(choice), Copies(choice), First(dates), Last(dates), text,
                    Argument::Ref(third), Argument::Ref(fourth), other, Argument::Ref(list)});
 }
 
-void Sink::AceptarReportsParamMail(ReportChoice& choice, DATE first, DATE last, std::wstring_view text,
+void Sink::AceptarReportsParamMail(ReportChoice& choice, const base::DateRange& dates, std::wstring_view text,
                                    short& third, short& fourth, std::wstring_view other, std::wstring& list) {
     m_object.Call(L"AceptarReportsParamMail",
-                  {Selection(choice), Output(choice), Copies(choice), Day(first), Day(last), text,
+                  {Selection(choice), Output(choice), Copies(choice), First(dates), Last(dates), text,
                    Argument::Ref(third), Argument::Ref(fourth), other, Argument::Ref(list)});
 }
 
-void Sink::AceptarReportsInformesParam(ReportChoice& choice, DATE first, DATE last, std::wstring_view text,
-                                       short& third, short& fourth, std::wstring_view other) {
+void Sink::AceptarReportsInformesParam(ReportChoice& choice, const base::DateRange& dates,
+                                       std::wstring_view text, short& third, short& fourth,
+                                       std::wstring_view other) {
     m_object.Call(L"AceptarReportsInformesParam",
-                  {Selection(choice), Output(choice), Copies(choice), Day(first), Day(last), text,
+                  {Selection(choice), Output(choice), Copies(choice), First(dates), Last(dates), text,
                    Argument::Ref(third), Argument::Ref(fourth), other});
 }
 
-void Sink::AceptarReportsParamHr(ReportChoice& choice, DATE first, DATE last, std::wstring_view text,
+void Sink::AceptarReportsParamHr(ReportChoice& choice, const base::DateRange& dates, std::wstring_view text,
                                  bool firstFlag, bool secondFlag, DATE firstHour, DATE lastHour) {
     m_object.Call(L"AceptarReportsParamHr",
-                  {Selection(choice), Output(choice), Copies(choice), Day(first), Day(last), text, firstFlag,
-                   secondFlag, Day(firstHour), Day(lastHour)});
+                  {Selection(choice), Output(choice), Copies(choice), First(dates), Last(dates), text,
+                   firstFlag, secondFlag, Day(firstHour), Day(lastHour)});
 }
 
-void Sink::AceptarReportsFchAuto(ReportChoice& choice, DATE first, DATE last, short automatic) {
+void Sink::AceptarReportsFchAuto(ReportChoice& choice, const base::DateRange& dates, short automatic) {
     m_object.Call(L"AceptarReportsFchAuto",
-                  {Selection(choice), Output(choice), Copies(choice), Day(first), Day(last), automatic});
+                  {Selection(choice), Output(choice), Copies(choice), First(dates), Last(dates), automatic});
 }
 
-void Sink::AceptarInformesFchAuto(ReportChoice& choice, DATE first, DATE last, short automatic) {
+void Sink::AceptarInformesFchAuto(ReportChoice& choice, const base::DateRange& dates, short automatic) {
     m_object.Call(L"AceptarInformesFchAuto",
-                  {Selection(choice), Output(choice), Copies(choice), Day(first), Day(last), automatic});
+                  {Selection(choice), Output(choice), Copies(choice), First(dates), Last(dates), automatic});
 }
 
-void Sink::AceptarInformesFchAuto(ReportChoice& choice, DATE first, DATE last) {
+void Sink::AceptarInformesFchAuto(ReportChoice& choice, const base::DateRange& dates) {
     m_object.Call(L"AceptarInformesFchAuto",
-                  {Selection(choice), Output(choice), Copies(choice), Day(first), Day(last)});
+                  {Selection(choice), Output(choice), Copies(choice), First(dates), Last(dates)});
 }
 
-void Sink::AceptarInformesFch(ReportChoice& choice, DATE first, DATE last, std::wstring_view text) {
+void Sink::AceptarInformesFch(ReportChoice& choice, const base::DateRange& dates, std::wstring_view text) {
     m_object.Call(L"AceptarInformesFch",
-                  {Selection(choice), Output(choice), Copies(choice), Day(first), Day(last), text});
+                  {Selection(choice), Output(choice), Copies(choice), First(dates), Last(dates), text});
 }
 
 void Sink::AceptarInformesFchAutoTipoTime(ReportChoice& choice, const std::array<Variant, 9>& conditions) {

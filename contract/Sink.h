@@ -3,6 +3,7 @@
 #include <array>
 #include <string>
 
+#include "base/DateRanges.h"
 #include "com/LateObject.h"
 
 namespace tamvelo::contract {
@@ -47,20 +48,21 @@ public:
     void AceptarReports(ReportChoice& choice);
     /// For the dialog without output and copies: two zeros by value.
     void AceptarReportsPlain(ReportChoice& choice);
-    void AceptarReportsParam(ReportChoice& choice, DATE first, DATE last, std::wstring_view text,
+    void AceptarReportsParam(ReportChoice& choice, const base::DateRange& dates, std::wstring_view text,
                              short& third, short& fourth, std::wstring_view other, std::wstring& list);
-    void AceptarReportsParamMail(ReportChoice& choice, DATE first, DATE last, std::wstring_view text,
+    void AceptarReportsParamMail(ReportChoice& choice, const base::DateRange& dates, std::wstring_view text,
                                  short& third, short& fourth, std::wstring_view other, std::wstring& list);
-    void AceptarReportsInformesParam(ReportChoice& choice, DATE first, DATE last, std::wstring_view text,
-                                     short& third, short& fourth, std::wstring_view other);
-    void AceptarReportsParamHr(ReportChoice& choice, DATE first, DATE last, std::wstring_view text,
+    void AceptarReportsInformesParam(ReportChoice& choice, const base::DateRange& dates,
+                                     std::wstring_view text, short& third, short& fourth,
+                                     std::wstring_view other);
+    void AceptarReportsParamHr(ReportChoice& choice, const base::DateRange& dates, std::wstring_view text,
                                bool firstFlag, bool secondFlag, DATE firstHour, DATE lastHour);
     /// `automatic` is a check box's value, 0 or 1, by value.
-    void AceptarReportsFchAuto(ReportChoice& choice, DATE first, DATE last, short automatic);
-    void AceptarInformesFchAuto(ReportChoice& choice, DATE first, DATE last, short automatic);
+    void AceptarReportsFchAuto(ReportChoice& choice, const base::DateRange& dates, short automatic);
+    void AceptarInformesFchAuto(ReportChoice& choice, const base::DateRange& dates, short automatic);
     /// The five-argument call: a host with six parameters sees the sixth as missing.
-    void AceptarInformesFchAuto(ReportChoice& choice, DATE first, DATE last);
-    void AceptarInformesFch(ReportChoice& choice, DATE first, DATE last, std::wstring_view text);
+    void AceptarInformesFchAuto(ReportChoice& choice, const base::DateRange& dates);
+    void AceptarInformesFch(ReportChoice& choice, const base::DateRange& dates, std::wstring_view text);
     /// The nine arguments after the choice are the dialog's own, in its documented order.
     void AceptarInformesFchAutoTipoTime(ReportChoice& choice, const std::array<com::Variant, 9>& conditions);
     void AceptarDocNumAut(ReportChoice& choice, const com::Variant& first, const com::Variant& last,

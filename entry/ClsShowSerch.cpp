@@ -12,6 +12,7 @@
 #include "frame/Nested.h"
 #include "gridconfig/FrmColumnas.h"
 #include "gridconfig/FrmOrden.h"
+#include "reports/Dialogs.h"
 #include "search/FrmBuscar.h"
 #include "search/FrmRegistros.h"
 #include "selection/FrmSeleccion.h"
@@ -67,6 +68,31 @@ HRESULT ShowPanel(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* co
         frame::DefaultInstance<selection::FrmSeleccion>()->Mostrar(*sink, *data, control, ownColumn, ownIndx,
                                                                    ownFind, ownStock, verify, controlVerify);
     });
+}
+
+using ReportMethod = void (reports::ReportForm::*)(const reports::ReportForm::Request&);
+
+/// A report dialog's show method. A by-reference text that the host left out reads as empty.
+HRESULT OpenReports(const reports::ReportDesign& design, ReportMethod method, BSTR* cls, IDispatch** sink,
+                    IDispatch** list, VARIANT_BOOL* showAuto, bool limited) {
+    return Operation(
+        [&] {
+            TextInOut ownCls(cls, {});
+            BoolInOut ownShowAuto(showAuto, true);
+            const auto form = reports::ReportForm::Instance(design);
+            ((*form).*method)({ownCls, *sink, *list, ownShowAuto, limited});
+        },
+        cls, sink, list);
+}
+
+HRESULT ShowReports(const reports::ReportDesign& design, BSTR* cls, IDispatch** sink, IDispatch** list,
+                    VARIANT_BOOL* showAuto = nullptr, bool limited = false) {
+    return OpenReports(design, &reports::ReportForm::Mostrar, cls, sink, list, showAuto, limited);
+}
+
+HRESULT PrintReports(const reports::ReportDesign& design, BSTR* cls, IDispatch** sink, IDispatch** list,
+                     VARIANT_BOOL* showAuto = nullptr) {
+    return OpenReports(design, &reports::ReportForm::Aceptar, cls, sink, list, showAuto, false);
 }
 
 } // namespace
@@ -206,76 +232,76 @@ HRESULT ClsShowSerch::ShowOrder(short* mode, IDispatch** sink, IDispatch** colum
 }
 
 HRESULT ClsShowSerch::ShowRpt(BSTR* cls, IDispatch** sink, IDispatch** reports) {
-    return Unavailable(L"frmRpts", cls, sink, reports);
+    return ShowReports(reports::kRpts, cls, sink, reports);
 }
 
 HRESULT ClsShowSerch::ShowSql(BSTR* cls, IDispatch** sink, IDispatch** reports) {
-    return Unavailable(L"frmsql", cls, sink, reports);
+    return ShowReports(reports::kSql, cls, sink, reports);
 }
 
 HRESULT ClsShowSerch::ShowEtiq(BSTR* cls, IDispatch** sink, IDispatch** reports) {
-    return Unavailable(L"frmSelecEti", cls, sink, reports);
+    return ShowReports(reports::kSelecEti, cls, sink, reports);
 }
 
 HRESULT ClsShowSerch::PrintEtiq(BSTR* cls, IDispatch** sink, IDispatch** reports) {
-    return Unavailable(L"frmSelecEti", cls, sink, reports);
+    return PrintReports(reports::kSelecEti, cls, sink, reports);
 }
 
 HRESULT ClsShowSerch::ShowRptCond(BSTR* cls, IDispatch** sink, IDispatch** reports) {
-    return Unavailable(L"frmRptsCond", cls, sink, reports);
+    return ShowReports(reports::kRptsCond, cls, sink, reports);
 }
 
 HRESULT ClsShowSerch::ShowRptMailCond(BSTR* cls, IDispatch** sink, IDispatch** reports) {
-    return Unavailable(L"frmRptsMailCond", cls, sink, reports);
+    return ShowReports(reports::kRptsMailCond, cls, sink, reports);
 }
 
 HRESULT ClsShowSerch::ShowRptBorrador(BSTR* cls, IDispatch** sink, IDispatch** reports) {
-    return Unavailable(L"frmRptsMailCond", cls, sink, reports);
+    return ShowReports(reports::kRptsMailCond, cls, sink, reports, nullptr, true);
 }
 
 HRESULT ClsShowSerch::ShowRptListas(BSTR* cls, IDispatch** sink, IDispatch** reports) {
-    return Unavailable(L"frmRptsListas", cls, sink, reports);
+    return ShowReports(reports::kRptsListas, cls, sink, reports);
 }
 
 HRESULT ClsShowSerch::ShowRptInfCond(BSTR* cls, IDispatch** sink, IDispatch** reports) {
-    return Unavailable(L"frmRptsInfCond", cls, sink, reports);
+    return ShowReports(reports::kRptsInfCond, cls, sink, reports);
 }
 
 HRESULT ClsShowSerch::ShowRptCondHr(BSTR* cls, IDispatch** sink, IDispatch** reports) {
-    return Unavailable(L"frmRptsCondHr", cls, sink, reports);
+    return ShowReports(reports::kRptsCondHr, cls, sink, reports);
 }
 
 HRESULT ClsShowSerch::ShowRptFchAuto(BSTR* cls, IDispatch** sink, IDispatch** reports,
-                                     VARIANT_BOOL* /*showAuto*/) {
-    return Unavailable(L"frmRptsFchAuto", cls, sink, reports);
+                                     VARIANT_BOOL* showAuto) {
+    return ShowReports(reports::kRptsFchAuto, cls, sink, reports, showAuto);
 }
 
 HRESULT ClsShowSerch::ShowRptFchAutoInf(BSTR* cls, IDispatch** sink, IDispatch** reports,
-                                        VARIANT_BOOL* /*showAuto*/) {
-    return Unavailable(L"frmRptsFchAutoInf", cls, sink, reports);
+                                        VARIANT_BOOL* showAuto) {
+    return ShowReports(reports::kRptsFchAutoInf, cls, sink, reports, showAuto);
 }
 
 HRESULT ClsShowSerch::ShowRptInfOrdenes(BSTR* cls, IDispatch** sink, IDispatch** reports,
-                                        VARIANT_BOOL* /*showAuto*/) {
-    return Unavailable(L"frmRptsInfOrdenes", cls, sink, reports);
+                                        VARIANT_BOOL* showAuto) {
+    return ShowReports(reports::kRptsInfOrdenes, cls, sink, reports, showAuto);
 }
 
 HRESULT ClsShowSerch::ShowRptFchCliDirec(BSTR* cls, IDispatch** sink, IDispatch** reports) {
-    return Unavailable(L"frmRptsFchCliDirec", cls, sink, reports);
+    return ShowReports(reports::kRptsFchCliDirec, cls, sink, reports);
 }
 
 HRESULT ClsShowSerch::ShowRptsInfFch(BSTR* cls, IDispatch** sink, IDispatch** reports) {
-    return Unavailable(L"frmRptsInfFch", cls, sink, reports);
+    return ShowReports(reports::kRptsInfFch, cls, sink, reports);
 }
 
 HRESULT ClsShowSerch::ShowRptNumAut(BSTR* cls, IDispatch** sink, IDispatch** reports,
-                                    VARIANT_BOOL* /*showAuto*/) {
-    return Unavailable(L"frmRptNumAut", cls, sink, reports);
+                                    VARIANT_BOOL* showAuto) {
+    return ShowReports(reports::kRptNumAut, cls, sink, reports, showAuto);
 }
 
 HRESULT ClsShowSerch::PrintRptNumAut(BSTR* cls, IDispatch** sink, IDispatch** reports,
-                                     VARIANT_BOOL* /*showAuto*/) {
-    return Unavailable(L"frmRptNumAut", cls, sink, reports);
+                                     VARIANT_BOOL* showAuto) {
+    return PrintReports(reports::kRptNumAut, cls, sink, reports, showAuto);
 }
 
 HRESULT ClsShowSerch::ShowSeleccionar(IDispatch** sink, IDispatch** data) {

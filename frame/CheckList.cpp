@@ -216,6 +216,9 @@ void CheckList::StateChanged(const NMLISTVIEW& change) {
         change.iItem < ShownCount()) {
         Tick(m_rows[static_cast<size_t>(change.iItem)], image == StateImage(true));
     }
+    if ((change.uChanged & LVIF_STATE) && (change.uNewState & ~change.uOldState & LVIS_SELECTED)) {
+        m_events.CurrentChanged();
+    }
 }
 
 LRESULT CheckList::Draw(NMLVCUSTOMDRAW& drawing) const {

@@ -22,6 +22,8 @@ public:
     /// Entries, ticks, or what is shown of them.
     virtual void ListChanged() = 0;
     virtual void EntryDoubleClicked() = 0;
+    /// Another entry is the selected one.
+    virtual void CurrentChanged() = 0;
     virtual void ListMenuAsked(POINT screen) = 0;
 
 protected:
@@ -51,6 +53,7 @@ public:
     /// How many entries the search leaves visible.
     int ShownCount() const { return static_cast<int>(m_rows.size()); }
     int TickedCount() const;
+    const std::wstring& Caption(int entry) const { return m_entries[static_cast<size_t>(entry)].caption; }
     bool IsTicked(int entry) const { return m_entries[static_cast<size_t>(entry)].ticked; }
     /// Does nothing to a fixed entry.
     void Tick(int entry, bool ticked);

@@ -2,7 +2,9 @@
 
 #include <optional>
 
+#include "base/ListChoices.h"
 #include "base/Text.h"
+#include "contract/ReportCollection.h"
 #include "frame/Registry.h"
 
 namespace tamvelo::frame {
@@ -20,6 +22,11 @@ constexpr PlacementValue kPlacement[] = {
     {L"Width", &base::Rect::width},
     {L"Height", &base::Rect::height},
 };
+
+constexpr wchar_t kTicks[] = L"Informes";
+constexpr wchar_t kOutput[] = L"Salida";
+constexpr wchar_t kCopies[] = L"Copias";
+constexpr const wchar_t* kOutputs[] = {L"Impresora", L"Vista previa"};
 
 std::wstring HostFolder() {
     std::wstring folder = EnvironmentValue(L"Carpeta");
@@ -73,6 +80,27 @@ void RegistrySettings::WriteValue(const std::wstring& key, const std::wstring& n
     WriteRegistryText(key, name, value);
 }
 
+void RegistrySettings::LoadListChoices(const std::wstring& key, IDispatch* reports, ChoiceLists& lists) {
+    const std::vector<std::wstring> titles = contract::ReportTitles(reports);
+    lists.SetReports(titles, base::RestoreTicks(titles, ReadValue(key, kTicks, {})));
+    if (lists.HasOutput()) {
+        lists.SetOutputs(kOutputs, ReadValue(key, kOutput, {}));
+        lists.SetCopies(ReadValue(key, kCopies, L"1"));
+    }
+}
+
+void RegistrySettings::LoadLabelChoices(const std::wstring& key, IDispatch* labels, ChoiceLists& lists) {
+    LoadListChoices(key, labels, lists);
+}
+
+void RegistrySettings::SaveListChoices(const std::wstring& key, ChoiceLists& lists) {
+    WriteValue(key, kTicks, base::RememberTicks(lists.Titles(), lists.Ticks()));
+    if (lists.HasOutput()) {
+        WriteValue(key, kOutput, lists.Output());
+        WriteValue(key, kCopies, lists.Copies());
+    }
+}
+
 std::wstring HostFolderFiles::ToolbarLayoutPath(std::wstring_view form) {
     return HostFolder() + std::wstring(form) + L".atb";
 }
@@ -101,6 +129,12 @@ void SelectAllOnFocus::Receive(HWND window, IDispatch* /*control*/) {
     GetClassNameW(window, kind, ARRAYSIZE(kind));
     const bool combo = lstrcmpiW(kind, L"ComboBox") == 0;
     SendMessageW(window, combo ? CB_SETEDITSEL : EM_SETSEL, 0, combo ? MAKELPARAM(0, -1) : -1);
+}
+
+com::ComPtr<IDispatch> NoDataClasses::Create(const std::wstring& className) {
+    constexpr auto kCannotCreate = static_cast<HRESULT>(0x800A01AD); // automation's number 429
+    throw com::Error(kCannotCreate,
+                     L"El entorno de la aplicación no ofrece la clase de datos «" + className + L"».");
 }
 
 } // namespace tamvelo::frame

@@ -11,6 +11,9 @@ public:
     void SavePlacement(const std::wstring& key, PlacedForm& form) override;
     std::wstring ReadValue(const std::wstring& key, const std::wstring& name, std::wstring fallback) override;
     void WriteValue(const std::wstring& key, const std::wstring& name, const std::wstring& value) override;
+    void LoadListChoices(const std::wstring& key, IDispatch* reports, ChoiceLists& lists) override;
+    void LoadLabelChoices(const std::wstring& key, IDispatch* labels, ChoiceLists& lists) override;
+    void SaveListChoices(const std::wstring& key, ChoiceLists& lists) override;
 };
 
 /// Layout files in the sub-folder "AtbGrx" of the host program's folder, or of the folder that the
@@ -32,6 +35,12 @@ public:
 class SelectAllOnFocus final : public FocusUtility {
 public:
     void Receive(HWND window, IDispatch* control) override;
+};
+
+/// The library has no data: look-ups need a component of the environment.
+class NoDataClasses final : public DataClasses {
+public:
+    com::ComPtr<IDispatch> Create(const std::wstring& className) override;
 };
 
 } // namespace tamvelo::frame

@@ -34,6 +34,25 @@ public:
     void WriteValue(const std::wstring& key, const std::wstring& name, const std::wstring& value) override {
         m_object.Call(L"GuardarValor", {key, name, value});
     }
+    void LoadListChoices(const std::wstring& key, IDispatch* reports, ChoiceLists& lists) override {
+        if (lists.HasOutput()) {
+            m_object.Call(L"CargarLista", {key, reports, lists.ReportList().Get(), lists.OutputList().Get(),
+                                           lists.CopiesBox().Get(), false, false});
+        } else {
+            m_object.Call(L"CargarLista", {key, reports, lists.ReportList().Get()});
+        }
+    }
+    void LoadLabelChoices(const std::wstring& key, IDispatch* labels, ChoiceLists& lists) override {
+        m_object.Call(L"CargarEtiquetas", {key, labels, lists.ReportList().Get()});
+    }
+    void SaveListChoices(const std::wstring& key, ChoiceLists& lists) override {
+        if (lists.HasOutput()) {
+            m_object.Call(L"GuardarLista",
+                          {key, lists.ReportList().Get(), lists.OutputList().Get(), lists.CopiesBox().Get()});
+        } else {
+            m_object.Call(L"GuardarLista", {key, lists.ReportList().Get()});
+        }
+    }
 
 private:
     com::LateObject m_object;
@@ -80,10 +99,22 @@ private:
     com::LateObject m_object;
 };
 
+class LateDataClasses final : public DataClasses {
+public:
+    explicit LateDataClasses(IDispatch* object) : m_object(object, L"Clases") {}
+    com::ComPtr<IDispatch> Create(const std::wstring& className) override {
+        com::ComPtr<IDispatch> made = m_object.Call(L"CrearClase", {className}).ToObject();
+        return made ? made : NoDataClasses().Create(className);
+    }
+
+private:
+    com::LateObject m_object;
+};
+
 com::ComPtr<IDispatch> CreateByName(const std::wstring& progId) {
     CLSID id;
     com::ComPtr<IDispatch> object;
-    HRESULT result = CLSIDFromProgID(progId.c_str(), &id);
+    HRESULT result = CLSIDFromString(progId.c_str(), &id);
     if (SUCCEEDED(result)) {
         result =
             CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_PPV_ARGS(&object));
@@ -151,6 +182,10 @@ ErrorReport& Environment::GetErrors() {
 
 FocusUtility& Environment::GetFocus() {
     return Resolve<FocusUtility, LateFocus, SelectAllOnFocus>(m_focus, L"Foco");
+}
+
+DataClasses& Environment::GetDataClasses() {
+    return Resolve<DataClasses, LateDataClasses, NoDataClasses>(m_dataClasses, L"Clases");
 }
 
 std::wstring EnvironmentValue(const wchar_t* name) {

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/Placement.h"
 #include "com/ComPtr.h"
@@ -25,6 +27,29 @@ protected:
     ~PlacedForm() = default;
 };
 
+/// A report dialog as the settings component sees it: the list of reports and, in most dialogs, the output
+/// list and the copies box. Each is there as text and as the control object that a host's component works on.
+class ChoiceLists {
+public:
+    virtual void SetReports(const std::vector<std::wstring>& titles, const std::vector<bool>& ticks) = 0;
+    virtual std::vector<std::wstring> Titles() const = 0;
+    virtual std::vector<bool> Ticks() const = 0;
+    virtual com::ComPtr<IDispatch> ReportList() = 0;
+
+    /// Whether there are an output list and a copies box; without them the rest is not asked.
+    virtual bool HasOutput() const = 0;
+    /// The dialog's own outputs follow the common ones. `chosen` is selected, else the first.
+    virtual void SetOutputs(std::span<const wchar_t* const> common, const std::wstring& chosen) = 0;
+    virtual std::wstring Output() const = 0;
+    virtual void SetCopies(const std::wstring& copies) = 0;
+    virtual std::wstring Copies() const = 0;
+    virtual com::ComPtr<IDispatch> OutputList() = 0;
+    virtual com::ComPtr<IDispatch> CopiesBox() = 0;
+
+protected:
+    ~ChoiceLists() = default;
+};
+
 class Settings {
 public:
     virtual ~Settings() = default;
@@ -35,6 +60,11 @@ public:
     virtual std::wstring ReadValue(const std::wstring& key, const std::wstring& name,
                                    std::wstring fallback) = 0;
     virtual void WriteValue(const std::wstring& key, const std::wstring& name, const std::wstring& value) = 0;
+    /// Fills the lists from the host's collection and restores what was chosen under the key.
+    virtual void LoadListChoices(const std::wstring& key, IDispatch* reports, ChoiceLists& lists) = 0;
+    /// The same for a list of labels; a host may render its labels another way than its reports.
+    virtual void LoadLabelChoices(const std::wstring& key, IDispatch* labels, ChoiceLists& lists) = 0;
+    virtual void SaveListChoices(const std::wstring& key, ChoiceLists& lists) = 0;
 };
 
 struct LayoutPlace {
@@ -65,6 +95,13 @@ public:
     virtual void Receive(HWND window, IDispatch* control) = 0;
 };
 
+class DataClasses {
+public:
+    virtual ~DataClasses() = default;
+    /// A data class of the host by its name, for a look-up that a dialog makes on its own.
+    virtual com::ComPtr<IDispatch> Create(const std::wstring& className) = 0;
+};
+
 class Environment {
 public:
     /// The calling thread's components.
@@ -77,12 +114,14 @@ public:
     FileService& GetFiles();
     ErrorReport& GetErrors();
     FocusUtility& GetFocus();
+    DataClasses& GetDataClasses();
 
 private:
     std::unique_ptr<Settings> m_settings;
     std::unique_ptr<FileService> m_files;
     std::unique_ptr<ErrorReport> m_errors;
     std::unique_ptr<FocusUtility> m_focus;
+    std::unique_ptr<DataClasses> m_dataClasses;
 };
 
 /// A value of the environment's own key (HKCU\SOFTWARE\<company>\Global\Configuracion\Entorno): the ProgIDs

@@ -232,6 +232,8 @@ void Form::AfterDestroy() noexcept {
     m_toolbar.reset();
     m_layout = {};
     m_objects.clear();
+    m_tips = nullptr;
+    m_tipTexts.clear();
     m_formObject.Reset();
     OnUnload();
     FormInstances::Forget(*this);
@@ -349,6 +351,7 @@ void Form::ResizeControls() {
     GetClientRect(m_window, &area);
     area.top += m_toolbar->Height();
     m_layout.Arrange(area);
+    PlaceTips();
     InvalidateRect(m_window, nullptr, TRUE);
 }
 

@@ -142,11 +142,15 @@ protected:
     template <class Body>
     void Trapped(const Body& body) noexcept;
 
+    /// A control that the template does not have, last in the tab order; its size in dialog units.
+    void AddControl(int id, const wchar_t* windowClass, const wchar_t* text, DWORD style, SIZE units);
     /// A push button that the template does not have, last in the tab order; the width in dialog units.
     void AddButton(int id, const wchar_t* caption, int width);
     HWND Control(int id) const { return GetDlgItem(m_window, id); }
     void ShowControl(int id, bool shown);
     void EnableControl(int id, bool enabled);
+    /// What the mouse learns over a control, also over one that is off; "" nothing.
+    void SetTip(int id, const wchar_t* text);
     std::wstring ControlText(int id) const;
     void SetControlText(int id, const std::wstring& text);
     /// The automation object of a control, made on first use and kept until unload.
@@ -196,6 +200,7 @@ private:
     void OnTool(std::wstring_view id);
     void ToolbarChanged();
     std::wstring Key() const;
+    void PlaceTips() const;
 
     const FormDesign m_design;
     std::vector<FormPart*> m_parts; // members of the derived form
@@ -209,6 +214,8 @@ private:
     int m_running = 0;
     SIZE m_smallest{};
     std::map<int, com::ComPtr<ControlObject>> m_objects;
+    HWND m_tips = nullptr; // a window of the form's, made with the first tip
+    std::map<int, const wchar_t*> m_tipTexts;
     com::ComPtr<IDispatch> m_formObject;
 };
 

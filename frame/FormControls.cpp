@@ -1,3 +1,7 @@
+#include "com/WinHeaders.h"
+
+#include <commctrl.h>
+
 #include "com/Module.h"
 #include "frame/Form.h"
 #include "frame/ThemeScope.h"
@@ -6,19 +10,24 @@
 // What a form does with its controls by number.
 namespace tamvelo::frame {
 
+void Form::AddControl(int id, const wchar_t* windowClass, const wchar_t* text, DWORD style, SIZE units) {
+    const ThemeScope theme;
+    RECT size{0, 0, units.cx, units.cy};
+    MapDialogRect(m_window, &size);
+    const DWORD edge = lstrcmpW(windowClass, L"EDIT") == 0 ? WS_EX_CLIENTEDGE : 0; // as a template gives it
+    const HWND control =
+        CreateWindowExW(edge, windowClass, text, WS_CHILD | WS_VISIBLE | style, 0, 0, size.right, size.bottom,
+                        m_window, nullptr, com::Module::Instance(), nullptr);
+    if (!control) {
+        com::ThrowLastError(L"No se puede crear un control.");
+    }
+    SetWindowLongPtrW(control, GWLP_ID, id);
+    SendMessageW(control, WM_SETFONT, static_cast<WPARAM>(SendMessageW(m_window, WM_GETFONT, 0, 0)), FALSE);
+}
+
 void Form::AddButton(int id, const wchar_t* caption, int width) {
     constexpr int kHeight = 14; // dialog units, as everywhere
-    const ThemeScope theme;
-    RECT size{0, 0, width, kHeight};
-    MapDialogRect(m_window, &size);
-    const HWND button =
-        CreateWindowExW(0, L"BUTTON", caption, WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, 0, size.right,
-                        size.bottom, m_window, nullptr, com::Module::Instance(), nullptr);
-    if (!button) {
-        com::ThrowLastError(L"No se puede crear el botón.");
-    }
-    SetWindowLongPtrW(button, GWLP_ID, id);
-    SendMessageW(button, WM_SETFONT, static_cast<WPARAM>(SendMessageW(m_window, WM_GETFONT, 0, 0)), FALSE);
+    AddControl(id, L"BUTTON", caption, WS_TABSTOP, {width, kHeight});
 }
 
 void Form::ShowControl(int id, bool shown) {
@@ -38,6 +47,35 @@ void Form::EnableControl(int id, bool enabled) {
         SendMessageW(m_window, WM_NEXTDLGCTL, 0, FALSE);
     }
     EnableWindow(control, enabled);
+}
+
+void Form::SetTip(int id, const wchar_t* text) {
+    if (!m_tips) {
+        const ThemeScope theme;
+        m_tips =
+            CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
+                            0, 0, 0, 0, m_window, nullptr, com::Module::Instance(), nullptr);
+    }
+    m_tipTexts[id] = text;
+    PlaceTips();
+}
+
+void Form::PlaceTips() const {
+    // By place, not by window: a control that is off hears nothing of the mouse.
+    for (const auto& [id, text] : m_tipTexts) {
+        TTTOOLINFOW tool{};
+        tool.cbSize = sizeof tool;
+        tool.uFlags = TTF_SUBCLASS;
+        tool.hwnd = m_window;
+        tool.uId = static_cast<UINT_PTR>(id);
+        SendMessageW(m_tips, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+        if (*text) {
+            tool.lpszText = const_cast<wchar_t*>(text);
+            GetWindowRect(Control(id), &tool.rect);
+            MapWindowPoints(nullptr, m_window, reinterpret_cast<POINT*>(&tool.rect), 2);
+            SendMessageW(m_tips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+        }
+    }
 }
 
 std::wstring Form::ControlText(int id) const { return TextOf(Control(id)); }

@@ -40,6 +40,7 @@ protected:
 
     /// An entry was double-clicked; a list with ticks toggles it.
     void EntryDoubleClicked() override;
+    void CurrentChanged() override {}
 
 private:
     void ListChanged() override;

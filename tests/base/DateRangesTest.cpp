@@ -4,6 +4,8 @@
 
 #include <set>
 
+#include "base/PeriodName.h"
+
 namespace tamvelo::base {
 
 static void PrintTo(const CalendarDate& date, std::ostream* out) {
@@ -127,6 +129,15 @@ TEST(DateRanges, EveryPresetHasAnAccessKeyAndACommandOfItsOwn) {
     }
     EXPECT_EQ(keys.size(), DatePresets().size());
     EXPECT_EQ(commands.size(), DatePresets().size());
+}
+
+TEST(DateRanges, APeriodHasTheNameThatAClerkCallsIt) {
+    const DateRange month{*ToDay({2026, 11, 1}), *ToDay({2026, 11, 30})};
+    const DateRange winter{*ToDay({2026, 12, 31}), *ToDay({2027, 1, 1})};
+    EXPECT_EQ(PeriodName(month, PeriodParts::MonthAndYear), L"noviembre 2026");
+    EXPECT_EQ(PeriodName(month, PeriodParts::Year), L"2026");
+    EXPECT_EQ(PeriodName(winter, PeriodParts::MonthAndYear), L"diciembre 2026 - enero 2027");
+    EXPECT_EQ(PeriodName(winter, PeriodParts::Year), L"2026 - 2027");
 }
 
 } // namespace

@@ -151,11 +151,12 @@ struct Outcome {
 };
 
 void ExpectRefusal(const Operation& operation, const com::Error& error) {
-    constexpr std::wstring_view kWorking[] = {L"frmSeleccion", L"frmBuscar", L"frmRegistros", L"frmColumnas",
-                                              L"frmOrden"};
+    constexpr std::wstring_view kUnbuilt[] = {L"frmSeleccionTrueFalse", L"frmSelecAdd",   L"frmSelecVenta",
+                                              L"frmSelecLab",           L"frmCita",       L"frmSelecMinim",
+                                              L"frmSeleccionar",        L"frmSelecRecibo"};
     if (std::wstring_view(operation.form) == L"frmSeleccionFecha") {
         EXPECT_EQ(error.description, kNone);
-    } else if (std::ranges::find(kWorking, operation.form) != std::end(kWorking)) {
+    } else if (std::ranges::find(kUnbuilt, operation.form) == std::end(kUnbuilt)) {
         EXPECT_EQ(error.number, kTableLocked);
         EXPECT_EQ(error.source, L"Gestión");
         EXPECT_EQ(error.description, L"La tabla está bloqueada.");

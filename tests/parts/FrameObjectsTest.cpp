@@ -125,6 +125,7 @@ TEST_F(FrameObjects, AListsControlObjectWorksOnTheEntries) {
         int changes = 0;
         void ListChanged() override { ++changes; }
         void EntryDoubleClicked() override {}
+        void CurrentChanged() override {}
         void ListMenuAsked(POINT) override {}
     };
     for (const auto kind : {frame::CheckList::Kind::Ticks, frame::CheckList::Kind::Plain}) {

@@ -11,6 +11,7 @@
 #include "frame/BusyCursor.h"
 #include "frame/Environment.h"
 #include "frame/LayoutFile.h"
+#include "tests/support/Component.h"
 #include "tests/support/FakeHost.h"
 
 namespace tamvelo::testing {
@@ -112,33 +113,15 @@ TEST_F(FrameServices, TheTraceTellsWhatWentOutAndWhatCameBack) {
     EXPECT_FALSE(com::Trace::Enabled());
 }
 
-constexpr CLSID kComponentId{0x5d1f2b50, 0x7c6e, 0x4b8b, {0x9e, 0x1a, 0x34, 0x0c, 0x61, 0x2d, 0x77, 0x0f}};
 constexpr wchar_t kProgId[] = L"PruebasDeDialogos.Componente";
-
-class SingleObject final : public com::Object<IClassFactory> {
-public:
-    explicit SingleObject(IDispatch* object) : m_object(object) {}
-    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID id, void** out) override {
-        return m_object->QueryInterface(id, out);
-    }
-    HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
-
-private:
-    const com::ComPtr<IDispatch> m_object;
-};
 
 /// One component that plays every part, registered for this process; the environment's key is a private one.
 class FrameEnvironment : public FrameServices {
 protected:
     void SetUp() override {
         CoInitialize(nullptr);
-        const auto factory = com::Make<SingleObject>(component.Get());
-        ASSERT_EQ(CoRegisterClassObject(kComponentId, factory.Get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE,
-                                        &m_cookie),
-                  S_OK);
-        wchar_t id[40];
-        StringFromGUID2(kComponentId, id, ARRAYSIZE(id));
-        Store(HKEY_CLASSES_ROOT, std::wstring(kProgId) + L"\\CLSID", nullptr, id);
+        m_registered.emplace(component.Get());
+        Store(HKEY_CLASSES_ROOT, std::wstring(kProgId) + L"\\CLSID", nullptr, Component::Name());
         RegCreateKeyW(HKEY_CURRENT_USER, kRoot, &m_root);
         RegOverridePredefKey(HKEY_CURRENT_USER, m_root);
     }
@@ -149,7 +132,7 @@ protected:
         RegCloseKey(m_root);
         RegDeleteTreeW(HKEY_CURRENT_USER, kRoot);
         RegDeleteTreeW(HKEY_CLASSES_ROOT, kProgId);
-        CoRevokeClassObject(m_cookie);
+        m_registered.reset();
         CoUninitialize();
     }
     static void Store(HKEY root, const std::wstring& key, const wchar_t* name, const std::wstring& value) {
@@ -166,7 +149,7 @@ protected:
 private:
     static constexpr wchar_t kRoot[] = L"SOFTWARE\\TamveloPruebasPartes";
     HKEY m_root = nullptr;
-    DWORD m_cookie = 0;
+    std::optional<Component> m_registered;
 };
 
 class PlacedAnywhere final : public frame::PlacedForm {

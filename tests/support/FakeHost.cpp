@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "com/LateObject.h"
+#include "com/Collection.h"
 
 namespace tamvelo::testing {
 
@@ -14,6 +14,8 @@ namespace {
 
 constexpr unsigned char kMostArguments = 16;
 
+std::wstring Describe(const VARIANT& argument);
+
 std::wstring NameOf(IDispatch* object) {
     if (!object) {
         return L"Nothing";
@@ -22,6 +24,13 @@ std::wstring NameOf(IDispatch* object) {
         return host->Name();
     }
     com::LateObject control(object, L"control");
+    if (control.Answers(L"Count")) { // a collection of values
+        std::wstring list;
+        for (const Variant& item : com::ItemsOf(control)) {
+            list += (list.empty() ? L"" : L" ") + Describe(item.Get());
+        }
+        return L"[" + list + L"]";
+    }
     return control.Call(L"Name").ToText() + L"(" + control.Call(L"Index").ToText() + L")";
 }
 
@@ -47,6 +56,8 @@ std::wstring Describe(const VARIANT& argument) {
     }
     case VT_DISPATCH:
         return mark + NameOf(value.Get().pdispVal);
+    case VT_EMPTY:
+        return mark + L"Empty";
     default:
         return mark + L"vt" + std::to_wstring(value.Type());
     }

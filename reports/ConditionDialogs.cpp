@@ -1,0 +1,202 @@
+#include "base/PeriodName.h"
+#include "base/SettingsKeys.h"
+#include "base/Text.h"
+#include "frame/Product.h"
+#include "reports/Dialogs.h"
+#include "reports/SharedConditions.h"
+
+// The dialogs of conditions: dates, options, a price list, free texts, hours.
+namespace tamvelo::reports {
+
+using contract::ReportChoice;
+using Kind = Condition::Kind;
+
+namespace {
+
+constexpr wchar_t kCaption[] = L"Selección de Documentos e informes";
+constexpr wchar_t kNote[] = L"Sólo para los informes que aceptan parámetros.";
+
+constexpr Condition kTypeOrCustomer{
+    .kind = Kind::Text, .index = 1, .caption = L"Tipo / Cliente ", .width = 90};
+constexpr Condition kSeries{.kind = Kind::Text, .index = 2, .caption = L"Serie", .width = 40, .beside = true};
+constexpr Condition kRepeated{.kind = Kind::Choice,
+                              .index = 0,
+                              .caption = L"Repetición :",
+                              .opening = kAllOfThem,
+                              .entries = kYesNoAll,
+                              .note = L"(Solo para Ordenes)"};
+constexpr Condition kOnlyRepeated{
+    .kind = Kind::Check, .index = 1, .caption = L"Solo las repeticiones", .beside = true};
+constexpr Condition kInvoiced{
+    .kind = Kind::Choice, .index = 2, .caption = L"Facturado :", .opening = kAllOfThem, .entries = kYesNoAll};
+constexpr Condition kOnlyInvoiced{
+    .kind = Kind::Check, .index = 0, .caption = L"Solo los Facturados", .beside = true};
+constexpr Condition kPriceList{.kind = Kind::Choice,
+                               .index = 1,
+                               .caption = L"Lista  :",
+                               .opening = kPriceLists[0],
+                               .entries = kPriceLists,
+                               .note = L"(Solo  Lista de precios. )"};
+
+constexpr Condition kConditions[] = {kTypeOrCustomer, kSeries,       kRepeated, kOnlyRepeated,
+                                     kInvoiced,       kOnlyInvoiced, kPriceList};
+
+/// The check boxes are a short way to "Sí" of the list on their row: the host gets the list's place.
+constexpr struct {
+    short list;
+    short box;
+} kShortWays[] = {{0, 1}, {2, 0}};
+
+void KeepInStep(ReportForm& form, const Condition& changed) {
+    for (const auto& [list, box] : kShortWays) {
+        if (changed.kind == Kind::Check && changed.index == box) {
+            form.Choose(list, form.IsTicked(box) ? kYes : kAllOfThem);
+        } else if (changed.kind == Kind::Choice && changed.index == list) {
+            form.Tick(box, form.ChoiceText(list) == kYes);
+        }
+    }
+}
+
+// frmRptsCond
+
+void DeliverCond(ReportForm& form, ReportChoice& choice) {
+    short invoiced = form.Choice(2);
+    short repeated = form.Choice(0);
+    std::wstring list = form.ChoiceText(1);
+    form.Sink().AceptarReportsParam(choice, form.Range(), form.Text(1), invoiced, repeated, form.Text(2),
+                                    list);
+}
+
+// frmRptsInfCond: the screen of the customers keeps the customer that was asked for last.
+
+constexpr wchar_t kCustomer[] = L"Cliente";
+
+bool IsCustomers(const ReportForm& form) { return base::Lower(form.Cls()) == L"clientes"; }
+
+std::wstring CustomerKey() { return frame::Product::Own().SesionKey(base::kSesionPersonalClientes); }
+
+void OpenInfCond(ReportForm& form) {
+    if (IsCustomers(form)) {
+        form.SetText(1, frame::Environment::Get().GetSettings().ReadValue(CustomerKey(), kCustomer, {}));
+    }
+}
+
+void SaveInfCond(ReportForm& form) {
+    if (IsCustomers(form)) {
+        frame::Environment::Get().GetSettings().WriteValue(CustomerKey(), kCustomer, form.Text(1));
+    }
+}
+
+void NotePeriod(ReportForm& form, int entry, base::PeriodParts parts) {
+    form.SetNote(form.Title(entry) + L": " + base::PeriodName(form.Range(), parts) + L". " + kNote);
+}
+
+void NoteMonths(ReportForm& form, int entry) { NotePeriod(form, entry, base::PeriodParts::MonthAndYear); }
+
+void NoteYears(ReportForm& form, int entry) { NotePeriod(form, entry, base::PeriodParts::Year); }
+
+void DeliverInfCond(ReportForm& form, ReportChoice& choice) {
+    short invoiced = form.Choice(2);
+    short repeated = form.Choice(0);
+    form.Sink().AceptarReportsInformesParam(choice, form.Range(), form.Text(1), invoiced, repeated,
+                                            form.Text(2));
+}
+
+constexpr Condition kInfConditions[] = {kTypeOrCustomer, kSeries,   kRepeated,
+                                        kOnlyRepeated,   kInvoiced, kOnlyInvoiced};
+
+// frmRptsMailCond: for drafts the document type is fixed.
+
+constexpr const wchar_t* kMail[] = {L"Enviar por e-mail"};
+constexpr wchar_t kDraft[] = L"Borrador";
+constexpr Condition kMailConditions[] = {
+    {.kind = Kind::Text, .index = 1, .caption = L"Tipo doc.", .width = 90},
+    kSeries,
+    kRepeated,
+    kOnlyRepeated,
+    kInvoiced,
+    kOnlyInvoiced,
+    kPriceList,
+};
+
+void OpenMailCond(ReportForm& form) {
+    if (form.IsLimited()) {
+        form.SetText(1, kDraft);
+    } else if (form.Text(1) == kDraft) {
+        form.SetText(1, L"");
+    }
+    form.EnableCondition(Kind::Text, 1, !form.IsLimited(), L"Sólo borradores");
+}
+
+void DeliverMailCond(ReportForm& form, ReportChoice& choice) {
+    short invoiced = form.Choice(2);
+    short repeated = form.Choice(0);
+    std::wstring list = form.ChoiceText(1);
+    form.Sink().AceptarReportsParamMail(choice, form.Range(), form.Text(1), invoiced, repeated, form.Text(2),
+                                        list);
+}
+
+// frmRptsCondHr
+
+constexpr Condition kHourConditions[] = {
+    kTypeOrCustomer,
+    {.kind = Kind::Hour, .index = 2, .caption = L"Hora entre ", .opening = L"07:00", .width = 34},
+    {.kind = Kind::Hour, .index = 3, .caption = L"y ", .opening = L"23:59", .width = 34, .beside = true},
+    kOnlyInvoiced,
+    kOnlyRepeated,
+};
+
+void DeliverCondHr(ReportForm& form, ReportChoice& choice) {
+    form.Sink().AceptarReportsParamHr(choice, form.Range(), form.Text(1), form.IsTicked(0), form.IsTicked(1),
+                                      form.Hour(2), form.Hour(3));
+}
+
+} // namespace
+
+const ReportDesign kRptsCond{
+    .name = L"frmRptsCond",
+    .caption = kCaption,
+    .deliver = DeliverCond,
+    .dates = true,
+    .conditions = kConditions,
+    .note = kNote,
+    .changed = KeepInStep,
+};
+
+const ReportDesign kRptsInfCond{
+    .name = L"frmRptsInfCond",
+    .caption = kCaption,
+    .deliver = DeliverInfCond,
+    .dates = true,
+    .conditions = kInfConditions,
+    .note = kNote,
+    .opened = OpenInfCond,
+    .chosen = NoteMonths,
+    .changed = KeepInStep,
+    .save = SaveInfCond,
+};
+
+const ReportDesign kRptsMailCond{
+    .name = L"frmRptsMailCond",
+    .caption = kCaption,
+    .deliver = DeliverMailCond,
+    .ownOutputs = kMail,
+    .printerByName = true,
+    .dates = true,
+    .conditions = kMailConditions,
+    .note = kNote,
+    .opened = OpenMailCond,
+    .chosen = NoteYears,
+    .changed = KeepInStep,
+};
+
+const ReportDesign kRptsCondHr{
+    .name = L"frmRptsCondHr",
+    .caption = kCaption,
+    .deliver = DeliverCondHr,
+    .dates = true,
+    .conditions = kHourConditions,
+    .note = kNote,
+};
+
+} // namespace tamvelo::reports

@@ -1,0 +1,114 @@
+#include "base/Text.h"
+#include "reports/Dialogs.h"
+#include "reports/SharedConditions.h"
+
+// The dialogs of a date range, in two of them with automatic printing.
+namespace tamvelo::reports {
+
+using contract::ReportChoice;
+using Kind = Condition::Kind;
+
+namespace {
+
+constexpr wchar_t kReportsCaption[] = L"Selección de Documentos e informes";
+constexpr wchar_t kNote[] = L"Sólo para los listados que aceptan parámetros.";
+// frmRptsFchAuto
+
+constexpr wchar_t kSection[] = L"Seccion";
+
+constexpr Condition kFchAutoConditions[] = {
+    kAutomatic,
+    {.kind = Kind::Text, .index = 2, .caption = L"Sección : "},
+};
+
+void PrepareFchAuto(ReportForm& form) {
+    const bool section = base::Lower(form.Cls()) == L"articulos_movimientos_almacen";
+    form.ShowCondition(Kind::Text, 2, section);
+    if (section) {
+        form.SetText(2, form.Remembered(kSection, L""));
+    }
+}
+
+void SaveFchAuto(ReportForm& form) { form.Remember(kSection, form.Text(2)); }
+
+void DeliverFchAuto(ReportForm& form, ReportChoice& choice) {
+    // One report of the stock ledger is asked for under another member than all the rest.
+    if (base::Lower(form.ReportKey()) == L"rptsarticulos_movimientos_almacen") {
+        form.Sink().AceptarInformesFchAuto(choice, form.Range(), Automatic(form));
+    } else {
+        form.Sink().AceptarReportsFchAuto(choice, form.Range(), Automatic(form));
+    }
+}
+
+// frmRptsFchAutoInf
+
+constexpr Condition kFchAutoInfConditions[] = {
+    kAutomatic,
+    {.kind = Kind::Button,
+     .index = 1,
+     .caption = L"Fiitrar Tipos Producto",
+     .lookup = {L"Tipos_Producto", L"selec_plan", L"ShowSelecTrueFalse"}},
+};
+
+void DeliverFchAutoInf(ReportForm& form, ReportChoice& choice) {
+    // A complaint is never printed unseen.
+    const bool complaints = form.ReportKey() == L"rptsPedidos_Reclamaciones";
+    form.Sink().AceptarInformesFchAuto(choice, form.Range(), complaints ? short{0} : Automatic(form));
+}
+
+// frmRptsInfFch
+
+constexpr Condition kInfFchConditions[] = {{.kind = Kind::Text, .index = 2, .caption = L"Serie"}};
+
+void DeliverInfFch(ReportForm& form, ReportChoice& choice) {
+    form.Sink().AceptarInformesFch(choice, form.Range(), form.Text(2));
+}
+
+// frmRptsFchCliDirec
+
+void DeliverFchCliDirec(ReportForm& form, ReportChoice& choice) {
+    form.Sink().AceptarInformesFchAuto(choice, form.Range());
+}
+
+} // namespace
+
+const ReportDesign kRptsFchAuto{
+    .name = L"frmRptsFchAuto",
+    .caption = kReportsCaption,
+    .deliver = DeliverFchAuto,
+    .dates = true,
+    .conditions = kFchAutoConditions,
+    .note = kNote,
+    .prepare = PrepareFchAuto,
+    .opened = ShowAutomaticIfAsked,
+    .save = SaveFchAuto,
+};
+
+const ReportDesign kRptsFchAutoInf{
+    .name = L"frmRptsFchAutoInf",
+    .caption = L"Selección de Informes",
+    .deliver = DeliverFchAutoInf,
+    .dates = true,
+    .conditions = kFchAutoInfConditions,
+    .note = kNote,
+    .opened = ShowAutomaticIfAsked,
+};
+
+const ReportDesign kRptsInfFch{
+    .name = L"frmRptsInfFch",
+    .caption = L"Selección de informes",
+    .deliver = DeliverInfFch,
+    .dates = true,
+    .conditions = kInfFchConditions,
+    .note = kNote,
+};
+
+const ReportDesign kRptsFchCliDirec{
+    .name = L"frmRptsFchCliDirec",
+    .caption = L"Selección de Informes",
+    .deliver = DeliverFchCliDirec,
+    .dates = true,
+    .note = kNote,
+};
+
+} // namespace tamvelo::reports

@@ -1,0 +1,237 @@
+#include <algorithm>
+
+#include "base/FilterText.h"
+#include "frame/Nested.h"
+#include "reports/ReportForm.h"
+#include "reports/Resources.h"
+
+// The conditions of a report dialog: controls made from its description.
+namespace tamvelo::reports {
+
+using frame::kFill;
+using frame::kOwn;
+using frame::LayoutCell;
+using frame::LayoutRow;
+
+namespace {
+
+using Kind = Condition::Kind;
+
+/// The numbers of one condition's controls, from its first.
+enum Part { kLabel, kControl, kNote, kButton, kParts };
+
+struct KindOfControl {
+    const wchar_t* windowClass;
+    DWORD style;
+    const wchar_t* array; // what its control array is called
+    int height;           // dialog units
+};
+
+const KindOfControl& Of(Kind kind) {
+    constexpr int kLines = 13;
+    constexpr int kDropped = 120; // with its list open
+    static constexpr KindOfControl kKinds[] = {
+        {L"EDIT", ES_AUTOHSCROLL | WS_TABSTOP, L"TxtFields", kLines},
+        {L"EDIT", ES_AUTOHSCROLL | WS_TABSTOP, L"TxtFields", kLines},
+        {L"COMBOBOX", CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP, L"CmbFields", kDropped},
+        {L"BUTTON", BS_AUTOCHECKBOX | WS_TABSTOP, L"chkFields", kLines},
+        {L"BUTTON", BS_PUSHBUTTON | WS_TABSTOP, L"Command", kLines + 1},
+    };
+    return kKinds[static_cast<size_t>(kind)];
+}
+
+constexpr int kTextHeight = 9;
+constexpr int kButtonWidth = 16;
+/// About what the dialog's font needs for a text, in dialog units.
+int WidthOf(const wchar_t* text) { return static_cast<int>(wcslen(text)) * 4 + 4; }
+
+} // namespace
+
+int ReportForm::ControlOf(const Condition& condition) const {
+    return IDC_CONDITIONS + static_cast<int>(&condition - m_report.conditions.data()) * kParts;
+}
+
+const Condition& ReportForm::Find(Kind kind, short index) const {
+    const auto found = std::ranges::find_if(
+        m_report.conditions, [&](const Condition& c) { return c.kind == kind && c.index == index; });
+    if (found == m_report.conditions.end()) {
+        throw com::Error(E_UNEXPECTED, L"El diálogo no tiene esa condición.");
+    }
+    return *found;
+}
+
+void ReportForm::MakeConditions() {
+    for (const Condition& condition : m_report.conditions) {
+        const KindOfControl& kind = Of(condition.kind);
+        const int first = ControlOf(condition);
+        const bool ownCaption = condition.kind == Kind::Check || condition.kind == Kind::Button;
+        if (!ownCaption) {
+            AddControl(first + kLabel, L"STATIC", condition.caption, SS_LEFT,
+                       {WidthOf(condition.caption), kTextHeight});
+        }
+        const int width = ownCaption ? WidthOf(condition.caption) + 12 : condition.width;
+        AddControl(first + kControl, kind.windowClass, ownCaption ? condition.caption : L"", kind.style,
+                   {width, kind.height});
+        if (condition.lookup.className && condition.kind != Kind::Button) {
+            AddControl(first + kButton, L"BUTTON", L"…", BS_PUSHBUTTON | WS_TABSTOP,
+                       {kButtonWidth, kTextHeight + 5});
+        }
+        if (condition.note) {
+            AddControl(first + kNote, L"STATIC", condition.note, SS_LEFT,
+                       {WidthOf(condition.note), kTextHeight});
+        }
+        const HWND control = Control(first + kControl);
+        for (const wchar_t* entry : condition.entries) {
+            SendMessageW(control, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry));
+        }
+        if (condition.kind == Kind::Choice) {
+            SendMessageW(control, CB_SELECTSTRING, static_cast<WPARAM>(-1),
+                         reinterpret_cast<LPARAM>(condition.opening));
+        } else if (condition.kind == Kind::Check) {
+            SendMessageW(control, BM_SETCHECK, *condition.opening ? BST_CHECKED : BST_UNCHECKED, 0);
+        } else if (!ownCaption) {
+            SetWindowTextW(control, condition.opening);
+        }
+        ObjectOf(first + kControl, kind.array, condition.index);
+    }
+}
+
+std::vector<LayoutRow> ReportForm::ConditionRows() const {
+    std::vector<LayoutRow> rows;
+    for (const Condition& condition : m_report.conditions) {
+        if (!condition.beside) {
+            rows.push_back({});
+        }
+        for (const Part part : {kLabel, kControl, kButton, kNote}) {
+            if (const int id = ControlOf(condition) + part; Control(id)) {
+                rows.back().cells.push_back({id});
+            }
+        }
+    }
+    return rows;
+}
+
+std::wstring ReportForm::Text(short index) const {
+    return ControlText(ControlOf(Find(Kind::Text, index)) + kControl);
+}
+
+void ReportForm::SetText(short index, const std::wstring& text) {
+    SetControlText(ControlOf(Find(Kind::Text, index)) + kControl, text);
+}
+
+short ReportForm::Choice(short index) const {
+    const HWND list = Control(ControlOf(Find(Kind::Choice, index)) + kControl);
+    return static_cast<short>(SendMessageW(list, CB_GETCURSEL, 0, 0));
+}
+
+std::wstring ReportForm::ChoiceText(short index) const {
+    return ControlText(ControlOf(Find(Kind::Choice, index)) + kControl);
+}
+
+DATE ReportForm::Hour(short index) const {
+    const int control = ControlOf(Find(Kind::Hour, index)) + kControl;
+    const std::wstring text = ControlText(control);
+    DATE hour = 0;
+    if (FAILED(VarDateFromStr(com::Bstr(text).Get(), LOCALE_USER_DEFAULT, VAR_TIMEVALUEONLY, &hour))) {
+        SetFocus(Control(control));
+        throw com::Error(DISP_E_TYPEMISMATCH, L"«" + text + L"» no es una hora.");
+    }
+    return hour;
+}
+
+void ReportForm::CheckHours() const {
+    for (const Condition& condition : m_report.conditions) {
+        if (condition.kind == Kind::Hour) {
+            Hour(condition.index);
+        }
+    }
+}
+
+void ReportForm::Choose(short index, const wchar_t* entry) {
+    SendMessageW(Control(ControlOf(Find(Kind::Choice, index)) + kControl), CB_SELECTSTRING,
+                 static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(entry));
+}
+
+void ReportForm::Tick(short index, bool ticked) {
+    SendMessageW(Control(ControlOf(Find(Kind::Check, index)) + kControl), BM_SETCHECK,
+                 ticked ? BST_CHECKED : BST_UNCHECKED, 0);
+}
+
+bool ReportForm::IsTicked(short index) const {
+    const HWND box = Control(ControlOf(Find(Kind::Check, index)) + kControl);
+    return SendMessageW(box, BM_GETCHECK, 0, 0) == BST_CHECKED;
+}
+
+void ReportForm::ShowCondition(Kind kind, short index, bool shown) {
+    const int first = ControlOf(Find(kind, index));
+    for (int part = 0; part < kParts; ++part) {
+        if (Control(first + part)) {
+            ShowControl(first + part, shown);
+        }
+    }
+    Relayout();
+}
+
+void ReportForm::EnableCondition(Kind kind, short index, bool enabled, const wchar_t* whyNot) {
+    const int first = ControlOf(Find(kind, index));
+    SetTip(first + kControl, enabled ? L"" : whyNot);
+    for (int part = 0; part < kParts; ++part) {
+        if (Control(first + part)) {
+            EnableControl(first + part, enabled);
+        }
+    }
+}
+
+// Look-ups: the button beside a box, F4 and Alt+Down in it open the selection panel, which answers our relay.
+
+const Condition* ReportForm::LookupOf(int control) const {
+    for (const Condition& condition : m_report.conditions) {
+        const int first = ControlOf(condition);
+        if (condition.lookup.className && control >= first && control < first + kParts) {
+            return &condition;
+        }
+    }
+    return nullptr;
+}
+
+void ReportForm::LookUp(const Condition& condition) {
+    const Lookup& lookup = condition.lookup;
+    com::LateObject data(frame::Environment::Get().GetDataClasses().Create(lookup.className).Get(),
+                         L"MyClase");
+    data.Call(L"Requery", {lookup.selection});
+    com::ComPtr<IDispatch> box(
+        ObjectOf(ControlOf(condition) + kControl, Of(condition.kind).array, condition.index).Get());
+    frame::NewShowSerch().Call(lookup.operation, {clsEventos->Sink(), data.Get(), com::Argument::Ref(box),
+                                                  short{0}, condition.index});
+}
+
+void ReportForm::clsEventos_AceptaSeleccion(com::Invocation& call) {
+    com::LateObject control(call[1].ToObject().Get(), L"ctl");
+    SetText(control.Call(L"Index").ToShort(), call[2].ToText());
+}
+
+bool ReportForm::OnConditionControl(int control, int code) {
+    if (const Condition* condition = LookupOf(control); condition && code == BN_CLICKED) {
+        Trapped([&] { LookUp(*condition); });
+        return true;
+    }
+    if (code == CBN_SELCHANGE || code == BN_CLICKED || code == EN_CHANGE) {
+        const auto changed = std::ranges::find_if(
+            m_report.conditions, [&](const Condition& c) { return ControlOf(c) + kControl == control; });
+        if (changed != m_report.conditions.end() && m_report.changed) {
+            m_report.changed(*this, *changed);
+        }
+    }
+    return false;
+}
+
+bool ReportForm::OnConditionKey(UINT key) {
+    const bool opens = key == VK_F4 || key == frame::kAltDown;
+    if (const Condition* condition = opens ? LookupOf(GetDlgCtrlID(GetFocus())) : nullptr) {
+        LookUp(*condition);
+        return true;
+    }
+    return false;
+}
+
+} // namespace tamvelo::reports

@@ -1,0 +1,337 @@
+#include "reports/ReportForm.h"
+
+#include <commctrl.h>
+
+#include "base/Commands.h"
+#include "base/PathComponent.h"
+#include "com/Collection.h"
+#include "frame/FormInstances.h"
+#include "frame/Product.h"
+#include "reports/Printer.h"
+#include "reports/Resources.h"
+
+namespace tamvelo::reports {
+
+using frame::CommandRow;
+using frame::Do;
+using frame::kFill;
+using frame::kOwn;
+using frame::LayoutRow;
+using frame::ToolUse;
+
+namespace {
+
+constexpr ToolUse kTools[] = {{base::kAceptar, L"Intro"}, {base::kCancelar, L"Esc"}};
+
+constexpr wchar_t kPrinter[] = L"Impresora";
+// Automation's numbers 6 and 13.
+constexpr auto kOverflow = static_cast<HRESULT>(0x800A0006);
+constexpr auto kMismatch = static_cast<HRESULT>(0x800A000D);
+
+std::wstring TickedReports(const frame::CheckList& list) {
+    const int count = list.TickedCount();
+    return std::to_wstring(count) + (count == 1 ? L" informe marcado" : L" informes marcados");
+}
+
+std::wstring TickedLabels(const frame::CheckList& list) {
+    const int count = list.TickedCount();
+    return std::to_wstring(count) + (count == 1 ? L" etiqueta marcada" : L" etiquetas marcadas");
+}
+
+} // namespace
+
+ReportForm::ReportForm(const ReportDesign& design)
+    : ListForm({design.name, IDD_REPORT, kTools, design.keys},
+               {frame::CheckList::Kind::Ticks, false, design.labels ? TickedLabels : TickedReports}),
+      m_report(design) {
+    if (design.dates) {
+        m_dates.emplace(*this, base::WholeMonth);
+    }
+}
+
+std::shared_ptr<ReportForm> ReportForm::Instance(const ReportDesign& design) {
+    return std::static_pointer_cast<ReportForm>(
+        frame::FormInstances::Obtain(design.name, [&] { return std::make_shared<ReportForm>(design); }));
+}
+
+// Life.
+
+void ReportForm::Open(const Request& request) {
+    const std::wstring key = L"rpts" + request.cls;
+    if (!base::IsPlainPathComponent(key)) {
+        throw com::Error(E_INVALIDARG, L"«" + request.cls + L"» no sirve como nombre de pantalla.");
+    }
+    m_cls = request.cls;
+    m_reportKey = key;
+    m_sink = contract::Sink(request.sink, L"ClsEventos");
+    m_reports = com::ComPtr<IDispatch>(request.reports);
+    m_showAuto = request.showAuto;
+    m_limited = request.limited;
+    Load();
+    EnableControl(IDC_LIST1, true);
+    LoadChoices();
+}
+
+void ReportForm::Mostrar(const Request& request) {
+    Show([&] {
+        Open(request);
+        ShowModal();
+    });
+}
+
+void ReportForm::Aceptar(const Request& request) {
+    Show([&] {
+        Open(request);
+        Dispatch(base::kAceptar);
+    });
+}
+
+void ReportForm::OnLoad() {
+    ListForm::OnLoad();
+    SetWindowTextW(Window(), m_report.caption);
+    clsEventos = std::make_unique<frame::OwnRelay>(std::map<DISPID, frame::OwnRelay::Handler>{
+        {frame::AceptaSeleccion, [this](com::Invocation& call) { clsEventos_AceptaSeleccion(call); }}});
+    for (const int control :
+         {IDC_LBLFECHA0, IDC_DTPICKER0, IDC_LBLFECHA1, IDC_DTPICKER1, IDC_CMDPERIODO, IDC_LBLINTERVALO}) {
+        ShowControl(control, m_report.dates);
+    }
+    ShowControl(IDC_FRMPARAM, m_report.dates || !m_report.conditions.empty());
+    for (const int control : {IDC_LBLSELEC, IDC_CMBSELEC, IDC_LBLCOPIAS, IDC_TXTCOPIAS, IDC_SPINCOPIAS,
+                              IDC_CMDPRINTER, IDC_LBLPRINTER}) {
+        ShowControl(control, m_report.output);
+    }
+    ObjectOf(IDC_CMBSELEC, L"CmbSelec", 0);
+    ObjectOf(IDC_TXTCOPIAS, L"TxtFields", 0);
+    MakeConditions();
+    SetNote(m_report.note ? m_report.note : L"");
+    if (m_report.output) {
+        SendMessageW(Control(IDC_CMBSELEC), CB_RESETCONTENT, 0, 0);
+        SendMessageW(Control(IDC_SPINCOPIAS), UDM_SETRANGE32, 1, SHRT_MAX);
+        ShowPrinter();
+    }
+    if (m_report.prepare) {
+        m_report.prepare(*this);
+    }
+}
+
+void ReportForm::OnUnload() noexcept {
+    ListForm::OnUnload();
+    clsEventos.reset();
+    m_sink.Reset();
+    m_reports.Reset();
+}
+
+// The choices, and how they are kept.
+
+std::wstring ReportForm::ChoicesKey() const { return frame::Product::Own().FormKey(Name()) + m_reportKey; }
+
+std::wstring ReportForm::Remembered(const wchar_t* name, const wchar_t* fallback) const {
+    return frame::Environment::Get().GetSettings().ReadValue(ChoicesKey(), name, fallback);
+}
+
+void ReportForm::Remember(const wchar_t* name, const std::wstring& value) const {
+    frame::Environment::Get().GetSettings().WriteValue(ChoicesKey(), name, value);
+}
+
+void ReportForm::LoadChoices() {
+    frame::Settings& settings = frame::Environment::Get().GetSettings();
+    if (m_report.labels) {
+        settings.LoadLabelChoices(ChoicesKey(), m_reports.Get(), *this);
+    } else {
+        settings.LoadListChoices(ChoicesKey(), m_reports.Get(), *this);
+    }
+    CheckStands();
+    // A component of the environment has worked on the controls themselves.
+    ListForm::List().RememberTicks();
+    if (m_report.output) {
+        AddOwnOutputs();
+        OutputChanged();
+    }
+    if (m_report.opened) {
+        m_report.opened(*this);
+    }
+}
+
+void ReportForm::SetReports(const std::vector<std::wstring>& titles, const std::vector<bool>& ticks) {
+    std::vector<frame::ListEntry> entries;
+    for (size_t i = 0; i < titles.size(); ++i) {
+        entries.push_back({titles[i], ticks[i]});
+    }
+    ListForm::List().Fill(std::move(entries));
+}
+
+std::vector<std::wstring> ReportForm::Titles() const {
+    std::vector<std::wstring> titles;
+    for (int i = 0; i < ListForm::List().Count(); ++i) {
+        titles.push_back(ListForm::List().Caption(i));
+    }
+    return titles;
+}
+
+std::vector<bool> ReportForm::Ticks() const {
+    std::vector<bool> ticks;
+    for (int i = 0; i < ListForm::List().Count(); ++i) {
+        ticks.push_back(ListForm::List().IsTicked(i));
+    }
+    return ticks;
+}
+
+com::ComPtr<IDispatch> ReportForm::ReportList() { return com::ComPtr<IDispatch>(ListObject().Get()); }
+
+void ReportForm::SetOutputs(std::span<const wchar_t* const> common, const std::wstring& chosen) {
+    const HWND list = Control(IDC_CMBSELEC);
+    SendMessageW(list, CB_RESETCONTENT, 0, 0);
+    for (const wchar_t* output : common) {
+        SendMessageW(list, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(output));
+    }
+    AddOwnOutputs();
+    const LRESULT found = SendMessageW(list, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                                       reinterpret_cast<LPARAM>(chosen.c_str()));
+    SendMessageW(list, CB_SETCURSEL, static_cast<WPARAM>(found == CB_ERR ? 0 : found), 0);
+}
+
+void ReportForm::AddOwnOutputs() {
+    const HWND list = Control(IDC_CMBSELEC);
+    for (const wchar_t* output : m_report.ownOutputs) {
+        const auto text = reinterpret_cast<LPARAM>(output);
+        if (SendMessageW(list, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), text) == CB_ERR) {
+            SendMessageW(list, CB_ADDSTRING, 0, text);
+        }
+    }
+}
+
+std::wstring ReportForm::Output() const { return ControlText(IDC_CMBSELEC); }
+
+void ReportForm::SetCopies(const std::wstring& copies) { SetControlText(IDC_TXTCOPIAS, copies); }
+
+std::wstring ReportForm::Copies() const { return ControlText(IDC_TXTCOPIAS); }
+
+com::ComPtr<IDispatch> ReportForm::OutputList() {
+    return com::ComPtr<IDispatch>(ObjectOf(IDC_CMBSELEC, L"CmbSelec", 0).Get());
+}
+
+com::ComPtr<IDispatch> ReportForm::CopiesBox() {
+    return com::ComPtr<IDispatch>(ObjectOf(IDC_TXTCOPIAS, L"TxtFields", 0).Get());
+}
+
+// Accepting.
+
+void ReportForm::Accept() {
+    CheckHours(); // before anything is hidden: the user is to mend it
+    Hide();
+    // The reports are worth more than remembering them.
+    Trapped([&] {
+        frame::Environment::Get().GetSettings().SaveListChoices(ChoicesKey(), *this);
+        if (m_report.save) {
+            m_report.save(*this);
+        }
+    });
+    contract::ReportChoice choice;
+    if (m_report.output) {
+        choice.output = static_cast<short>(SendMessageW(Control(IDC_CMBSELEC), CB_GETCURSEL, 0, 0));
+        choice.copies = CopiesNumber();
+    }
+    choice.selection = Selection();
+    m_report.deliver(*this, choice);
+    Unload();
+}
+
+short ReportForm::CopiesNumber() const {
+    const std::wstring text = Copies();
+    try {
+        return com::Variant(text).ToShort();
+    } catch (const com::Error& error) {
+        throw com::Error(error.number == DISP_E_OVERFLOW ? kOverflow : kMismatch,
+                         L"El número de copias «" + text + L"» no es válido.");
+    }
+}
+
+com::ComPtr<IDispatch> ReportForm::Selection() const {
+    std::vector<com::Variant> ticks;
+    for (const bool tick : Ticks()) {
+        ticks.emplace_back(tick);
+    }
+    return com::MakeCollection(std::move(ticks));
+}
+
+std::span<const CommandRow> ReportForm::Commands() const {
+    static constexpr CommandRow kCommands[] = {{base::kAceptar, Do<&ReportForm::Accept>}};
+    return kCommands;
+}
+
+// Output and printer.
+
+void ReportForm::OutputChanged() {
+    const bool printer = m_report.printerByName
+                             ? Output() == kPrinter
+                             : SendMessageW(Control(IDC_CMBSELEC), CB_GETCURSEL, 0, 0) == 0;
+    for (const int control : {IDC_LBLCOPIAS, IDC_TXTCOPIAS, IDC_SPINCOPIAS, IDC_CMDPRINTER, IDC_LBLPRINTER}) {
+        EnableControl(control, printer);
+    }
+}
+
+void ReportForm::ShowPrinter() { SetControlText(IDC_LBLPRINTER, DefaultPrinter()); }
+
+void ReportForm::CambiarImpresora() {
+    if (ChoosePrinter(Window()) && IsLoaded()) {
+        ShowPrinter();
+    }
+}
+
+void ReportForm::OnControl(int control, int code) {
+    if (control == IDC_CMBSELEC && code == CBN_SELCHANGE) {
+        OutputChanged();
+    } else if (control == IDC_CMDPRINTER && code == BN_CLICKED) {
+        CambiarImpresora();
+    } else if (!OnConditionControl(control, code)) {
+        ListForm::OnControl(control, code);
+    }
+}
+
+bool ReportForm::OnKey(UINT key, bool control, bool shift) {
+    return OnConditionKey(key) || ListForm::OnKey(key, control, shift);
+}
+
+void ReportForm::CurrentChanged() {
+    if (const int entry = ListForm::List().Current(); m_report.chosen && entry >= 0) {
+        m_report.chosen(*this, entry);
+    }
+}
+
+// Places.
+
+std::vector<LayoutRow> ReportForm::Rows() const {
+    std::vector<LayoutRow> rows = ListForm::Rows();
+    std::vector<LayoutRow> conditions = ConditionRows();
+    if (m_report.dates) {
+        const std::vector<LayoutRow> dates = frame::DateRangeControl::Rows();
+        conditions.insert(conditions.begin(), dates.begin(), dates.end());
+    }
+    conditions.push_back({kOwn, {{IDC_LBLNOTE, kFill}}});
+    for (LayoutRow& row : conditions) {
+        row.frame = IDC_FRMPARAM;
+        rows.push_back(std::move(row));
+    }
+    rows.push_back({kOwn,
+                    {{IDC_LBLSELEC},
+                     {IDC_CMBSELEC},
+                     {IDC_LBLCOPIAS},
+                     {IDC_TXTCOPIAS},
+                     {IDC_CMDPRINTER},
+                     {IDC_LBLPRINTER, kFill}}});
+    return rows;
+}
+
+void ReportForm::ResizeControls() {
+    ListForm::ResizeControls();
+    // The spinner takes its place from the box whenever it is given the box anew.
+    SendMessageW(Control(IDC_SPINCOPIAS), UDM_SETBUDDY, reinterpret_cast<WPARAM>(Control(IDC_TXTCOPIAS)), 0);
+}
+
+void ReportForm::SetNote(const std::wstring& text) {
+    SetControlText(IDC_LBLNOTE, text);
+    ShowControl(IDC_LBLNOTE, !text.empty());
+    Relayout();
+}
+
+} // namespace tamvelo::reports

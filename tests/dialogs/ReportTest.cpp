@@ -1,0 +1,355 @@
+// The report dialogs: what each hands over, what they keep, and how they fail.
+#include "com/WinHeaders.h"
+
+#include <commctrl.h>
+
+#include <variant>
+
+#include "base/DateRanges.h"
+#include "com/Collection.h"
+#include "frame/Resources.h"
+#include "reports/Resources.h"
+#include "tests/dialogs/DialogFixture.h"
+#include "tests/support/Component.h"
+
+namespace tamvelo::testing {
+namespace {
+
+using Server = entry::IClsShowSerch;
+
+const wchar_t* const kMembers[] = {
+    L"AceptarReports",         L"AceptarReportsParam",   L"AceptarReportsParamMail",
+    L"AceptarReportsParamHr",  L"AceptarReportsFchAuto", L"AceptarReportsInformesParam",
+    L"AceptarInformesFchAuto", L"AceptarInformesFch",    L"AceptarInformesFchAutoTipoTime",
+    L"AceptarDocNumAut",       L"AceptarListasParam",    L"AceptarEtiqueta",
+};
+
+/// Today's month as the log writes dates.
+std::wstring Month() {
+    SYSTEMTIME now;
+    GetLocalTime(&now);
+    const base::DateRange range = base::WholeMonth(*base::ToDay({now.wYear, now.wMonth, now.wDay}));
+    const auto text = [](base::Day day) {
+        const base::CalendarDate date = base::ToDate(day);
+        wchar_t written[16];
+        wsprintfW(written, L"#%04d-%02d-%02d#", date.year, date.month, date.day);
+        return std::wstring(written);
+    };
+    return text(range.first) + L", " + text(range.last);
+}
+
+class Reports : public DialogTest {
+protected:
+    using Plain = decltype(&Server::ShowRpt);
+    using WithAuto = decltype(&Server::ShowRptFchAuto);
+    using Operation = std::variant<Plain, WithAuto>;
+
+    Reports() {
+        gdiSlack =
+            16; // a window that is hidden before it goes leaves pictures that the system keeps for others
+        for (const wchar_t* member : kMembers) {
+            host.sink->On(member, [](com::Invocation&) {});
+        }
+    }
+    void WarmUp() override {
+        Show(&Server::ShowRptCond, Script().Key(VK_ESCAPE));
+        Show(&Server::ShowRptCond, L"Otra",
+             Script().Do([] { SetWindowTextW(Item(IDC_TXTCOPIAS), L""); }).Key(VK_RETURN).Box(L"copias"));
+        Show(&Server::ShowRptCond, Script().Key(VK_ESCAPE));
+    }
+    std::optional<com::Error> Show(Operation operation, const wchar_t* screen, Script script,
+                                   VARIANT_BOOL showAuto = VARIANT_TRUE) {
+        com::Bstr cls(screen);
+        com::ComPtr<IDispatch> list = Titles(titles);
+        return Play(std::move(script), [&] {
+            BSTR* const text = cls.Address();
+            IDispatch** const to = sink.GetAddressOf();
+            IDispatch** const from = list.GetAddressOf();
+            return std::holds_alternative<Plain>(operation)
+                       ? (server.Get()->*std::get<Plain>(operation))(text, to, from)
+                       : (server.Get()->*std::get<WithAuto>(operation))(text, to, from, &showAuto);
+        });
+    }
+    std::optional<com::Error> Show(Operation operation, Script script) {
+        return Show(operation, L"Pedidos", std::move(script));
+    }
+    static com::ComPtr<IDispatch> Titles(const std::vector<std::wstring>& texts) {
+        std::vector<com::Variant> items;
+        for (const std::wstring& text : texts) {
+            items.emplace_back(text);
+        }
+        return com::MakeCollection(std::move(items));
+    }
+    /// The control of the dialog's condition of that place.
+    static HWND Part(int condition) { return Item(IDC_CONDITIONS + 4 * condition + 1); }
+    static Script TypeInto(int condition, const wchar_t* text) {
+        return Script().Do([=] { SetFocus(Part(condition)); }).Type(text);
+    }
+    static void Choose(int condition, int entry) {
+        SendMessageW(Part(condition), CB_SETCURSEL, static_cast<WPARAM>(entry), 0);
+        SendMessageW(Dialog(), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(Part(condition)), CBN_SELCHANGE),
+                     reinterpret_cast<LPARAM>(Part(condition)));
+    }
+    static std::wstring ChoicesKey(const wchar_t* form, const wchar_t* screen) {
+        return FormKey(form) + L"\\rpts" + screen;
+    }
+
+    std::vector<std::wstring> titles{L"Listado", L"Resumen", L"Etiquetas"};
+};
+
+TEST_F(Reports, EachDialogHandsOverItsOwnCall) {
+    const std::wstring ticks = L"(&[True False False]";
+    const std::wstring choice = ticks + L", &0, &1";
+    const std::wstring dated = choice + L", " + Month();
+    const struct {
+        Operation operation;
+        std::wstring call;
+        const wchar_t* screen = L"Pedidos";
+    } cases[] = {
+        {&Server::ShowRpt, L"AceptarReports" + choice},
+        {&Server::ShowSql, L"AceptarReports" + ticks + L", 0, 0"},
+        {&Server::ShowEtiq, L"AceptarEtiqueta" + ticks},
+        {&Server::ShowRptListas, L"AceptarListasParam" + choice + L", \"PRC\""},
+        {&Server::ShowRptCond, L"AceptarReportsParam" + dated + L", \"\", &2, &2, \"\", &\"PRC\""},
+        {&Server::ShowRptInfCond, L"AceptarReportsInformesParam" + dated + L", \"\", &2, &2, \"\""},
+        {&Server::ShowRptMailCond, L"AceptarReportsParamMail" + dated + L", \"\", &2, &2, \"\", &\"PRC\""},
+        {&Server::ShowRptBorrador,
+         L"AceptarReportsParamMail" + dated + L", \"Borrador\", &2, &2, \"\", &\"PRC\"", L"Presupuestos"},
+        {&Server::ShowRptCondHr,
+         L"AceptarReportsParamHr" + dated + L", \"\", False, False, #1899-12-30 07:00#, #1899-12-30 23:59#"},
+        {&Server::ShowRptFchAuto, L"AceptarReportsFchAuto" + dated + L", 0"},
+        {&Server::ShowRptFchAuto, L"AceptarInformesFchAuto" + dated + L", 0",
+         L"Articulos_Movimientos_ALMACEN"},
+        {&Server::ShowRptFchAutoInf, L"AceptarInformesFchAuto" + dated + L", 0"},
+        {&Server::ShowRptsInfFch, L"AceptarInformesFch" + dated + L", \"\""},
+        {&Server::ShowRptFchCliDirec, L"AceptarInformesFchAuto" + dated},
+        {&Server::ShowRptInfOrdenes, L"AceptarInformesFchAutoTipoTime" + dated +
+                                         L", 0, \"\", #1899-12-30#, #1899-12-30 23:59#, 2, 2, \"\""},
+        {&Server::ShowRptNumAut, L"AceptarDocNumAut" + choice + L", Empty, Empty, False"},
+    };
+    for (const auto& [operation, call, screen] : cases) {
+        SCOPED_TRACE(::testing::PrintToString(call));
+        EXPECT_FALSE(Show(operation, screen, Keys({VK_SPACE, VK_RETURN})));
+        EXPECT_THAT(TakeLog(), ElementsAre(call + L")"));
+        EXPECT_FALSE(Show(operation, screen, Keys({VK_SPACE, VK_ESCAPE})));
+        EXPECT_THAT(TakeLog(), IsEmpty());
+    }
+}
+
+TEST_F(Reports, WhatTheUserChoseTravels) {
+    // Places, not numbers; the third list before the first; texts where the host expects them.
+    const std::wstring ticks = L"(&[False True True], &2, &7, ";
+    const Script fill = Script()
+                            .Key(VK_DOWN)
+                            .Key(VK_SPACE)
+                            .Key(VK_DOWN)
+                            .Key(VK_SPACE)
+                            .Do([] {
+                                SendMessageW(Item(IDC_CMBSELEC), CB_SETCURSEL, 2, 0);
+                                SetWindowTextW(Item(IDC_TXTCOPIAS), L"7");
+                            })
+                            .Append(TypeInto(0, L"C-1"))
+                            .Append(TypeInto(1, L"A"))
+                            .Do([] {
+                                Choose(2, 0);                          // Repetición: Sí
+                                SendMessageW(Part(5), BM_CLICK, 0, 0); // Solo los Facturados
+                                Choose(6, 9);
+                            });
+    EXPECT_FALSE(Show(&Server::ShowRptMailCond, Script(fill).Key(VK_RETURN)));
+    EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarReportsParamMail" + ticks + Month() +
+                                       L", \"C-1\", &0, &0, \"A\", &\"TDS\")"));
+    // Repetición and Facturado are the first and the third list: the third goes first.
+    const Script swapped = Script(fill).Do([] { Choose(2, 1); });
+    EXPECT_FALSE(Show(&Server::ShowRptMailCond, L"Otra", Script(swapped).Key(VK_RETURN)));
+    EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarReportsParamMail" + ticks + Month() +
+                                       L", \"C-1\", &0, &1, \"A\", &\"TDS\")"));
+    // The conditions begin anew; what was ticked, the output and the copies come back.
+    EXPECT_FALSE(Show(&Server::ShowRptMailCond, Keys({VK_RETURN})));
+    EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarReportsParamMail" + ticks + Month() +
+                                       L", \"\", &2, &2, \"\", &\"PRC\")"));
+}
+
+TEST_F(Reports, ChoicesAreKeptPerScreenAndFollowTheReports) {
+    EXPECT_FALSE(Show(&Server::ShowRpt, L"Pedidos", Keys({VK_DOWN, VK_SPACE, VK_RETURN})));
+    EXPECT_EQ(GetValue(ChoicesKey(L"frmRpts", L"Pedidos"), L"Informes"), L"Resumen|");
+    host.log.clear();
+    titles = {L"Nuevo", L"Resumen", L"Listado"};
+    EXPECT_FALSE(Show(&Server::ShowRpt, L"Pedidos", Keys({VK_RETURN})));
+    EXPECT_FALSE(Show(&Server::ShowRpt, L"Facturas", Keys({VK_RETURN})));
+    EXPECT_FALSE(Show(&Server::ShowRpt, L"Pedidos", Keys({VK_SPACE, VK_ESCAPE}))); // keeps nothing
+    titles.clear();
+    EXPECT_FALSE(Show(&Server::ShowRpt, L"Pedidos", Keys({VK_RETURN})));
+    EXPECT_THAT(TakeLog(),
+                ElementsAre(L"AceptarReports(&[False True False], &0, &1)",
+                            L"AceptarReports(&[False False False], &0, &1)", L"AceptarReports(&[], &0, &1)"));
+    // A screen's name is part of a key: what is no plain name is refused, not written elsewhere.
+    EXPECT_TRUE(Show(&Server::ShowRpt, L"..\\Otra", Script()));
+}
+
+TEST_F(Reports, CopiesThatAreNoNumberAreReportedAndTheChoicesKept) {
+    for (const wchar_t* copies : {L"", L"dos", L"40000", L"3 4"}) {
+        SCOPED_TRACE(::testing::PrintToString(std::wstring(copies)));
+        const Script spoil = Script().Do([copies] { SetWindowTextW(Item(IDC_TXTCOPIAS), copies); });
+        EXPECT_FALSE(Show(&Server::ShowRpt, Script(spoil).Key(VK_RETURN).Box(L"número de copias")));
+        EXPECT_THAT(TakeLog(), IsEmpty());
+        EXPECT_FALSE(IsWindowVisible(Dialog()));
+        EXPECT_EQ(GetValue(ChoicesKey(L"frmRpts", L"Pedidos"), L"Copias"), copies);
+        // The next operation finds the form that was left hidden.
+        EXPECT_FALSE(Show(&Server::ShowRpt,
+                          Script().Do([] { SetWindowTextW(Item(IDC_TXTCOPIAS), L" 2"); }).Key(VK_RETURN)));
+        EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarReports(&[False False False], &0, &2)"));
+    }
+    // A sink that fails is no reason to lose the dialog either.
+    host.sink->On(L"AceptarReports", [](com::Invocation&) { RaiseHostError(); });
+    EXPECT_FALSE(Show(&Server::ShowRpt, Script().Key(VK_RETURN).Box(kHostErrorText)));
+    EXPECT_FALSE(Show(&Server::ShowRpt, Keys({VK_ESCAPE})));
+}
+
+TEST_F(Reports, CopiesAndPrinterBelongToThePrinter) {
+    const auto enabled = [](bool printer) {
+        return Script().Do([printer] {
+            for (const int id : {IDC_LBLCOPIAS, IDC_TXTCOPIAS, IDC_CMDPRINTER}) {
+                EXPECT_EQ(IsWindowEnabled(Item(id)) != FALSE, printer) << id;
+            }
+        });
+    };
+    const Script away = Script().Do([] { SetFocus(Item(IDC_CMBSELEC)); }).Key(VK_DOWN);
+    EXPECT_FALSE(Show(&Server::ShowRpt, enabled(true).Append(away).Append(enabled(false)).Key(VK_RETURN)));
+    // The copies travel all the same, and the choice is there again.
+    EXPECT_FALSE(Show(&Server::ShowRpt, enabled(false).Key(VK_ESCAPE)));
+    EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarReports(&[False False False], &1, &1)"));
+    EXPECT_FALSE(Show(&Server::ShowRpt, L"Otra",
+                      Script()
+                          .Do([] { PostMessageW(Item(IDC_CMDPRINTER), BM_CLICK, 0, 0); })
+                          .Box(L"No hay ninguna impresora")
+                          .Do([] { EXPECT_TRUE(IsWindowVisible(Dialog())); })
+                          .Key(VK_ESCAPE)));
+}
+
+TEST_F(Reports, AutomaticPrintingCanBeKeptFromTheUser) {
+    const auto tick = [] { SendMessageW(Part(0), BM_CLICK, 0, 0); };
+    EXPECT_FALSE(Show(&Server::ShowRptFchAuto, L"Pedidos", Script().Do(tick).Key(VK_RETURN)));
+    EXPECT_FALSE(Show(&Server::ShowRptFchAuto, L"Pedidos",
+                      Script().Do([] { EXPECT_FALSE(IsWindowVisible(Part(0))); }).Key(VK_RETURN),
+                      VARIANT_FALSE));
+    EXPECT_FALSE(Show(&Server::ShowRptFchAutoInf, L"Pedidos", Script().Do(tick).Key(VK_RETURN)));
+    EXPECT_FALSE(
+        Show(&Server::ShowRptFchAutoInf, L"Pedidos_Reclamaciones", Script().Do(tick).Key(VK_RETURN)));
+    const std::wstring start = L"(&[False False False], &0, &1, " + Month();
+    EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarReportsFchAuto" + start + L", 1)",
+                                       L"AceptarReportsFchAuto" + start + L", 0)",
+                                       L"AceptarInformesFchAuto" + start + L", 1)",
+                                       L"AceptarInformesFchAuto" + start + L", 0)"));
+}
+
+TEST_F(Reports, WhatIsPrintedWithoutADialogIsWhatWasTickedLast) {
+    const auto nothingShown = Script();
+    EXPECT_FALSE(Show(&Server::PrintEtiq, nothingShown));
+    EXPECT_FALSE(Show(&Server::ShowEtiq, Keys({VK_DOWN, VK_SPACE, VK_F8, VK_RETURN})));
+    EXPECT_FALSE(Show(&Server::PrintEtiq, nothingShown));
+    EXPECT_FALSE(Show(&Server::PrintRptNumAut, nothingShown));
+    EXPECT_THAT(TakeLog(),
+                ElementsAre(L"AceptarEtiqueta(&[False False False])", L"AceptarEtiqueta(&[False True False])",
+                            L"AceptarEtiqueta(&[False True False])",
+                            L"AceptarDocNumAut(&[False False False], &0, &1, Empty, Empty, False)"));
+}
+
+TEST_F(Reports, TheSeriesBelongsToTheEleventhReport) {
+    titles.assign(12, L"Informe");
+    const std::wstring key = L"SOFTWARE\\Tamvelo\\Global\\Configuracion\\Sesion\\Clientes";
+    SetValue(key, L"Serie", L"A");
+    Script script;
+    for (int i = 0; i < 12; ++i) {
+        script.Do([i] { EXPECT_EQ(IsWindowEnabled(Part(0)) != FALSE, i == 10) << i; }).Key(VK_DOWN);
+    }
+    script.Key(VK_UP).Do([] {
+        EXPECT_EQ(TextOf(Part(0)), L"A");
+        SetWindowTextW(Part(0), L"B");
+    });
+    EXPECT_FALSE(Show(&Server::ShowSql, Script(script).Key(VK_ESCAPE)));
+    EXPECT_EQ(GetValue(key, L"Serie"), L"A");
+    EXPECT_FALSE(Show(&Server::ShowSql, Script(script).Key(VK_RETURN)));
+    EXPECT_EQ(GetValue(key, L"Serie"), L"B");
+}
+
+TEST_F(Reports, AnHourThatIsNoneIsMendedInTheOpenDialog) {
+    EXPECT_FALSE(Show(&Server::ShowRptCondHr, Script()
+                                                  .Do([] { SetWindowTextW(Part(1), L"25:99"); })
+                                                  .Key(VK_RETURN)
+                                                  .Box(L"no es una hora")
+                                                  .Do([] {
+                                                      EXPECT_EQ(GetFocus(), Part(1));
+                                                      SetWindowTextW(Part(1), L"8:30");
+                                                  })
+                                                  .Key(VK_RETURN)));
+    EXPECT_THAT(TakeLog().back(), HasSubstr(L"#1899-12-30 08:30#"));
+}
+
+TEST_F(Reports, ABoxIsFilledFromTheSelectionPanelThroughTheRelay) {
+    host.className = L"clientes";
+    com::ComPtr<HostObject> classes = com::Make<HostObject>(L"Clases", host.log);
+    classes->On(L"CrearClase", [&](com::Invocation& call) { call.Return(com::Variant(host.data.Get())); });
+    const Component component(classes.Get());
+    SetValue(kEnvironmentKey, L"Clases", component.Name());
+    EXPECT_FALSE(
+        Show(&Server::ShowRptInfOrdenes,
+             Script()
+                 .Do([] { SetFocus(Part(0)); })
+                 .Key(VK_F4)
+                 .Until("the panel", [](HWND) { return GetDlgItem(Dialog(), IDC_DATAGRID) != nullptr; })
+                 .Key(VK_DOWN)
+                 .Key(VK_RETURN)
+                 .Until("the dialog", [](HWND) { return GetDlgItem(Dialog(), IDC_CMBSELEC) != nullptr; })
+                 .Do([] { EXPECT_EQ(TextOf(Part(0)), L"f1c0"); })
+                 .Key(VK_RETURN)));
+    EXPECT_EQ(host.log[0], L"CrearClase(\"clientes\")");
+    EXPECT_THAT(host.log.back(), HasSubstr(L", \"f1c0\")"));
+}
+
+TEST_F(Reports, AComponentOfTheEnvironmentFillsAndKeepsTheLists) {
+    com::ComPtr<HostObject> settings = com::Make<HostObject>(L"Configuracion", host.log);
+    for (const wchar_t* quiet : {L"RestaurarPosicion", L"GuardarPosicion", L"LeerValor", L"GuardarValor"}) {
+        settings->On(
+            quiet, [](com::Invocation&) {}, true);
+    }
+    settings->On(L"GuardarLista", [](com::Invocation&) {});
+    const auto fill = [](com::Invocation& call) {
+        com::LateObject list(call[2].ToObject().Get(), L"List1");
+        for (const wchar_t* title : {L"Uno", L"Dos"}) {
+            list.Call(L"AddItem", {title});
+        }
+        list.Put(L"ListIndex", 1L);
+        if (call.Count() > 3) {
+            com::LateObject outputs(call[3].ToObject().Get(), L"CmbSelec");
+            outputs.Call(L"AddItem", {L"Impresora"});
+            outputs.Put(L"ListIndex", 0L);
+            com::LateObject(call[4].ToObject().Get(), L"TxtFields").Put(L"Text", L"3");
+        }
+    };
+    settings->On(L"CargarLista", fill);
+    settings->On(L"CargarEtiquetas", fill);
+    const Component component(settings.Get());
+    SetValue(kEnvironmentKey, L"Configuracion", component.Name());
+    const std::wstring key = L"(\"" + FormKey(L"frmRptsMailCond") + L"\\rptsPedidos\", ";
+    EXPECT_FALSE(Show(&Server::ShowRptMailCond, Script()
+                                                    .Do([] {
+                                                        const HWND list = Item(IDC_CMBSELEC);
+                                                        EXPECT_EQ(SendMessageW(list, CB_GETCOUNT, 0, 0), 2);
+                                                    })
+                                                    .Key(VK_SPACE)
+                                                    .Key(VK_RETURN)));
+    EXPECT_THAT(
+        TakeLog(),
+        ElementsAre(L"CargarLista" + key +
+                        L"[\"Listado\" \"Resumen\" \"Etiquetas\"], List1(0), CmbSelec(0), TxtFields(0), "
+                        L"False, False)",
+                    L"GuardarLista" + key + L"List1(0), CmbSelec(0), TxtFields(0))",
+                    L"AceptarReportsParamMail(&[False True], &0, &3, " + Month() +
+                        L", \"\", &2, &2, \"\", &\"PRC\")"));
+    EXPECT_FALSE(Show(&Server::PrintEtiq, Script()));
+    EXPECT_THAT(host.log[0], HasSubstr(L"CargarEtiquetas"));
+    EXPECT_THAT(host.log[0], HasSubstr(L", List1(0))"));
+}
+
+} // namespace
+} // namespace tamvelo::testing
