@@ -8,9 +8,6 @@
 // The conditions of a report dialog: controls made from its description.
 namespace tamvelo::reports {
 
-using frame::kFill;
-using frame::kOwn;
-using frame::LayoutCell;
 using frame::LayoutRow;
 
 namespace {
@@ -18,7 +15,7 @@ namespace {
 using Kind = Condition::Kind;
 
 /// The numbers of one condition's controls, from its first.
-enum Part { kLabel, kControl, kNote, kButton, kParts };
+enum Part { Label, Entry, Note, Button, Parts };
 
 struct KindOfControl {
     const wchar_t* windowClass;
@@ -48,7 +45,7 @@ int WidthOf(const wchar_t* text) { return static_cast<int>(wcslen(text)) * 4 + 4
 } // namespace
 
 int ReportForm::ControlOf(const Condition& condition) const {
-    return IDC_CONDITIONS + static_cast<int>(&condition - m_report.conditions.data()) * kParts;
+    return IDC_CONDITIONS + static_cast<int>(&condition - m_report.conditions.data()) * Parts;
 }
 
 const Condition& ReportForm::Find(Kind kind, short index) const {
@@ -66,21 +63,21 @@ void ReportForm::MakeConditions() {
         const int first = ControlOf(condition);
         const bool ownCaption = condition.kind == Kind::Check || condition.kind == Kind::Button;
         if (!ownCaption) {
-            AddControl(first + kLabel, L"STATIC", condition.caption, SS_LEFT,
+            AddControl(first + Label, L"STATIC", condition.caption, SS_LEFT,
                        {WidthOf(condition.caption), kTextHeight});
         }
         const int width = ownCaption ? WidthOf(condition.caption) + 12 : condition.width;
-        AddControl(first + kControl, kind.windowClass, ownCaption ? condition.caption : L"", kind.style,
+        AddControl(first + Entry, kind.windowClass, ownCaption ? condition.caption : L"", kind.style,
                    {width, kind.height});
         if (condition.lookup.className && condition.kind != Kind::Button) {
-            AddControl(first + kButton, L"BUTTON", L"…", BS_PUSHBUTTON | WS_TABSTOP,
+            AddControl(first + Button, L"BUTTON", L"…", BS_PUSHBUTTON | WS_TABSTOP,
                        {kButtonWidth, kTextHeight + 5});
         }
         if (condition.note) {
-            AddControl(first + kNote, L"STATIC", condition.note, SS_LEFT,
+            AddControl(first + Note, L"STATIC", condition.note, SS_LEFT,
                        {WidthOf(condition.note), kTextHeight});
         }
-        const HWND control = Control(first + kControl);
+        const HWND control = Control(first + Entry);
         for (const wchar_t* entry : condition.entries) {
             SendMessageW(control, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry));
         }
@@ -92,7 +89,7 @@ void ReportForm::MakeConditions() {
         } else if (!ownCaption) {
             SetWindowTextW(control, condition.opening);
         }
-        ObjectOf(first + kControl, kind.array, condition.index);
+        ObjectOf(first + Entry, kind.array, condition.index);
     }
 }
 
@@ -102,7 +99,7 @@ std::vector<LayoutRow> ReportForm::ConditionRows() const {
         if (!condition.beside) {
             rows.push_back({});
         }
-        for (const Part part : {kLabel, kControl, kButton, kNote}) {
+        for (const Part part : {Label, Entry, Button, Note}) {
             if (const int id = ControlOf(condition) + part; Control(id)) {
                 rows.back().cells.push_back({id});
             }
@@ -112,24 +109,24 @@ std::vector<LayoutRow> ReportForm::ConditionRows() const {
 }
 
 std::wstring ReportForm::Text(short index) const {
-    return ControlText(ControlOf(Find(Kind::Text, index)) + kControl);
+    return ControlText(ControlOf(Find(Kind::Text, index)) + Entry);
 }
 
 void ReportForm::SetText(short index, const std::wstring& text) {
-    SetControlText(ControlOf(Find(Kind::Text, index)) + kControl, text);
+    SetControlText(ControlOf(Find(Kind::Text, index)) + Entry, text);
 }
 
 short ReportForm::Choice(short index) const {
-    const HWND list = Control(ControlOf(Find(Kind::Choice, index)) + kControl);
+    const HWND list = Control(ControlOf(Find(Kind::Choice, index)) + Entry);
     return static_cast<short>(SendMessageW(list, CB_GETCURSEL, 0, 0));
 }
 
 std::wstring ReportForm::ChoiceText(short index) const {
-    return ControlText(ControlOf(Find(Kind::Choice, index)) + kControl);
+    return ControlText(ControlOf(Find(Kind::Choice, index)) + Entry);
 }
 
 DATE ReportForm::Hour(short index) const {
-    const int control = ControlOf(Find(Kind::Hour, index)) + kControl;
+    const int control = ControlOf(Find(Kind::Hour, index)) + Entry;
     const std::wstring text = ControlText(control);
     DATE hour = 0;
     if (FAILED(VarDateFromStr(com::Bstr(text).Get(), LOCALE_USER_DEFAULT, VAR_TIMEVALUEONLY, &hour))) {
@@ -148,23 +145,23 @@ void ReportForm::CheckHours() const {
 }
 
 void ReportForm::Choose(short index, const wchar_t* entry) {
-    SendMessageW(Control(ControlOf(Find(Kind::Choice, index)) + kControl), CB_SELECTSTRING,
+    SendMessageW(Control(ControlOf(Find(Kind::Choice, index)) + Entry), CB_SELECTSTRING,
                  static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(entry));
 }
 
 void ReportForm::Tick(short index, bool ticked) {
-    SendMessageW(Control(ControlOf(Find(Kind::Check, index)) + kControl), BM_SETCHECK,
+    SendMessageW(Control(ControlOf(Find(Kind::Check, index)) + Entry), BM_SETCHECK,
                  ticked ? BST_CHECKED : BST_UNCHECKED, 0);
 }
 
 bool ReportForm::IsTicked(short index) const {
-    const HWND box = Control(ControlOf(Find(Kind::Check, index)) + kControl);
+    const HWND box = Control(ControlOf(Find(Kind::Check, index)) + Entry);
     return SendMessageW(box, BM_GETCHECK, 0, 0) == BST_CHECKED;
 }
 
 void ReportForm::ShowCondition(Kind kind, short index, bool shown) {
     const int first = ControlOf(Find(kind, index));
-    for (int part = 0; part < kParts; ++part) {
+    for (int part = 0; part < Parts; ++part) {
         if (Control(first + part)) {
             ShowControl(first + part, shown);
         }
@@ -174,8 +171,8 @@ void ReportForm::ShowCondition(Kind kind, short index, bool shown) {
 
 void ReportForm::EnableCondition(Kind kind, short index, bool enabled, const wchar_t* whyNot) {
     const int first = ControlOf(Find(kind, index));
-    SetTip(first + kControl, enabled ? L"" : whyNot);
-    for (int part = 0; part < kParts; ++part) {
+    SetTip(first + Entry, enabled ? L"" : whyNot);
+    for (int part = 0; part < Parts; ++part) {
         if (Control(first + part)) {
             EnableControl(first + part, enabled);
         }
@@ -187,7 +184,7 @@ void ReportForm::EnableCondition(Kind kind, short index, bool enabled, const wch
 const Condition* ReportForm::LookupOf(int control) const {
     for (const Condition& condition : m_report.conditions) {
         const int first = ControlOf(condition);
-        if (condition.lookup.className && control >= first && control < first + kParts) {
+        if (condition.lookup.className && control >= first && control < first + Parts) {
             return &condition;
         }
     }
@@ -200,8 +197,8 @@ void ReportForm::LookUp(const Condition& condition) {
                          L"MyClase");
     data.Call(L"Requery", {lookup.selection});
     com::ComPtr<IDispatch> box(
-        ObjectOf(ControlOf(condition) + kControl, Of(condition.kind).array, condition.index).Get());
-    frame::NewShowSerch().Call(lookup.operation, {clsEventos->Sink(), data.Get(), com::Argument::Ref(box),
+        ObjectOf(ControlOf(condition) + Entry, Of(condition.kind).array, condition.index).Get());
+    frame::NewShowSerch().Call(lookup.operation, {m_clsEventos->Sink(), data.Get(), com::Argument::Ref(box),
                                                   short{0}, condition.index});
 }
 
@@ -217,7 +214,7 @@ bool ReportForm::OnConditionControl(int control, int code) {
     }
     if (code == CBN_SELCHANGE || code == BN_CLICKED || code == EN_CHANGE) {
         const auto changed = std::ranges::find_if(
-            m_report.conditions, [&](const Condition& c) { return ControlOf(c) + kControl == control; });
+            m_report.conditions, [&](const Condition& c) { return ControlOf(c) + Entry == control; });
         if (changed != m_report.conditions.end() && m_report.changed) {
             m_report.changed(*this, *changed);
         }

@@ -89,7 +89,7 @@ void ReportForm::Aceptar(const Request& request) {
 void ReportForm::OnLoad() {
     ListForm::OnLoad();
     SetWindowTextW(Window(), m_report.caption);
-    clsEventos = std::make_unique<frame::OwnRelay>(std::map<DISPID, frame::OwnRelay::Handler>{
+    m_clsEventos = std::make_unique<frame::OwnRelay>(std::map<DISPID, frame::OwnRelay::Handler>{
         {frame::AceptaSeleccion, [this](com::Invocation& call) { clsEventos_AceptaSeleccion(call); }}});
     for (const int control :
          {IDC_LBLFECHA0, IDC_DTPICKER0, IDC_LBLFECHA1, IDC_DTPICKER1, IDC_CMDPERIODO, IDC_LBLINTERVALO}) {
@@ -116,7 +116,7 @@ void ReportForm::OnLoad() {
 
 void ReportForm::OnUnload() noexcept {
     ListForm::OnUnload();
-    clsEventos.reset();
+    m_clsEventos.reset();
     m_sink.Reset();
     m_reports.Reset();
 }
@@ -153,25 +153,25 @@ void ReportForm::LoadChoices() {
 }
 
 void ReportForm::SetReports(const std::vector<std::wstring>& titles, const std::vector<bool>& ticks) {
-    std::vector<frame::ListEntry> entries;
+    std::vector<frame::ListEntry> entries(titles.size());
     for (size_t i = 0; i < titles.size(); ++i) {
-        entries.push_back({titles[i], ticks[i]});
+        entries[i] = {titles[i], ticks[i]};
     }
     ListForm::List().Fill(std::move(entries));
 }
 
 std::vector<std::wstring> ReportForm::Titles() const {
-    std::vector<std::wstring> titles;
-    for (int i = 0; i < ListForm::List().Count(); ++i) {
-        titles.push_back(ListForm::List().Caption(i));
+    std::vector<std::wstring> titles(static_cast<size_t>(ListForm::List().Count()));
+    for (size_t i = 0; i < titles.size(); ++i) {
+        titles[i] = ListForm::List().Caption(static_cast<int>(i));
     }
     return titles;
 }
 
 std::vector<bool> ReportForm::Ticks() const {
-    std::vector<bool> ticks;
-    for (int i = 0; i < ListForm::List().Count(); ++i) {
-        ticks.push_back(ListForm::List().IsTicked(i));
+    std::vector<bool> ticks(static_cast<size_t>(ListForm::List().Count()));
+    for (size_t i = 0; i < ticks.size(); ++i) {
+        ticks[i] = ListForm::List().IsTicked(static_cast<int>(i));
     }
     return ticks;
 }

@@ -113,8 +113,7 @@ private:
 
     const ReportDesign& m_report;
     std::optional<frame::DateRangeControl> m_dates;
-    std::unique_ptr<frame::OwnRelay>
-        clsEventos; // hears the look-ups; the name is part of the dialogs' contract
+    std::unique_ptr<frame::OwnRelay> m_clsEventos; // hears the look-ups
     std::wstring m_cls;
     std::wstring m_reportKey;
     contract::Sink m_sink;

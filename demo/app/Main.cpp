@@ -3,16 +3,20 @@
 #include "com/Error.h"
 #include "com/Module.h"
 #include "demo/app/CommandLine.h"
+#include "demo/app/Components.h"
 #include "demo/app/Console.h"
 #include "demo/app/Describe.h"
 #include "demo/app/MainWindow.h"
 #include "demo/app/PrivateSettings.h"
 #include "demo/app/SampleFile.h"
 #include "demo/app/Tour.h"
+#include "demo/host/HostObjects.h"
 
 namespace tamvelo::demo {
 
 namespace {
+
+constexpr CLSID kClases = {0x5be1f9a4, 0x0c57, 0x4f0e, {0x9c, 0x1d, 0x3e, 0x52, 0x77, 0x60, 0xa8, 0x4b}};
 
 enum Exit { Good, Failed, UsageError };
 
@@ -57,7 +61,10 @@ int Run(const CommandLine& wanted) {
         unchanged.emplace(wanted.tour);
         CreateDirectoryW(wanted.tour.c_str(), nullptr);
     }
-    MainWindow window(OpenSampleFile(wanted.database, wanted.rows));
+    const std::shared_ptr<Database> database = OpenSampleFile(wanted.database, wanted.rows);
+    Components components;
+    components.Add(L"Clases", kClases, [database] { return MakeDataClasses(database); });
+    MainWindow window(database);
     window.Show();
     if (!wanted.tour.empty()) {
         return TakeTour(window, wanted.tour, wanted.only) ? Good : Failed;

@@ -14,7 +14,9 @@
 #include "demo/app/Resources.h"
 #include "demo/app/Server.h"
 #include "demo/data/Tables.h"
+#include "demo/host/HostError.h"
 #include "demo/host/HostObjects.h"
+#include "demo/reports/ReportCall.h"
 
 namespace tamvelo::demo {
 
@@ -39,8 +41,6 @@ constexpr Field kFields[] = {
     {IDC_IMPUESTO, L"impuestos"}, {IDC_EMPLEADO, L"empleados"}, {IDC_VALOR, nullptr},
 };
 constexpr std::size_t kValue = std::size(kFields) - 1;
-
-constexpr wchar_t kScreen[] = L"Pedidos";
 
 /// The field whose box or button this is.
 std::optional<std::size_t> FieldOf(int id) {
@@ -268,8 +268,9 @@ void MainWindow::Perform(const Operation& operation, std::size_t field) {
     request.control =
         MakeTextControl(box, L"TxtFields", static_cast<short>(field), FindTable(className)->Code().field);
     request.columns = ColumnsOf(className);
-    request.reports = MakeReports(className);
-    request.screen = kScreen;
+    m_reports.emplace(m_database, className, operation.name, [this](std::wstring_view line) { Log(line); });
+    request.reports = m_reports->Offer();
+    request.screen = m_reports->Screen();
     request.text = TextOf(box);
     request.column = NameFor(field, request.text) ? 0 : 1; // what is no code is looked for in the names
     LateObject(request.columns.Get(), L"Columns").Put(L"Col", request.column);
@@ -278,6 +279,7 @@ void MainWindow::Perform(const Operation& operation, std::size_t field) {
 
     Log(std::wstring(operation.name) + L": " + className);
     operation.Perform(m_showSerch, request);
+    m_preview = m_reports->ShowPreview(m_window);
 }
 
 void MainWindow::ReportError(std::wstring_view what) {
@@ -356,7 +358,7 @@ void MainWindow::Hear(std::wstring_view member, com::Invocation& call) {
         std::wstring_view member;
         void (MainWindow::*run)(com::Invocation& call);
     };
-    // The others carry what a host prints, sorts or shows in its grid: the log tells of them.
+    // The others carry what a host sorts or shows in its grid: the log tells of them.
     static constexpr Handler kHandlers[] = {
         {L"AceptarSeleccion", &MainWindow::Selected},
         {L"AceptarSeleccionParam", &MainWindow::Selected},
@@ -368,6 +370,12 @@ void MainWindow::Hear(std::wstring_view member, com::Invocation& call) {
     if (const auto found = std::ranges::find(kHandlers, member, &Handler::member);
         found != std::end(kHandlers)) {
         (this->*found->run)(call);
+    } else if (IsReportMember(member)) {
+        try {
+            m_reports->Accept(member, call);
+        } catch (const DataError& error) { // the dialog's user is to read it
+            throw HostError(E_FAIL, error.Message());
+        }
     }
 }
 

@@ -9,6 +9,7 @@
 #include "com/Automation.h"
 #include "com/LateObject.h"
 #include "demo/app/Operations.h"
+#include "demo/app/ReportRun.h"
 #include "demo/data/Database.h"
 
 namespace tamvelo::demo {
@@ -34,6 +35,8 @@ public:
     /// The field for a class: its own, else the value that the menu works with, set to that class's table.
     std::size_t FieldFor(std::wstring_view className);
     void Type(std::size_t field, const std::wstring& text);
+    /// The preview that the last operation ended with; null when it did not, or the window is closed.
+    HWND Preview() const { return IsWindow(m_preview) ? m_preview : nullptr; }
 
 private:
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -63,7 +66,9 @@ private:
     HWND m_window = nullptr;
     const std::shared_ptr<Database> m_database;
     com::LateObject m_showSerch;
-    com::LateObject m_dataClass;                              // of the last operation
+    com::LateObject m_dataClass;        // of the last operation
+    std::optional<ReportRun> m_reports; // of the last operation
+    HWND m_preview = nullptr;
     std::map<std::wstring, com::ComPtr<IDispatch>> m_columns; // of the host's grids, as the user left them
 };
 

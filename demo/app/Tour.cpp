@@ -2,6 +2,7 @@
 
 #include <span>
 
+#include "base/Text.h"
 #include "com/Error.h"
 #include "demo/app/Console.h"
 #include "demo/app/Describe.h"
@@ -16,7 +17,12 @@ constexpr DWORD kPatience = 10'000;
 
 /// Something the user does at the keyboard.
 struct Stroke {
-    enum Kind { Text, Key, Access }; // typed text, a virtual key, Alt and a letter
+    enum Kind {
+        Text,   // is typed
+        Key,    // a virtual key
+        Access, // Alt and a letter
+        Box,    // a click into the box with that label
+    };
     Kind kind;
     const wchar_t* text = L"";
     UINT key = 0;
@@ -42,6 +48,24 @@ constexpr Stroke kUntickThird[] = {
     {Stroke::Key, L"", VK_DOWN}, {Stroke::Key, L"", VK_DOWN}, {Stroke::Key, L"", VK_SPACE}};
 constexpr Stroke kFindPrice[] = {{Stroke::Access, L"b"}, {Stroke::Text, L"pre"}};
 
+// Two reports of what the clinics have not been invoiced yet, as a preview.
+constexpr Stroke kPreviewTwo[] = {
+    {Stroke::Box, L"Informes:"},      {Stroke::Key, L"", VK_HOME}, {Stroke::Key, L"", VK_DOWN},
+    {Stroke::Key, L"", VK_SPACE},     {Stroke::Key, L"", VK_DOWN}, {Stroke::Key, L"", VK_SPACE},
+    {Stroke::Box, L"Tipo / Cliente"}, {Stroke::Text, L"clinica"},  {Stroke::Box, L"Facturado :"},
+    {Stroke::Key, L"", VK_UP},        {Stroke::Box, L"Salida:"},   {Stroke::Key, L"", VK_DOWN},
+    {Stroke::Box, L"Informes:"}};
+constexpr Stroke kTickFirst[] = {
+    {Stroke::Box, L"Informes:"}, {Stroke::Key, L"", VK_HOME}, {Stroke::Key, L"", VK_SPACE}};
+constexpr Stroke kTickEleventh[] = {{Stroke::Box, L"Informes:"}, {Stroke::Key, L"", VK_END},
+                                    {Stroke::Key, L"", VK_UP},   {Stroke::Key, L"", VK_UP},
+                                    {Stroke::Key, L"", VK_UP},   {Stroke::Key, L"", VK_UP},
+                                    {Stroke::Key, L"", VK_SPACE}};
+constexpr Stroke kMailDraft[] = {{Stroke::Box, L"Informes:"},  {Stroke::Key, L"", VK_HOME},
+                                 {Stroke::Key, L"", VK_SPACE}, {Stroke::Box, L"Salida:"},
+                                 {Stroke::Key, L"", VK_END},   {Stroke::Box, L"Informes:"}};
+constexpr Stroke kChooseCustomer[] = {{Stroke::Box, L"Cliente :"}, {Stroke::Key, L"", VK_F4}};
+
 /// One dialog of the tour.
 struct Stop {
     const wchar_t* name;
@@ -50,6 +74,7 @@ struct Stop {
     const wchar_t* value;            // typed into the field before the dialog opens; null: what is there
     std::span<const Stroke> strokes; // before the picture
     UINT leave;                      // the key that closes the dialog afterwards
+    int previewPage = 0;             // the picture is of that page of the preview that comes up then
 };
 
 constexpr Stop kStops[] = {
@@ -70,7 +95,7 @@ constexpr Stop kStops[] = {
     {L"buscar-entre", L"ShowBuscar", L"articulos", L"", kSearchBetween, VK_ESCAPE},
     {L"buscar-ordenes", L"ShowBuscar", L"Ordenes", nullptr, kSearchBox, VK_ESCAPE},
     {L"informes", L"ShowRpt", L"articulos", nullptr, {}, VK_ESCAPE},
-    {L"informes-serie", L"ShowSql", L"articulos", nullptr, {}, VK_ESCAPE},
+    {L"informes-serie", L"ShowSql", L"articulos", nullptr, kTickEleventh, VK_ESCAPE},
     {L"etiquetas", L"ShowEtiq", L"articulos", nullptr, {}, VK_ESCAPE},
     {L"listas", L"ShowRptListas", L"articulos", nullptr, {}, VK_ESCAPE},
     {L"informes-condiciones", L"ShowRptCond", L"articulos", nullptr, {}, VK_ESCAPE},
@@ -84,6 +109,10 @@ constexpr Stop kStops[] = {
     {L"informes-cliente", L"ShowRptFchCliDirec", L"articulos", nullptr, {}, VK_ESCAPE},
     {L"informes-ordenes", L"ShowRptInfOrdenes", L"articulos", nullptr, {}, VK_ESCAPE},
     {L"documentos-numerados", L"ShowRptNumAut", L"articulos", nullptr, {}, VK_ESCAPE},
+    {L"informes-ordenes-cliente", L"ShowRptInfOrdenes", L"Ordenes", nullptr, kChooseCustomer, VK_ESCAPE},
+    {L"vista-previa-condiciones", L"ShowRptCond", L"Ordenes", nullptr, kPreviewTwo, VK_RETURN, 1},
+    {L"vista-previa-borrador", L"ShowRptBorrador", L"Ordenes", nullptr, kMailDraft, VK_RETURN, 2},
+    {L"vista-previa-etiquetas", L"ShowEtiq", L"clientes", nullptr, kTickFirst, VK_RETURN, 1},
     {L"pedidos", nullptr, nullptr, nullptr, {}, 0},
 };
 
@@ -112,9 +141,37 @@ std::wstring BoxText(HWND window) {
     return text;
 }
 
+/// The control that a label names: the one after it that is no label. Null when there is none.
+HWND BoxAfter(HWND window, std::wstring_view label) {
+    const auto isLabel = [](HWND control) {
+        wchar_t name[16] = L"";
+        GetClassNameW(control, name, ARRAYSIZE(name));
+        return lstrcmpiW(name, L"STATIC") == 0;
+    };
+    for (HWND control = GetWindow(window, GW_CHILD); control != nullptr;
+         control = GetWindow(control, GW_HWNDNEXT)) {
+        wchar_t text[64] = L"";
+        GetWindowTextW(control, text, ARRAYSIZE(text));
+        std::wstring shown = text;
+        std::erase(shown, L'&');
+        if (isLabel(control) && IsWindowVisible(control) && base::Trim(shown) == label) {
+            const HWND box = GetWindow(control, GW_HWNDNEXT);
+            return box != nullptr && isLabel(box) ? nullptr : box;
+        }
+    }
+    return nullptr;
+}
+
 void Press(const Stroke& stroke) {
     const HWND focus = GetFocus();
     switch (stroke.kind) {
+    case Stroke::Box:
+        if (const HWND box = BoxAfter(GetActiveWindow(), stroke.text)) {
+            SetFocus(box);
+        } else {
+            throw com::Error(E_FAIL, L"No hay ninguna casilla «" + std::wstring(stroke.text) + L"».");
+        }
+        break;
     case Stroke::Text:
         for (const wchar_t* letter = stroke.text; *letter != L'\0'; ++letter) {
             PostMessageW(focus, WM_CHAR, *letter, 1);
@@ -153,8 +210,7 @@ public:
     Visitor& operator=(const Visitor&) = delete;
 
     /// What went wrong; empty when the dialog came up, was pictured and left.
-    const std::wstring& Complaint() const { return m_complaint; }
-    bool Pictured() const { return m_pictured; }
+    std::wstring Complaint() const { return m_left || !m_complaint.empty() ? m_complaint : L"no aparece"; }
 
 private:
     /// On a thread of its own: this one does not come back from the operation, or nothing comes up that could
@@ -196,9 +252,11 @@ private:
             PostMessageW(top, WM_CLOSE, 0, 0);
         } else if (m_next < m_stop.strokes.size()) {
             Press(m_stop.strokes[m_next++]);
-        } else if (!m_pictured) {
-            SavePicture(top, m_picture);
-            m_pictured = true;
+        } else if (top != m_left) { // after a dialog over it also the dialog below
+            if (!m_left && m_stop.previewPage == 0) {
+                SavePicture(top, m_picture);
+            }
+            m_left = top;
             Press({Stroke::Key, L"", m_stop.leave});
         }
     }
@@ -215,12 +273,25 @@ private:
     const std::wstring m_picture;
     std::wstring m_complaint;
     std::size_t m_next = 0;
-    bool m_pictured = false;
+    HWND m_left = nullptr; // the window that was told to close last
     bool m_busy = false;
     HANDLE m_watchdog = nullptr;
     const ULONGLONG m_start = GetTickCount64();
     const UINT_PTR m_timer;
 };
+
+/// Turns to the page, as the user does, and closes the window afterwards.
+std::wstring PicturePreview(HWND preview, int page, const std::wstring& picture) {
+    if (preview == nullptr) {
+        return L"no aparece ninguna vista previa";
+    }
+    for (int i = 1; i < page; ++i) {
+        SendMessageW(preview, WM_KEYDOWN, VK_NEXT, 1);
+    }
+    SavePicture(preview, picture);
+    SendMessageW(preview, WM_KEYDOWN, VK_ESCAPE, 1);
+    return IsWindow(preview) ? L"la vista previa no se cierra" : L"";
+}
 
 /// Makes one stop; answers what went wrong, empty for nothing.
 std::wstring Visit(MainWindow& window, const Stop& stop, const std::wstring& picture) {
@@ -235,7 +306,11 @@ std::wstring Visit(MainWindow& window, const Stop& stop, const std::wstring& pic
             window.Type(field, stop.value);
         }
         window.Perform(*FindOperation(stop.operation), field);
-        return visitor.Pictured() || !visitor.Complaint().empty() ? visitor.Complaint() : L"no aparece";
+        std::wstring complaint = visitor.Complaint();
+        if (stop.previewPage > 0 && complaint.empty()) {
+            complaint = PicturePreview(window.Preview(), stop.previewPage, picture);
+        }
+        return complaint;
     } catch (...) {
         return Describe(AnyCurrentError());
     }

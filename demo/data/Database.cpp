@@ -54,6 +54,11 @@ std::int64_t Database::LastId() const { return sqlite3_last_insert_rowid(Handle(
 
 void Statement::Finalizer::operator()(sqlite3_stmt* handle) const { sqlite3_finalize(handle); }
 
+std::wstring Database::Path() const {
+    const char* path = sqlite3_db_filename(Handle(), "main");
+    return path != nullptr ? FromSqlite(path) : L"";
+}
+
 Statement::Statement(Database& database, std::wstring_view sql) : m_database(database.Handle()) {
     const std::string utf8 = base::ToUtf8(sql);
     sqlite3_stmt* handle = nullptr;
@@ -89,6 +94,14 @@ Statement& Statement::Bind(int parameter, const Value& value) {
 Statement& Statement::BindNull(int parameter) {
     Check(sqlite3_bind_null(m_handle.get(), parameter));
     return *this;
+}
+
+bool Statement::BindNamed(const char* name, const Value& value) {
+    const int parameter = sqlite3_bind_parameter_index(m_handle.get(), name);
+    if (parameter != 0) {
+        Bind(parameter, value);
+    }
+    return parameter != 0;
 }
 
 bool Statement::Step() {

@@ -39,6 +39,8 @@ public:
     /// The number that a query answers in its first row; 0 when it answers no row.
     std::int64_t Number(std::wstring_view sql);
     std::int64_t LastId() const;
+    /// Its file; empty for one in memory.
+    std::wstring Path() const;
     sqlite3* Handle() const { return m_handle.get(); }
 
 private:
@@ -59,6 +61,8 @@ public:
     Statement& Bind(int parameter, std::string_view utf8);
     Statement& Bind(int parameter, const Value& value);
     Statement& BindNull(int parameter);
+    /// A parameter by its name (":desde"); false when the statement has none of that name.
+    bool BindNamed(const char* name, const Value& value);
 
     /// True: there is a row to read. False: done.
     bool Step();

@@ -71,6 +71,7 @@ constexpr std::string_view kJobs[] = {
     "Encargado de sección", "Repartidor", "Administrativa",          "Aprendiz"};
 constexpr std::string_view kStates[] = {"Recibida",  "En curso",  "En prueba",
                                         "Terminada", "Entregada", "Facturada"};
+constexpr std::string_view kSeries[] = {"A", "B", "C"};
 constexpr std::string_view kZones[] = {"Norte", "Sur", "Este", "Oeste", "Centro"};
 constexpr std::string_view kAccounts[] = {
     "Clientes nacionales",    "Proveedores",        "Mercaderías", "Caja",       "Banco, cuenta corriente",
@@ -136,7 +137,7 @@ constexpr WordList kLists[] = {
     kFamilies,    kPieces,           kSections,   kTaxes,    kPhases,      kTrials,
     kRoutes,      kProductTypes,     kJobs,       kStates,   kZones,       kAccounts,
     kRemarks,     kAppointmentTypes, kGivenNames, kSurnames, kStreetKinds, kStreetNames,
-    kClinicKinds, kSupplierKinds,    kMaterials,  kShades};
+    kClinicKinds, kSupplierKinds,    kMaterials,  kShades,   kSeries};
 
 } // namespace
 

@@ -26,6 +26,7 @@ enum class Words {
     SupplierKinds,
     Materials,
     Shades,
+    Series,
 };
 
 /// How the sample data fills a column. Made by the functions below; `a` and `b` mean what the maker says.

@@ -53,6 +53,10 @@ constexpr Column kOrdenes[] = {
     {L"estado", L"Estado", Type::Text, 14, 15, L"", Any(Words::States)},
     {L"importe", L"Importe", Type::Money, 11, 12, L"", Amount(30, 2500)},
     {L"urgente", L"Urgente", Type::Boolean, 8, 1, L"", Flag(6)},
+    {L"hora", L"Hora", Type::Text, 7, 5, L"", Of(Kind::Time)},
+    {L"serie", L"Serie", Type::Text, 6, 2, L"", Any(Words::Series)},
+    {L"tipo", L"Tipo", Type::Text, 6, 2, L"tipos_producto", Reference()},
+    {L"repeticion", L"Repetición", Type::Boolean, 10, 1, L"", Flag(8)},
 };
 
 constexpr Column kEmpleados[] = {

@@ -123,6 +123,33 @@ std::optional<Value> ParseTyped(Type type, std::wstring_view text) {
     return std::nullopt;
 }
 
+std::wstring ShowCount(std::int64_t number) {
+    std::wstring figures = std::to_wstring(number);
+    const std::size_t first = number < 0 ? 1 : 0;
+    for (std::size_t at = figures.size(); at > first + 3;) {
+        figures.insert(at -= 3, 1, L'.');
+    }
+    return figures;
+}
+
+std::wstring ShowValue(Type type, const Value& value) {
+    if (const auto* text = std::get_if<std::wstring>(&value)) {
+        return type == Type::Date && text->size() == 10 // from 2024-02-29
+                   ? text->substr(8) + L'/' + text->substr(5, 2) + L'/' + text->substr(0, 4)
+                   : *text;
+    }
+    const auto* number = std::get_if<std::int64_t>(&value);
+    if (number == nullptr) {
+        return {};
+    }
+    if (type == Type::Money) {
+        const std::int64_t cents = *number < 0 ? -*number : *number;
+        const std::wstring rest = std::to_wstring(100 + cents % 100).substr(1);
+        return (*number < 0 ? L"-" : L"") + ShowCount(cents / 100) + L',' + rest;
+    }
+    return type == Type::Boolean ? (*number != 0 ? L"Sí" : L"No") : std::to_wstring(*number);
+}
+
 bool Fits(const Column& column, const Value& value) {
     if (std::holds_alternative<std::monostate>(value)) {
         return true;

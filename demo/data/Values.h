@@ -19,6 +19,13 @@ std::optional<std::wstring> ParseDate(std::wstring_view text);
 /// Booleans: 0, 1, sí, no, or a list entry that begins with the figure (" 0 - No").
 std::optional<Value> ParseTyped(Type type, std::wstring_view text);
 
+/// The value as people read it, and as ParseTyped reads it back: "1.234,50", "29/02/2024", "Sí"; empty for
+/// Null.
+std::wstring ShowValue(Type type, const Value& value);
+
+/// A whole number with dots between its thousands.
+std::wstring ShowCount(std::int64_t number);
+
 /// True when the column may hold the value: Null, or of the column's kind and, a text, not too long.
 bool Fits(const Column& column, const Value& value);
 

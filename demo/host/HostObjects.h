@@ -34,11 +34,11 @@ com::ComPtr<IDispatch> MakeTextControl(HWND window, std::wstring_view name, shor
 /// there is none of.
 com::ComPtr<IDispatch> MakeColumns(std::wstring_view className);
 
-/// A collection of values, counted from 1.
-com::ComPtr<IDispatch> MakeCollection(std::vector<com::Variant> items);
+/// The reports that the host offers (`cReports`): a collection of objects with a `Titulo`.
+com::ComPtr<IDispatch> MakeReports(const std::vector<std::wstring>& titles);
 
-/// The reports that the host offers for a table (`cReports`): a collection of objects with a `Titulo`.
-/// Throws com::Error for a class that there is none of.
-com::ComPtr<IDispatch> MakeReports(std::wstring_view className);
+/// The component that the library asks for data classes when a dialog looks something up on its own:
+/// `CrearClase(nombre)` answers a new data class of that table.
+com::ComPtr<IDispatch> MakeDataClasses(std::shared_ptr<Database> database);
 
 } // namespace tamvelo::demo

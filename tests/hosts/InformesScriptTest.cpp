@@ -4,6 +4,22 @@
 namespace tamvelo::hosts {
 namespace {
 
+/// Takes away what dialogs have kept for the script's screens, in this run or an earlier one.
+void ForgetChoices() {
+    HKEY forms = nullptr;
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, L"SOFTWARE\\Tamvelo\\Tamvelo\\1.0\\Configuracion", 0, KEY_ALL_ACCESS,
+                      &forms) != ERROR_SUCCESS) {
+        return;
+    }
+    wchar_t form[64];
+    for (DWORD i = 0; RegEnumKeyW(forms, i, form, ARRAYSIZE(form)) == ERROR_SUCCESS; ++i) {
+        for (const wchar_t* screen : {L"\\rptsPruebas", L"\\rptsPruebas2"}) {
+            RegDeleteTreeW(forms, (std::wstring(form) + screen).c_str());
+        }
+    }
+    RegCloseKey(forms);
+}
+
 TEST(InformesScript, EveryReportDialogAnswersWithItsOwnCall) {
     constexpr const wchar_t* kCaptions[] = {
         L"Selección de Documentos", // ShowRpt
@@ -22,6 +38,7 @@ TEST(InformesScript, EveryReportDialogAnswersWithItsOwnCall) {
         L"Selección de Informes",
         L"Selección de Documentos", // ShowRptNumAut
     };
+    ForgetChoices();
     const std::string output = RunScript(L"informes.vbs", [&] {
         for (const wchar_t* caption : kCaptions) {
             SCOPED_TRACE(::testing::PrintToString(std::wstring(caption)));
@@ -34,6 +51,7 @@ TEST(InformesScript, EveryReportDialogAnswersWithItsOwnCall) {
             ASSERT_TRUE(Eventually([&] { return !IsWindow(dialog); }));
         }
     });
+    ForgetChoices();
     constexpr char kDated[] = " -1 0 Integer:0 Integer:1 Date Date";
     EXPECT_EQ(output, std::string("AceptarReports -1 0 Integer:0 Integer:1\r\n"
                                   "AceptarReports -1 0 Integer:0 Integer:0\r\n"

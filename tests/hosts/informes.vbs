@@ -90,20 +90,20 @@ Set lista = New Informes
 Set lista.Uno = New Informe
 lista.Uno.Titulo = "Listado"
 lista.Dos = "Resumen"
-dialogos.ShowRpt "Pedidos", pantalla, lista
-dialogos.ShowSql "Pedidos", pantalla, lista
-dialogos.ShowEtiq "Pedidos", pantalla, lista
-dialogos.PrintEtiq "Pedidos", pantalla, lista
-dialogos.ShowRptListas "Pedidos", pantalla, lista
-dialogos.ShowRptCond "Pedidos", pantalla, lista
-dialogos.ShowRptInfCond "Pedidos", pantalla, lista
-dialogos.ShowRptMailCond "Pedidos", pantalla, lista
-dialogos.ShowRptBorrador "Presupuestos", pantalla, lista
-dialogos.ShowRptCondHr "Pedidos", pantalla, lista
-dialogos.ShowRptFchAuto "Pedidos", pantalla, lista
-dialogos.ShowRptFchAutoInf "Pedidos", pantalla, lista, False
-dialogos.ShowRptsInfFch "Pedidos", pantalla, lista
-dialogos.ShowRptFchCliDirec "Pedidos", New PantallaDeCliente, lista
-dialogos.ShowRptInfOrdenes "Pedidos", pantalla, lista, True
-dialogos.ShowRptNumAut "Pedidos", pantalla, lista
-dialogos.PrintRptNumAut "Pedidos", pantalla, lista
+dialogos.ShowRpt "Pruebas", pantalla, lista
+dialogos.ShowSql "Pruebas", pantalla, lista
+dialogos.ShowEtiq "Pruebas", pantalla, lista
+dialogos.PrintEtiq "Pruebas", pantalla, lista
+dialogos.ShowRptListas "Pruebas", pantalla, lista
+dialogos.ShowRptCond "Pruebas", pantalla, lista
+dialogos.ShowRptInfCond "Pruebas", pantalla, lista
+dialogos.ShowRptMailCond "Pruebas", pantalla, lista
+dialogos.ShowRptBorrador "Pruebas2", pantalla, lista
+dialogos.ShowRptCondHr "Pruebas", pantalla, lista
+dialogos.ShowRptFchAuto "Pruebas", pantalla, lista
+dialogos.ShowRptFchAutoInf "Pruebas", pantalla, lista, False
+dialogos.ShowRptsInfFch "Pruebas", pantalla, lista
+dialogos.ShowRptFchCliDirec "Pruebas", New PantallaDeCliente, lista
+dialogos.ShowRptInfOrdenes "Pruebas", pantalla, lista, True
+dialogos.ShowRptNumAut "Pruebas", pantalla, lista
+dialogos.PrintRptNumAut "Pruebas", pantalla, lista

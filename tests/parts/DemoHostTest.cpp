@@ -430,7 +430,7 @@ TEST_F(DemoHost, ATextControlIsTheWindowsOwn) {
     EXPECT_EQ(box.Call(L"Name").ToText(), L"TxtFields");
 }
 
-TEST_F(DemoHost, CollectionsHoldColumnsAndReports) {
+TEST_F(DemoHost, ColumnsReportsAndDataClassesAreHandedOut) {
     LateObject columns(MakeColumns(L"articulos").Get(), L"Columns");
     EXPECT_EQ(columns.Call(L"Count").ToLong(), 10);
     LateObject(columns.Call(L"Item", {short{3}}).ToObject().Get(), L"Column").Put(L"Visible", false);
@@ -440,25 +440,15 @@ TEST_F(DemoHost, CollectionsHoldColumnsAndReports) {
     EXPECT_EQ(price.Call(L"DataField").ToText(), L"precio");
     EXPECT_EQ(ErrorOf([&] { columns.Call(L"Item", {short{10}}); }), kItemNotFound);
 
-    LateObject reports(MakeReports(L"Ordenes").Get(), L"cReports");
-    const long count = reports.Call(L"Count").ToLong();
-    EXPECT_NE(ErrorOf([&] { reports.Call(L"Item", {0L}); }), 0);
-    EXPECT_NE(ErrorOf([&] { reports.Call(L"Item", {count + 1}); }), 0);
-    DISPPARAMS none{};
-    Variant walk;
-    ASSERT_EQ(reports.Get()->Invoke(DISPID_NEWENUM, IID_NULL, 0, DISPATCH_PROPERTYGET, &none, walk.Address(),
-                                    nullptr, nullptr),
-              S_OK);
-    ComPtr<IEnumVARIANT> each;
-    ASSERT_EQ(walk.Get().punkVal->QueryInterface(IID_PPV_ARGS(&each)), S_OK);
-    for (long i = 1; i <= count; ++i) {
-        Variant report;
-        ASSERT_EQ(each->Next(1, report.Address(), nullptr), S_OK);
-        EXPECT_TRUE(com::SameObject(report.Get().punkVal, reports.Call(L"Item", {i}).Get().punkVal));
-        EXPECT_NE(LateObject(report.ToObject().Get(), L"Report").Call(L"Titulo").ToText(), L"");
-    }
-    Variant past;
-    EXPECT_EQ(each->Next(1, past.Address(), nullptr), S_FALSE);
+    LateObject reports(MakeReports({L"Listado", L"Etiquetas"}).Get(), L"cReports");
+    EXPECT_EQ(reports.Call(L"Count").ToLong(), 2);
+    LateObject report(reports.Call(L"Item", {2L}).ToObject().Get(), L"Report");
+    EXPECT_EQ(report.Call(L"Titulo").ToText(), L"Etiquetas");
+
+    LateObject classes(MakeDataClasses(database).Get(), L"Clases");
+    LateObject taxes(classes.Call(L"CrearClase", {L"IMPUESTOS"}).ToObject().Get(), L"MyClase");
+    EXPECT_EQ(taxes.Call(L"sClassName").ToText(), L"impuestos");
+    EXPECT_EQ(ErrorOf([&] { classes.Call(L"CrearClase", {L"facturas"}); }), kItemNotFound);
 }
 
 } // namespace
