@@ -142,7 +142,7 @@ constexpr Condition kHourConditions[] = {
     kTypeOrCustomer,
     {.kind = Kind::Hour, .index = 2, .caption = L"Hora entre ", .opening = L"07:00", .width = 34},
     {.kind = Kind::Hour, .index = 3, .caption = L"y ", .opening = L"23:59", .width = 34, .beside = true},
-    kOnlyInvoiced,
+    {.kind = Kind::Check, .index = 0, .caption = kOnlyInvoiced.caption},
     kOnlyRepeated,
 };
 

@@ -39,8 +39,23 @@ const KindOfControl& Of(Kind kind) {
 
 constexpr int kTextHeight = 9;
 constexpr int kButtonWidth = 16;
-/// About what the dialog's font needs for a text, in dialog units.
-int WidthOf(const wchar_t* text) { return static_cast<int>(wcslen(text)) * 4 + 4; }
+constexpr int kDateLabel = 46; // as the template has the one above
+
+/// What the dialog's font needs for a text, in dialog units.
+int WidthOf(HWND dialog, const wchar_t* text) {
+    RECT unit{0, 0, 4, 8}; // an average letter
+    MapDialogRect(dialog, &unit);
+    const HDC screen = GetDC(dialog);
+    const HGDIOBJ before =
+        SelectObject(screen, reinterpret_cast<HFONT>(SendMessageW(dialog, WM_GETFONT, 0, 0)));
+    SIZE size{};
+    GetTextExtentPoint32W(screen, text, static_cast<int>(wcslen(text)), &size);
+    SelectObject(screen, before);
+    ReleaseDC(dialog, screen);
+    return static_cast<int>(size.cx * 4 / unit.right) + 2;
+}
+
+bool HasOwnCaption(Kind kind) { return kind == Kind::Check || kind == Kind::Button; }
 
 } // namespace
 
@@ -58,15 +73,22 @@ const Condition& ReportForm::Find(Kind kind, short index) const {
 }
 
 void ReportForm::MakeConditions() {
+    int firstColumn = kDateLabel;
+    for (const Condition& condition : m_report.conditions) {
+        if (!condition.beside && !HasOwnCaption(condition.kind)) {
+            firstColumn = std::max(firstColumn, WidthOf(Window(), condition.caption));
+        }
+    }
     for (const Condition& condition : m_report.conditions) {
         const KindOfControl& kind = Of(condition.kind);
         const int first = ControlOf(condition);
-        const bool ownCaption = condition.kind == Kind::Check || condition.kind == Kind::Button;
+        const bool ownCaption = HasOwnCaption(condition.kind);
+        const int textWidth = WidthOf(Window(), condition.caption);
         if (!ownCaption) {
             AddControl(first + Label, L"STATIC", condition.caption, SS_LEFT,
-                       {WidthOf(condition.caption), kTextHeight});
+                       {condition.beside ? textWidth : firstColumn, kTextHeight});
         }
-        const int width = ownCaption ? WidthOf(condition.caption) + 12 : condition.width;
+        const int width = ownCaption ? textWidth + 14 : condition.width;
         AddControl(first + Entry, kind.windowClass, ownCaption ? condition.caption : L"", kind.style,
                    {width, kind.height});
         if (condition.lookup.className && condition.kind != Kind::Button) {
@@ -75,7 +97,7 @@ void ReportForm::MakeConditions() {
         }
         if (condition.note) {
             AddControl(first + Note, L"STATIC", condition.note, SS_LEFT,
-                       {WidthOf(condition.note), kTextHeight});
+                       {WidthOf(Window(), condition.note), kTextHeight});
         }
         const HWND control = Control(first + Entry);
         for (const wchar_t* entry : condition.entries) {
