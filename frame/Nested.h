@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/FilterText.h"
 #include "com/LateObject.h"
 
 namespace tamvelo::frame {
@@ -9,5 +10,17 @@ namespace tamvelo::frame {
 using ShowSerchFactory = com::ComPtr<IDispatch> (*)();
 void SetShowSerchFactory(ShowSerchFactory factory);
 com::LateObject NewShowSerch();
+
+/// What a box can be filled from: `operation` of the library over a data class that the environment makes,
+/// which is asked for its records by the name of a selection first.
+struct Lookup {
+    const wchar_t* className = nullptr; // null: nothing
+    const wchar_t* selection = base::kSeleccion;
+    const wchar_t* operation = L"ShowSelec";
+};
+
+/// Opens the look-up for a control; the answer goes to `sink`, a relay of the caller's, with `index`. Throws
+/// com::Error when the environment makes no such class, or what the operation raised.
+void OpenLookup(const Lookup& lookup, IDispatch* sink, IDispatch* control, short index);
 
 } // namespace tamvelo::frame

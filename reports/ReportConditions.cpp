@@ -1,7 +1,5 @@
 #include <algorithm>
 
-#include "base/FilterText.h"
-#include "frame/Nested.h"
 #include "reports/ReportForm.h"
 #include "reports/Resources.h"
 
@@ -214,14 +212,9 @@ const Condition* ReportForm::LookupOf(int control) const {
 }
 
 void ReportForm::LookUp(const Condition& condition) {
-    const Lookup& lookup = condition.lookup;
-    com::LateObject data(frame::Environment::Get().GetDataClasses().Create(lookup.className).Get(),
-                         L"MyClase");
-    data.Call(L"Requery", {lookup.selection});
-    com::ComPtr<IDispatch> box(
-        ObjectOf(ControlOf(condition) + Entry, Of(condition.kind).array, condition.index).Get());
-    frame::NewShowSerch().Call(lookup.operation, {m_clsEventos->Sink(), data.Get(), com::Argument::Ref(box),
-                                                  short{0}, condition.index});
+    const com::ComPtr<frame::ControlObject> box =
+        ObjectOf(ControlOf(condition) + Entry, Of(condition.kind).array, condition.index);
+    frame::OpenLookup(condition.lookup, m_clsEventos->Sink(), box.Get(), condition.index);
 }
 
 void ReportForm::clsEventos_AceptaSeleccion(com::Invocation& call) {

@@ -3,21 +3,13 @@
 #include <span>
 #include <string_view>
 
-#include "base/FilterText.h"
 #include "contract/Sink.h"
 #include "frame/Form.h"
+#include "frame/Nested.h"
 
 namespace tamvelo::reports {
 
 class ReportForm;
-
-/// A panel that a condition's button opens: `operation` of the library over a data class of the environment,
-/// asked for its records by the name of a selection.
-struct Lookup {
-    const wchar_t* className = nullptr; // null: no button
-    const wchar_t* selection = base::kSeleccion;
-    const wchar_t* operation = L"ShowSelec";
-};
 
 /// A condition that the host applies to the reports: a control with its label in the frame below the list.
 struct Condition {
@@ -29,7 +21,7 @@ struct Condition {
     std::span<const wchar_t* const> entries = {};
     int width = 60;                // of the control, in dialog units
     const wchar_t* note = nullptr; // stands after the control
-    Lookup lookup = {};            // opened by a button beside it, or by the button that it is
+    frame::Lookup lookup = {};     // opened by a button beside it, or by the button that it is
     bool beside = false;           // on the same row as the condition before
 };
 
