@@ -188,17 +188,23 @@ void Form::Hide() {
 }
 
 Form::Hidden Form::HideForDelivery() {
-    const Hidden before{m_modal.has_value(), GetFocus()};
+    const Hidden before{m_shown, m_modal.has_value(), GetFocus()};
     Hide();
     FormInstances::Forget(*this);
     return before;
 }
 
+void Form::StayLoaded() {
+    if (m_window) {
+        FormInstances::Obtain(Name(), [this] { return shared_from_this(); });
+    }
+}
+
 void Form::ComeBack(const Hidden& before) {
-    if (!m_window) {
+    StayLoaded();
+    if (!m_window || !before.shown) {
         return;
     }
-    FormInstances::Obtain(Name(), [this] { return shared_from_this(); });
     if (before.modal) {
         m_modal.emplace(m_window);
     }

@@ -110,7 +110,13 @@ protected:
     /// If that fails the form comes back as it was, with all that the user chose, and the error goes on. The
     /// host may show the form again meanwhile: it gets another instance.
     template <class Body>
-    void Deliver(const Body& body);
+    void Deliver(const Body& body) {
+        Deliver([] {}, body);
+    }
+    /// With something to do first, once the form is hidden. If that fails the form stays hidden and loaded:
+    /// the next operation shows it again, with all that the user chose.
+    template <class Prepare, class Body>
+    void Deliver(const Prepare& prepare, const Body& body);
 
     /// The window and the template's controls exist; makes the others and sets the opening values.
     virtual void OnLoad() {}
@@ -184,10 +190,12 @@ private:
     void ReportRefusedShow() const;
     void Appear();
     struct Hidden { // what hiding took away
+        bool shown;
         bool modal;
         HWND focus;
     };
     Hidden HideForDelivery();
+    void StayLoaded();
     void ComeBack(const Hidden& before);
     void RunLoop();
     bool Preview(MSG& message);
@@ -237,9 +245,15 @@ void Form::Show(const Body& body) {
     }
 }
 
-template <class Body>
-void Form::Deliver(const Body& body) {
+template <class Prepare, class Body>
+void Form::Deliver(const Prepare& prepare, const Body& body) {
     const Hidden before = HideForDelivery();
+    try {
+        prepare();
+    } catch (...) {
+        StayLoaded();
+        throw;
+    }
     try {
         body();
     } catch (...) {

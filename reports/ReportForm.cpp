@@ -218,22 +218,23 @@ com::ComPtr<IDispatch> ReportForm::CopiesBox() {
 
 void ReportForm::Accept() {
     CheckHours(); // before anything is hidden: the user is to mend it
-    Hide();
-    // The reports are worth more than remembering them.
-    Trapped([&] {
-        frame::Environment::Get().GetSettings().SaveListChoices(ChoicesKey(), *this);
-        if (m_report.save) {
-            m_report.save(*this);
-        }
-    });
     contract::ReportChoice choice;
-    if (m_report.output) {
-        choice.output = static_cast<short>(SendMessageW(Control(IDC_CMBSELEC), CB_GETCURSEL, 0, 0));
-        choice.copies = CopiesNumber();
-    }
-    choice.selection = Selection();
-    m_report.deliver(*this, choice);
-    Unload();
+    const auto keep = [&] {
+        // The reports are worth more than remembering them.
+        Trapped([&] {
+            frame::Environment::Get().GetSettings().SaveListChoices(ChoicesKey(), *this);
+            if (m_report.save) {
+                m_report.save(*this);
+            }
+        });
+        CheckStands();
+        if (m_report.output) {
+            choice.output = static_cast<short>(SendMessageW(Control(IDC_CMBSELEC), CB_GETCURSEL, 0, 0));
+            choice.copies = CopiesNumber();
+        }
+        choice.selection = Selection();
+    };
+    Deliver(keep, [&] { m_report.deliver(*this, choice); });
 }
 
 short ReportForm::CopiesNumber() const {
@@ -329,9 +330,12 @@ void ReportForm::ResizeControls() {
 }
 
 void ReportForm::SetNote(const std::wstring& text) {
+    const bool before = !ControlText(IDC_LBLNOTE).empty();
     SetControlText(IDC_LBLNOTE, text);
     ShowControl(IDC_LBLNOTE, !text.empty());
-    Relayout();
+    if (before != !text.empty()) {
+        Relayout();
+    }
 }
 
 } // namespace tamvelo::reports

@@ -199,10 +199,34 @@ TEST_F(Reports, CopiesThatAreNoNumberAreReportedAndTheChoicesKept) {
                           Script().Do([] { SetWindowTextW(Item(IDC_TXTCOPIAS), L" 2"); }).Key(VK_RETURN)));
         EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarReports(&[False False False], &0, &2)"));
     }
-    // A sink that fails is no reason to lose the dialog either.
+    // A sink that fails is no reason to lose the dialog either; without a dialog nothing comes up.
     host.sink->On(L"AceptarReports", [](com::Invocation&) { RaiseHostError(); });
-    EXPECT_FALSE(Show(&Server::ShowRpt, Script().Key(VK_RETURN).Box(kHostErrorText)));
-    EXPECT_FALSE(Show(&Server::ShowRpt, Keys({VK_ESCAPE})));
+    EXPECT_FALSE(Show(&Server::ShowRpt, Script()
+                                            .Key(VK_SPACE)
+                                            .Key(VK_RETURN)
+                                            .Box(kHostErrorText)
+                                            .Do([] { EXPECT_TRUE(IsWindowVisible(Dialog())); })
+                                            .Key(VK_RETURN)
+                                            .Box(kHostErrorText)
+                                            .Key(VK_ESCAPE)));
+    EXPECT_THAT(TakeLog().back(), HasSubstr(L"[True False False]"));
+    host.sink->On(L"AceptarEtiqueta", [](com::Invocation&) { RaiseHostError(); });
+    EXPECT_FALSE(Show(&Server::PrintEtiq, Script().Box(kHostErrorText)));
+    EXPECT_FALSE(Show(&Server::ShowEtiq, Keys({VK_ESCAPE})));
+}
+
+TEST_F(Reports, TheHostMayShowTheDialogAgainFromItsSink) {
+    int calls = 0;
+    host.sink->On(L"AceptarReports", [&](com::Invocation&) {
+        if (calls++ == 0) {
+            com::Bstr cls(L"Pedidos");
+            com::ComPtr<IDispatch> list = Titles(titles);
+            EXPECT_EQ(server->ShowRpt(cls.Address(), sink.GetAddressOf(), list.GetAddressOf()), S_OK);
+        }
+    });
+    EXPECT_FALSE(Show(&Server::ShowRpt, Keys({VK_RETURN, VK_SPACE, VK_RETURN})));
+    EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarReports(&[False False False], &0, &1)",
+                                       L"AceptarReports(&[True False False], &0, &1)"));
 }
 
 TEST_F(Reports, CopiesAndPrinterBelongToThePrinter) {
