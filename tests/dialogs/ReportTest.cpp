@@ -2,6 +2,7 @@
 #include "com/WinHeaders.h"
 
 #include <commctrl.h>
+#include <winspool.h>
 
 #include <variant>
 
@@ -37,6 +38,44 @@ std::wstring Month() {
     };
     return text(range.first) + L", " + text(range.last);
 }
+
+/// A printer of this machine while it lives. The user's choice of it is kept in the test's own registry.
+class Printer {
+public:
+    Printer() {
+        wchar_t driver[] = L"PS Driver";
+        wchar_t file[] = L"wineps.drv";
+        wchar_t raw[] = L"RAW";
+        DRIVER_INFO_3W information{};
+        information.cVersion = 3;
+        information.pName = driver;
+        information.pDriverPath = information.pConfigFile = information.pDataFile = file;
+        information.pDefaultDataType = raw;
+        AddPrinterDriverExW(nullptr, 3, reinterpret_cast<BYTE*>(&information), // may be there already
+                            APD_COPY_NEW_FILES | APD_COPY_FROM_DIRECTORY);
+        wchar_t name[] = L"Prueba";
+        wchar_t port[] = L"FILE:";
+        wchar_t processor[] = L"winprint";
+        PRINTER_INFO_2W printer{};
+        printer.pPrinterName = name;
+        printer.pPortName = port;
+        printer.pDriverName = driver;
+        printer.pPrintProcessor = processor;
+        printer.pDatatype = raw;
+        m_printer = AddPrinterW(nullptr, 2, reinterpret_cast<BYTE*>(&printer));
+        EXPECT_TRUE(m_printer) << GetLastError();
+        EXPECT_TRUE(SetDefaultPrinterW(name));
+    }
+    ~Printer() {
+        DeletePrinter(m_printer);
+        ClosePrinter(m_printer);
+    }
+    Printer(const Printer&) = delete;
+    Printer& operator=(const Printer&) = delete;
+
+private:
+    HANDLE m_printer = nullptr;
+};
 
 class Reports : public DialogTest {
 protected:
@@ -248,6 +287,25 @@ TEST_F(Reports, CopiesAndPrinterBelongToThePrinter) {
                           .Box(L"No hay ninguna impresora")
                           .Do([] { EXPECT_TRUE(IsWindowVisible(Dialog())); })
                           .Key(VK_ESCAPE)));
+}
+
+TEST_F(Reports, ThePrinterIsNamedAndChosenInTheSystemsDialog) {
+    const Printer printer;
+    const Script choose = Script()
+                              .Do([] { PostMessageW(Item(IDC_CMDPRINTER), BM_CLICK, 0, 0); })
+                              .Until("the printer dialog", [](HWND top) { return top != Dialog(); });
+    const Script back = Script().Until("the dialog", [](HWND top) { return top == Dialog(); }).Do([] {
+        EXPECT_EQ(ItemText(IDC_LBLPRINTER), L"Prueba");
+    });
+    EXPECT_FALSE(Show(&Server::ShowRpt, Script(choose)
+                                            .Key(VK_ESCAPE)
+                                            .Append(back)
+                                            .Append(choose)
+                                            .Key(VK_RETURN)
+                                            .Append(back)
+                                            .Do([] { SetFocus(Item(IDC_LIST1)); })
+                                            .Key(VK_RETURN)));
+    EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarReports(&[False False False], &0, &1)"));
 }
 
 TEST_F(Reports, AutomaticPrintingCanBeKeptFromTheUser) {
