@@ -276,6 +276,10 @@ TEST_F(Reports, CopiesAndPrinterBelongToThePrinter) {
             }
         });
     };
+    EXPECT_FALSE(
+        Show(&Server::ShowRpt, L"Tercera",
+             Script().Do([] { SetFocus(Item(IDC_TXTCOPIAS)); }).Key(VK_UP).Key(VK_UP).Key(VK_RETURN)));
+    EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarReports(&[False False False], &0, &3)"));
     const Script away = Script().Do([] { SetFocus(Item(IDC_CMBSELEC)); }).Key(VK_DOWN);
     EXPECT_FALSE(Show(&Server::ShowRpt, enabled(true).Append(away).Append(enabled(false)).Key(VK_RETURN)));
     // The copies travel all the same, and the choice is there again.
