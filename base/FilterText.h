@@ -18,6 +18,9 @@ inline constexpr wchar_t kSeleccion[] = L"seleccion";
 inline constexpr wchar_t kSeleccionar[] = L"seleccionar";
 inline constexpr wchar_t kSeleccionStock[] = L"seleccion_stock";
 inline constexpr wchar_t kSelec[] = L"selec";
+/// What the look-ups of the criteria dialogs are prepared with, besides the first.
+inline constexpr wchar_t kSeleccionMixta[] = L"seleccionmixta";
+inline constexpr wchar_t kSelecc[] = L"selecc";
 
 /// One filter from the fragments of the search boxes, in box order, joined with " And "; empty ones are
 /// skipped.

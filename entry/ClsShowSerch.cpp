@@ -15,6 +15,8 @@
 #include "reports/Dialogs.h"
 #include "search/FrmBuscar.h"
 #include "search/FrmRegistros.h"
+#include "selection/Criteria.h"
+#include "selection/CriteriaForm.h"
 #include "selection/FrmSeleccion.h"
 
 namespace tamvelo::entry {
@@ -88,6 +90,10 @@ HRESULT OpenReports(const reports::ReportDesign& design, ReportMethod method, BS
 HRESULT ShowReports(const reports::ReportDesign& design, BSTR* cls, IDispatch** sink, IDispatch** list,
                     VARIANT_BOOL* showAuto = nullptr, bool limited = false) {
     return OpenReports(design, &reports::ReportForm::Mostrar, cls, sink, list, showAuto, limited);
+}
+
+HRESULT ShowCriteria(const selection::CriteriaDesign& design, IDispatch** sink, IDispatch** data) {
+    return Operation([&] { selection::CriteriaForm::Instance(design)->Mostrar(*sink, *data); }, sink, data);
 }
 
 HRESULT PrintReports(const reports::ReportDesign& design, BSTR* cls, IDispatch** sink, IDispatch** list,
@@ -305,11 +311,11 @@ HRESULT ClsShowSerch::PrintRptNumAut(BSTR* cls, IDispatch** sink, IDispatch** re
 }
 
 HRESULT ClsShowSerch::ShowSeleccionar(IDispatch** sink, IDispatch** data) {
-    return Unavailable(L"frmSelecVenta", sink, data);
+    return ShowCriteria(selection::kSelecVenta, sink, data);
 }
 
 HRESULT ClsShowSerch::ShowSelecLab(IDispatch** sink, IDispatch** data) {
-    return Unavailable(L"frmSelecLab", sink, data);
+    return ShowCriteria(selection::kSelecLab, sink, data);
 }
 
 HRESULT ClsShowSerch::ShowNuevaCita(IDispatch** sink, IDispatch** data, long* hwnd, DATE* date) {
@@ -317,15 +323,15 @@ HRESULT ClsShowSerch::ShowNuevaCita(IDispatch** sink, IDispatch** data, long* hw
 }
 
 HRESULT ClsShowSerch::ShowSelecMinim(IDispatch** sink, IDispatch** data) {
-    return Unavailable(L"frmSelecMinim", sink, data);
+    return ShowCriteria(selection::kSelecMinim, sink, data);
 }
 
 HRESULT ClsShowSerch::ShowSeleccionarComp(IDispatch** sink, IDispatch** data) {
-    return Unavailable(L"frmSeleccionar", sink, data);
+    return ShowCriteria(selection::kSeleccionar, sink, data);
 }
 
 HRESULT ClsShowSerch::ShowSeleccionarRecibo(IDispatch** sink, IDispatch** data) {
-    return Unavailable(L"frmSelecRecibo", sink, data);
+    return ShowCriteria(selection::kSelecRecibo, sink, data);
 }
 
 } // namespace tamvelo::entry

@@ -41,6 +41,9 @@ public:
 class NoDataClasses final : public DataClasses {
 public:
     com::ComPtr<IDispatch> Create(const std::wstring& className) override;
+    std::wstring Related(const std::wstring& /*className*/, const std::wstring& /*field*/) override {
+        return {};
+    }
 };
 
 } // namespace tamvelo::frame

@@ -99,7 +99,8 @@ LRESULT EditWatch::Handle(UINT message, WPARAM first, LPARAM second) {
         m_left = false;
         break;
     case WM_KILLFOCUS:
-        if (!g_returning && first != 0 && IsChild(GetParent(edit), reinterpret_cast<HWND>(first))) {
+        if (!g_returning && first != 0 &&
+            IsChild(GetAncestor(edit, GA_ROOT), reinterpret_cast<HWND>(first))) {
             m_left = true;
             PostMessageW(edit, kSettle, 0, 0);
         }

@@ -100,11 +100,17 @@ private:
 };
 
 class LateDataClasses final : public DataClasses {
+    static constexpr wchar_t kRelated[] = L"ClaseRelacionada";
+
 public:
     explicit LateDataClasses(IDispatch* object) : m_object(object, L"Clases") {}
     com::ComPtr<IDispatch> Create(const std::wstring& className) override {
         com::ComPtr<IDispatch> made = m_object.Call(L"CrearClase", {className}).ToObject();
         return made ? made : NoDataClasses().Create(className);
+    }
+    std::wstring Related(const std::wstring& className, const std::wstring& field) override {
+        // Components may only make classes.
+        return m_object.Answers(kRelated) ? m_object.Call(kRelated, {className, field}).ToText() : L"";
     }
 
 private:

@@ -100,6 +100,8 @@ public:
     virtual ~DataClasses() = default;
     /// A data class of the host by its name, for a look-up that a dialog makes on its own.
     virtual com::ComPtr<IDispatch> Create(const std::wstring& className) = 0;
+    /// The data class whose codes a field of `className` holds; "" for a field that holds values of its own.
+    virtual std::wstring Related(const std::wstring& className, const std::wstring& field) = 0;
 };
 
 class Environment {

@@ -234,6 +234,7 @@ void Form::AfterDestroy() noexcept {
     m_modal.reset();
     FormPreview::Remove(m_window);
     m_window = nullptr;
+    m_container = nullptr;
     m_shown = false;
     m_toolbar.reset();
     m_layout = {};

@@ -152,7 +152,11 @@ protected:
     void AddControl(int id, const wchar_t* windowClass, const wchar_t* text, DWORD style, SIZE units);
     /// A push button that the template does not have, last in the tab order; the width in dialog units.
     void AddButton(int id, const wchar_t* caption, int width);
-    HWND Control(int id) const { return GetDlgItem(m_window, id); }
+    HWND Control(int id) const;
+    /// A child window whose controls count as the form's own: AddControl makes them in it from now on.
+    void SetContainer(HWND container) { m_container = container; }
+    /// What a text takes, in dialog units; in the form's own font unless another is given.
+    int WidthOf(const wchar_t* text, HFONT font = nullptr) const;
     void ShowControl(int id, bool shown);
     void EnableControl(int id, bool enabled);
     /// What the mouse learns over a control, also over one that is off; "" nothing.
@@ -213,6 +217,7 @@ private:
     const FormDesign m_design;
     std::vector<FormPart*> m_parts; // members of the derived form
     HWND m_window = nullptr;
+    HWND m_container = nullptr;
     std::unique_ptr<Toolbar> m_toolbar;
     std::wstring m_toolbarFile;
     RowLayout m_layout;

@@ -31,7 +31,7 @@ const KeyRow* Form::FindKey(int control, UINT key) const {
 }
 
 int Form::FocusedControl(HWND focus) const {
-    while (focus && GetParent(focus) != m_window) {
+    while (focus && GetParent(focus) != m_window && GetParent(focus) != m_container) {
         focus = GetParent(focus);
     }
     return focus ? GetDlgCtrlID(focus) : 0;

@@ -10,6 +10,24 @@
 // What a form does with its controls by number.
 namespace tamvelo::frame {
 
+HWND Form::Control(int id) const {
+    const HWND own = GetDlgItem(m_window, id);
+    return own || !m_container ? own : GetDlgItem(m_container, id);
+}
+
+int Form::WidthOf(const wchar_t* text, HFONT font) const {
+    RECT unit{0, 0, 4, 8}; // an average letter
+    MapDialogRect(m_window, &unit);
+    const HDC screen = GetDC(m_window);
+    const HGDIOBJ before =
+        SelectObject(screen, font ? font : reinterpret_cast<HFONT>(SendMessageW(m_window, WM_GETFONT, 0, 0)));
+    SIZE size{};
+    GetTextExtentPoint32W(screen, text, static_cast<int>(wcslen(text)), &size);
+    SelectObject(screen, before);
+    ReleaseDC(m_window, screen);
+    return static_cast<int>(size.cx * 4 / unit.right) + 2;
+}
+
 void Form::AddControl(int id, const wchar_t* windowClass, const wchar_t* text, DWORD style, SIZE units) {
     const ThemeScope theme;
     RECT size{0, 0, units.cx, units.cy};
@@ -17,7 +35,7 @@ void Form::AddControl(int id, const wchar_t* windowClass, const wchar_t* text, D
     const DWORD edge = lstrcmpW(windowClass, L"EDIT") == 0 ? WS_EX_CLIENTEDGE : 0; // as a template gives it
     const HWND control =
         CreateWindowExW(edge, windowClass, text, WS_CHILD | WS_VISIBLE | style, 0, 0, size.right, size.bottom,
-                        m_window, nullptr, com::Module::Instance(), nullptr);
+                        m_container ? m_container : m_window, nullptr, com::Module::Instance(), nullptr);
     if (!control) {
         com::ThrowLastError(L"No se puede crear un control.");
     }

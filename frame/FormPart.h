@@ -15,6 +15,12 @@ protected:
     explicit FormPart(Form& form) : m_form(form) { form.m_parts.push_back(this); }
     virtual ~FormPart() { std::erase(m_form.m_parts, this); }
 
+    bool IsLoaded() const { return m_form.IsLoaded(); }
+    template <class Body>
+    void Trapped(const Body& body) noexcept {
+        m_form.Trapped(body);
+    }
+
     using MenuItem = Form::MenuItem;
     HWND Control(int id) const { return m_form.Control(id); }
     void SetControlText(int id, const std::wstring& text) { m_form.SetControlText(id, text); }

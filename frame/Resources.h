@@ -6,6 +6,7 @@
 #define IDB_TOOLBAR24 24
 #define IDB_TOOLBAR32 32
 
+#define IDD_SCROLL_PANEL 49
 #define IDD_RECORD 50
 #define IDC_RECORD_LIST 51
 

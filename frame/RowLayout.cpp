@@ -44,24 +44,31 @@ int RowLayout::RowHeight(const LayoutRow& row) const {
     return height;
 }
 
-void RowLayout::Arrange(const RECT& area) const {
-    const SIZE margin = Units(kMargin, kMargin);
+RowLayout::Measures RowLayout::Measure() const {
+    const int margin = static_cast<int>(Units(0, kMargin).cy);
     const int frameTop = static_cast<int>(Units(0, kFrameTop).cy);
-    int taken = margin.cy;
-    int fillers = 0;
+    Measures all{margin, 0};
     int open = 0; // the frame that the row before is in
     for (const LayoutRow& row : m_rows) {
         if (const int height = RowHeight(row)) {
-            taken += margin.cy + (row.height == kFill ? 0 : height);
-            taken += row.frame && row.frame != open ? frameTop + margin.cy : 0;
-            fillers += row.height == kFill ? 1 : 0;
+            all.height += margin + (row.height == kFill ? 0 : height);
+            all.height += row.frame && row.frame != open ? frameTop + margin : 0;
+            all.fillers += row.height == kFill ? 1 : 0;
             open = row.frame;
         }
     }
+    return all;
+}
+
+void RowLayout::Arrange(const RECT& area) const {
+    const SIZE margin = Units(kMargin, kMargin);
+    const int frameTop = static_cast<int>(Units(0, kFrameTop).cy);
+    const auto [taken, fillers] = Measure();
     const int left = std::max(0, static_cast<int>(area.bottom - area.top) - taken);
     RECT place{area.left + margin.cx, area.top + margin.cy, area.right - margin.cx, 0};
     HDWP batch = BeginDeferWindowPos(static_cast<int>(m_own.size()));
     RECT frame{};
+    int open = 0; // the frame that the row before is in
     const auto changeFrame = [&](int next) {
         if (open) {
             frame.bottom = place.top;
@@ -74,7 +81,6 @@ void RowLayout::Arrange(const RECT& area) const {
         }
         open = next;
     };
-    open = 0;
     for (const LayoutRow& row : m_rows) {
         const int own = RowHeight(row);
         if (own == 0) {

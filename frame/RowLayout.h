@@ -34,9 +34,16 @@ public:
     explicit operator bool() const { return m_dialog != nullptr; }
     /// Fills `area`, client pixels of the dialog, less a margin.
     void Arrange(const RECT& area) const;
+    /// What the rows take with their own heights, margins included, in pixels.
+    int Height() const { return Measure().height; }
 
 private:
     bool Shown(int control) const;
+    struct Measures {
+        int height;
+        int fillers;
+    };
+    Measures Measure() const;
     int RowHeight(const LayoutRow& row) const;
     void ArrangeRow(const LayoutRow& row, const RECT& place, HDWP& batch) const;
     void Move(int control, const RECT& place, HDWP& batch) const;

@@ -194,4 +194,17 @@ std::wstring Format(const VARIANT& value, CellKind kind) {
     }
 }
 
+std::wstring Grouped(long number) {
+    std::wstring digits = std::to_wstring(number);
+    if (digits.size() > 4) {
+        wchar_t mark[8] = L"";
+        GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_STHOUSAND, mark, ARRAYSIZE(mark));
+        for (size_t at = digits.size(); at > 3;) {
+            at -= 3;
+            digits.insert(at, mark);
+        }
+    }
+    return digits;
+}
+
 } // namespace tamvelo::grid

@@ -20,4 +20,7 @@ constexpr bool IsRightAligned(CellKind kind) { return kind == CellKind::Number |
 /// Never throws over a value: one that cannot be shown says what it is.
 std::wstring Format(const VARIANT& value, CellKind kind);
 
+/// A count, its digits in groups as the user's locale parts them; four stand together, as Spanish has it.
+std::wstring Grouped(long number);
+
 } // namespace tamvelo::grid

@@ -1,27 +1,10 @@
 #include "grid/Grid.h"
 
+#include "grid/CellText.h"
 #include "grid/ColumnsObject.h"
 #include "grid/GridView.h"
 
 namespace tamvelo::grid {
-
-namespace {
-
-/// Digits in groups as the user's locale parts them; four digits stand together, as Spanish has it.
-std::wstring Grouped(long number) {
-    std::wstring digits = std::to_wstring(number);
-    if (digits.size() > 4) {
-        wchar_t mark[8] = L"";
-        GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_STHOUSAND, mark, ARRAYSIZE(mark));
-        for (size_t at = digits.size(); at > 3;) {
-            at -= 3;
-            digits.insert(at, mark);
-        }
-    }
-    return digits;
-}
-
-} // namespace
 
 Grid::Grid(HWND parent, int controlId, GridEvents& events) : m_view(std::make_shared<GridView>(events)) {
     try {

@@ -39,20 +39,6 @@ constexpr int kTextHeight = 9;
 constexpr int kButtonWidth = 16;
 constexpr int kDateLabel = 46; // as the template has the one above
 
-/// What the dialog's font needs for a text, in dialog units.
-int WidthOf(HWND dialog, const wchar_t* text) {
-    RECT unit{0, 0, 4, 8}; // an average letter
-    MapDialogRect(dialog, &unit);
-    const HDC screen = GetDC(dialog);
-    const HGDIOBJ before =
-        SelectObject(screen, reinterpret_cast<HFONT>(SendMessageW(dialog, WM_GETFONT, 0, 0)));
-    SIZE size{};
-    GetTextExtentPoint32W(screen, text, static_cast<int>(wcslen(text)), &size);
-    SelectObject(screen, before);
-    ReleaseDC(dialog, screen);
-    return static_cast<int>(size.cx * 4 / unit.right) + 2;
-}
-
 bool HasOwnCaption(Kind kind) { return kind == Kind::Check || kind == Kind::Button; }
 
 } // namespace
@@ -74,14 +60,14 @@ void ReportForm::MakeConditions() {
     int firstColumn = kDateLabel;
     for (const Condition& condition : m_report.conditions) {
         if (!condition.beside && !HasOwnCaption(condition.kind)) {
-            firstColumn = std::max(firstColumn, WidthOf(Window(), condition.caption));
+            firstColumn = std::max(firstColumn, WidthOf(condition.caption));
         }
     }
     for (const Condition& condition : m_report.conditions) {
         const KindOfControl& kind = Of(condition.kind);
         const int first = ControlOf(condition);
         const bool ownCaption = HasOwnCaption(condition.kind);
-        const int textWidth = WidthOf(Window(), condition.caption);
+        const int textWidth = WidthOf(condition.caption);
         if (!ownCaption) {
             AddControl(first + Label, L"STATIC", condition.caption, SS_LEFT,
                        {condition.beside ? textWidth : firstColumn, kTextHeight});
@@ -95,7 +81,7 @@ void ReportForm::MakeConditions() {
         }
         if (condition.note) {
             AddControl(first + Note, L"STATIC", condition.note, SS_LEFT,
-                       {WidthOf(Window(), condition.note), kTextHeight});
+                       {WidthOf(condition.note), kTextHeight});
         }
         const HWND control = Control(first + Entry);
         for (const wchar_t* entry : condition.entries) {

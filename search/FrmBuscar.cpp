@@ -44,16 +44,6 @@ constexpr KeyRow kKeys[] = {
     {IDC_LIST2, VK_DELETE, kRemoveValue},
 };
 
-/// With Ctrl, so that boxes and lists keep the plain keys: Enter in a box searches.
-struct ControlKey {
-    UINT key;
-    const wchar_t* command;
-};
-constexpr ControlKey kControlKeys[] = {
-    {VK_RETURN, base::kAceptar}, {VK_HOME, base::kMoveFirst}, {VK_UP, base::kMovePre},
-    {VK_DOWN, base::kMoveNext},  {VK_END, base::kMoveLast},
-};
-
 constexpr int kBoxes[] = {IDC_TXTFIELDS0, IDC_TXTFIELDS1, IDC_TXTFIELDS2};
 constexpr int kBoxLabels[] = {IDC_LBLFIELDS0, IDC_LBLFIELDS1, IDC_LBLFIELDS2};
 constexpr const wchar_t* kCues[] = {L"", L"desde", L"hasta"};
@@ -92,11 +82,9 @@ FrmBuscar::FrmBuscar() : Form({kName, IDD_BUSCAR, kTools, kKeys}) {}
 std::span<const CommandRow> FrmBuscar::Commands() const {
     using F = FrmBuscar;
     static constexpr CommandRow kCommands[] = {
-        {base::kAceptar, Do<&F::Aceptar>},     {base::kCancelar, Do<&F::Cancelar>},
-        {base::kMoveFirst, Do<&F::MoveFirst>}, {base::kMovePre, Do<&F::MovePrevious>},
-        {base::kMoveNext, Do<&F::MoveNext>},   {base::kMoveLast, Do<&F::MoveLast>},
-        {base::kFiltro, Do<&F::ShowFilter>},   {kSearch, Do<&F::Buscar>},
-        {kBoxEntered, Do<&F::BoxEntered>},     {kRemoveValue, Do<&F::RemoveValue>},
+        {base::kAceptar, Do<&F::Aceptar>},   {base::kCancelar, Do<&F::Cancelar>},
+        {base::kFiltro, Do<&F::ShowFilter>}, {kSearch, Do<&F::Buscar>},
+        {kBoxEntered, Do<&F::BoxEntered>},   {kRemoveValue, Do<&F::RemoveValue>},
         {kRefresh, Do<&F::Refresh>},
     };
     return kCommands;
@@ -172,7 +160,7 @@ void FrmBuscar::OnLoad() {
 }
 
 void FrmBuscar::OnUnload() noexcept {
-    m_watches = {};
+    m_boxes.Clear();
     m_heading.clear();
     m_filter.clear();
     m_columns.Reset();
@@ -187,23 +175,12 @@ com::ComPtr<frame::ControlObject> FrmBuscar::Box(short index) {
 }
 
 void FrmBuscar::Watch(short index) {
-    Box(index);
-    frame::EditWatch::Handlers handlers;
-    handlers.typed = [this, index](wchar_t& letter) { Trapped([&] { BoxKey(index, letter); }); };
-    handlers.left = [this, index] {
-        bool valid = true; // what cannot be checked does not hold the user
-        Trapped([&] { valid = BoxLeft(index); });
-        return valid;
-    };
+    frame::CheckedBoxes::Hooks hooks;
+    hooks.checked = [this, index] { return IsChecked(index); };
     if (index == 0) {
-        handlers.pasted = [this](const std::wstring& text) {
-            bool used = false;
-            Trapped([&] { used = PasteValues(text); });
-            return used;
-        };
+        hooks.pasted = [this](const std::wstring& text) { return PasteValues(text); };
     }
-    m_watches.at(static_cast<size_t>(index)) =
-        frame::EditWatch::Start(Control(kBoxes[index]), std::move(handlers));
+    m_boxes.Add(Box(index), std::move(hooks));
 }
 
 void FrmBuscar::Remember(const std::wstring& name, int value) {
@@ -309,17 +286,17 @@ void FrmBuscar::OnControl(int control, int code) {
     const bool clicked = code == BN_CLICKED;
     const int option = OptionOf(control);
     if (control == IDC_CMDBUSCAR && clicked) {
-        if (Settle()) {
+        if (m_boxes.Settle()) {
             Input(kSearch);
         }
     } else if (option >= 0 && clicked && option != m_mode) {
-        if (Settle()) {
+        if (m_boxes.Settle()) {
             ChooseMode(option, true);
         } else if (IsLoaded()) {
             CheckRadioButton(Window(), IDC_OPTBUSCAR0, IDC_OPTBUSCAR4, IDC_OPTBUSCAR0 + m_mode);
         }
     } else if ((control == IDC_CMDESTILO0 || control == IDC_CMDESTILO1) && clicked) {
-        if (Settle()) {
+        if (m_boxes.Settle()) {
             ChooseStyle(control == IDC_CMDESTILO1);
         }
     } else if (control == IDC_LSTTIPOS && code == LBN_SELCHANGE) {
@@ -334,11 +311,6 @@ bool FrmBuscar::OnKey(UINT key, bool control, bool shift) {
     }
     const int focused = GetDlgCtrlID(GetFocus());
     if (control) {
-        const auto* row = std::ranges::find(kControlKeys, key, &ControlKey::key);
-        if (row != std::end(kControlKeys)) {
-            Input(row->command);
-            return true;
-        }
         if (key >= '1' && key < '1' + UINT{kOptions}) {
             ChooseMode(static_cast<int>(key - '1'), true);
             return true;

@@ -8,8 +8,8 @@
 #include "contract/ColumnCollection.h"
 #include "contract/DataClass.h"
 #include "contract/Sink.h"
-#include "frame/EditWatch.h"
-#include "frame/Form.h"
+#include "frame/CheckedBoxes.h"
+#include "frame/RecordMoves.h"
 
 namespace tamvelo::search {
 
@@ -40,9 +40,7 @@ private:
     void ShowParts();
     void PlaceOptions();
 
-    void BoxKey(short index, wchar_t& letter);
-    bool BoxLeft(short index);
-    bool Settle();
+    bool IsChecked(short index);
     bool PasteValues(const std::wstring& text);
     void AddValue(const std::wstring& value);
     void RemoveValue();
@@ -55,10 +53,6 @@ private:
     void Buscar() { AplicarBusqueda(true); }
     void Aceptar();
     void Cancelar();
-    void MoveFirst() { m_data.MoveFirst(); }
-    void MovePrevious() { m_data.MovePrevious(); }
-    void MoveNext() { m_data.MoveNext(); }
-    void MoveLast() { m_data.MoveLast(); }
     void Refresh() { m_data.Requery(); }
 
     void OnLoad() override;
@@ -80,7 +74,8 @@ private:
     int m_kind = -1;        // as remembered; the list knows better once it is there
     std::wstring m_heading; // of the searched column
     std::wstring m_filter;  // as last applied
-    std::array<std::shared_ptr<frame::EditWatch>, 3> m_watches;
+    frame::CheckedBoxes m_boxes{*this, m_data};
+    frame::RecordMoves m_moves{*this, m_data};
     POINT m_options[5] = {}; // places of the options in their frame
 };
 

@@ -3,42 +3,14 @@
 #include "base/Commands.h"
 #include "base/FilterText.h"
 #include "frame/Resources.h"
-#include "frame/WindowText.h"
 #include "search/FrmBuscar.h"
 #include "search/Resources.h"
 
 // What the search panel does with what is typed: checks, the list of values, the filter.
 namespace tamvelo::search {
 
-void FrmBuscar::BoxKey(short index, wchar_t& letter) {
-    if (base::IsUncheckedField(Box(index)->DataField())) {
-        return;
-    }
-    auto key = static_cast<short>(letter);
-    const bool kept = m_data.ValidaKey(Box(index), key);
-    letter = kept ? static_cast<wchar_t>(static_cast<unsigned short>(key)) : L'\0';
-}
-
-bool FrmBuscar::BoxLeft(short index) {
-    const com::ComPtr<frame::ControlObject> box = Box(index);
-    if (!Mode().boxes.at(static_cast<size_t>(index)) || base::IsUncheckedField(box->DataField())) {
-        return true;
-    }
-    const long size = m_data.ValidaDefinedSize(box);
-    if (!IsLoaded()) {
-        return true;
-    }
-    const std::wstring text = frame::TextOf(box->Window());
-    const std::wstring kept = base::TrimmedTo(text, size);
-    if (kept != text) {
-        SetWindowTextW(box->Window(), kept.c_str());
-    }
-    return m_data.ValidaValue(box);
-}
-
-bool FrmBuscar::Settle() {
-    const auto watches = m_watches; // the form may go while the host looks at a value
-    return std::ranges::all_of(watches, [](const auto& watch) { return watch->Settle(); }) && IsLoaded();
+bool FrmBuscar::IsChecked(short index) {
+    return Mode().boxes.at(static_cast<size_t>(index)) && !base::IsUncheckedField(Box(index)->DataField());
 }
 
 bool FrmBuscar::PasteValues(const std::wstring& text) {

@@ -6,3 +6,15 @@
 #define IDC_CMD1 202
 #define IDC_CMD2 203
 #define IDC_CMD3 204
+
+// Numbers of the criteria dialogs' resources (selection/Criteria.rc).
+#define IDD_CRITERIA 260
+#define IDC_CRITERIA 261
+#define IDC_FRMCOMPARISON 262
+#define IDC_OPTCOMPARISON0 263
+#define IDC_OPTCOMPARISON1 264
+#define IDC_OPTCOMPARISON2 265
+#define IDC_CMDCLEAR 266
+
+// The fields' controls are made one after the other: four numbers for each.
+#define IDC_CRITERIA_FIELDS 1000

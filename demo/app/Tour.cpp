@@ -66,6 +66,29 @@ constexpr Stroke kMailDraft[] = {{Stroke::Box, L"Informes:"},  {Stroke::Key, L""
                                  {Stroke::Key, L"", VK_END},   {Stroke::Box, L"Informes:"}};
 constexpr Stroke kChooseCustomer[] = {{Stroke::Box, L"Cliente :"}, {Stroke::Key, L"", VK_F4}};
 
+constexpr Stroke kTab{Stroke::Key, L"", VK_TAB};
+constexpr Stroke kSearchNow{Stroke::Key, L"", VK_F5};
+constexpr Stroke kCriteriaOfSales[] = {kTab, kTab, kTab, kTab, {Stroke::Text, L"000025"}, kSearchNow};
+constexpr Stroke kCriteriaOfPurchases[] = {kTab, {Stroke::Text, L"tornillo"}, kSearchNow};
+constexpr Stroke kCriteriaOfMinimum[] = {
+    kTab, kTab, kTab, kTab, kTab, {Stroke::Text, L"10"}, kSearchNow, {Stroke::Access, L"h"}, kSearchNow};
+// Past what fits: the rows scroll to the list of "Urgente".
+constexpr Stroke kCriteriaOfLaboratory[] = {{Stroke::Text, L"1001"},
+                                            kTab,
+                                            kTab,
+                                            kTab,
+                                            kTab,
+                                            kTab,
+                                            kTab,
+                                            {Stroke::Text, L"1/1/26"},
+                                            kTab,
+                                            kTab,
+                                            kTab,
+                                            {Stroke::Key, L"", VK_HOME}};
+constexpr Stroke kCriteriaOfReceipts[] = {
+    kTab, {Stroke::Text, L"clinica"}, kTab, {Stroke::Text, L"sevilla"}, kSearchNow};
+constexpr Stroke kLookUpCustomer[] = {kTab, kTab, kTab, kTab, {Stroke::Key, L"", VK_F4}};
+
 /// One dialog of the tour.
 struct Stop {
     const wchar_t* name;
@@ -94,6 +117,12 @@ constexpr Stop kStops[] = {
     {L"registros-busqueda", L"ShowRegistros", L"articulos", nullptr, kSearchScrew, VK_ESCAPE},
     {L"buscar-entre", L"ShowBuscar", L"articulos", L"", kSearchBetween, VK_ESCAPE},
     {L"buscar-ordenes", L"ShowBuscar", L"Ordenes", nullptr, kSearchBox, VK_ESCAPE},
+    {L"criterios-ventas", L"ShowSeleccionar", L"Ordenes", nullptr, kCriteriaOfSales, VK_RETURN},
+    {L"criterios-compras", L"ShowSeleccionarComp", L"articulos", nullptr, kCriteriaOfPurchases, VK_ESCAPE},
+    {L"criterios-minimos", L"ShowSelecMinim", L"articulos", nullptr, kCriteriaOfMinimum, VK_ESCAPE},
+    {L"criterios-laboratorio", L"ShowSelecLab", L"Ordenes", nullptr, kCriteriaOfLaboratory, VK_RETURN},
+    {L"criterios-recibos", L"ShowSeleccionarRecibo", L"clientes", nullptr, kCriteriaOfReceipts, VK_ESCAPE},
+    {L"criterios-consulta", L"ShowSeleccionar", L"Ordenes", nullptr, kLookUpCustomer, VK_ESCAPE},
     {L"informes", L"ShowRpt", L"articulos", nullptr, {}, VK_ESCAPE},
     {L"informes-serie", L"ShowSql", L"articulos", nullptr, kTickEleventh, VK_ESCAPE},
     {L"etiquetas", L"ShowEtiq", L"articulos", nullptr, {}, VK_ESCAPE},

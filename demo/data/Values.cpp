@@ -27,6 +27,9 @@ std::optional<std::int64_t> Digits(std::wstring_view text, std::size_t most) {
 }
 
 std::optional<std::int64_t> ParseBoolean(std::wstring_view text) {
+    if (text.starts_with(L"-1")) { // automation's True, as the lists of yes/no fields have it: "-1 - Sí"
+        text.remove_prefix(1);
+    }
     if (text == L"0" || text == L"1" || text.starts_with(L"0 ") || text.starts_with(L"1 ")) {
         return text[0] - L'0';
     }

@@ -37,8 +37,8 @@ constexpr Selection kSelections[] = {
     {base::kSeleccionar, L"activo", L" = 1"},
     {base::kSeleccionStock, L"existencias", L" > 0"},
     // Those that the criteria dialogs ask of the classes they look values up in.
-    {L"seleccionmixta", {}, {}},
-    {L"selecc", L"activo", L" = 1"},
+    {base::kSeleccionMixta, {}, {}},
+    {base::kSelecc, L"activo", L" = 1"},
 };
 
 /// What GetConnection gives out. A real host gives its database connection.
@@ -77,7 +77,8 @@ public:
         return *m_column;
     }
     std::wstring Text() { return m_control.Call(L"Text").ToText(); }
-    bool IsList() { return m_control.Answers(L"ListCount"); }
+    /// Whether all its entries count; a list that drops down stands for its text.
+    bool IsList() { return m_control.Answers(L"Selected"); }
     std::vector<std::wstring> Items() {
         std::vector<std::wstring> items;
         const long count = m_control.Call(L"ListCount").ToLong();

@@ -38,7 +38,8 @@ com::ComPtr<IDispatch> MakeColumns(std::wstring_view className);
 com::ComPtr<IDispatch> MakeReports(const std::vector<std::wstring>& titles);
 
 /// The component that the library asks for data classes when a dialog looks something up on its own:
-/// `CrearClase(nombre)` answers a new data class of that table.
+/// `CrearClase(nombre)` answers a new data class of that table, `ClaseRelacionada(clase, campo)` the name of
+/// the class whose codes that field holds.
 com::ComPtr<IDispatch> MakeDataClasses(std::shared_ptr<Database> database);
 
 } // namespace tamvelo::demo

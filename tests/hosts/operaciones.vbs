@@ -9,6 +9,10 @@ Class Pantalla ' every role of a host in one
     Public Property Get sClassName
         sClassName = "articulos"
     End Property
+    Public Property Get Recordset
+        consulta = "campos"
+        Err.Raise TableLocked
+    End Property
     Public Property Get Count
         consulta = "lista"
         Err.Raise TableLocked
@@ -85,12 +89,12 @@ obj.ShowRptFchCliDirec clase, p, p : Panel "ShowRptFchCliDirec", "lista"
 obj.ShowRptsInfFch clase, p, p : Panel "ShowRptsInfFch", "lista"
 obj.ShowRptNumAut "articulos", p, p, auto : Panel "ShowRptNumAut", "lista"
 obj.PrintRptNumAut clase & "x", p, p : Panel "PrintRptNumAut", "lista"
-obj.ShowSeleccionar p, p : Falta "ShowSeleccionar", "frmSelecVenta"
-obj.ShowSelecLab p, p : Falta "ShowSelecLab", "frmSelecLab"
+obj.ShowSeleccionar p, p : Panel "ShowSeleccionar", "campos"
+obj.ShowSelecLab p, p : Panel "ShowSelecLab", "campos"
 obj.ShowNuevaCita p, p, ventana, fecha : Falta "ShowNuevaCita", "frmCita"
-obj.ShowSelecMinim p, p : Falta "ShowSelecMinim", "frmSelecMinim"
-obj.ShowSeleccionarComp p, p : Falta "ShowSeleccionarComp", "frmSeleccionar"
-obj.ShowSeleccionarRecibo p, p : Falta "ShowSeleccionarRecibo", "frmSelecRecibo"
+obj.ShowSelecMinim p, p : Panel "ShowSelecMinim", "campos"
+obj.ShowSeleccionarComp p, p : Panel "ShowSeleccionarComp", "campos"
+obj.ShowSeleccionarRecibo p, p : Panel "ShowSeleccionarRecibo", "campos"
 
 obj.ShowSelec p, p, "texto" : Espera "texto por control", 13, ""
 obj.ShowSelec p, p, obj

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "contract/DataClass.h"
+#include "frame/FormPart.h"
+
+namespace tamvelo::frame {
+
+/// Walking through the host's records in a form that shows none: the four commands, and their keys with Ctrl,
+/// so that boxes and lists keep the plain ones. Ctrl+Enter accepts from everywhere.
+class RecordMoves final : public FormPart {
+public:
+    /// `data` is the form's own.
+    RecordMoves(Form& form, contract::DataClass& data) : FormPart(form), m_data(data) {}
+
+private:
+    std::wstring_view CommandOf(UINT key, bool control, bool shift) const override;
+    bool OnCommand(std::wstring_view command) override;
+
+    contract::DataClass& m_data;
+};
+
+} // namespace tamvelo::frame
