@@ -68,4 +68,10 @@ Day StartOf(Period period, Day day, int offset) {
 
 Day EndOf(Period period, Day day, int offset) { return StartOf(period, day, offset + 1) - 1; }
 
+Week WeekOf(Day day) {
+    const Day thursday = StartOf(Period::Week, day) + 3;
+    const int year = ToDate(thursday).year;
+    return {year, static_cast<int>((thursday - StartOf(Period::Year, thursday)) / 7) + 1};
+}
+
 } // namespace tamvelo::base

@@ -29,4 +29,13 @@ Day StartOf(Period period, Day day, int offset = 0);
 /// The last day of the same period.
 Day EndOf(Period period, Day day, int offset = 0);
 
+/// A week as Europe counts them (ISO 8601): the first of a year is the one with its first Thursday, so that
+/// days around New Year may belong to a week of the other year.
+struct Week {
+    int year;
+    int number;
+    bool operator==(const Week&) const = default;
+};
+Week WeekOf(Day day);
+
 } // namespace tamvelo::base

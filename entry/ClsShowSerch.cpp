@@ -5,6 +5,7 @@
 #include "com/Guard.h"
 #include "com/TypedDispatch.h"
 #include "contract/HostControl.h"
+#include "dates/FrmCita.h"
 #include "dates/FrmSeleccionFecha.h"
 #include "entry/InOut.h"
 #include "frame/Environment.h"
@@ -319,7 +320,12 @@ HRESULT ClsShowSerch::ShowSelecLab(IDispatch** sink, IDispatch** data) {
 }
 
 HRESULT ClsShowSerch::ShowNuevaCita(IDispatch** sink, IDispatch** data, long* hwnd, DATE* date) {
-    return Unavailable(L"frmCita", sink, data, hwnd, date);
+    return Operation(
+        [&] {
+            const auto owner = reinterpret_cast<HWND>(static_cast<LONG_PTR>(*hwnd));
+            frame::DefaultInstance<dates::FrmCita>()->Mostrar(*sink, *data, owner, *date);
+        },
+        sink, data, hwnd, date);
 }
 
 HRESULT ClsShowSerch::ShowSelecMinim(IDispatch** sink, IDispatch** data) {

@@ -5,6 +5,7 @@
 #include "base/Commands.h"
 #include "frame/Clock.h"
 #include "frame/FormPreview.h"
+#include "frame/Picker.h"
 #include "frame/Resources.h"
 
 namespace tamvelo::frame {
@@ -43,12 +44,8 @@ base::DateRange DateRangeControl::Shown() const {
 }
 
 base::DateRange DateRangeControl::Range() {
-    // A field that is being typed counts only once its picker has lost the focus.
-    const HWND focus = GetFocus();
-    if (focus == Control(IDC_DTPICKER0) || focus == Control(IDC_DTPICKER1)) {
-        SendMessageW(focus, WM_KILLFOCUS, 0, 0);
-        SendMessageW(focus, WM_SETFOCUS, 0, 0);
-    }
+    TakeTyped(Control(IDC_DTPICKER0));
+    TakeTyped(Control(IDC_DTPICKER1));
     return Shown();
 }
 

@@ -117,6 +117,24 @@ private:
     com::LateObject m_object;
 };
 
+class LateAppointments final : public Appointments {
+public:
+    explicit LateAppointments(IDispatch* object) : m_object(object, L"Citas") {}
+    void Save(const Appointment& appointment) override {
+        constexpr double kMinutesPerDay = 24 * 60;
+        const base::AppointmentTexts& texts = appointment.texts;
+        IDispatch* const connection = nullptr; // the component opens its own
+        m_object.Call(
+            L"GuardarCita",
+            {com::Variant::Date(appointment.day), com::Variant::Date(appointment.minute / kMinutesPerDay),
+             texts.customerCode, texts.customerName, texts.comment, texts.employeeCode, texts.employeeName,
+             texts.box, texts.type, connection});
+    }
+
+private:
+    com::LateObject m_object;
+};
+
 com::ComPtr<IDispatch> CreateByName(const std::wstring& progId) {
     CLSID id;
     com::ComPtr<IDispatch> object;
@@ -192,6 +210,19 @@ FocusUtility& Environment::GetFocus() {
 
 DataClasses& Environment::GetDataClasses() {
     return Resolve<DataClasses, LateDataClasses, NoDataClasses>(m_dataClasses, L"Clases");
+}
+
+bool Environment::OffersDataClasses() { return !EnvironmentValue(L"Clases").empty(); }
+
+std::unique_ptr<Appointments> Environment::NewAppointments() {
+    const std::wstring progId = EnvironmentValue(L"Citas");
+    if (progId.empty()) {
+        constexpr auto kCannotCreate = static_cast<HRESULT>(0x800A01AD); // automation's number 429
+        throw com::Error(kCannotCreate,
+                         L"El entorno de la aplicación no ofrece ningún componente que guarde "
+                         L"citas. La cita no se ha guardado.");
+    }
+    return std::make_unique<LateAppointments>(CreateByName(progId).Get());
 }
 
 std::wstring EnvironmentValue(const wchar_t* name) {

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/Appointment.h"
 #include "base/Placement.h"
 #include "com/ComPtr.h"
 #include "com/Error.h"
@@ -104,6 +105,19 @@ public:
     virtual std::wstring Related(const std::wstring& className, const std::wstring& field) = 0;
 };
 
+struct Appointment {
+    base::Day day = 0;
+    int minute = 0; // of the day
+    base::AppointmentTexts texts;
+};
+
+/// Keeps appointments. The library has no place for them of its own.
+class Appointments {
+public:
+    virtual ~Appointments() = default;
+    virtual void Save(const Appointment& appointment) = 0;
+};
+
 class Environment {
 public:
     /// The calling thread's components.
@@ -117,6 +131,10 @@ public:
     ErrorReport& GetErrors();
     FocusUtility& GetFocus();
     DataClasses& GetDataClasses();
+    /// Whether there is a component that makes data classes: without one no look-up works.
+    static bool OffersDataClasses();
+    /// A new component each time. Throws com::Error when the environment names none.
+    static std::unique_ptr<Appointments> NewAppointments();
 
 private:
     std::unique_ptr<Settings> m_settings;

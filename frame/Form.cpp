@@ -88,7 +88,8 @@ void Form::CreateWindowHidden() {
                                   ICC_WIN95_CLASSES | ICC_DATE_CLASSES | ICC_STANDARD_CLASSES};
     InitCommonControlsEx(&controls);
     const HWND made = CreateDialogParamW(com::Module::Instance(), MAKEINTRESOURCEW(m_design.dialogTemplate),
-                                         OwnerForDialog(), Procedure, reinterpret_cast<LPARAM>(this));
+                                         IsWindow(m_owner) ? m_owner : OwnerForDialog(), Procedure,
+                                         reinterpret_cast<LPARAM>(this));
     if (!made || !m_window) {
         com::ThrowLastError(L"No se puede crear el formulario «" + std::wstring(Name()) + L"».");
     }

@@ -96,6 +96,9 @@ protected:
     template <class Body>
     void Show(const Body& body);
 
+    /// The window that the form stands above and goes with; 0 or one that is gone: what the user works in
+    /// now. Before the window is made.
+    void SetOwner(HWND owner) { m_owner = owner; }
     /// Makes the window, hidden: placement, toolbar layout, OnLoad, set-up. Does nothing when it stands
     /// already.
     void Load();
@@ -216,6 +219,7 @@ private:
 
     const FormDesign m_design;
     std::vector<FormPart*> m_parts; // members of the derived form
+    HWND m_owner = nullptr;
     HWND m_window = nullptr;
     HWND m_container = nullptr;
     std::unique_ptr<Toolbar> m_toolbar;

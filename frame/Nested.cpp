@@ -1,13 +1,22 @@
 #include "frame/Nested.h"
 
+#include "base/Text.h"
 #include "com/Error.h"
+#include "contract/DataClass.h"
 #include "frame/Environment.h"
+#include "grid/RecordSource.h"
 
 namespace tamvelo::frame {
 
 namespace {
 
 ShowSerchFactory g_factory = nullptr;
+
+com::LateObject MakeList(const Lookup& lookup) {
+    com::LateObject data(Environment::Get().GetDataClasses().Create(lookup.className).Get(), L"MyClase");
+    data.Call(L"Requery", {lookup.selection});
+    return data;
+}
 
 } // namespace
 
@@ -21,12 +30,29 @@ com::LateObject NewShowSerch() {
 }
 
 void OpenLookup(const Lookup& lookup, IDispatch* sink, IDispatch* control, short index) {
-    com::LateObject data(Environment::Get().GetDataClasses().Create(lookup.className).Get(), L"MyClase");
-    data.Call(L"Requery", {lookup.selection});
+    com::LateObject data = MakeList(lookup);
     com::ComPtr<IDispatch> ctl(control);
-    short column = 0;
+    short column = lookup.column;
     NewShowSerch().Call(lookup.operation, {sink, data.Get(), com::Argument::Ref(ctl),
                                            com::Argument::Ref(column), com::Argument::Ref(index)});
+}
+
+std::optional<std::wstring> NameOf(const Lookup& lookup, const std::wstring& code) {
+    const com::LateObject list = MakeList(lookup);
+    contract::DataClass(list.Get()).FindRecord(code, {});
+    com::LateObject set(grid::RecordSource(list.Get()).Set(), L"Recordset");
+    if (!set || set.Call(L"BOF").ToBool() || set.Call(L"EOF").ToBool()) {
+        return std::nullopt;
+    }
+    com::LateObject fields(set.Call(L"Fields").ToObject().Get(), L"Fields");
+    const auto text = [&](long field) {
+        com::LateObject cell(fields.Call(L"Item", {field}).ToObject().Get(), L"Field");
+        return cell.Call(L"Value").ToText();
+    };
+    if (fields.Call(L"Count").ToLong() < 2 || base::Lower(text(0)) != base::Lower(code)) {
+        return std::nullopt;
+    }
+    return text(1);
 }
 
 } // namespace tamvelo::frame

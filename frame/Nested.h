@@ -1,5 +1,8 @@
 #pragma once
 
+#include <optional>
+#include <string>
+
 #include "base/FilterText.h"
 #include "com/LateObject.h"
 
@@ -17,10 +20,16 @@ struct Lookup {
     const wchar_t* className = nullptr; // null: nothing
     const wchar_t* selection = base::kSeleccion;
     const wchar_t* operation = L"ShowSelec";
+    short column = 0; // that the panel opens in, and that classes without an answer of their own answer with
 };
 
 /// Opens the look-up for a control; the answer goes to `sink`, a relay of the caller's, with `index`. Throws
 /// com::Error when the environment makes no such class, or what the operation raised.
 void OpenLookup(const Lookup& lookup, IDispatch* sink, IDispatch* control, short index);
+
+/// The name that goes with a code in a look-up's list: the second field of the record that the data class
+/// finds, if its first field is the code, in any case. Nothing when there is no such record. Throws
+/// com::Error when the environment makes no such class, when it has no record set, or the host's own error.
+std::optional<std::wstring> NameOf(const Lookup& lookup, const std::wstring& code);
 
 } // namespace tamvelo::frame

@@ -94,6 +94,11 @@ void Toolbar::AddGlyphs() {
     SendMessageW(m_window, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(m_glyphs.get()));
 }
 
+UniqueIcon Toolbar::Glyph(std::wstring_view id) const {
+    const ToolKind* const kind = FindTool(id);
+    return UniqueIcon(kind ? ImageList_GetIcon(m_glyphs.get(), kind->glyph, ILD_TRANSPARENT) : nullptr);
+}
+
 int Toolbar::CommandOf(std::wstring_view id) const {
     const auto found =
         std::find_if(m_uses.begin(), m_uses.end(), [&](const ToolUse& use) { return use.id == id; });

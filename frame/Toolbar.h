@@ -45,6 +45,8 @@ public:
 
     /// The identifier of a tool of this bar by its window-command number; "" for another number.
     std::wstring_view IdOf(int command) const;
+    /// A command's picture in the bar's size, for a button elsewhere; null when there is none.
+    UniqueIcon Glyph(std::wstring_view id) const;
     /// Answers the bar's own notifications; false when `header` is another control's.
     bool Notified(NMHDR& header, LRESULT& answer);
 

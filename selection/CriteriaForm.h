@@ -41,6 +41,13 @@ private:
         bool marked = false; // shown as one that has a condition
     };
 
+    /// The numbers of one field's controls, from its first.
+    enum Part { Label, Entry, OnlyYes, Search, Parts };
+    static int ControlOf(size_t field, Part part);
+    // Places in a yes/no list.
+    static constexpr int kYes = 0;
+    static constexpr int kAll = 2;
+
     void ReadFields();
     void FindRelated();
     void MakeFields();

@@ -17,6 +17,7 @@ namespace tamvelo::demo {
 namespace {
 
 constexpr CLSID kClases = {0x5be1f9a4, 0x0c57, 0x4f0e, {0x9c, 0x1d, 0x3e, 0x52, 0x77, 0x60, 0xa8, 0x4b}};
+constexpr CLSID kCitas = {0x8c0d7e12, 0x4b6a, 0x4d35, {0xa3, 0x5e, 0x90, 0x1f, 0x2c, 0xd4, 0x66, 0x71}};
 
 enum Exit { Good, Failed, UsageError };
 
@@ -64,6 +65,7 @@ int Run(const CommandLine& wanted) {
     const std::shared_ptr<Database> database = OpenSampleFile(wanted.database, wanted.rows);
     Components components;
     components.Add(L"Clases", kClases, [database] { return MakeDataClasses(database); });
+    components.Add(L"Citas", kCitas, [database] { return MakeAppointments(database); });
     MainWindow window(database);
     window.Show();
     if (!wanted.tour.empty()) {

@@ -275,7 +275,10 @@ void MainWindow::Perform(const Operation& operation, std::size_t field) {
     request.column = NameFor(field, request.text) ? 0 : 1; // what is no code is looked for in the names
     LateObject(request.columns.Get(), L"Columns").Put(L"Col", request.column);
     request.window = static_cast<long>(reinterpret_cast<LONG_PTR>(m_window));
-    request.date = Today();
+    request.date = ChosenDay();
+    if (operation.name == std::wstring_view(L"ShowNuevaCita")) {
+        request.sink = AppointmentSink(request.date); // it hears when others have been opened since
+    }
 
     Log(std::wstring(operation.name) + L": " + className);
     operation.Perform(m_showSerch, request);
@@ -390,6 +393,27 @@ void MainWindow::Selected(com::Invocation& call) {
     } else {
         control.Put(L"Text", value); // and the box's change brings the name
     }
+}
+
+/// The form stays open beside this window and its menus: what it ends with is told apart from the others.
+ComPtr<IDispatch> MainWindow::AppointmentSink(DATE day) {
+    return MakeSink([this, day](std::wstring_view member, com::Invocation& call) {
+        Log(L"    " + Describe(member, call));
+        const std::vector<std::wstring> appointments = AppointmentsOn(*m_database, day);
+        Log(L"Citas del " + com::Variant::Date(day).ToText() + L": " + std::to_wstring(appointments.size()));
+        for (const std::wstring& line : appointments) {
+            Log(L"    " + line);
+        }
+    });
+}
+
+/// The day in the first of the two dates, else today.
+DATE MainWindow::ChosenDay() const {
+    const std::wstring text = TextOf(GetDlgItem(m_window, IDC_DESDE));
+    DATE day = 0;
+    return SUCCEEDED(VarDateFromStr(com::Bstr(text).Get(), LOCALE_USER_DEFAULT, VAR_DATEVALUEONLY, &day))
+               ? day
+               : Today();
 }
 
 void MainWindow::DatesChosen(com::Invocation& call) {

@@ -61,6 +61,8 @@ private:
     void Selected(com::Invocation& call);
     void DatesChosen(com::Invocation& call);
     void Searched(com::Invocation& call);
+    com::ComPtr<IDispatch> AppointmentSink(DATE day);
+    DATE ChosenDay() const;
     void Log(std::wstring_view line) const;
 
     HWND m_window = nullptr;

@@ -88,6 +88,14 @@ constexpr Stroke kCriteriaOfLaboratory[] = {{Stroke::Text, L"1001"},
 constexpr Stroke kCriteriaOfReceipts[] = {
     kTab, {Stroke::Text, L"clinica"}, kTab, {Stroke::Text, L"sevilla"}, kSearchNow};
 constexpr Stroke kLookUpCustomer[] = {kTab, kTab, kTab, kTab, {Stroke::Key, L"", VK_F4}};
+constexpr Stroke kAppointment[] = {
+    {Stroke::Box, L"Cliente :"},   {Stroke::Text, L"000025"},
+    {Stroke::Key, L"", VK_RETURN}, {Stroke::Text, L"Trae el modelo antiguo; avisar a la clínica."},
+    {Stroke::Box, L"Empleado :"},  {Stroke::Text, L"003"},
+    {Stroke::Key, L"", VK_RETURN}, {Stroke::Text, L"2"},
+    {Stroke::Key, L"", VK_TAB},    {Stroke::Text, L"Prueba"},
+    {Stroke::Box, L"Hora :"},      {Stroke::Key, L"", VK_PRIOR}};
+constexpr Stroke kChooseEmployee[] = {{Stroke::Box, L"Empleado :"}, {Stroke::Key, L"", VK_F4}};
 
 /// One dialog of the tour.
 struct Stop {
@@ -123,6 +131,8 @@ constexpr Stop kStops[] = {
     {L"criterios-laboratorio", L"ShowSelecLab", L"Ordenes", nullptr, kCriteriaOfLaboratory, VK_RETURN},
     {L"criterios-recibos", L"ShowSeleccionarRecibo", L"clientes", nullptr, kCriteriaOfReceipts, VK_ESCAPE},
     {L"criterios-consulta", L"ShowSeleccionar", L"Ordenes", nullptr, kLookUpCustomer, VK_ESCAPE},
+    {L"cita", L"ShowNuevaCita", L"clientes", nullptr, kAppointment, VK_RETURN},
+    {L"cita-empleado", L"ShowNuevaCita", L"clientes", nullptr, kChooseEmployee, VK_ESCAPE},
     {L"informes", L"ShowRpt", L"articulos", nullptr, {}, VK_ESCAPE},
     {L"informes-serie", L"ShowSql", L"articulos", nullptr, kTickEleventh, VK_ESCAPE},
     {L"etiquetas", L"ShowEtiq", L"articulos", nullptr, {}, VK_ESCAPE},
@@ -335,6 +345,12 @@ std::wstring Visit(MainWindow& window, const Stop& stop, const std::wstring& pic
             window.Type(field, stop.value);
         }
         window.Perform(*FindOperation(stop.operation), field);
+        MSG message; // of a dialog that is not modal
+        while (stop.previewPage == 0 && TopWindow() != window.Handle() &&
+               GetMessageW(&message, nullptr, 0, 0) > 0) {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
         std::wstring complaint = visitor.Complaint();
         if (stop.previewPage > 0 && complaint.empty()) {
             complaint = PicturePreview(window.Preview(), stop.previewPage, picture);

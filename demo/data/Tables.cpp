@@ -195,6 +195,12 @@ constexpr Column kCitas[] = {
     {L"tipo", L"Tipo", Type::Text, 20, 20, L"", Any(Words::AppointmentTypes)},
 };
 
+constexpr Column kTiposCita[] = {
+    {L"codigo", L"Código", Type::Text, 8, 2, L"", Code()},
+    {L"nombre", L"Tipo", Type::Text, 30, 20, L"", Each(Words::AppointmentTypes)},
+    {L"minutos", L"Minutos", Type::Integer, 9, 4, L"", Number(15, 60)},
+};
+
 // The search panel offers its simple layout to the class of exactly this name, capital included.
 constexpr std::wstring_view kClassOfOrders = L"Ordenes";
 
@@ -222,6 +228,7 @@ constexpr TableInfo kTables[] = {
      {3000, 0}},
     {L"articulos_lotes", L"articulos_lotes", L"Lotes de artículos", kArticulosLotes, {4000, 0}},
     {L"citas", L"citas", L"Citas", kCitas, {500, 0}},
+    {L"tipos_cita", L"tipos_cita", L"Tipos de cita", kTiposCita, {}},
 };
 
 } // namespace

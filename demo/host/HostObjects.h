@@ -42,4 +42,11 @@ com::ComPtr<IDispatch> MakeReports(const std::vector<std::wstring>& titles);
 /// the class whose codes that field holds.
 com::ComPtr<IDispatch> MakeDataClasses(std::shared_ptr<Database> database);
 
+/// The component that keeps what the new appointment form saves: `GuardarCita` writes a row of the table
+/// "citas".
+com::ComPtr<IDispatch> MakeAppointments(std::shared_ptr<Database> database);
+
+/// The appointments of a day, a line each, by their hours. Throws DataError.
+std::vector<std::wstring> AppointmentsOn(Database& database, DATE day);
+
 } // namespace tamvelo::demo

@@ -23,6 +23,9 @@ Class Pantalla ' every role of a host in one
     End Sub
 End Class
 
+Class SinNombre
+End Class
+
 Dim fallos : fallos = 0
 Sub Espera(nombre, numero, texto)
     If Err.Number <> numero Or InStr(Err.Description, texto) = 0 Then
@@ -91,7 +94,9 @@ obj.ShowRptNumAut "articulos", p, p, auto : Panel "ShowRptNumAut", "lista"
 obj.PrintRptNumAut clase & "x", p, p : Panel "PrintRptNumAut", "lista"
 obj.ShowSeleccionar p, p : Panel "ShowSeleccionar", "campos"
 obj.ShowSelecLab p, p : Panel "ShowSelecLab", "campos"
-obj.ShowNuevaCita p, p, ventana, fecha : Falta "ShowNuevaCita", "frmCita"
+obj.ShowNuevaCita p, New SinNombre, ventana, fecha
+If Err.Number <> 438 Then Espera "ShowNuevaCita", &H80020006, "sClassName" ' not every interpreter translates it
+Err.Clear
 obj.ShowSelecMinim p, p : Panel "ShowSelecMinim", "campos"
 obj.ShowSeleccionarComp p, p : Panel "ShowSeleccionarComp", "campos"
 obj.ShowSeleccionarRecibo p, p : Panel "ShowSeleccionarRecibo", "campos"

@@ -41,6 +41,7 @@ protected:
             {L"DataField", 1, Member::Get, 0, 0, com::Run<&TypedList::DataField>},
             {L"ListCount", 2, Member::Get, 0, 0, com::Run<&TypedList::ListCount>},
             {L"List", 3, Member::Get, 1, 1, com::Run<&TypedList::List>},
+            {L"Selected", 4, Member::Get, 1, 1, nullptr}, // tells it from a list that drops down
         };
         return kMembers;
     }
@@ -449,6 +450,22 @@ TEST_F(DemoHost, ColumnsReportsAndDataClassesAreHandedOut) {
     LateObject taxes(classes.Call(L"CrearClase", {L"IMPUESTOS"}).ToObject().Get(), L"MyClase");
     EXPECT_EQ(taxes.Call(L"sClassName").ToText(), L"impuestos");
     EXPECT_EQ(ErrorOf([&] { classes.Call(L"CrearClase", {L"facturas"}); }), kItemNotFound);
+    EXPECT_EQ(classes.Call(L"ClaseRelacionada", {L"Ordenes", L"CLIENTE"}).ToText(), L"clientes");
+    EXPECT_EQ(classes.Call(L"ClaseRelacionada", {L"Ordenes", L"Orden"}).ToText(), L"");
+}
+
+TEST_F(DemoHost, AnAppointmentIsKeptOnItsDay) {
+    constexpr DATE kDay = 60000;
+    const auto save = [&](const wchar_t* name, double hour, const wchar_t* place) {
+        LateObject(MakeAppointments(database).Get(), L"Citas")
+            .Call(L"GuardarCita", {Variant::Date(kDay), Variant::Date(hour), L"000", name, L"-.-", L"003",
+                                   L"Eva", place, L"Prueba", static_cast<IDispatch*>(nullptr)});
+    };
+    save(L"Tarde", 17.75 / 24, L"2");
+    save(L"", 9.25 / 24, L"0");
+    EXPECT_EQ(AppointmentsOn(*database, kDay),
+              (std::vector<std::wstring>{L"09:15   Prueba   Eva", L"17:45   Tarde   Prueba   Eva"}));
+    EXPECT_EQ(AppointmentsOn(*database, kDay + 1), std::vector<std::wstring>());
 }
 
 } // namespace

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "contract/DataClass.h"
+#include "contract/Sink.h"
+#include "frame/EditWatch.h"
+#include "frame/EventRelay.h"
+#include "frame/Form.h"
+
+namespace tamvelo::dates {
+
+/// A new appointment: day, hour, customer, employee, box, type and comment, kept by a component of the
+/// environment. Modeless, above the host's window; the host's sink hears of its end, saved or not.
+class FrmCita final : public frame::Form {
+public:
+    static constexpr wchar_t kName[] = L"frmCita";
+    FrmCita();
+
+    /// `owner` is the window that the form stays above, `date` the day to begin with. Throws com::Error when
+    /// it cannot open; what fails while it is open goes to ControlErrores.
+    void Mostrar(IDispatch* sink, IDispatch* data, HWND owner, DATE date);
+
+private:
+    struct Person;
+    struct Search;
+    /// What was last read for a code, so that the host is asked once and a name of the user's own stays.
+    struct Known {
+        std::wstring code;
+        std::optional<std::wstring> name;
+        std::shared_ptr<frame::EditWatch> watch;
+    };
+
+    void Aceptar();
+    void Buscar();
+    void LeerCodigo();
+    void Salir();
+
+    void LookUp(const Search& search);
+    void clsMeEvents_AceptaSeleccion(com::Invocation& call);
+    void clsMeEvents_AceptaSeleccionParam(com::Invocation& call);
+    void Answered(com::Invocation& call, const std::wstring& code, const std::optional<std::wstring>& name);
+    /// True when the box holds the code of a record.
+    bool FillName(const Person& person);
+    Known& Of(const Person& person);
+    void MoveFocus(int control);
+
+    base::Day Day() const;
+    int Minute() const;
+    void SetTime(const SYSTEMTIME& time);
+    void StepHour(int direction);
+    void SetDay(DATE date);
+    void ShowDay();
+
+    void OnLoad() override;
+    void OnUnload() noexcept override;
+    void OnControl(int control, int code) override;
+    bool OnNotify(NMHDR& header, LRESULT& answer) override;
+    bool OnKey(UINT key, bool control, bool shift) override;
+    std::span<const frame::CommandRow> Commands() const override;
+    std::vector<frame::LayoutRow> Rows() const override;
+    HWND FirstFocus() const override;
+
+    static const std::array<Person, 2> kPersons;
+    static const std::array<Search, 4> kSearches;
+
+    contract::Sink m_objClsEvents;
+    contract::DataClass m_myClase;
+    std::wstring m_className;
+    std::unique_ptr<frame::OwnRelay> m_clsMeEvents; // hears the look-ups
+    std::array<Known, 2> m_known;
+    const Search* m_asked = nullptr; // the look-up to open
+    bool m_answered = false;
+    frame::UniqueIcon m_glyph; // the buttons do not own it
+};
+
+} // namespace tamvelo::dates

@@ -1,0 +1,197 @@
+#include <algorithm>
+#include <cmath>
+
+#include "base/FilterText.h"
+#include "base/Text.h"
+#include "frame/Resources.h"
+#include "frame/WindowText.h"
+#include "grid/RecordCursor.h"
+#include "selection/CriteriaForm.h"
+#include "selection/Resources.h"
+
+// The fields of a criteria dialog: read from the host's record set, and made into labels and boxes.
+namespace tamvelo::selection {
+
+using frame::LayoutRow;
+using grid::CellKind;
+
+namespace {
+
+// The entries of a yes/no list; the numbers are automation's True, False, and neither.
+constexpr const wchar_t* kYesNo[] = {L"-1 - Sí", L" 0 - No", L" 2 - Todos"};
+
+// Dialog units.
+constexpr int kLongBox = 150;
+constexpr int kShortBox = 70;
+constexpr int kBoxHeight = 13;
+constexpr int kTextHeight = 9;
+constexpr int kButtonWidth = 16;
+constexpr int kWidestLabel = 100;
+constexpr int kTickWidth = 14;
+
+constexpr long kShortText = 12; // characters that a short box shows
+
+/// A date that was typed, as the user's short format has it; what is none, or has a time, stays as it is.
+void ShowAsShortDate(HWND box) {
+    DATE date = 0;
+    const std::wstring text = frame::TextOf(box);
+    const bool isDate = SUCCEEDED(VarDateFromStr(com::Bstr(text).Get(), LOCALE_USER_DEFAULT, 0, &date));
+    if (isDate && date >= 1 && date == std::floor(date)) {
+        const std::wstring shown = grid::Format(com::Variant::Date(date).Get(), CellKind::Date);
+        if (shown != text) {
+            SetWindowTextW(box, shown.c_str());
+        }
+    }
+}
+
+} // namespace
+
+int CriteriaForm::ControlOf(size_t field, Part part) {
+    return IDC_CRITERIA_FIELDS + static_cast<int>(field) * Parts + part;
+}
+
+void CriteriaForm::ReadFields() {
+    m_fields.clear();
+    const com::ComPtr<IDispatch> set(m_records.Set());
+    if (!set) {
+        return;
+    }
+    grid::RecordCursor cursor(set.Get());
+    if (!cursor.IsOpen()) {
+        return;
+    }
+    for (const grid::FieldInfo& info : cursor.ReadFields()) {
+        Field field;
+        field.name = info.name;
+        field.caption = info.caption.empty() ? info.name : info.caption;
+        field.kind = grid::KindOfField(info.type);
+        const bool text = field.kind == CellKind::Text || field.kind == CellKind::Any;
+        field.isShort =
+            text ? info.definedSize > 0 && info.definedSize <= kShortText : field.kind != CellKind::Binary;
+        m_fields.push_back(std::move(field));
+    }
+}
+
+void CriteriaForm::FindRelated() {
+    frame::DataClasses& classes = frame::Environment::Get().GetDataClasses();
+    auto selection = m_dialog.selections.begin();
+    for (Field& field : m_fields) {
+        std::wstring related = classes.Related(m_className, field.name);
+        CheckStands();
+        if (!related.empty()) {
+            field.related = std::move(related);
+            field.selection = selection == m_dialog.selections.end() ? base::kSeleccion : *selection++;
+        }
+    }
+}
+
+/// Bold alone is hard to tell in some fonts, and nothing to hear.
+std::wstring CriteriaForm::LabelOf(const Field& field, bool marked) {
+    return field.caption + (marked ? L": •" : L":");
+}
+
+bool CriteriaForm::IsList(const Field& field) const {
+    return m_dialog.yesNoLists && field.kind == CellKind::Check;
+}
+
+/// Texts and yes/no have nothing that a clerk would call a bound.
+bool CriteriaForm::IsCompared(const Field& field) const {
+    return m_dialog.comparisons && field.kind != CellKind::Text && field.kind != CellKind::Check &&
+           field.kind != CellKind::Binary;
+}
+
+void CriteriaForm::MakeFields() {
+    LOGFONTW font{};
+    GetObjectW(reinterpret_cast<HFONT>(SendMessageW(Window(), WM_GETFONT, 0, 0)), sizeof font, &font);
+    font.lfWeight = FW_BOLD;
+    m_bold.reset(CreateFontIndirectW(&font));
+    m_panel = std::make_unique<frame::ScrollPanel>(Window(), IDC_CRITERIA);
+    SetWindowPos(m_panel->Window(), Control(IDC_LBLBUSCAR), 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    SetContainer(m_panel->Window());
+    int labelWidth = 0;
+    for (const Field& field : m_fields) {
+        labelWidth = std::max(labelWidth, WidthOf(LabelOf(field, true).c_str(), m_bold.get()));
+    }
+    labelWidth = std::min(labelWidth, kWidestLabel);
+    std::vector<LayoutRow> rows;
+    for (size_t i = 0; i < m_fields.size(); ++i) {
+        MakeField(i, labelWidth);
+        LayoutRow& row = rows.emplace_back();
+        for (const Part part : {Label, Entry, OnlyYes, Search}) {
+            if (Control(ControlOf(i, part))) {
+                row.cells.push_back({ControlOf(i, part)});
+            }
+        }
+    }
+    m_panel->SetRows(std::move(rows));
+}
+
+void CriteriaForm::MakeField(size_t index, int labelWidth) {
+    constexpr int kDropped = 60; // with the list open
+    const Field& field = m_fields[index];
+    AddControl(ControlOf(index, Label), L"STATIC", LabelOf(field, false).c_str(),
+               SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS, {labelWidth, kTextHeight});
+    const int entry = ControlOf(index, Entry);
+    if (IsList(field)) {
+        AddControl(entry, L"COMBOBOX", L"", CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP,
+                   {kShortBox, kDropped});
+        for (const wchar_t* text : kYesNo) {
+            SendMessageW(Control(entry), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
+        }
+        SendMessageW(Control(entry), CB_SETCURSEL, kAll, 0);
+        const std::wstring only = L"Solo " + field.caption;
+        AddControl(ControlOf(index, OnlyYes), L"BUTTON", only.c_str(),
+                   BS_AUTOCHECKBOX | BS_NOTIFY | WS_TABSTOP,
+                   {WidthOf(only.c_str()) + kTickWidth, kBoxHeight});
+        ObjectOf(ControlOf(index, OnlyYes), L"chkFields", static_cast<short>(index));
+        Box(index);
+    } else {
+        AddControl(entry, L"EDIT", L"", ES_AUTOHSCROLL | WS_TABSTOP,
+                   {field.isShort ? kShortBox : kLongBox, kBoxHeight});
+        frame::CheckedBoxes::Hooks hooks;
+        hooks.judged = [this, index](bool valid) { Judged(index, valid); };
+        m_boxes.Add(Box(index), std::move(hooks));
+    }
+    if (!field.related.empty()) {
+        AddControl(ControlOf(index, Search), L"BUTTON", L"…", BS_PUSHBUTTON | BS_NOTIFY | WS_TABSTOP,
+                   {kButtonWidth, kBoxHeight});
+        ObjectOf(ControlOf(index, Search), L"CmdSerch", static_cast<short>(index));
+    }
+}
+
+com::ComPtr<frame::ControlObject> CriteriaForm::Box(size_t index) {
+    const Field& field = m_fields.at(index);
+    com::ComPtr<frame::ControlObject> box = ObjectOf(
+        ControlOf(index, Entry), IsList(field) ? L"CmbFields" : L"TxtFields", static_cast<short>(index));
+    box->SetDataField(field.name);
+    return box;
+}
+
+bool CriteriaForm::HasCondition(size_t index) const {
+    const HWND box = Control(ControlOf(index, Entry));
+    return IsList(m_fields[index]) ? SendMessageW(box, CB_GETCURSEL, 0, 0) != kAll
+                                   : !base::Trim(frame::TextOf(box)).empty();
+}
+
+void CriteriaForm::Judged(size_t index, bool valid) {
+    const Field& field = m_fields.at(index);
+    if (!valid) {
+        SetControlText(IDC_STATUS, L"«" + ControlText(ControlOf(index, Entry)) +
+                                       L"» no es un valor válido para «" + field.caption + L"».");
+        MessageBeep(MB_ICONWARNING);
+        return;
+    }
+    if (field.kind == CellKind::Date) {
+        ShowAsShortDate(Control(ControlOf(index, Entry)));
+    }
+    ShowStatus();
+}
+
+void CriteriaForm::ChooseYesNo(size_t index, int entry) {
+    SendMessageW(Control(ControlOf(index, Entry)), CB_SETCURSEL, static_cast<WPARAM>(entry), 0);
+    SendMessageW(Control(ControlOf(index, OnlyYes)), BM_SETCHECK, entry == kYes ? BST_CHECKED : BST_UNCHECKED,
+                 0);
+}
+
+} // namespace tamvelo::selection
