@@ -53,8 +53,10 @@ bool Sink::Offer(const wchar_t* member, short& index, ComPtr<IDispatch>& control
 
 void Sink::clsEvents_AceptaSeleccion(short& index, ComPtr<IDispatch>& control, const Variant& first,
                                      const Variant& second, const Variant& third) {
-    m_object.Call(L"clsEvents_AceptaSeleccion",
-                  {Argument::Ref(index), Argument::Ref(control), first, second, third});
+    constexpr wchar_t kMember[] = L"clsEvents_AceptaSeleccion";
+    if (m_object.Answers(kMember)) {
+        m_object.Call(kMember, {Argument::Ref(index), Argument::Ref(control), first, second, third});
+    }
 }
 
 void Sink::ActualizaColumnas(ComPtr<IDispatch>& columns) {

@@ -39,6 +39,7 @@ public:
     bool Offer(const wchar_t* member, short& index, com::ComPtr<IDispatch>& control);
     void AceptarSeleccionParamCode(short code, com::ComPtr<IDispatch>& control, const com::Variant& first,
                                    const com::Variant& second, const com::Variant& third);
+    /// Only where the sink has it: it is the handler of an event, which the library's own relay has not.
     void clsEvents_AceptaSeleccion(short& index, com::ComPtr<IDispatch>& control, const com::Variant& first,
                                    const com::Variant& second, const com::Variant& third);
     void ActualizaColumnas(com::ComPtr<IDispatch>& columns);

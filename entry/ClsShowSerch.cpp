@@ -19,6 +19,7 @@
 #include "selection/Criteria.h"
 #include "selection/CriteriaForm.h"
 #include "selection/FrmSeleccion.h"
+#include "selection/FrmSeleccionTrueFalse.h"
 
 namespace tamvelo::entry {
 
@@ -187,10 +188,15 @@ HRESULT ClsShowSerch::ShowSelecControlVerif(IDispatch** sink, IDispatch** data, 
     return ShowPanel(sink, data, ctl, column, indx, find, stock, true, true);
 }
 
-HRESULT ClsShowSerch::ShowSelecTrueFalse(IDispatch** sink, IDispatch** data, IDispatch** ctl,
-                                         short* /*column*/, short* /*indx*/, VARIANT_BOOL* /*find*/) {
-    return WithControl(sink, data, ctl,
-                       [](contract::HostControl&) { ThrowUnavailable(L"frmSeleccionTrueFalse"); });
+HRESULT ClsShowSerch::ShowSelecTrueFalse(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,
+                                         short* indx, VARIANT_BOOL* find) {
+    return WithControl(sink, data, ctl, [&](contract::HostControl& control) {
+        ShortInOut ownColumn(column, 0);
+        ShortInOut ownIndx(indx, 0);
+        BoolInOut ownFind(find, true);
+        frame::DefaultInstance<selection::FrmSeleccionTrueFalse>()->Mostrar(*sink, *data, control, ownColumn,
+                                                                            ownIndx, ownFind);
+    });
 }
 
 HRESULT ClsShowSerch::ShowSelecAdd(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* /*column*/,

@@ -1,12 +1,8 @@
 #include "frame/GridForm.h"
 
-#include <commdlg.h>
-
 #include "base/Commands.h"
 #include "base/FilterText.h"
 #include "base/SelectionAnswers.h"
-#include "frame/MousePointer.h"
-#include "frame/Nested.h"
 #include "frame/RecordView.h"
 #include "frame/ThemeScope.h"
 
@@ -48,7 +44,7 @@ void GridForm::Take(IDispatch* sink, IDispatch* data, const contract::HostContro
     m_column = column;
     m_indx = indx;
     m_className = m_data.sClassName();
-    m_layoutStore = GridLayoutStore(L"frmSelec" + m_className);
+    m_layoutStore = GridLayoutStore(LayoutName());
 }
 
 void GridForm::OpenRecords(std::wstring_view selection, bool find) {
@@ -79,9 +75,12 @@ void GridForm::OnLoad() {
 }
 
 void GridForm::OnLaidOut() {
-    LoadLook();
+    const bool kept = LoadLook();
     // A record set that fails leaves a form that can still be used or closed.
     Trapped([&] { DataGrid().SetDataSource(m_data.Get()); });
+    if (!kept) {
+        OnDefaultLook();
+    }
     DataGrid().SetCurrentColumn(m_column < DataGrid().ColumnCount() ? m_column : short{0});
     NameSearchColumn();
     ShowStatus();
@@ -105,48 +104,6 @@ void GridForm::OnUnload() noexcept {
     m_data.Reset();
     m_sink.Reset();
 }
-
-// The grid's look.
-
-void GridForm::LoadLook() {
-    DataGrid().DefaultLook();
-    Trapped([&] {
-        if (const std::optional<base::GridLayout> saved = m_layoutStore.Load()) {
-            DataGrid().Apply(*saved);
-        }
-    });
-}
-
-void GridForm::SaveLook() {
-    m_lookChanged = false;
-    m_layoutStore.Save(DataGrid().Layout());
-}
-
-void GridForm::CambiarFuenteGrid() {
-    LOGFONTW font = DataGrid().Font();
-    CHOOSEFONTW choice{};
-    choice.lStructSize = sizeof choice;
-    choice.hwndOwner = Window();
-    choice.lpLogFont = &font;
-    choice.Flags = CF_SCREENFONTS | CF_INITTOLOGFONTSTRUCT | CF_NOVERTFONTS | CF_NOSCRIPTSEL;
-    MousePointer::Default();
-    if (ChooseFontW(&choice) && IsLoaded()) {
-        DataGrid().SetFont(font);
-        SaveLook();
-    }
-}
-
-void GridForm::ChooseColumns() {
-    com::LateObject server = NewShowSerch();
-    server.Call(L"ShowColums", {m_relay->Sink(), DataGrid().Columns().Get()});
-}
-
-void GridForm::clsMeEvents_ConfigurarColumnas() {
-    NameSearchColumn(); // the current column may be among those that were hidden
-    SaveLook();
-}
-
-void GridForm::LayoutChanged() { m_lookChanged = true; }
 
 // Searching.
 
@@ -228,6 +185,7 @@ void GridForm::ShowRecords(const std::wstring& filter) {
 void GridForm::ShowFilter(const std::wstring& filter) {
     m_filtered = !filter.empty();
     Bar().SetPressed(base::kFiltro, m_filtered);
+    OnFiltered(m_filtered);
     SetHeading(Heading(filter));
 }
 

@@ -46,6 +46,8 @@ protected:
     bool HasCurrentRecord();
     /// Hands the current record to the sink.
     void SendAnswer(const base::Answer& answer);
+    /// Those of the current record that the answer carries.
+    std::vector<com::Variant> TextsFor(const base::Answer& answer);
     void TakeControlBack();
 
     /// Runs the typed search (true), or takes it away (false).
@@ -96,6 +98,12 @@ protected:
     virtual std::wstring Heading(const std::wstring& filter) const;
     /// The strip was shown or put away.
     virtual void OnSearchStrip(bool /*shown*/) {}
+    /// A filter came into force, or went.
+    virtual void OnFiltered(bool /*filtered*/) {}
+    /// The grid has its columns, and the user has arranged none of them yet.
+    virtual void OnDefaultLook() {}
+    /// Of the file that keeps the grid's look, without folder and extension.
+    virtual std::wstring LayoutName() const { return L"frmSelec" + m_className; }
     /// The key that takes the filter away, for the text in a grid that a filter has emptied.
     virtual const wchar_t* NoFilterKey() const { return L"Supr"; }
     /// What stands after the record counter in the status line.
@@ -112,6 +120,7 @@ protected:
     const std::wstring& ClassName() const { return m_className; }
     short& Column() { return m_column; }
     short& Indx() { return m_indx; }
+    short Indx() const { return m_indx; }
     void ShowStatus();
     /// A line for the user in place of the status, with a beep; it stands until there is a new status.
     void Hint(const std::wstring& text);
@@ -129,7 +138,8 @@ private:
     void LayoutChanged() override;
     void Failed(const com::Error& error) noexcept override;
 
-    void LoadLook();
+    /// False when there is none that the user left.
+    bool LoadLook();
     void SaveLook();
     void BuildFilter();
     void NameSearchColumn();

@@ -38,11 +38,16 @@ bool GridForm::HasRecordToDeliver() {
     return HasCurrentRecord(); // without one an empty text would overwrite the host's control
 }
 
-void GridForm::SendAnswer(const base::Answer& answer) {
+std::vector<com::Variant> GridForm::TextsFor(const base::Answer& answer) {
     std::vector<com::Variant> texts;
     for (const NumberSource& source : answer.Columns()) {
         texts.emplace_back(std::wstring_view(DataGrid().Text(source.Resolve(m_column, m_indx))));
     }
+    return texts;
+}
+
+void GridForm::SendAnswer(const base::Answer& answer) {
+    const std::vector<com::Variant> texts = TextsFor(answer);
     com::ComPtr<IDispatch>& control = m_control.Reference();
     short& first = answer.first.kind == NumberSource::Kind::Indx ? m_indx : m_column;
     if (answer.member == base::SinkMember::AceptarSeleccion) {

@@ -33,8 +33,9 @@ void OpenLookup(const Lookup& lookup, IDispatch* sink, IDispatch* control, short
     com::LateObject data = MakeList(lookup);
     com::ComPtr<IDispatch> ctl(control);
     short column = lookup.column;
-    NewShowSerch().Call(lookup.operation, {sink, data.Get(), com::Argument::Ref(ctl),
-                                           com::Argument::Ref(column), com::Argument::Ref(index)});
+    NewShowSerch().Call(lookup.operation,
+                        {sink, data.Get(), com::Argument::Ref(ctl), com::Argument::Ref(column),
+                         com::Argument::Ref(index), lookup.find});
 }
 
 std::optional<std::wstring> NameOf(const Lookup& lookup, const std::wstring& code) {

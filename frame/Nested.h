@@ -21,6 +21,7 @@ struct Lookup {
     const wchar_t* selection = base::kSeleccion;
     const wchar_t* operation = L"ShowSelec";
     short column = 0; // that the panel opens in, and that classes without an answer of their own answer with
+    bool find = true; // stand on the record that the control holds
 };
 
 /// Opens the look-up for a control; the answer goes to `sink`, a relay of the caller's, with `index`. Throws

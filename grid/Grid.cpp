@@ -90,6 +90,23 @@ void Grid::CopyCell() {
 
 void Grid::FitColumn(short column) { m_view->FitColumn(column); }
 
+void Grid::OfferMarks() { m_view->OfferMarks(); }
+
+std::vector<short> Grid::MarkColumns() { return m_view->MarkColumns(); }
+
+void Grid::PutMarksFirst() { m_view->PutMarksFirst(); }
+
+void Grid::ToggleMark(short column) {
+    const auto view = m_view;
+    view->ToggleMark(column);
+}
+
+MarkCount Grid::CountMarks(short column) { return m_view->CountMarks(column); }
+
+void Grid::NameField(std::wstring_view field, std::wstring_view caption) {
+    m_view->NameField(field, caption);
+}
+
 void Grid::SetEmptyText(std::wstring_view text) { m_view->SetEmptyText(text); }
 
 std::wstring Grid::CounterText() {

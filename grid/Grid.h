@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/GridLayout.h"
 #include "com/ComPtr.h"
@@ -24,11 +25,22 @@ struct GridEvents {
     virtual void CurrentRowChanged() = 0;
     /// After the user dragged, resized or fitted a column.
     virtual void LayoutChanged() = 0;
+    /// A click on the cell of a mark, in a grid that offers them; its row and column are the current ones by
+    /// now.
+    virtual void MarkClicked() {}
+    /// Other rows may be on screen than before.
+    virtual void RowsShown() {}
     /// Something that the grid did by itself failed: a key, a scroll, an event above.
     virtual void Failed(const com::Error& error) noexcept = 0;
 
 protected:
     ~GridEvents() = default;
+};
+
+/// Rows that carry a mark, as far as they are counted.
+struct MarkCount {
+    long marked = 0;
+    bool all = false; // every row was counted, not only those on screen
 };
 
 class GridView;
@@ -102,6 +114,22 @@ public:
     /// As wide as its caption and its cells on screen need.
     void FitColumn(short column);
 
+    // Marks: the cells of Boolean columns, which the user may tick in a grid that offers it.
+    /// From now on a click on a mark is one of its own: MarkClicked, and no activation of the row.
+    void OfferMarks();
+    /// The visible columns of marks, from left to right.
+    std::vector<short> MarkColumns();
+    /// Puts them before all other columns on screen.
+    void PutMarksFirst();
+    /// Turns the current row's mark round in the host's record. Does nothing without a current row. When the
+    /// host refuses, its error goes on and the mark is as it was.
+    void ToggleMark(short column);
+    /// Of rows that are loaded: all when they are few, else those on screen. Calls no one.
+    MarkCount CountMarks(short column);
+
+    /// A caption in place of the record set's, for columns of that field (in any case); before the grid is
+    /// bound.
+    void NameField(std::wstring_view field, std::wstring_view caption);
     /// What stands in a grid without rows; "No hay registros" until set.
     void SetEmptyText(std::wstring_view text);
     /// "Registro 12 de 340".

@@ -184,4 +184,14 @@ com::Variant GridData::Value(short column) {
     return cursor->Value(column);
 }
 
+void GridData::Write(short column, const com::Variant& value) {
+    const std::shared_ptr<RecordCursor> cursor = m_cursor;
+    if (!cursor || m_busy > 0 || m_current < 0) {
+        return;
+    }
+    const UnderWay busy(m_busy);
+    cursor->Write(column, value);
+    m_blocks.BumpEpoch(); // also in a set that does not count its changes
+}
+
 } // namespace tamvelo::grid

@@ -18,6 +18,8 @@ namespace tamvelo::grid {
 /// remembered, but for a new binding, which makes the call under way forget what it read.
 class GridData {
 public:
+    static constexpr long kRowsReadTogether = base::BlockCache<RowBlock>::kRowsPerBlock;
+
     struct Change {
         bool fields = false;
         bool rows = false; // some rows, their order or values
@@ -48,6 +50,8 @@ public:
     bool MoveTo(long row);
     /// Of the host's current record; Empty without one.
     com::Variant Value(short column);
+    /// Into the host's current record. Throws what the host raises, and nothing is changed then.
+    void Write(short column, const com::Variant& value);
 
 private:
     using Blocks = base::BlockCache<RowBlock>;

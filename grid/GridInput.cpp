@@ -148,15 +148,21 @@ void GridView::Click(int x, int y) {
     }
     const short column = ColumnAt(x);
     if (column >= 0) {
-        SetCurrentColumn(column);
+        SetCurrentColumn(column); // which may scroll
     }
     MoveTo(row);
+    if (TakesMarks(column) && m_data.Current() == row) {
+        Raise([](GridEvents& events) { events.MarkClicked(); });
+    }
 }
+
+bool GridView::TakesMarks(short column) { return m_offersMarks && m_window && IsMark(column); }
 
 void GridView::DoubleClick(int x, int y) {
     const long row = RowAt(y);
+    const short column = ColumnAt(x);
     Click(x, y);
-    if (m_window && row >= 0) {
+    if (m_window && row >= 0 && !TakesMarks(column)) { // a mark clicked twice is clicked twice
         Activate(row);
     }
 }

@@ -4,6 +4,7 @@
 
 #include "base/ColumnText.h"
 #include "base/Placement.h"
+#include "base/Text.h"
 #include "grid/Clipboard.h"
 
 namespace tamvelo::grid {
@@ -87,7 +88,13 @@ void GridView::Show(const GridData::Change& change) {
 }
 
 void GridView::TakeFields() {
-    m_columns.SetFields({m_data.Fields().begin(), m_data.Fields().end()}, m_dpi);
+    std::vector<FieldInfo> fields(m_data.Fields().begin(), m_data.Fields().end());
+    for (FieldInfo& field : fields) {
+        if (const auto named = m_captions.find(base::Lower(field.name)); named != m_captions.end()) {
+            field.caption = named->second;
+        }
+    }
+    m_columns.SetFields(fields, m_dpi);
     for (short column = 0; column < m_columns.Count(); ++column) {
         m_columns[column].numeric = IsRightAligned(m_data.Kind(column));
         if (m_columns[column].width == 0) {
@@ -98,6 +105,10 @@ void GridView::TakeFields() {
     }
     m_mark.reset();
     ShowColumns();
+}
+
+void GridView::NameField(std::wstring_view field, std::wstring_view caption) {
+    m_captions.insert_or_assign(base::Lower(field), std::wstring(caption));
 }
 
 int GridView::DefaultWidth(short column) const {

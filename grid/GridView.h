@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -66,6 +67,14 @@ public:
     int Dpi() const { return m_dpi; }
     void FitColumn(short column);
 
+    // Marks (GridMarks.cpp), as Grid has them
+    void OfferMarks() { m_offersMarks = true; }
+    std::vector<short> MarkColumns();
+    void PutMarksFirst();
+    void ToggleMark(short column);
+    MarkCount CountMarks(short column);
+    void NameField(std::wstring_view field, std::wstring_view caption);
+
     void CopyRow(bool withHeadings);
     void CopyCell();
     void SetEmptyText(std::wstring_view text);
@@ -117,6 +126,9 @@ private:
     void AnnounceCurrent();
     void Paint();
 
+    bool IsMark(short column);
+    bool TakesMarks(short column);
+
     // What the user does (GridInput.cpp)
     bool Key(WPARAM key);
     void Step(long row, long top);
@@ -143,6 +155,8 @@ private:
     std::optional<OrderMark> m_mark;
     std::wstring m_emptyText = L"No hay registros";
     std::wstring m_name;
+    std::map<std::wstring, std::wstring> m_captions; // by the field's name in small letters
+    bool m_offersMarks = false;
     bool m_catchingUp = false;
     ScrollState m_vertical;
     ScrollState m_horizontal;

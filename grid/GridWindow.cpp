@@ -210,6 +210,7 @@ void GridView::Resize() {
     Load(m_geometry.top);
     UpdateScrollBars();
     InvalidateBody();
+    Raise([](GridEvents& events) { events.RowsShown(); });
 }
 
 /// Brings the current row into view: as far as need be, or one third down when it was out of sight.
@@ -290,6 +291,7 @@ void GridView::ScrollTo(long top) {
     } else {
         InvalidateBody();
     }
+    Raise([](GridEvents& events) { events.RowsShown(); });
 }
 
 void GridView::ScrollAcross(int scrolled) {

@@ -286,10 +286,34 @@ bool RecordCursor::MoveHost(long row) {
     }
 }
 
-Variant RecordCursor::Value(short column) {
+LateObject RecordCursor::HostField(short column) {
     LateObject fields(m_host.Call(L"Fields").ToObject().Get(), L"Fields");
-    LateObject field(fields.Call(L"Item", {static_cast<long>(column)}).ToObject().Get(), L"Field");
-    return field.Call(L"Value");
+    return {fields.Call(L"Item", {static_cast<long>(column)}).ToObject().Get(), L"Field"};
+}
+
+Variant RecordCursor::Value(short column) { return HostField(column).Call(L"Value"); }
+
+void RecordCursor::Write(short column, const Variant& value) {
+    LateObject field = HostField(column);
+    const Variant before = field.Call(L"Value");
+    bool put = false;
+    try {
+        field.Put(L"Value", value);
+        put = true;
+        if (m_host.Answers(L"Update")) { // a set without it writes at once
+            m_host.Call(L"Update");
+        }
+    } catch (const com::Error&) {
+        try {
+            if (m_host.Answers(L"CancelUpdate")) {
+                m_host.Call(L"CancelUpdate");
+            } else if (put) {
+                field.Put(L"Value", before);
+            }
+        } catch (const com::Error&) { // the first refusal is the one to tell of
+        }
+        throw;
+    }
 }
 
 bool RecordCursor::Read(long first, long rows, short columns, const CellSink& sink) {

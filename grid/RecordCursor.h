@@ -50,6 +50,10 @@ public:
     /// Of the host's current record.
     com::Variant Value(short column);
 
+    /// Into the host's current record, for good: a set that keeps changes back is told to update. A write
+    /// that the host refuses is taken back.
+    void Write(short column, const com::Variant& value);
+
     /// `error` marks a cell whose value could not be read.
     using CellSink = std::function<void(long row, short column, const VARIANT& value, bool error)>;
     /// Hands over `rows` rows from `first` on, or fewer. False when the host's set must not be moved just
@@ -69,6 +73,7 @@ private:
     enum class Ability { Unknown, Yes, No };
 
     com::Variant Ask(com::LateObject& set, Optional& member);
+    com::LateObject HostField(short column);
     com::LateObject& Reader();
     void MakeClone();
     bool AlignClone();

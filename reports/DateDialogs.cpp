@@ -47,7 +47,7 @@ constexpr Condition kFchAutoInfConditions[] = {
     {.kind = Kind::Button,
      .index = 1,
      .caption = L"Fiitrar Tipos Producto",
-     .lookup = {L"Tipos_Producto", L"selec_plan", L"ShowSelecTrueFalse"}},
+     .lookup = {L"Tipos_Producto", L"selec_plan", L"ShowSelecTrueFalse", false}},
 };
 
 void DeliverFchAutoInf(ReportForm& form, ReportChoice& choice) {

@@ -205,7 +205,12 @@ void ReportForm::LookUp(const Condition& condition) {
 
 void ReportForm::clsEventos_AceptaSeleccion(com::Invocation& call) {
     com::LateObject control(call[1].ToObject().Get(), L"ctl");
-    SetText(control.Call(L"Index").ToShort(), call[2].ToText());
+    const short index = control.Call(L"Index").ToShort();
+    // A look-up of a button changes the host's own marks: nothing comes back into this dialog.
+    const auto isBox = [&](const Condition& c) { return c.kind == Kind::Text && c.index == index; };
+    if (std::ranges::any_of(m_report.conditions, isBox)) {
+        SetText(index, call[2].ToText());
+    }
 }
 
 bool ReportForm::OnConditionControl(int control, int code) {

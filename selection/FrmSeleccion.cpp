@@ -12,42 +12,14 @@ namespace tamvelo::selection {
 using com::Variant;
 using frame::CommandRow;
 using frame::Do;
-using frame::KeyRow;
 using frame::kFill;
 using frame::kOwn;
 using frame::LayoutRow;
-using frame::ToolUse;
 
 namespace {
 
-constexpr ToolUse kTools[] = {
-    {base::kAceptar, L"Intro"},         {base::kCancelar, L"Esc"},          {base::kMoveFirst, L"Inicio"},
-    {base::kMovePre, L"Flecha arriba"}, {base::kMoveNext, L"Flecha abajo"}, {base::kMoveLast, L"Fin"},
-    {base::kOrdenAsc, L"F9"},           {base::kOrdenDesc, L"Mayús+F9"},    {base::kFiltrar, L"Ins"},
-    {base::kFiltro, L"Supr"},           {base::kRegistro, L"F5"},
-};
-
-constexpr KeyRow kKeys[] = {
-    {0, VK_RETURN, base::kModificar},
-    {0, VK_DELETE, base::kEliminar},
-    {0, VK_INSERT, base::kNuevo},
-    {IDC_DATAGRID, VK_RETURN, base::kAceptar},
-    {IDC_DATAGRID, VK_ESCAPE, base::kCancelar},
-    {IDC_DATAGRID, VK_END, base::kMoveLast},
-    {IDC_DATAGRID, VK_HOME, base::kMoveFirst},
-    {IDC_DATAGRID, VK_DELETE, base::kFiltro},
-    {IDC_DATAGRID, VK_INSERT, base::kFiltrar},
-    {IDC_DATAGRID, VK_F5, base::kRegistro},
-    {IDC_DATAGRID, VK_F3, frame::kChooseFont},
-    {IDC_TXTFIELDS0, VK_UP, frame::kTabKey},
-    {IDC_TXTFIELDS0, VK_DOWN, frame::kTabKey},
-    {IDC_TXTFIELDS0, VK_RETURN, base::kAceptar},
-    {IDC_TXTFIELDS0, VK_F4, base::kAceptar},
-};
-
 constexpr wchar_t kAnswerYes[] = L"{VERIFICADO}";
 constexpr wchar_t kAnswerNo[] = L"{NO_VERIFICADO}";
-constexpr wchar_t kRowCode[] = L"{DOBLE_CLIC}";
 
 struct Button {
     int control;
@@ -65,7 +37,7 @@ constexpr Button kButtons[] = {
 
 } // namespace
 
-FrmSeleccion::FrmSeleccion() : GridForm({kName, IDD_SELECCION, kTools, kKeys}) {}
+FrmSeleccion::FrmSeleccion() : PanelForm({kName, IDD_SELECCION, kPanelTools, kPanelKeys}) {}
 
 std::span<const CommandRow> FrmSeleccion::Commands() const {
     using F = FrmSeleccion;
@@ -110,14 +82,7 @@ void FrmSeleccion::MostrarBuscando(IDispatch* sink, IDispatch* data, contract::H
                                    short& column, short& indx, bool& find, short& modal) {
     Show([&] {
         Open(sink, data, ctl, column, indx, false, false);
-        OpenRecords(base::kSeleccion, find);
-        Load();
-        const std::wstring text = Ctl().Text();
-        if (!text.empty()) {
-            SetSearchText(base::kAnyText + text);
-            AplicarBusqueda(true);
-        }
-        ShowFor(ctl, modal);
+        ShowSearching(ctl, find, modal);
     });
 }
 
@@ -133,14 +98,12 @@ void FrmSeleccion::MostrarBusquedaIndirecta(IDispatch* sink, IDispatch* data, co
 }
 
 void FrmSeleccion::OnLoad() {
-    GridForm::OnLoad();
+    PanelForm::OnLoad();
     if (m_verify) {
         for (const Button& button : kButtons) {
             AddButton(button.control, button.caption, 64);
         }
     }
-    Bar().SetBandVisible(base::kBandRegistros, true);
-    Bar().SetBandVisible(base::kBandRegistro, true);
     SetWindowTextW(Window(), (L"Selección de " + ClassName()).c_str());
 }
 
@@ -155,47 +118,16 @@ void FrmSeleccion::ResizeControls() {
     ShowControl(IDC_CMD2, m_verify);
     ShowControl(IDC_CMD3, m_verify);
     EnableControl(IDC_CMD2, !m_controlVerify);
-    GridForm::ResizeControls();
+    PanelForm::ResizeControls();
 }
 
 // Answering.
-
-void FrmSeleccion::Aceptar() {
-    if (!HasRecordToDeliver()) {
-        return;
-    }
-    Column() = base::ClampColumn(Column(), DataGrid().ColumnCount());
-    SendAnswer(base::AnswerFor(ClassName()));
-    if (!IsLoaded()) {
-        return;
-    }
-    // The record is delivered: whatever becomes of the filter, the panel has done its work.
-    Trapped([&] { MyClase().AplyFilter(L""); });
-    Unload();
-}
 
 void FrmSeleccion::Answer(bool answer) {
     Column() = base::ClampColumn(Column(), DataGrid().ColumnCount());
     Sink().AceptarSeleccion(Column(), Ctl().Reference(), Variant(answer));
     TakeControlBack();
     Dispatch(base::kCancelar);
-}
-
-void FrmSeleccion::OnRowActivated() {
-    Input(base::DoubleClickAnswerFor(ClassName()) ? kRowCode : base::kAceptar);
-}
-
-void FrmSeleccion::DeliverCode() {
-    const std::optional<base::DoubleClickAnswer> answer = base::DoubleClickAnswerFor(ClassName());
-    Sink().AceptarSeleccionCode(answer->code, Ctl().Reference(), DataGrid().Value(answer->column));
-    TakeControlBack();
-    Dispatch(base::kCancelar);
-}
-
-void FrmSeleccion::OnSearchStrip(bool shown) {
-    if (!shown) {
-        SetHeading({});
-    }
 }
 
 void FrmSeleccion::OnControl(int control, int code) {
@@ -205,7 +137,7 @@ void FrmSeleccion::OnControl(int control, int code) {
             return;
         }
     }
-    GridForm::OnControl(control, code);
+    PanelForm::OnControl(control, code);
 }
 
 std::wstring FrmSeleccion::StatusNote() const {

@@ -2,13 +2,13 @@
 
 #include <string>
 
-#include "frame/GridForm.h"
+#include "selection/PanelForm.h"
 
 namespace tamvelo::selection {
 
 /// The list from which the user picks one record of a host table for a control of the host. Six operations
 /// open it, through three show methods.
-class FrmSeleccion final : public frame::GridForm {
+class FrmSeleccion final : public PanelForm {
 public:
     static constexpr wchar_t kName[] = L"frmSeleccion";
     FrmSeleccion();
@@ -29,17 +29,13 @@ private:
     void Open(IDispatch* sink, IDispatch* data, const contract::HostControl& ctl, short column, short indx,
               bool verify, bool controlVerify);
 
-    void Aceptar();
     void AnswerYes() { Answer(true); }
     void AnswerNo() { Answer(false); }
     void Answer(bool answer);
-    void DeliverCode();
 
     void OnLoad() override;
     void ResizeControls() override;
     void OnControl(int control, int code) override;
-    void OnRowActivated() override;
-    void OnSearchStrip(bool shown) override;
     bool AllowsSearch() const override { return !m_verify; }
     std::wstring StatusNote() const override;
     std::span<const frame::CommandRow> Commands() const override;

@@ -18,3 +18,7 @@
 
 // The fields' controls are made one after the other: four numbers for each.
 #define IDC_CRITERIA_FIELDS 1000
+#define IDD_TRUEFALSE 240
+#define IDC_LBLTODOS 241
+#define IDC_LBLNINGUNO 242
+#define IDC_LBLALCANCE 243

@@ -361,11 +361,11 @@ void MainWindow::Hear(std::wstring_view member, com::Invocation& call) {
         std::wstring_view member;
         void (MainWindow::*run)(com::Invocation& call);
     };
-    // The others carry what a host sorts or shows in its grid: the log tells of them.
+    // The others carry what a host sorts or shows in its grid, or that marks are settled: the log tells of
+    // them.
     static constexpr Handler kHandlers[] = {
         {L"AceptarSeleccion", &MainWindow::Selected},
         {L"AceptarSeleccionParam", &MainWindow::Selected},
-        {L"clsEvents_AceptaSeleccion", &MainWindow::Selected},
         {L"AceptarFechaEntre", &MainWindow::DatesChosen},
         {L"AceptarBuscar", &MainWindow::Searched},
     };

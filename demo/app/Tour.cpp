@@ -46,6 +46,17 @@ constexpr Stroke kSearchBox[] = {{Stroke::Access, L"s"},       {Stroke::Key, L""
 
 constexpr Stroke kUntickThird[] = {
     {Stroke::Key, L"", VK_DOWN}, {Stroke::Key, L"", VK_DOWN}, {Stroke::Key, L"", VK_SPACE}};
+// There and back: what is marked stays in the database, and the next tour is to look the same.
+constexpr Stroke kTickAndUntick[] = {
+    {Stroke::Key, L"", VK_DOWN}, {Stroke::Key, L"", VK_SPACE}, {Stroke::Key, L"", VK_SPACE}};
+constexpr Stroke kSearchAndShowLinks[] = {{Stroke::Key, L"", VK_RIGHT}, {Stroke::Access, L"u"},
+                                          {Stroke::Text, L"ar"},        {Stroke::Access, L"b"},
+                                          {Stroke::Key, L"", VK_TAB},   {Stroke::Key, L"", VK_TAB}};
+// Over marks, dates, period, output, copies, printer and automatic printing to the button.
+constexpr Stroke kTab{Stroke::Key, L"", VK_TAB};
+constexpr Stroke kFilterTypes[] = {
+    {Stroke::Box, L"Informes:"}, kTab, kTab, kTab, kTab, kTab, kTab, kTab, kTab, kTab,
+    {Stroke::Key, L"", VK_SPACE}};
 constexpr Stroke kFindPrice[] = {{Stroke::Access, L"b"}, {Stroke::Text, L"pre"}};
 
 // Two reports of what the clinics have not been invoiced yet, as a preview.
@@ -66,7 +77,6 @@ constexpr Stroke kMailDraft[] = {{Stroke::Box, L"Informes:"},  {Stroke::Key, L""
                                  {Stroke::Key, L"", VK_END},   {Stroke::Box, L"Informes:"}};
 constexpr Stroke kChooseCustomer[] = {{Stroke::Box, L"Cliente :"}, {Stroke::Key, L"", VK_F4}};
 
-constexpr Stroke kTab{Stroke::Key, L"", VK_TAB};
 constexpr Stroke kSearchNow{Stroke::Key, L"", VK_F5};
 constexpr Stroke kCriteriaOfSales[] = {kTab, kTab, kTab, kTab, {Stroke::Text, L"000025"}, kSearchNow};
 constexpr Stroke kCriteriaOfPurchases[] = {kTab, {Stroke::Text, L"tornillo"}, kSearchNow};
@@ -118,6 +128,8 @@ constexpr Stop kStops[] = {
     {L"control-verificacion", L"ShowSelecControlVerif", L"articulos", nullptr, {}, VK_ESCAPE},
     {L"seleccion-directa", L"ShowSelecDirecta", L"proveedores", L"dental", {}, VK_RETURN},
     {L"seleccion-indirecta", L"ShowSelecInDirecta", L"familias", L"ortodoncia", {}, VK_RETURN},
+    {L"casillas", L"ShowSelecTrueFalse", L"fases", L"", kTickAndUntick, VK_ESCAPE},
+    {L"casillas-busqueda", L"ShowSelecTrueFalse", L"empleados", L"", kSearchAndShowLinks, VK_ESCAPE},
     {L"columnas", L"ShowColums", L"clientes", nullptr, kUntickThird, VK_RETURN},
     {L"orden", L"ShowOrder", L"articulos", nullptr, kFindPrice, VK_RETURN},
     {L"fechas", L"ShowSelecDate", L"articulos", nullptr, {}, VK_RETURN},
@@ -144,6 +156,7 @@ constexpr Stop kStops[] = {
     {L"informes-horas", L"ShowRptCondHr", L"articulos", nullptr, {}, VK_ESCAPE},
     {L"informes-fechas", L"ShowRptFchAuto", L"articulos", nullptr, {}, VK_ESCAPE},
     {L"informes-resumidos-fechas", L"ShowRptFchAutoInf", L"articulos", nullptr, {}, VK_ESCAPE},
+    {L"informes-tipos-producto", L"ShowRptFchAutoInf", L"articulos", nullptr, kFilterTypes, VK_ESCAPE},
     {L"informes-fechas-serie", L"ShowRptsInfFch", L"articulos", nullptr, {}, VK_ESCAPE},
     {L"informes-cliente", L"ShowRptFchCliDirec", L"articulos", nullptr, {}, VK_ESCAPE},
     {L"informes-ordenes", L"ShowRptInfOrdenes", L"articulos", nullptr, {}, VK_ESCAPE},

@@ -39,6 +39,7 @@ constexpr Selection kSelections[] = {
     // Those that the criteria dialogs ask of the classes they look values up in.
     {base::kSeleccionMixta, {}, {}},
     {base::kSelecc, L"activo", L" = 1"},
+    {L"selec_plan", {}, {}}, // what a report dialog asks of the product types before their marks are changed
 };
 
 /// What GetConnection gives out. A real host gives its database connection.

@@ -390,6 +390,20 @@ TEST_F(Reports, ABoxIsFilledFromTheSelectionPanelThroughTheRelay) {
                  .Key(VK_RETURN)));
     EXPECT_EQ(host.log[0], L"CrearClase(\"clientes\")");
     EXPECT_THAT(host.log.back(), HasSubstr(L", \"f1c0\")"));
+
+    host.className = L"tipos_producto"; // of which the marks count, and no answer
+    host.log.clear();
+    EXPECT_FALSE(
+        Show(&Server::ShowRptFchAutoInf,
+             Script()
+                 .Do([] { PostMessageW(Part(1), BM_CLICK, 0, 0); })
+                 .Until("the list", [](HWND) { return GetDlgItem(Dialog(), IDC_DATAGRID) != nullptr; })
+                 .Key(VK_RETURN)
+                 .Until("the dialog", [](HWND) { return GetDlgItem(Dialog(), IDC_CMBSELEC) != nullptr; })
+                 .Do([] { EXPECT_EQ(TextOf(Part(1)), L"Fiitrar Tipos Producto"); })
+                 .Key(VK_ESCAPE)));
+    EXPECT_THAT(host.log, ElementsAre(L"CrearClase(\"Tipos_Producto\")", L"Requery(\"selec_plan\")",
+                                      L"sClassName()", L"Requery(\"seleccion\")", L"AplyFilter(\"\")"));
 }
 
 TEST_F(Reports, AComponentOfTheEnvironmentFillsAndKeepsTheLists) {

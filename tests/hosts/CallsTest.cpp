@@ -151,7 +151,7 @@ struct Outcome {
 };
 
 void ExpectRefusal(const Operation& operation, const com::Error& error) {
-    constexpr std::wstring_view kUnbuilt[] = {L"frmSeleccionTrueFalse", L"frmSelecAdd"};
+    constexpr std::wstring_view kUnbuilt[] = {L"frmSelecAdd"};
     if (std::wstring_view(operation.form) == L"frmSeleccionFecha") {
         EXPECT_EQ(error.description, kNone);
     } else if (std::ranges::find(kUnbuilt, operation.form) == std::end(kUnbuilt)) {

@@ -66,7 +66,7 @@ obj.ShowSelecNoVerif p, p, p, columna, 0, True, True : Panel "ShowSelecNoVerif",
 obj.ShowSelecVerif p, p, p : Panel "ShowSelecVerif", "seleccionar"
 obj.ShowSelecVerif p, p, p, 0, 0, True, True : Panel "ShowSelecVerif con existencias", "seleccion_stock"
 obj.ShowSelecControlVerif p, p, p, columna : Panel "ShowSelecControlVerif", "seleccionar"
-obj.ShowSelecTrueFalse p, p, p, columna, indice, buscar : Falta "ShowSelecTrueFalse", "frmSeleccionTrueFalse"
+obj.ShowSelecTrueFalse p, p, p, columna, indice, buscar : Panel "ShowSelecTrueFalse", "seleccion"
 obj.ShowSelecAdd p, p, p, columna, indice, buscar : Falta "ShowSelecAdd", "frmSelecAdd"
 obj.ShowRegistros p, p, p, columna, indice, buscar : Panel "ShowRegistros", "seleccion"
 obj.ShowSelecDirecta p, p, p : Panel "ShowSelecDirecta", "seleccion"

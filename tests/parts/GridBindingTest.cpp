@@ -154,6 +154,47 @@ TEST_F(GridBindingTest, ChangedValuesAreSeenByTheVersionOrReadAnew) {
     }
 }
 
+TEST_F(GridBindingTest, AMarkIsTurnedInTheHostsRecordOrStaysAsItWas) {
+    constexpr short kMark = 4;
+    for (const Kind& kind : kKinds) {
+        for (const auto& [updates, refused] :
+             {std::pair{false, L""}, {true, L""}, {false, L"Value="}, {true, L"Value="}, {true, L"Update"}}) {
+            SCOPED_TRACE(std::string(kind.name) + (updates ? " updated" : ""));
+            RecordSetOptions options = kind.options;
+            options.updates = updates;
+            const auto set = com::Make<MemoryRecordSet>(options);
+            m_grid->SetDataSource(kind.source(set).Get());
+            EXPECT_EQ(m_grid->MarkColumns(), std::vector<short>{kMark});
+            EXPECT_EQ(m_grid->CountMarks(kMark).marked, (ChildrenOfRole(ROLE_SYSTEM_ROW) + 1) / 2);
+            EXPECT_FALSE(m_grid->CountMarks(kMark).all);
+            Press(VK_DOWN);
+            set->Table().onCall = [wanted = refused](const std::wstring& member) {
+                if (member == wanted) {
+                    throw com::Error(E_ACCESSDENIED, L"No se puede.");
+                }
+            };
+            std::wstring shown = L"; No; ";
+            try {
+                m_grid->ToggleMark(kMark);
+                EXPECT_STREQ(refused, L"");
+                shown = L"; Sí; ";
+            } catch (const com::Error& error) {
+                EXPECT_STRNE(refused, L"");
+                EXPECT_EQ(error.description, L"No se puede.");
+            }
+            set->Table().onCall = nullptr;
+            EXPECT_EQ(set->ValueAt(kMark).ToBool(), *refused == L'\0');
+            EXPECT_EQ(set->Table().Calls(L"Update"),
+                      updates && std::wstring_view(refused) != L"Value=" ? 1 : 0);
+            EXPECT_NE(NameOf(2).find(shown), std::wstring::npos);
+            EXPECT_EQ(m_grid->CurrentRow(), 1);
+        }
+    }
+    Bind({.rows = 64});
+    EXPECT_TRUE(m_grid->CountMarks(kMark).all);
+    EXPECT_EQ(m_grid->CountMarks(kMark).marked, 32);
+}
+
 TEST_F(GridBindingTest, WineAdoIsReadOnItsOwnSet) {
     CLSID id;
     ASSERT_EQ(CLSIDFromProgID(L"ADODB.Recordset", &id), S_OK);

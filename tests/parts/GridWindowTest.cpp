@@ -157,6 +157,23 @@ TEST_F(GridWindowTest, TheMouseChoosesActivatesAndScrolls) {
     EXPECT_LT(LocationOf(ChildrenOfRole(ROLE_SYSTEM_ROW) + 1).left, 0);
 }
 
+TEST_F(GridWindowTest, AClickOnAMarkIsOneOfItsOwnWhereMarksAreOffered) {
+    m_grid->NameField(L"activo", L"¿Activo?");
+    Bind();
+    const RECT mark = LocationOf(ChildrenOfRole(ROLE_SYSTEM_ROW) + 5);
+    EXPECT_EQ(NameOf(ChildrenOfRole(ROLE_SYSTEM_ROW) + 5), L"¿Activo?");
+    const LPARAM place = MAKELPARAM((mark.left + mark.right) / 2, LocationOf(3).top + 3);
+    TakeEvents();
+    for (const char* events : {"row;activated;", "mark;mark;"}) {
+        Send(WM_LBUTTONDOWN, MK_LBUTTON, place);
+        Send(WM_LBUTTONDBLCLK, MK_LBUTTON, place);
+        EXPECT_EQ(TakeEvents(), events);
+        m_grid->OfferMarks();
+    }
+    EXPECT_EQ(m_grid->CurrentColumn(), 4);
+    EXPECT_EQ(m_grid->CurrentRow(), 2);
+}
+
 TEST_F(GridWindowTest, TheThumbReachesEveryOneOfAMillionRows) {
     const auto set = Bind(RecordSetOptions{.rows = 1000000});
     EXPECT_EQ(m_grid->CounterText(), L"Registro 1 de 1.000.000");

@@ -58,6 +58,9 @@ void RecordTable::Note(const std::wstring& member) {
 }
 
 Variant RecordTable::ValueOf(long record, short column) const {
+    if (const auto cell = written.find({record, column}); cell != written.end()) {
+        return cell->second;
+    }
     if (value) {
         return value(record, column);
     }
@@ -89,11 +92,18 @@ class MemoryField : public com::Automation {
 public:
     MemoryField(ComPtr<MemoryRecordSet> set, short column) : m_set(std::move(set)), m_column(column) {}
 
-    void Name(Invocation& call) { call.Return(Variant(kTable[m_column].name)); }
+    void Name(Invocation& call) {
+        const auto named = m_set->m_table->names.find(m_column);
+        call.Return(Variant(named == m_set->m_table->names.end() ? kTable[m_column].name : named->second));
+    }
     void Caption(Invocation& call) { call.Return(Variant(kTable[m_column].caption)); }
     void Type(Invocation& call) { call.Return(Variant(kTable[m_column].type)); }
     void DefinedSize(Invocation& call) { call.Return(Variant(kTable[m_column].size)); }
     void Value(Invocation& call) {
+        if (call.IsPut()) {
+            m_set->Write(m_column, call.NewValue());
+            return;
+        }
         m_set->m_table->Note(L"Value");
         call.Return(m_set->ValueAt(m_column));
     }
@@ -101,7 +111,7 @@ public:
 protected:
     std::span<const Member> Members() const override {
         static constexpr Member kMembers[] = {
-            {L"Value", DISPID_VALUE, Member::Get, 0, 0, Run<&MemoryField::Value>},
+            {L"Value", DISPID_VALUE, Member::GetPut, 0, 0, Run<&MemoryField::Value>},
             {L"Name", 1, Member::Get, 0, 0, Run<&MemoryField::Name>},
             {L"Caption", 2, Member::Get, 0, 0, Run<&MemoryField::Caption>},
             {L"Type", 3, Member::Get, 0, 0, Run<&MemoryField::Type>},
@@ -174,6 +184,8 @@ MemoryRecordSet::MemoryRecordSet(std::shared_ptr<RecordTable> table) : m_table(s
     offer(options.clone, {L"Clone", 15, Member::Method, 0, 1, Run<&Set::Clone>});
     offer(options.getRows, {L"GetRows", 16, Member::Method, 0, 3, Run<&Set::GetRows>});
     offer(options.dataVersion, {L"DataVersion", 17, Member::Get, 0, 0, Run<&Set::DataVersion>});
+    offer(options.updates, {L"Update", 18, Member::Method, 0, 0, Run<&Set::Update>});
+    offer(options.updates, {L"CancelUpdate", 19, Member::Method, 0, 0, Run<&Set::CancelUpdate>});
 }
 
 long MemoryRecordSet::Count() const {
@@ -214,6 +226,21 @@ Variant MemoryRecordSet::ValueAt(short column) const {
         throw com::Error(kNoCurrentRecord, L"No hay registro actual.");
     }
     return m_table->ValueOf(RecordAt(m_position), column);
+}
+
+void MemoryRecordSet::Write(short column, Variant value) {
+    m_table->Note(L"Value=");
+    m_table->written.insert_or_assign({RecordAt(m_position), column}, std::move(value));
+    ++m_table->version;
+}
+
+void MemoryRecordSet::Update(Invocation&) { m_table->Note(L"Update"); }
+
+/// As good as the real thing where every record is written once.
+void MemoryRecordSet::CancelUpdate(Invocation&) {
+    m_table->Note(L"CancelUpdate");
+    std::erase_if(m_table->written,
+                  [&](const auto& cell) { return cell.first.first == RecordAt(m_position); });
 }
 
 void MemoryRecordSet::Move(long position) { m_position = std::clamp(position, -1L, Count()); }

@@ -22,6 +22,7 @@ struct RecordSetOptions {
     bool fieldTypes = true;
     bool dataVersion = true;
     bool knowsCount = true;
+    bool updates = false; // Update and CancelUpdate
 };
 
 /// What a set and its clones share: the records, and the notes that the tests take.
@@ -37,8 +38,11 @@ struct RecordTable {
     std::map<std::wstring, int> calls;
     /// Runs at each call, before it: to come back in, or to throw.
     std::function<void(const std::wstring& member)> onCall;
-    /// In place of a cell's value.
+    /// In place of a cell's value, and of a field's name.
     std::function<com::Variant(long record, short column)> value;
+    std::map<short, const wchar_t*> names;
+    /// What was written into cells.
+    std::map<std::pair<long, short>, com::Variant> written;
 
     int Calls() const;
     int Calls(const std::wstring& member) const;
@@ -66,6 +70,7 @@ public:
     /// As a host adds a record: everyone sees it.
     void Grow(long records);
     com::Variant ValueAt(short column) const;
+    void Write(short column, com::Variant value);
 
 protected:
     std::span<const com::Member> Members() const override { return m_members; }
@@ -90,6 +95,8 @@ private:
     void Filter(com::Invocation& call);
     void Sort(com::Invocation& call);
     void DataVersion(com::Invocation& call);
+    void Update(com::Invocation& call);
+    void CancelUpdate(com::Invocation& call);
     void Move(long position);
     long RecordAt(long position) const;
     long PositionOf(long record) const;

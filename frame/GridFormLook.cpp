@@ -1,0 +1,55 @@
+#include "com/WinHeaders.h"
+
+#include <commdlg.h>
+
+#include "frame/GridForm.h"
+#include "frame/MousePointer.h"
+#include "frame/Nested.h"
+
+// The look of the grid: font and columns, and the file that keeps them.
+namespace tamvelo::frame {
+
+bool GridForm::LoadLook() {
+    bool kept = false;
+    DataGrid().DefaultLook();
+    Trapped([&] {
+        if (const std::optional<base::GridLayout> saved = m_layoutStore.Load()) {
+            DataGrid().Apply(*saved);
+            kept = true;
+        }
+    });
+    return kept;
+}
+
+void GridForm::SaveLook() {
+    m_lookChanged = false;
+    m_layoutStore.Save(DataGrid().Layout());
+}
+
+void GridForm::CambiarFuenteGrid() {
+    LOGFONTW font = DataGrid().Font();
+    CHOOSEFONTW choice{};
+    choice.lStructSize = sizeof choice;
+    choice.hwndOwner = Window();
+    choice.lpLogFont = &font;
+    choice.Flags = CF_SCREENFONTS | CF_INITTOLOGFONTSTRUCT | CF_NOVERTFONTS | CF_NOSCRIPTSEL;
+    MousePointer::Default();
+    if (ChooseFontW(&choice) && IsLoaded()) {
+        DataGrid().SetFont(font);
+        SaveLook();
+    }
+}
+
+void GridForm::ChooseColumns() {
+    com::LateObject server = NewShowSerch();
+    server.Call(L"ShowColums", {m_relay->Sink(), DataGrid().Columns().Get()});
+}
+
+void GridForm::clsMeEvents_ConfigurarColumnas() {
+    NameSearchColumn(); // the current column may be among those that were hidden
+    SaveLook();
+}
+
+void GridForm::LayoutChanged() { m_lookChanged = true; }
+
+} // namespace tamvelo::frame

@@ -1,0 +1,196 @@
+#include "selection/FrmSeleccionTrueFalse.h"
+
+#include <algorithm>
+
+#include "base/FilterText.h"
+#include "base/SelectionAnswers.h"
+#include "selection/LinkLabel.h"
+#include "selection/Resources.h"
+
+namespace tamvelo::selection {
+
+using com::Variant;
+using frame::CommandRow;
+using frame::Do;
+using frame::kFill;
+using frame::kOwn;
+using frame::LayoutRow;
+
+namespace {
+
+constexpr wchar_t kTodos[] = L"{TODOS}";
+constexpr wchar_t kNinguno[] = L"{NINGUNO}";
+constexpr wchar_t kToggle[] = L"{MARCAR}";
+
+constexpr auto kKeys = PanelKeysAnd({
+    {IDC_DATAGRID, VK_SPACE, kToggle},
+    {IDC_LBLTODOS, VK_RETURN, kTodos},
+    {IDC_LBLNINGUNO, VK_RETURN, kNinguno},
+});
+
+/// The two ways to mark all rows: a link above the grid, and a key with Ctrl everywhere in the form.
+struct Link {
+    int control;
+    UINT key;
+    const wchar_t* command;
+    const wchar_t* tip;
+};
+
+constexpr Link kLinks[] = {
+    {IDC_LBLTODOS, 'T', kTodos, L"Marca todos los registros, también los que no se ven (Ctrl+T)"},
+    {IDC_LBLNINGUNO, 'U', kNinguno, L"Desmarca todos los registros, también los que no se ven (Ctrl+U)"},
+};
+
+} // namespace
+
+FrmSeleccionTrueFalse::FrmSeleccionTrueFalse() : PanelForm({kName, IDD_TRUEFALSE, kPanelTools, kKeys}) {}
+
+std::span<const CommandRow> FrmSeleccionTrueFalse::Commands() const {
+    using F = FrmSeleccionTrueFalse;
+    static constexpr CommandRow kCommands[] = {
+        {base::kAceptar, Do<&F::Aceptar>}, {kRowCode, Do<&F::DeliverCode>}, {kTodos, Do<&F::Todos>},
+        {kNinguno, Do<&F::Ninguno>},       {kToggle, Do<&F::ToggleMark>},
+    };
+    return kCommands;
+}
+
+std::vector<LayoutRow> FrmSeleccionTrueFalse::Rows() const {
+    return {
+        {kOwn, {{IDC_LBLTABLE, kFill}}},
+        {kOwn, {{IDC_LBLBUSCAR}, {IDC_TXTFIELDS0, kFill}, {IDC_CMDBUSCAR}}},
+        {kOwn, {{IDC_LBLTODOS}, {IDC_LBLNINGUNO}, {IDC_LBLALCANCE, kFill}}},
+        {kFill, {{IDC_DATAGRID, kFill}}},
+        {kOwn, {{IDC_STATUS, kFill}}},
+    };
+}
+
+// Opening.
+
+void FrmSeleccionTrueFalse::Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl,
+                                    short& column, short& indx, bool& find) {
+    Show([&] {
+        Take(sink, data, ctl, column, indx);
+        OpenRecords(base::kSeleccion, find);
+        ShowFor(ctl, 1);
+    });
+}
+
+void FrmSeleccionTrueFalse::MostrarBuscando(IDispatch* sink, IDispatch* data, contract::HostControl& ctl,
+                                            short& column, short& indx, bool& find, short& modal) {
+    Show([&] {
+        Take(sink, data, ctl, column, indx);
+        ShowSearching(ctl, find, modal);
+    });
+}
+
+void FrmSeleccionTrueFalse::OnLoad() {
+    PanelForm::OnLoad();
+    SetWindowTextW(Window(), (L"Lista con casillas de " + ClassName()).c_str());
+    for (const Link& link : kLinks) {
+        MakeLink(Control(link.control));
+        SetTip(link.control, link.tip);
+    }
+    OnFiltered(false);
+    // After the links in the tab order.
+    SetWindowPos(DataGrid().Window(), Control(IDC_LBLALCANCE), 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    DataGrid().OfferMarks();
+    DataGrid().NameField(L"Planificar", L"Planificar 1 ?");
+    DataGrid().NameField(L"Planificar_2", L"Planificar 2 ?");
+}
+
+std::wstring FrmSeleccionTrueFalse::LayoutName() const {
+    return L"frmSelecTF" + ClassName() + L"_" + std::to_wstring(Indx());
+}
+
+// Marking.
+
+void FrmSeleccionTrueFalse::MarkAll(void (contract::DataClass::*mark)(Variant& connection)) {
+    Variant connection = MyClase().GetConnection();
+    (MyClase().*mark)(connection);
+    MyClase().Requery(base::kSeleccion);
+    if (IsLoaded()) {
+        ShowRecords({}); // that selection is every record: the search has ended
+    }
+}
+
+void FrmSeleccionTrueFalse::ToggleMark() {
+    const std::vector<short> marks = DataGrid().MarkColumns();
+    const short current = DataGrid().CurrentColumn();
+    if (marks.empty()) {
+        MessageBeep(MB_ICONWARNING);
+        return;
+    }
+    DataGrid().ToggleMark(std::ranges::find(marks, current) != marks.end() ? current : marks.front());
+    ShowStatus();
+}
+
+void FrmSeleccionTrueFalse::MarkClicked() { Input(kToggle); }
+
+void FrmSeleccionTrueFalse::OnControl(int control, int code) {
+    for (const Link& link : kLinks) {
+        if (link.control == control && code == BN_CLICKED) {
+            Input(link.command);
+            return;
+        }
+    }
+    PanelForm::OnControl(control, code);
+}
+
+bool FrmSeleccionTrueFalse::OnKey(UINT key, bool control, bool shift) {
+    for (const Link& link : kLinks) {
+        if (link.key == key && control && !shift) {
+            Input(link.command);
+            return true;
+        }
+    }
+    return PanelForm::OnKey(key, control, shift);
+}
+
+std::span<const frame::Form::MenuItem> FrmSeleccionTrueFalse::OwnMenu() const {
+    static constexpr MenuItem kMenu[] = {
+        {L"", nullptr},
+        {kToggle, L"&Marcar o desmarcar\tEspacio"},
+        {kTodos, L"Seleccionar &todos\tCtrl+T"},
+        {kNinguno, L"Seleccionar &ninguno\tCtrl+U"},
+    };
+    return kMenu;
+}
+
+void FrmSeleccionTrueFalse::OnFiltered(bool filtered) {
+    ShowControl(IDC_LBLALCANCE, filtered);
+    Relayout();
+}
+
+std::wstring FrmSeleccionTrueFalse::StatusNote() const {
+    std::wstring note;
+    bool one = false;
+    bool all = true;
+    for (const short column : DataGrid().MarkColumns()) {
+        const grid::MarkCount count = DataGrid().CountMarks(column);
+        one = note.empty() && count.marked == 1;
+        all = count.all;
+        note += (note.empty() ? L"" : L" y ") + std::to_wstring(count.marked);
+    }
+    return note.empty() ? note : note + (one ? L" marcada" : L" marcadas") + (all ? L"" : L" a la vista");
+}
+
+// Answering.
+
+/// The member beyond the answer tells a host with an event handler of that name that the marks are settled.
+void FrmSeleccionTrueFalse::TellSink() {
+    const base::Answer answer = base::AnswerFor(ClassName());
+    std::vector<Variant> texts = TextsFor(answer);
+    for (short column = 0; texts.size() < 3; ++column) {
+        const bool there = column < DataGrid().ColumnCount();
+        texts.emplace_back(std::wstring_view(there ? DataGrid().Text(column) : std::wstring()));
+    }
+    SendAnswer(answer);
+    if (IsLoaded()) {
+        short index = answer.first.Resolve(Column(), Indx());
+        Sink().clsEvents_AceptaSeleccion(index, Ctl().Reference(), texts[0], texts[1], texts[2]);
+        TakeControlBack();
+    }
+}
+
+} // namespace tamvelo::selection

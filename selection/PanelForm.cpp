@@ -1,0 +1,56 @@
+#include "selection/PanelForm.h"
+
+#include "base/FilterText.h"
+#include "base/SelectionAnswers.h"
+
+namespace tamvelo::selection {
+
+void PanelForm::ShowSearching(contract::HostControl& ctl, bool find, short modal) {
+    OpenRecords(base::kSeleccion, find);
+    Load();
+    const std::wstring text = Ctl().Text();
+    if (!text.empty()) {
+        SetSearchText(base::kAnyText + text);
+        AplicarBusqueda(true);
+    }
+    ShowFor(ctl, modal);
+}
+
+void PanelForm::OnLoad() {
+    GridForm::OnLoad();
+    Bar().SetBandVisible(base::kBandRegistros, true);
+    Bar().SetBandVisible(base::kBandRegistro, true);
+}
+
+void PanelForm::Aceptar() {
+    if (!HasRecordToDeliver()) {
+        return;
+    }
+    Column() = base::ClampColumn(Column(), DataGrid().ColumnCount());
+    TellSink();
+    if (!IsLoaded()) {
+        return;
+    }
+    // The record is delivered: whatever becomes of the filter, the panel has done its work.
+    Trapped([&] { MyClase().AplyFilter(L""); });
+    Unload();
+}
+
+void PanelForm::OnRowActivated() {
+    Input(base::DoubleClickAnswerFor(ClassName()) ? kRowCode : base::kAceptar);
+}
+
+void PanelForm::DeliverCode() {
+    const std::optional<base::DoubleClickAnswer> answer = base::DoubleClickAnswerFor(ClassName());
+    Sink().AceptarSeleccionCode(answer->code, Ctl().Reference(), DataGrid().Value(answer->column));
+    TakeControlBack();
+    Dispatch(base::kCancelar);
+}
+
+void PanelForm::OnSearchStrip(bool shown) {
+    if (!shown) {
+        SetHeading({});
+    }
+}
+
+} // namespace tamvelo::selection
