@@ -14,15 +14,16 @@ constexpr NumberSource kIndx{NumberSource::Kind::Indx, 0};
 constexpr NumberSource Fixed(short number) { return {NumberSource::Kind::Fixed, number}; }
 
 constexpr Answer One(NumberSource first, NumberSource text) {
-    return {SinkMember::AceptarSeleccion, first, {text, {}, {}}};
+    return {SinkMember::AceptarSeleccion, first, {text, {}, {}}, false};
 }
 constexpr Answer Three(NumberSource first, NumberSource text, NumberSource second, NumberSource third) {
-    return {SinkMember::AceptarSeleccionParam, first, {text, second, third}};
+    return {SinkMember::AceptarSeleccionParam, first, {text, second, third}, false};
 }
 
 constexpr Answer kWithDescription = Three(kColumn, kColumn, Fixed(0), Fixed(1));
 constexpr Answer kCodeToIndx = One(kIndx, Fixed(0));
 constexpr Answer kCode = One(kColumn, Fixed(0));
+constexpr Answer kOrderSheet = Three(kColumn, kColumn, Fixed(0), Fixed(2));
 constexpr Answer kTextOfIndx = One(kColumn, kIndx);
 constexpr Answer kTextOfColumn = One(kColumn, kColumn);
 
@@ -32,7 +33,7 @@ struct ClassAnswer {
 };
 
 constexpr ClassAnswer kAnswers[] = {
-    {L"hordenes", Three(kColumn, kColumn, Fixed(0), Fixed(2))},
+    {L"hordenes", kOrderSheet},
     {L"fases", kWithDescription},
     {L"pruebas", kWithDescription},
     {L"rutas", kWithDescription},
@@ -57,6 +58,15 @@ constexpr ClassAnswer kBrowserAnswers[] = {
     {L"empleados", Three(kIndx, kIndx, Fixed(0), Fixed(1))},
 };
 
+constexpr Answer Value(NumberSource column) {
+    return {SinkMember::AceptarSeleccion, kColumn, {column, {}, {}}, true};
+}
+
+constexpr ClassAnswer kAddPanelAnswers[] = {
+    {L"hordenes", kOrderSheet},
+    {L"articulos", Value(Fixed(0))},
+};
+
 Answer Find(std::span<const ClassAnswer> answers, std::wstring_view className, const Answer& other) {
     const auto entry = std::ranges::find(answers, Lower(className), &ClassAnswer::className);
     return entry != answers.end() ? entry->answer : other;
@@ -75,6 +85,10 @@ Answer AnswerFor(std::wstring_view className) { return Find(kAnswers, className,
 
 Answer AnswerInBrowser(std::wstring_view className) {
     return Find(kBrowserAnswers, className, One(kIndx, kIndx));
+}
+
+Answer AnswerInAddPanel(std::wstring_view className) {
+    return Find(kAddPanelAnswers, className, Value(kIndx));
 }
 
 std::optional<DoubleClickAnswer> DoubleClickAnswerFor(std::wstring_view className) {

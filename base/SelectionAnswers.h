@@ -28,6 +28,7 @@ struct Answer {
     SinkMember member = SinkMember::AceptarSeleccion;
     NumberSource first;
     std::array<NumberSource, 3> columns;
+    bool asValue = false; // the column's value as it is, in place of its text
 
     /// One column for AceptarSeleccion, three for AceptarSeleccionParam. Views into this object.
     std::span<const NumberSource> Columns() const;
@@ -36,6 +37,8 @@ struct Answer {
 Answer AnswerFor(std::wstring_view className);
 /// The same for the record browser, which goes by Indx alone.
 Answer AnswerInBrowser(std::wstring_view className);
+/// The same for the panel with a new record: a value, of the column that Indx says.
+Answer AnswerInAddPanel(std::wstring_view className);
 
 /// The call that a double click makes for some classes: AceptarSeleccion(code, ctl, value of grid column
 /// `column`).

@@ -1,5 +1,7 @@
 #include "contract/DataClass.h"
 
+#include "com/Error.h"
+
 namespace tamvelo::contract {
 
 using com::Argument;
@@ -84,6 +86,17 @@ void DataClass::Denegar_todos(Variant& connection) {
 
 std::wstring DataClass::NuevoCodigo_Fam(std::wstring_view family) {
     return m_object.Call(L"NuevoCodigo_Fam", {family}).ToText();
+}
+
+void DataClass::InsertarArticulo(std::vector<Variant> values) {
+    Variant all;
+    all.Address()->parray = SafeArrayCreateVector(VT_VARIANT, 0, static_cast<ULONG>(values.size()));
+    com::Check(all.Get().parray ? S_OK : E_OUTOFMEMORY);
+    all.Address()->vt = VT_ARRAY | VT_VARIANT;
+    for (LONG i = 0; i < static_cast<LONG>(values.size()); ++i) {
+        com::Check(SafeArrayPutElement(all.Get().parray, &i, values[static_cast<size_t>(i)].Address()));
+    }
+    m_object.Call(L"InsertarArticulo", {std::move(all)});
 }
 
 } // namespace tamvelo::contract

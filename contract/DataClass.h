@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "com/LateObject.h"
 
@@ -48,6 +49,10 @@ public:
     void Aceptar_todos(com::Variant& connection);
     void Denegar_todos(com::Variant& connection);
     std::wstring NuevoCodigo_Fam(std::wstring_view family);
+    /// Whether the host has checks of its own for values; not every dialog asks that of it.
+    bool ChecksValues() { return m_object.Answers(L"ValidaValue"); }
+    /// Adds a record; one value for each field of the record set, in its order, Empty for none.
+    void InsertarArticulo(std::vector<com::Variant> values);
 
 private:
     com::LateObject m_object;

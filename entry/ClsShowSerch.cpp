@@ -18,6 +18,7 @@
 #include "search/FrmRegistros.h"
 #include "selection/Criteria.h"
 #include "selection/CriteriaForm.h"
+#include "selection/FrmSelecAdd.h"
 #include "selection/FrmSeleccion.h"
 #include "selection/FrmSeleccionTrueFalse.h"
 
@@ -33,18 +34,6 @@ HRESULT Operation(const Body& body, Required*... required) {
         }
         body();
     });
-}
-
-[[noreturn]] void ThrowUnavailable(const std::wstring& form) {
-    constexpr auto kNotSupported = static_cast<HRESULT>(0x800A01BD);
-    throw com::Error(kNotSupported,
-                     L"El formulario «" + form + L"» no está disponible en esta versión de Tamvelo.");
-}
-
-/// An operation whose form is still to be written.
-template <class... Required>
-HRESULT Unavailable(const wchar_t* form, Required*... required) {
-    return Operation([&] { ThrowUnavailable(form); }, required...);
 }
 
 /// An operation that works for a control of the host. A dialog may put another control in its place; the host
@@ -71,6 +60,18 @@ HRESULT ShowPanel(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* co
         BoolInOut ownStock(stock, false);
         frame::DefaultInstance<selection::FrmSeleccion>()->Mostrar(*sink, *data, control, ownColumn, ownIndx,
                                                                    ownFind, ownStock, verify, controlVerify);
+    });
+}
+
+/// A form with a grid that has one way to open.
+template <class Form>
+HRESULT ShowGrid(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column, short* indx,
+                 VARIANT_BOOL* find) {
+    return WithControl(sink, data, ctl, [&](contract::HostControl& control) {
+        ShortInOut ownColumn(column, 0);
+        ShortInOut ownIndx(indx, 0);
+        BoolInOut ownFind(find, true);
+        frame::DefaultInstance<Form>()->Mostrar(*sink, *data, control, ownColumn, ownIndx, ownFind);
     });
 }
 
@@ -199,20 +200,14 @@ HRESULT ClsShowSerch::ShowSelecTrueFalse(IDispatch** sink, IDispatch** data, IDi
     });
 }
 
-HRESULT ClsShowSerch::ShowSelecAdd(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* /*column*/,
-                                   short* /*indx*/, VARIANT_BOOL* /*find*/) {
-    return WithControl(sink, data, ctl, [](contract::HostControl&) { ThrowUnavailable(L"frmSelecAdd"); });
+HRESULT ClsShowSerch::ShowSelecAdd(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,
+                                   short* indx, VARIANT_BOOL* find) {
+    return ShowGrid<selection::FrmSelecAdd>(sink, data, ctl, column, indx, find);
 }
 
 HRESULT ClsShowSerch::ShowRegistros(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,
                                     short* indx, VARIANT_BOOL* find) {
-    return WithControl(sink, data, ctl, [&](contract::HostControl& control) {
-        ShortInOut ownColumn(column, 0);
-        ShortInOut ownIndx(indx, 0);
-        BoolInOut ownFind(find, true);
-        frame::DefaultInstance<search::FrmRegistros>()->Mostrar(*sink, *data, control, ownColumn, ownIndx,
-                                                                ownFind);
-    });
+    return ShowGrid<search::FrmRegistros>(sink, data, ctl, column, indx, find);
 }
 
 HRESULT ClsShowSerch::ShowSelecDirecta(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,

@@ -358,6 +358,7 @@ void Form::ResizeControls() {
     RECT area{};
     GetClientRect(m_window, &area);
     area.top += m_toolbar->Height();
+    LayOutBeside(area);
     m_layout.Arrange(area);
     PlaceTips();
     InvalidateRect(m_window, nullptr, TRUE);

@@ -133,6 +133,8 @@ protected:
     /// Commands that all forms of a kind have; the form's own rows come first.
     virtual std::span<const CommandRow> SharedCommands() const { return {}; }
     virtual std::vector<LayoutRow> Rows() const { return {}; }
+    /// What a form lays out itself beside its rows: it takes the room away from `area` (client pixels).
+    virtual void LayOutBeside(RECT& /*area*/) {}
     /// A notification of a control (WM_COMMAND).
     virtual void OnControl(int /*control*/, int /*code*/) {}
     /// A notification of a common control; true with the answer set when it was handled.

@@ -69,7 +69,8 @@ void GridForm::OnLoad() {
                  SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     DataGrid().SetAccessibleName(m_className);
     m_relay = std::make_unique<OwnRelay>(std::map<DISPID, OwnRelay::Handler>{
-        {ConfigurarColumnas, [this](com::Invocation&) { clsMeEvents_ConfigurarColumnas(); }}});
+        {ConfigurarColumnas, [this](com::Invocation&) { clsMeEvents_ConfigurarColumnas(); }},
+        {AceptaSeleccion, [this](com::Invocation& call) { clsMeEvents_AceptaSeleccion(call); }}});
     ObjectOf(IDC_TXTFIELDS0, L"TxtFields", 0);
     SetHeading(Heading({}));
 }

@@ -48,6 +48,8 @@ protected:
     void SendAnswer(const base::Answer& answer);
     /// Those of the current record that the answer carries.
     std::vector<com::Variant> TextsFor(const base::Answer& answer);
+    /// After the host has its answer: takes the filter away and closes.
+    void CloseDelivered();
     void TakeControlBack();
 
     /// Runs the typed search (true), or takes it away (false).
@@ -77,6 +79,9 @@ protected:
     void CopyRowWithHeadings() { DataGrid().CopyRow(true); }
     /// The answer of the column chooser: the columns are the grid's own, so what is left is to keep them.
     void clsMeEvents_ConfigurarColumnas();
+    /// The answer of a look-up that was opened with this form's relay as its sink.
+    virtual void clsMeEvents_AceptaSeleccion(com::Invocation& /*call*/) {}
+    IDispatch* Relay() const { return m_relay->Sink(); }
 
     void OnLoad() override;
     void OnLaidOut() override;

@@ -41,7 +41,9 @@ bool GridForm::HasRecordToDeliver() {
 std::vector<com::Variant> GridForm::TextsFor(const base::Answer& answer) {
     std::vector<com::Variant> texts;
     for (const NumberSource& source : answer.Columns()) {
-        texts.emplace_back(std::wstring_view(DataGrid().Text(source.Resolve(m_column, m_indx))));
+        const short column = source.Resolve(m_column, m_indx);
+        com::Variant value = answer.asValue ? DataGrid().Value(column) : com::Variant::Null();
+        texts.push_back(value.IsNull() ? com::Variant(DataGrid().Text(column)) : std::move(value));
     }
     return texts;
 }
@@ -58,6 +60,15 @@ void GridForm::SendAnswer(const base::Answer& answer) {
         m_sink.AceptarSeleccionParam(first, control, texts[0], texts[1], texts[2]);
     }
     TakeControlBack();
+}
+
+void GridForm::CloseDelivered() {
+    if (!IsLoaded()) {
+        return;
+    }
+    // The record is delivered: whatever becomes of the filter, the panel has done its work.
+    Trapped([&] { m_data.AplyFilter(L""); });
+    Unload();
 }
 
 } // namespace tamvelo::frame

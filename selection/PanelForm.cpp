@@ -28,12 +28,7 @@ void PanelForm::Aceptar() {
     }
     Column() = base::ClampColumn(Column(), DataGrid().ColumnCount());
     TellSink();
-    if (!IsLoaded()) {
-        return;
-    }
-    // The record is delivered: whatever becomes of the filter, the panel has done its work.
-    Trapped([&] { MyClase().AplyFilter(L""); });
-    Unload();
+    CloseDelivered();
 }
 
 void PanelForm::OnRowActivated() {

@@ -22,3 +22,12 @@
 #define IDC_LBLTODOS 241
 #define IDC_LBLNINGUNO 242
 #define IDC_LBLALCANCE 243
+// With the panel for a new record (selection/SelecAdd.rc).
+#define IDD_SELECADD 210
+#define IDC_PICNEW 211
+#define IDC_LBLTABLE1 212
+#define IDC_CMDNUEVO 213
+#define IDC_CMDGUARDAR 214
+#define IDC_CMDDESCARTAR 215
+// The first of the boxes' controls, which are numbered on from here.
+#define IDC_RECORD_BOXES 2000

@@ -106,6 +106,14 @@ constexpr Stroke kAppointment[] = {
     {Stroke::Key, L"", VK_TAB},    {Stroke::Text, L"Prueba"},
     {Stroke::Box, L"Hora :"},      {Stroke::Key, L"", VK_PRIOR}};
 constexpr Stroke kChooseEmployee[] = {{Stroke::Box, L"Empleado :"}, {Stroke::Key, L"", VK_F4}};
+// A new article: the family proposes the code, the rest is typed, the tax is chosen from its list.
+constexpr Stroke kNewArticle[] = {
+    {Stroke::Access, L"n"},          {Stroke::Box, L"Familia *"},
+    {Stroke::Text, L"03"},           {Stroke::Key, L"", VK_TAB},
+    {Stroke::Box, L"Descripción *"}, {Stroke::Text, L"Corona de circonio monolítica"},
+    {Stroke::Box, L"Precio"},        {Stroke::Text, L"184,50"},
+    {Stroke::Box, L"Impuesto"},      {Stroke::Key, L"", VK_DOWN},
+    {Stroke::Box, L"Alta"},          {Stroke::Text, L"21/11/2026"}};
 
 /// One dialog of the tour.
 struct Stop {
@@ -135,6 +143,8 @@ constexpr Stop kStops[] = {
     {L"fechas", L"ShowSelecDate", L"articulos", nullptr, {}, VK_RETURN},
     {L"registros", L"ShowRegistros", L"clientes", L"000025", kModify, VK_F4},
     {L"registros-busqueda", L"ShowRegistros", L"articulos", nullptr, kSearchScrew, VK_ESCAPE},
+    {L"alta", L"ShowSelecAdd", L"articulos", nullptr, {}, VK_ESCAPE},
+    {L"alta-registro", L"ShowSelecAdd", L"articulos", nullptr, kNewArticle, VK_RETURN},
     {L"buscar-entre", L"ShowBuscar", L"articulos", L"", kSearchBetween, VK_ESCAPE},
     {L"buscar-ordenes", L"ShowBuscar", L"Ordenes", nullptr, kSearchBox, VK_ESCAPE},
     {L"criterios-ventas", L"ShowSeleccionar", L"Ordenes", nullptr, kCriteriaOfSales, VK_RETURN},

@@ -31,6 +31,7 @@ protected:
             {L"Caption", 2, Member::Get, 0, 0, Run<&Field::Caption>},
             {L"Type", 3, Member::Get, 0, 0, Run<&Field::Type>},
             {L"DefinedSize", 4, Member::Get, 0, 0, Run<&Field::DefinedSize>},
+            {L"Relacion", 5, Member::Get, 0, 0, Run<&Field::Relacion>},
         };
         return kMembers;
     }
@@ -47,6 +48,7 @@ private:
     void Caption(Invocation& call) { call.Return(Variant(m_info.caption)); }
     void Type(Invocation& call) { call.Return(Variant(AdoType(m_info))); }
     void DefinedSize(Invocation& call) { call.Return(Variant(demo::DefinedSize(m_info))); }
+    void Relacion(Invocation& call) { call.Return(Variant(m_info.related)); }
 
     const ComPtr<RecordSet> m_set;
     const std::size_t m_column;

@@ -63,6 +63,14 @@ TEST(SelectionAnswers, TheBrowserGoesByIndx) {
     }
 }
 
+TEST(SelectionAnswers, TheAddPanelSendsAValueByIndx) {
+    EXPECT_EQ(CallFor(AnswerInAddPanel(L"HOrdenes")), L"SeleccionParam(4, t4, t0, t2)");
+    EXPECT_EQ(CallFor(AnswerInAddPanel(L"Articulos")), L"Seleccion(4, t0)");
+    EXPECT_EQ(CallFor(AnswerInAddPanel(L"familias")), L"Seleccion(4, t7)");
+    EXPECT_TRUE(AnswerInAddPanel(L"familias").asValue);
+    EXPECT_FALSE(AnswerInAddPanel(L"hordenes").asValue);
+}
+
 TEST(SelectionAnswers, OnlyAFixedNumberIsALiteral) {
     // The host may change a number that it passed; the 0 of "ordenes" is not one of those, even when Column
     // is 0.

@@ -20,8 +20,11 @@ std::string RunScript(const wchar_t* name, const std::function<void()>& user) {
 }
 
 ::testing::AssertionResult FocusReaches(HWND dialog, int id) {
-    const HWND control = GetDlgItem(dialog, id);
-    if (Eventually([&] { return tamvelo::testing::FocusIn(dialog) == control; })) {
+    const auto there = [&] { // the control may be still to be made
+        const HWND control = GetDlgItem(dialog, id);
+        return control && tamvelo::testing::FocusIn(dialog) == control;
+    };
+    if (Eventually(there)) {
         return ::testing::AssertionSuccess();
     }
     return ::testing::AssertionFailure() << "control " << id << " did not get the focus";

@@ -1,7 +1,6 @@
 ' All operations from a script: with variables, with literals and expressions, with optional arguments left out.
 Option Explicit
 Const TableLocked = 1234
-Const NotSupported = 445
 
 Class Pantalla ' every role of a host in one
     Public Text
@@ -51,9 +50,6 @@ Sub Panel(nombre, consulta)
     End If
     p.consulta = ""
 End Sub
-Sub Falta(nombre, formulario)
-    Espera nombre, NotSupported, formulario
-End Sub
 
 obj.ShowBuscar p, p, p : Panel "ShowBuscar", "lista"
 obj.ShowColums p, p : Espera "ShowColums", TableLocked, ""
@@ -67,7 +63,7 @@ obj.ShowSelecVerif p, p, p : Panel "ShowSelecVerif", "seleccionar"
 obj.ShowSelecVerif p, p, p, 0, 0, True, True : Panel "ShowSelecVerif con existencias", "seleccion_stock"
 obj.ShowSelecControlVerif p, p, p, columna : Panel "ShowSelecControlVerif", "seleccionar"
 obj.ShowSelecTrueFalse p, p, p, columna, indice, buscar : Panel "ShowSelecTrueFalse", "seleccion"
-obj.ShowSelecAdd p, p, p, columna, indice, buscar : Falta "ShowSelecAdd", "frmSelecAdd"
+obj.ShowSelecAdd p, p, p, columna, indice, buscar : Panel "ShowSelecAdd", "seleccion"
 obj.ShowRegistros p, p, p, columna, indice, buscar : Panel "ShowRegistros", "seleccion"
 obj.ShowSelecDirecta p, p, p : Panel "ShowSelecDirecta", "seleccion"
 obj.ShowSelecDirecta p, p, p, columna, indice, buscar, modal : Panel "ShowSelecDirecta con variables", "seleccion"

@@ -99,6 +99,7 @@ public:
     void Caption(Invocation& call) { call.Return(Variant(kTable[m_column].caption)); }
     void Type(Invocation& call) { call.Return(Variant(kTable[m_column].type)); }
     void DefinedSize(Invocation& call) { call.Return(Variant(kTable[m_column].size)); }
+    void Relacion(Invocation& call) { call.Return(Variant(m_set->m_table->related[m_column])); }
     void Value(Invocation& call) {
         if (call.IsPut()) {
             m_set->Write(m_column, call.NewValue());
@@ -116,9 +117,11 @@ protected:
             {L"Caption", 2, Member::Get, 0, 0, Run<&MemoryField::Caption>},
             {L"Type", 3, Member::Get, 0, 0, Run<&MemoryField::Type>},
             {L"DefinedSize", 4, Member::Get, 0, 0, Run<&MemoryField::DefinedSize>},
+            {L"Relacion", 5, Member::Get, 0, 0, Run<&MemoryField::Relacion>},
         };
         const std::span<const Member> all = kMembers;
-        return m_set->m_table->options.fieldTypes ? all : all.first(2);
+        const RecordTable& table = *m_set->m_table;
+        return all.first(!table.options.fieldTypes ? 2 : table.related.empty() ? 5 : 6);
     }
 
 private:

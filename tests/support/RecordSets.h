@@ -43,6 +43,8 @@ struct RecordTable {
     std::map<short, const wchar_t*> names;
     /// What was written into cells.
     std::map<std::pair<long, short>, com::Variant> written;
+    /// Classes whose codes a column holds: fields then answer `Relacion`.
+    std::map<short, std::wstring> related;
 
     int Calls() const;
     int Calls(const std::wstring& member) const;

@@ -1,0 +1,202 @@
+#include "selection/FrmSelecAdd.h"
+
+#include "base/Commands.h"
+#include "base/FilterText.h"
+#include "base/SelectionAnswers.h"
+#include "frame/MousePointer.h"
+#include "selection/PanelForm.h"
+#include "selection/Resources.h"
+
+// The list, and what is handed over. The new record's boxes are in FrmSelecAddRecord.cpp.
+namespace tamvelo::selection {
+
+using frame::CommandRow;
+using frame::Do;
+using frame::kFill;
+using frame::kOwn;
+using frame::LayoutRow;
+
+namespace {
+
+// Not "ID_Nuevo": that one means nothing on a selection panel, and Insert in the grid is the search.
+constexpr wchar_t kAlta[] = L"{ALTA}";
+constexpr wchar_t kDescartar[] = L"{DESCARTAR}";
+
+} // namespace
+
+FrmSelecAdd::FrmSelecAdd() : GridForm({kName, IDD_SELECADD, kPanelTools, kPanelKeys}) {}
+
+std::span<const CommandRow> FrmSelecAdd::Commands() const {
+    using F = FrmSelecAdd;
+    static constexpr CommandRow kCommands[] = {
+        {base::kAceptar, Do<&F::Aceptar>}, {base::kCancelar, Do<&F::Cancelar>},
+        {base::kCerrar, Do<&F::Cerrar>},   {kAlta, Do<&F::Nuevo>},
+        {kDescartar, Do<&F::Cancelar>},
+    };
+    return kCommands;
+}
+
+std::span<const frame::Form::MenuItem> FrmSelecAdd::OwnMenu() const {
+    static constexpr MenuItem kItems[] = {{kAlta, L"&Nuevo registro…\tCtrl+N"}};
+    return kItems;
+}
+
+std::vector<LayoutRow> FrmSelecAdd::Rows() const {
+    return {
+        {kOwn, {{IDC_LBLTABLE, kFill}}},
+        {kOwn, {{IDC_LBLBUSCAR}, {IDC_TXTFIELDS0, kFill}, {IDC_CMDBUSCAR}, {IDC_CMDNUEVO}}},
+        {kFill, {{IDC_DATAGRID, kFill}}},
+        {kOwn, {{IDC_STATUS, kFill}}},
+    };
+}
+
+void FrmSelecAdd::Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short& column,
+                          short& indx, bool& find) {
+    Show([&] {
+        Take(sink, data, ctl, column, indx);
+        OpenRecords(base::kSeleccion, find);
+        ShowFor(ctl, 1);
+    });
+}
+
+void FrmSelecAdd::OnLoad() {
+    GridForm::OnLoad();
+    Bar().SetBandVisible(base::kBandRegistros, true);
+    Bar().SetBandVisible(base::kBandRegistro, true);
+    SetWindowTextW(Window(), Title().c_str());
+    SetControlText(IDC_LBLTABLE1, L"Registro nuevo de " + ClassName() + L"   (* obligatorio)");
+}
+
+void FrmSelecAdd::OnUnload() noexcept {
+    GridForm::OnUnload();
+    m_familyWatch.reset();
+    m_adding = false;
+    m_fields.clear();
+    m_boxes.clear();
+    m_boxLayout = {};
+    m_family.clear();
+    m_proposed.clear();
+}
+
+void FrmSelecAdd::OnSearchStrip(bool shown) {
+    if (!shown) {
+        SetHeading({});
+    }
+}
+
+std::wstring FrmSelecAdd::StatusNote() const { return m_adding ? L"Alta: Intro guarda, Esc descarta" : L""; }
+
+void FrmSelecAdd::OnRowActivated() { Input(base::kAceptar); }
+
+// Answering.
+
+void FrmSelecAdd::Aceptar() {
+    if (m_adding) {
+        AceptarAlta();
+    } else if (HasRecordToDeliver()) {
+        Column() = base::ClampColumn(Column(), DataGrid().ColumnCount());
+        SendAnswer(base::AnswerInAddPanel(ClassName()));
+        CloseDelivered();
+    }
+}
+
+void FrmSelecAdd::AceptarAlta() {
+    ProposeCode(); // the family's box may not have been left yet
+    if (!CheckRecord()) {
+        return;
+    }
+    const std::wstring code = Text(*BoxNumber(base::kCodeBox));
+    MyClase().InsertarArticulo(Values());
+    CheckStands();
+    try {
+        Column() = base::ClampColumn(Column(), DataGrid().ColumnCount());
+        Sink().AceptarSeleccion(Column(), Ctl().Reference(), com::Variant(code));
+    } catch (...) {
+        // The record is stored: to offer it for storing again would make a second one.
+        if (IsLoaded()) {
+            Trapped([&] { ShowStored(code); });
+        }
+        throw;
+    }
+    TakeControlBack();
+    CloseDelivered();
+}
+
+void FrmSelecAdd::ShowStored(const std::wstring& code) {
+    SetAddMode(false);
+    AplicarBusqueda(false);
+    MyClase().FindRecord(code, {});
+    DataGrid().HostChanged();
+}
+
+void FrmSelecAdd::Cancelar() {
+    if (!m_adding) {
+        Unload();
+    } else if (MayDiscard()) {
+        SetAddMode(false);
+    }
+}
+
+void FrmSelecAdd::Cerrar() {
+    if (!m_adding || MayDiscard()) {
+        Unload();
+    }
+}
+
+/// One Esc too many must not cost a clerk what he has typed.
+bool FrmSelecAdd::MayDiscard() {
+    if (!IsAnythingTyped()) {
+        return true;
+    }
+    frame::MousePointer::Default();
+    const int answer =
+        MessageBoxW(Window(), L"¿Desea descartar el registro nuevo que ha escrito? No se guardará.",
+                    Title().c_str(), MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2);
+    return answer == IDYES && IsLoaded();
+}
+
+void FrmSelecAdd::OnControl(int control, int code) {
+    if (code == BN_CLICKED) {
+        switch (control) {
+        case IDC_CMDNUEVO:
+            Input(kAlta);
+            return;
+        case IDC_CMDGUARDAR:
+            Input(base::kAceptar);
+            return;
+        case IDC_CMDDESCARTAR:
+            Input(kDescartar);
+            return;
+        default:
+            if (const Box* box = BoxAt(control); box && control != box->control) {
+                SetFocus(Control(box->control));
+                Trapped([&] { LookUp(*box); });
+                return;
+            }
+            break;
+        }
+    }
+    GridForm::OnControl(control, code);
+}
+
+bool FrmSelecAdd::OnKey(UINT key, bool control, bool shift) {
+    if (key == 'N' && control && !shift) {
+        Input(kAlta);
+        return true;
+    }
+    const int focused = GetDlgCtrlID(GetFocus());
+    const Box* const box = m_adding ? BoxAt(focused) : nullptr;
+    if (box && !control && !shift) {
+        if ((key == VK_F4 || key == frame::kAltDown) && HasLookup(*box)) {
+            LookUp(*box);
+            return true;
+        }
+        if (key == VK_RETURN && focused == box->control) {
+            Input(base::kAceptar);
+            return true;
+        }
+    }
+    return GridForm::OnKey(key, control, shift);
+}
+
+} // namespace tamvelo::selection

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "frame/EditWatch.h"
+#include "frame/GridForm.h"
+#include "selection/RecordFields.h"
+
+namespace tamvelo::selection {
+
+/// The selection panel with a second panel beside the grid, where the user enters the record that the host
+/// does not have yet and hands over its code at once.
+class FrmSelecAdd final : public frame::GridForm {
+public:
+    static constexpr wchar_t kName[] = L"frmSelecAdd";
+    FrmSelecAdd();
+
+    /// `ctl` gets the control that the host put in its place, if any. Throws com::Error when the panel cannot
+    /// open; what fails while it is open goes to ControlErrores.
+    void Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short& column, short& indx,
+                 bool& find);
+
+private:
+    /// A field of the new record on the panel: entry box, list or check box.
+    struct Box : base::RecordBox {
+        int control = 0; // of its entry; label and button are beside it
+        std::vector<Choice> choices;
+        bool list = false;
+    };
+
+    void Aceptar();
+    void Cancelar();
+    void Cerrar();
+    void OnRowActivated() override;
+
+    std::wstring Title() const { return L"Selección de " + ClassName(); }
+    void Nuevo();
+    void AceptarAlta();
+    void ShowStored(const std::wstring& code);
+    void SetAddMode(bool on);
+    bool MayDiscard();
+    bool IsAnythingTyped() const;
+    void ClearBoxes();
+
+    void MakeBoxes();
+    void MakeBox(Box& box, std::wstring& keys);
+    void ShowBoxes(bool shown);
+    int LabelWidth() const;
+    std::vector<frame::LayoutRow> BoxRows() const;
+    const RecordField& FieldOf(const Box& box) const { return m_fields[box.field]; }
+    const wchar_t* ArrayOf(const Box& box) const;
+    const Box* BoxNumber(short number) const;
+    const Box* BoxAt(int control) const;
+    std::wstring Text(const Box& box) const;
+    com::Variant ValueOf(const Box& box) const;
+    void SetText(const Box& box, const std::wstring& text);
+
+    /// False when a box is wrong; the user has been told, and the focus is there.
+    bool CheckRecord();
+    std::wstring Complaint(const Box& box);
+    std::vector<com::Variant> Values() const;
+    bool HasLookup(const Box& box) const;
+    void LookUp(const Box& box);
+    bool FamilyLeft();
+    void ProposeCode();
+    void NewCode(const std::wstring& family);
+    void clsMeEvents_AceptaSeleccion(com::Invocation& call) override;
+
+    void OnLoad() override;
+    void OnUnload() noexcept override;
+    void OnSearchStrip(bool shown) override;
+    void OnControl(int control, int code) override;
+    bool OnKey(UINT key, bool control, bool shift) override;
+    void LayOutBeside(RECT& area) override;
+    std::wstring StatusNote() const override;
+    std::span<const MenuItem> OwnMenu() const override;
+    std::span<const frame::CommandRow> Commands() const override;
+    std::vector<frame::LayoutRow> Rows() const override;
+
+    bool m_adding = false;
+    std::vector<RecordField> m_fields;
+    std::vector<Box> m_boxes; // as they stand on the panel
+    frame::RowLayout m_boxLayout;
+    std::shared_ptr<frame::EditWatch> m_familyWatch;
+    std::wstring m_family;   // that a code was last asked for
+    std::wstring m_proposed; // the answer
+};
+
+} // namespace tamvelo::selection

@@ -1,0 +1,367 @@
+#include "com/WinHeaders.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+
+#include "base/Commands.h"
+#include "base/Text.h"
+#include "frame/MousePointer.h"
+#include "frame/Nested.h"
+#include "selection/FrmSelecAdd.h"
+#include "selection/Resources.h"
+
+// The panel for a new record: its boxes are made from the record set's fields, checked, and become values.
+namespace tamvelo::selection {
+
+using frame::kFill;
+using frame::kOwn;
+using frame::LayoutRow;
+using grid::CellKind;
+
+namespace {
+
+/// The numbers of one box's controls, from its label's.
+enum Part { Label, Entry, Button, Parts };
+
+constexpr size_t kBoxesInAColumn = 11;
+constexpr int kMargin = 4; // dialog units, as the rows have it
+constexpr int kTextHeight = 9;
+constexpr int kBoxHeight = 13;
+constexpr int kDropped = 120; // a list, open
+constexpr int kEntryWidth = 100;
+constexpr int kButtonWidth = 16;
+constexpr int kCommandWidth = 56;
+constexpr wchar_t kFamilies[] = L"familias";
+/// The access keys of the panel's other controls: Buscar, B&uscar en, Nuevo, Guardar, Descartar.
+constexpr wchar_t kTakenKeys[] = L"bungd";
+
+constexpr LCID kSpanish = MAKELCID(MAKELANGID(LANG_SPANISH, SUBLANG_SPANISH_MODERN), SORT_DEFAULT);
+
+bool IsDate(const std::wstring& text, DWORD flags) {
+    DATE date = 0;
+    return SUCCEEDED(VarDateFromStr(com::Bstr(text).Get(), kSpanish, flags, &date));
+}
+
+} // namespace
+
+// Making the boxes.
+
+const wchar_t* FrmSelecAdd::ArrayOf(const Box& box) const {
+    return FieldOf(box).mark ? L"chkFields" : box.list ? L"CmbFields" : L"TxtFields";
+}
+
+void FrmSelecAdd::MakeBoxes() {
+    m_fields = ReadRecordFields(MyClase().Get());
+    CheckStands();
+    const std::vector<base::RecordField> rules(m_fields.begin(), m_fields.end());
+    std::wstring keys = kTakenKeys;
+    std::vector<Box> boxes;
+    for (const base::RecordBox& rule : base::BoxesFor(rules)) {
+        Box& box = boxes.emplace_back();
+        static_cast<base::RecordBox&>(box) = rule;
+        if (!box.family && !FieldOf(box).relation.empty()) {
+            if (auto choices = ReadChoices(FieldOf(box).relation)) {
+                box.list = true;
+                box.choices = std::move(*choices);
+                box.choices.insert(box.choices.begin(), Choice{});
+            }
+            CheckStands();
+        }
+    }
+    for (Box& box : boxes) {
+        MakeBox(box, keys);
+    }
+    m_boxes = std::move(boxes);
+    if (!BoxNumber(base::kCodeBox)) {
+        m_boxes.clear();
+        throw com::Error(E_UNEXPECTED, L"Los registros no tienen campos que se puedan escribir.");
+    }
+    AddButton(IDC_CMDGUARDAR, L"&Guardar", kCommandWidth);
+    AddButton(IDC_CMDDESCARTAR, L"&Descartar", kCommandWidth);
+    m_boxLayout = frame::RowLayout(Window(), BoxRows());
+    if (const Box* family = BoxNumber(base::kFamilyBox); family && family->family) {
+        m_familyWatch = frame::EditWatch::Start(Control(family->control),
+                                                {[](wchar_t&) {}, [this] { return FamilyLeft(); }, {}});
+    }
+}
+
+void FrmSelecAdd::MakeBox(Box& box, std::wstring& keys) {
+    const RecordField& field = FieldOf(box);
+    const int first = IDC_RECORD_BOXES + box.number * Parts;
+    box.control = first + Entry;
+    std::wstring caption = base::WithAccessKey(field.caption, keys);
+    if (box.required) {
+        caption += L" *";
+    }
+    AddControl(first + Label, L"STATIC", field.mark ? L"" : caption.c_str(), SS_LEFT | SS_ENDELLIPSIS,
+               {kEntryWidth, kTextHeight});
+    if (field.mark) {
+        AddControl(box.control, L"BUTTON", caption.c_str(), BS_AUTOCHECKBOX | WS_TABSTOP,
+                   {kEntryWidth, kBoxHeight});
+    } else if (box.list) {
+        AddControl(box.control, L"COMBOBOX", L"", CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP,
+                   {kEntryWidth, kDropped});
+        for (const Choice& choice : box.choices) {
+            SendMessageW(Control(box.control), CB_ADDSTRING, 0,
+                         reinterpret_cast<LPARAM>(choice.shown.c_str()));
+        }
+    } else {
+        AddControl(box.control, L"EDIT", L"", ES_AUTOHSCROLL | WS_TABSTOP, {kEntryWidth, kBoxHeight});
+        if (field.size > 0) {
+            SendMessageW(Control(box.control), EM_SETLIMITTEXT, static_cast<WPARAM>(field.size), 0);
+        }
+        if (box.required) {
+            Edit_SetCueBannerText(Control(box.control), L"obligatorio");
+        }
+    }
+    if (HasLookup(box)) {
+        // No tab stop: F4 is its key, and from the family one goes on to the code.
+        AddControl(first + Button, L"BUTTON", L"…", BS_PUSHBUTTON, {kButtonWidth, kBoxHeight + 1});
+        SetTip(first + Button, L"Buscar (F4)");
+    }
+    SetText(box, {});
+    ObjectOf(box.control, ArrayOf(box), box.number)->SetDataField(field.name);
+}
+
+int FrmSelecAdd::LabelWidth() const {
+    int width = 0;
+    for (const Box& box : m_boxes) {
+        width = FieldOf(box).mark ? width : std::max(width, WidthOf((FieldOf(box).caption + L" *").c_str()));
+    }
+    return std::min(width, kEntryWidth);
+}
+
+std::vector<LayoutRow> FrmSelecAdd::BoxRows() const {
+    const int labels = LabelWidth();
+    std::vector<LayoutRow> rows{{kOwn, {{IDC_LBLTABLE1, kFill}}, IDC_PICNEW}};
+    for (size_t i = 0; i < m_boxes.size(); ++i) {
+        const int control = m_boxes[i].control;
+        if (i < kBoxesInAColumn) {
+            rows.push_back({kOwn, {}, IDC_PICNEW});
+        }
+        std::vector<frame::LayoutCell>& cells = rows[1 + i % kBoxesInAColumn].cells;
+        cells.push_back({control - Entry + Label, labels});
+        cells.push_back({control, kFill});
+        if (Control(control - Entry + Button)) {
+            cells.push_back({control - Entry + Button});
+        }
+    }
+    rows.push_back({kOwn, {{IDC_CMDGUARDAR}, {IDC_CMDDESCARTAR}}, IDC_PICNEW});
+    return rows;
+}
+
+void FrmSelecAdd::LayOutBeside(RECT& area) {
+    if (!m_adding) {
+        return;
+    }
+    const int columns = m_boxes.size() > kBoxesInAColumn ? 2 : 1;
+    RECT units{0, 0, 4 * kMargin + columns * (LabelWidth() + kEntryWidth + kButtonWidth + 3 * kMargin), 0};
+    MapDialogRect(Window(), &units);
+    const LONG left = std::max(area.left, area.right - units.right);
+    m_boxLayout.Arrange({left, area.top, area.right, area.bottom});
+    area.right = left;
+}
+
+void FrmSelecAdd::ShowBoxes(bool shown) {
+    for (const int control : {IDC_PICNEW, IDC_LBLTABLE1, IDC_CMDGUARDAR, IDC_CMDDESCARTAR}) {
+        ShowControl(control, shown);
+    }
+    for (const Box& box : m_boxes) {
+        for (int control = box.control - Entry; control < box.control - Entry + Parts; ++control) {
+            if (Control(control)) {
+                ShowControl(control, shown);
+            }
+        }
+    }
+}
+
+// The mode.
+
+void FrmSelecAdd::Nuevo() {
+    if (m_boxes.empty()) {
+        MakeBoxes();
+    }
+    SetAddMode(true);
+    SetFocus(Control(m_boxes.front().control));
+}
+
+void FrmSelecAdd::SetAddMode(bool on) {
+    if (on == m_adding) {
+        return;
+    }
+    if (!on) {
+        SetFocus(DataGrid().Window());
+        ClearBoxes();
+    }
+    m_adding = on;
+    ShowBoxes(on);
+    Relayout();
+    ShowStatus();
+}
+
+void FrmSelecAdd::ClearBoxes() {
+    for (const Box& box : m_boxes) {
+        SetText(box, {});
+    }
+    m_family.clear();
+    m_proposed.clear();
+}
+
+bool FrmSelecAdd::IsAnythingTyped() const {
+    return std::ranges::any_of(m_boxes, [&](const Box& box) { return !Text(box).empty(); });
+}
+
+// The values.
+
+const FrmSelecAdd::Box* FrmSelecAdd::BoxNumber(short number) const {
+    const auto found = std::ranges::find(m_boxes, number, &Box::number);
+    return found == m_boxes.end() ? nullptr : &*found;
+}
+
+const FrmSelecAdd::Box* FrmSelecAdd::BoxAt(int control) const {
+    const int number = (control - IDC_RECORD_BOXES) / Parts;
+    return control < IDC_RECORD_BOXES ? nullptr : BoxNumber(static_cast<short>(number));
+}
+
+std::wstring FrmSelecAdd::Text(const Box& box) const {
+    const HWND control = Control(box.control);
+    if (FieldOf(box).mark) {
+        return SendMessageW(control, BM_GETCHECK, 0, 0) == BST_CHECKED ? L"1" : L"";
+    }
+    if (box.list) {
+        const LRESULT chosen = SendMessageW(control, CB_GETCURSEL, 0, 0);
+        return chosen < 0 ? std::wstring() : box.choices.at(static_cast<size_t>(chosen)).code;
+    }
+    return std::wstring(base::Trim(ControlText(box.control)));
+}
+
+void FrmSelecAdd::SetText(const Box& box, const std::wstring& text) {
+    const HWND control = Control(box.control);
+    if (FieldOf(box).mark) {
+        SendMessageW(control, BM_SETCHECK, text.empty() ? BST_UNCHECKED : BST_CHECKED, 0);
+    } else if (box.list) {
+        const auto choice = std::ranges::find(box.choices, text, &Choice::code);
+        SendMessageW(control, CB_SETCURSEL, static_cast<WPARAM>(choice - box.choices.begin()), 0);
+    } else {
+        SetControlText(box.control, text);
+    }
+}
+
+com::Variant FrmSelecAdd::ValueOf(const Box& box) const {
+    const std::wstring text = Text(box);
+    if (FieldOf(box).mark) {
+        return com::Variant(!text.empty());
+    }
+    return text.empty() ? com::Variant() : com::Variant(text); // the host reads what people write
+}
+
+std::vector<com::Variant> FrmSelecAdd::Values() const {
+    std::vector<com::Variant> values(m_fields.size());
+    for (const Box& box : m_boxes) {
+        values[box.field] = ValueOf(box);
+    }
+    return values;
+}
+
+bool FrmSelecAdd::CheckRecord() {
+    for (const Box& box : m_boxes) {
+        const std::wstring complaint = Complaint(box);
+        CheckStands();
+        if (!complaint.empty()) {
+            frame::MousePointer::Default();
+            SetFocus(Control(box.control));
+            MessageBoxW(Window(), complaint.c_str(), Title().c_str(), MB_OK | MB_ICONWARNING);
+            return false;
+        }
+    }
+    return true;
+}
+
+/// What is wrong with the box; "" when nothing is.
+std::wstring FrmSelecAdd::Complaint(const Box& box) {
+    const RecordField& field = FieldOf(box);
+    const std::wstring text = Text(box);
+    const std::wstring named = L"«" + field.caption + L"»";
+    if (text.empty()) {
+        return box.required ? L"Falta " + named + L", que es obligatorio." : L"";
+    }
+    if (field.mark) {
+        return {};
+    }
+    if (field.size > 0 && text.size() > static_cast<size_t>(field.size)) {
+        return named + L" admite " + std::to_wstring(field.size) + L" caracteres, y tiene " +
+               std::to_wstring(text.size()) + L".";
+    }
+    const bool number = field.kind == CellKind::Number || field.kind == CellKind::Money;
+    if (number && !base::LooksLikeNumber(text)) {
+        return named + L": «" + text + L"» no es un número.";
+    }
+    if (field.kind == CellKind::Date && !IsDate(text, 0)) {
+        return named + L": «" + text + L"» no es una fecha.";
+    }
+    if (field.kind == CellKind::Time && !IsDate(text, VAR_TIMEVALUEONLY)) {
+        return named + L": «" + text + L"» no es una hora.";
+    }
+    if (!box.list && MyClase().ChecksValues() &&
+        !MyClase().ValidaValue(
+            com::ComPtr<IDispatch>(ObjectOf(box.control, ArrayOf(box), box.number).Get()))) {
+        return named + L": «" + text + L"» no es un valor válido.";
+    }
+    return {};
+}
+
+// Look-ups, and the code that a family proposes.
+
+bool FrmSelecAdd::HasLookup(const Box& box) const {
+    return !box.list && (box.family || !FieldOf(box).relation.empty());
+}
+
+void FrmSelecAdd::LookUp(const Box& box) {
+    const std::wstring relation = FieldOf(box).relation.empty() ? kFamilies : FieldOf(box).relation;
+    const com::ComPtr<frame::ControlObject> control = ObjectOf(box.control, ArrayOf(box), box.number);
+    const frame::Lookup lookup{relation.c_str()};
+    frame::OpenLookup(lookup, Relay(), control.Get(), box.number);
+}
+
+void FrmSelecAdd::clsMeEvents_AceptaSeleccion(com::Invocation& call) {
+    com::LateObject control(call[1].ToObject().Get(), L"ctl");
+    const short number = control.Call(L"Index").ToShort();
+    CheckStands();
+    if (const Box* box = BoxNumber(number)) {
+        SetText(*box, call[2].ToText());
+    }
+    if (number == base::kFamilyBox) {
+        NewCode(control.Call(L"Text").ToText());
+    }
+}
+
+bool FrmSelecAdd::FamilyLeft() {
+    const HWND button = Control(BoxNumber(base::kFamilyBox)->control - Entry + Button);
+    if (GetFocus() != button) { // or what was typed is only where the look-up starts
+        Trapped([&] { ProposeCode(); });
+    }
+    return true;
+}
+
+/// For a family that was typed: only once for each, and never over a code of the user's own.
+void FrmSelecAdd::ProposeCode() {
+    const Box* const family = BoxNumber(base::kFamilyBox);
+    const std::wstring text = family && family->family ? Text(*family) : std::wstring();
+    const std::wstring code = Text(*BoxNumber(base::kCodeBox));
+    if (!text.empty() && text != m_family && (code.empty() || code == m_proposed)) {
+        NewCode(text);
+    }
+}
+
+void FrmSelecAdd::NewCode(const std::wstring& family) {
+    m_family = family;
+    const std::wstring code = MyClase().NuevoCodigo_Fam(family);
+    CheckStands();
+    if (const Box* box = BoxNumber(base::kCodeBox)) {
+        m_proposed = code;
+        SetText(*box, code);
+    }
+}
+
+} // namespace tamvelo::selection

@@ -1,0 +1,78 @@
+#include "selection/RecordFields.h"
+
+#include <algorithm>
+
+#include "base/FilterText.h"
+#include "com/LateObject.h"
+#include "frame/Environment.h"
+#include "grid/RecordCursor.h"
+#include "grid/RecordSource.h"
+
+namespace tamvelo::selection {
+
+namespace {
+
+using com::LateObject;
+using com::Variant;
+using grid::CellKind;
+
+constexpr long kMostChoices = 100;
+
+/// What few record sets tell of their fields; Empty when this one does not.
+Variant Ask(LateObject& field, const wchar_t* member) {
+    return field.Answers(member) ? field.Call(member) : Variant();
+}
+
+} // namespace
+
+std::vector<RecordField> ReadRecordFields(IDispatch* data) {
+    const grid::RecordSource source(data);
+    std::vector<RecordField> fields;
+    for (grid::FieldInfo& info : grid::RecordCursor(source.Set()).ReadFields()) {
+        RecordField& field = fields.emplace_back();
+        field.caption = info.caption.empty() ? info.name : std::move(info.caption);
+        field.name = std::move(info.name);
+        field.kind = grid::KindOfField(info.type);
+        field.size = field.kind == CellKind::Text ? std::max(info.definedSize, 0L) : 0;
+        field.typed = field.kind != CellKind::Binary;
+        field.mark = field.kind == CellKind::Check;
+    }
+    LateObject objects(LateObject(source.Set(), L"Recordset").Call(L"Fields").ToObject().Get(), L"Fields");
+    for (size_t i = 0; i < fields.size(); ++i) {
+        LateObject object(objects.Call(L"Item", {static_cast<long>(i)}).ToObject().Get(), L"Field");
+        fields[i].relation = Ask(object, L"Relacion").ToText();
+        if (const Variant required = Ask(object, L"Required"); !required.IsEmpty()) {
+            fields[i].required = required.ToBool();
+        }
+    }
+    return fields;
+}
+
+std::optional<std::vector<Choice>> ReadChoices(const std::wstring& className) {
+    try {
+        LateObject data(frame::Environment::Get().GetDataClasses().Create(className).Get(), L"MyClase");
+        data.Call(L"Requery", {base::kSeleccion});
+        const grid::RecordSource source(data.Get());
+        grid::RecordCursor cursor(source.Set());
+        const long count = cursor.ReadMarks().count;
+        if (count > kMostChoices) {
+            return {};
+        }
+        std::vector<Choice> choices(static_cast<size_t>(count));
+        const auto columns = static_cast<short>(std::min<size_t>(cursor.ReadFields().size(), 2));
+        cursor.Read(0, count, columns, [&](long row, short column, const VARIANT& value, bool error) {
+            Choice& choice = choices.at(static_cast<size_t>(row));
+            const std::wstring text = error ? std::wstring() : grid::Format(value, CellKind::Any);
+            if (column == 0) {
+                choice = {text, text};
+            } else {
+                choice.shown += L" - " + text;
+            }
+        });
+        return choices;
+    } catch (const com::Error&) {
+        return {}; // the code can still be typed, or looked up, which then says what is wrong
+    }
+}
+
+} // namespace tamvelo::selection
