@@ -45,7 +45,7 @@ constexpr Box kBoxes[] = {
 
 constexpr frame::Lookup kCustomers{L"clientes"};
 constexpr frame::Lookup kEmployees{L"empleados"};
-constexpr frame::Lookup kTypes{L"tipos_cita", base::kSeleccion, L"ShowSelec", 1}; // the name, not the code
+constexpr frame::Lookup kTypes{.className = L"tipos_cita", .column = 1}; // the name, not the code
 
 /// The row of a table whose `member` is `value`; null when there is none.
 template <class Table, class Row, class Value>

@@ -47,7 +47,10 @@ constexpr Condition kFchAutoInfConditions[] = {
     {.kind = Kind::Button,
      .index = 1,
      .caption = L"Fiitrar Tipos Producto",
-     .lookup = {L"Tipos_Producto", L"selec_plan", L"ShowSelecTrueFalse", false}},
+     .lookup = {.className = L"Tipos_Producto",
+                .selection = L"selec_plan",
+                .operation = L"ShowSelecTrueFalse",
+                .find = false}},
 };
 
 void DeliverFchAutoInf(ReportForm& form, ReportChoice& choice) {
