@@ -191,13 +191,7 @@ HRESULT ClsShowSerch::ShowSelecControlVerif(IDispatch** sink, IDispatch** data, 
 
 HRESULT ClsShowSerch::ShowSelecTrueFalse(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,
                                          short* indx, VARIANT_BOOL* find) {
-    return WithControl(sink, data, ctl, [&](contract::HostControl& control) {
-        ShortInOut ownColumn(column, 0);
-        ShortInOut ownIndx(indx, 0);
-        BoolInOut ownFind(find, true);
-        frame::DefaultInstance<selection::FrmSeleccionTrueFalse>()->Mostrar(*sink, *data, control, ownColumn,
-                                                                            ownIndx, ownFind);
-    });
+    return ShowGrid<selection::FrmSeleccionTrueFalse>(sink, data, ctl, column, indx, find);
 }
 
 HRESULT ClsShowSerch::ShowSelecAdd(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,

@@ -4,7 +4,6 @@
 #include "base/FilterText.h"
 #include "base/SelectionAnswers.h"
 #include "frame/MousePointer.h"
-#include "selection/PanelForm.h"
 #include "selection/Resources.h"
 
 // The list, and what is handed over. The new record's boxes are in FrmSelecAddRecord.cpp.
@@ -24,7 +23,7 @@ constexpr wchar_t kDescartar[] = L"{DESCARTAR}";
 
 } // namespace
 
-FrmSelecAdd::FrmSelecAdd() : GridForm({kName, IDD_SELECADD, kPanelTools, kPanelKeys}) {}
+FrmSelecAdd::FrmSelecAdd() : PanelForm({kName, IDD_SELECADD, kPanelTools, kPanelKeys}) {}
 
 std::span<const CommandRow> FrmSelecAdd::Commands() const {
     using F = FrmSelecAdd;
@@ -60,15 +59,13 @@ void FrmSelecAdd::Mostrar(IDispatch* sink, IDispatch* data, contract::HostContro
 }
 
 void FrmSelecAdd::OnLoad() {
-    GridForm::OnLoad();
-    Bar().SetBandVisible(base::kBandRegistros, true);
-    Bar().SetBandVisible(base::kBandRegistro, true);
+    PanelForm::OnLoad();
     SetWindowTextW(Window(), Title().c_str());
     SetControlText(IDC_LBLTABLE1, L"Registro nuevo de " + ClassName() + L"   (* obligatorio)");
 }
 
 void FrmSelecAdd::OnUnload() noexcept {
-    GridForm::OnUnload();
+    PanelForm::OnUnload();
     m_familyWatch.reset();
     m_adding = false;
     m_fields.clear();
@@ -76,12 +73,6 @@ void FrmSelecAdd::OnUnload() noexcept {
     m_boxLayout = {};
     m_family.clear();
     m_proposed.clear();
-}
-
-void FrmSelecAdd::OnSearchStrip(bool shown) {
-    if (!shown) {
-        SetHeading({});
-    }
 }
 
 std::wstring FrmSelecAdd::StatusNote() const { return m_adding ? L"Alta: Intro guarda, Esc descarta" : L""; }
@@ -176,7 +167,7 @@ void FrmSelecAdd::OnControl(int control, int code) {
             break;
         }
     }
-    GridForm::OnControl(control, code);
+    PanelForm::OnControl(control, code);
 }
 
 bool FrmSelecAdd::OnKey(UINT key, bool control, bool shift) {
@@ -196,7 +187,7 @@ bool FrmSelecAdd::OnKey(UINT key, bool control, bool shift) {
             return true;
         }
     }
-    return GridForm::OnKey(key, control, shift);
+    return PanelForm::OnKey(key, control, shift);
 }
 
 } // namespace tamvelo::selection

@@ -5,14 +5,14 @@
 #include <vector>
 
 #include "frame/EditWatch.h"
-#include "frame/GridForm.h"
+#include "selection/PanelForm.h"
 #include "selection/RecordFields.h"
 
 namespace tamvelo::selection {
 
 /// The selection panel with a second panel beside the grid, where the user enters the record that the host
 /// does not have yet and hands over its code at once.
-class FrmSelecAdd final : public frame::GridForm {
+class FrmSelecAdd final : public PanelForm {
 public:
     static constexpr wchar_t kName[] = L"frmSelecAdd";
     FrmSelecAdd();
@@ -70,7 +70,6 @@ private:
 
     void OnLoad() override;
     void OnUnload() noexcept override;
-    void OnSearchStrip(bool shown) override;
     void OnControl(int control, int code) override;
     bool OnKey(UINT key, bool control, bool shift) override;
     void LayOutBeside(RECT& area) override;
