@@ -153,8 +153,10 @@ void GridForm::AplicarBusqueda(bool apply) {
         return;
     }
     if (!apply) {
-        m_data.AplyFilter(L"");
-        m_data.Requery(base::kSelec);
+        AskHost([&] {
+            m_data.AplyFilter(L"");
+            m_data.Requery(base::kSelec);
+        });
         if (!IsLoaded()) {
             return;
         }
@@ -162,8 +164,10 @@ void GridForm::AplicarBusqueda(bool apply) {
         return;
     }
     BuildFilter();
-    m_data.AplyFilter(m_data.GetFilter(base::kSlotFilterSelec));
-    m_data.Requery(base::kSelec);
+    AskHost([&] {
+        m_data.AplyFilter(m_data.GetFilter(base::kSlotFilterSelec));
+        m_data.Requery(base::kSelec);
+    });
     if (!IsLoaded()) {
         return;
     }
@@ -243,13 +247,13 @@ void GridForm::Ordenar(bool descending) {
     if (column < 0) {
         return;
     }
-    m_data.SetOrder(column, descending);
+    AskHost([&] { m_data.SetOrder(column, descending); });
     if (!IsLoaded()) {
         return;
     }
     m_orderColumn = DataGrid().CurrentColumn();
     m_orderDescending = descending;
-    DataGrid().HostChanged();
+    DataGrid().Reordered();
     DataGrid().MarkOrder(m_orderColumn, descending);
     ShowStatus();
 }
@@ -275,7 +279,7 @@ void GridForm::MoveLast() {
 }
 
 void GridForm::VerRegistro() {
-    if (DataGrid().CurrentRow() < 0) {
+    if (!HasCurrentRecord()) {
         return;
     }
     std::vector<RecordField> fields;
@@ -323,6 +327,10 @@ void GridForm::ContextMenuAsked(POINT screen) {
 }
 
 void GridForm::CurrentRowChanged() { ShowStatus(); }
+
+void GridForm::ShownWasAnother() {
+    Hint(L"La lista había cambiado y se ha leído de nuevo: compruebe el registro y repita.");
+}
 
 void GridForm::Failed(const com::Error& error) noexcept { ControlErrores(error); }
 

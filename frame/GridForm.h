@@ -43,7 +43,21 @@ protected:
     /// "ID_Aceptar": whether the current record is what the user wants now. What was typed in the box and not
     /// searched yet is searched first, and meant only when it leaves one record.
     bool HasRecordToDeliver();
+    /// Whether there is a record, and it is the one that is highlighted. Every command that does something
+    /// with the current record asks first; if it is another one the user is told and nothing is to be done.
     bool HasCurrentRecord();
+    /// Makes calls that may change the host's rows; where they fail half way the rows are read again.
+    template <class Calls>
+    void AskHost(Calls&& calls) {
+        try {
+            calls();
+        } catch (const com::Error&) {
+            if (IsLoaded() && m_grid) {
+                Trapped([&] { m_grid->Reordered(); });
+            }
+            throw;
+        }
+    }
     /// Hands the current record to the sink.
     void SendAnswer(const base::Answer& answer);
     /// Those of the current record that the answer carries.
@@ -140,6 +154,7 @@ private:
     void HeadingClicked(short column) override;
     void ContextMenuAsked(POINT screen) override;
     void CurrentRowChanged() override;
+    void ShownWasAnother() override;
     void LayoutChanged() override;
     void Failed(const com::Error& error) noexcept override;
 

@@ -19,11 +19,11 @@ void GridForm::TakeControlBack() {
 }
 
 bool GridForm::HasCurrentRecord() {
-    const bool has = DataGrid().CurrentRow() >= 0;
-    if (!has) {
+    if (DataGrid().CurrentRow() < 0) {
         MessageBeep(MB_ICONWARNING);
+        return false;
     }
-    return has;
+    return DataGrid().Confirm();
 }
 
 bool GridForm::HasRecordToDeliver() {
@@ -52,13 +52,15 @@ void GridForm::SendAnswer(const base::Answer& answer) {
     const std::vector<com::Variant> texts = TextsFor(answer);
     com::ComPtr<IDispatch>& control = m_control.Reference();
     short& first = answer.first.kind == NumberSource::Kind::Indx ? m_indx : m_column;
-    if (answer.member == base::SinkMember::AceptarSeleccion) {
-        m_sink.AceptarSeleccion(first, control, texts[0]);
-    } else if (answer.first.kind == NumberSource::Kind::Fixed) {
-        m_sink.AceptarSeleccionParamCode(answer.first.fixed, control, texts[0], texts[1], texts[2]);
-    } else {
-        m_sink.AceptarSeleccionParam(first, control, texts[0], texts[1], texts[2]);
-    }
+    AskHost([&] {
+        if (answer.member == base::SinkMember::AceptarSeleccion) {
+            m_sink.AceptarSeleccion(first, control, texts[0]);
+        } else if (answer.first.kind == NumberSource::Kind::Fixed) {
+            m_sink.AceptarSeleccionParamCode(answer.first.fixed, control, texts[0], texts[1], texts[2]);
+        } else {
+            m_sink.AceptarSeleccionParam(first, control, texts[0], texts[1], texts[2]);
+        }
+    });
     TakeControlBack();
 }
 

@@ -28,12 +28,22 @@ void Grid::SetDataSource(IUnknown* source) {
 
 void Grid::HostChanged() {
     const auto view = m_view;
-    view->Sync(false);
+    view->Sync(HostDid::Something);
+}
+
+void Grid::Reordered() {
+    const auto view = m_view;
+    view->Sync(HostDid::Ordered);
 }
 
 void Grid::Requeried() {
     const auto view = m_view;
-    view->Sync(true);
+    view->Sync(HostDid::Requeried);
+}
+
+bool Grid::Confirm() {
+    const auto view = m_view;
+    return view->Confirm();
 }
 
 bool Grid::Bound() const { return m_view->Data().Bound(); }

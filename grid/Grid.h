@@ -28,6 +28,9 @@ struct GridEvents {
     /// A click on the cell of a mark, in a grid that offers them; its row and column are the current ones by
     /// now.
     virtual void MarkClicked() {}
+    /// What was highlighted turned out to be another record than the host's current one, before anything was
+    /// done with it. The rows have been read again.
+    virtual void ShownWasAnother() {}
     /// Other rows may be on screen than before.
     virtual void RowsShown() {}
     /// Something that the grid did by itself failed: a key, a scroll, an event above.
@@ -66,10 +69,16 @@ public:
     /// record set. Null unbinds. Throws com::Error for anything else and leaves an empty grid with the heads
     /// it had.
     void SetDataSource(IUnknown* source);
-    /// After any call of the owner into the host: finds out what changed and shows it.
+    /// After any call of the owner into the host: finds out what changed, and reads the rows on screen again.
     void HostChanged();
+    /// After the host put its records in another order.
+    void Reordered();
     /// After the host's Requery: its record set, rows and bookmarks may all be others.
     void Requeried();
+
+    /// Before anything is done with the current record: whether it is the one that is highlighted. If it is
+    /// another one, the rows are read again and the owner hears ShownWasAnother; the user has to look again.
+    bool Confirm();
 
     bool Bound() const;
     long RowCount();
@@ -84,7 +93,8 @@ public:
     /// Scrolls it into view; a column out of range is brought into it.
     void SetCurrentColumn(short column);
 
-    /// The current row's value; Empty without a row. Throws a subscript error for a column out of range.
+    /// The current row's value, after Confirm the one that it saw; Empty without a row. Throws a subscript
+    /// error for a column out of range.
     com::Variant Value(short column);
     /// The same as it is displayed, uncut; "" for Null.
     std::wstring Text(short column);
@@ -108,7 +118,7 @@ public:
     LOGFONTW Font() const;
     void SetFont(const LOGFONTW& font);
 
-    /// The current row's visible columns in display order, parted by tabs, to the clipboard.
+    /// The current row's visible columns in display order, parted by tabs, to the clipboard, if Confirm.
     void CopyRow(bool withHeadings);
     void CopyCell();
     /// As wide as its caption and its cells on screen need.
@@ -121,8 +131,8 @@ public:
     std::vector<short> MarkColumns();
     /// Puts them before all other columns on screen.
     void PutMarksFirst();
-    /// Turns the current row's mark round in the host's record. Does nothing without a current row. When the
-    /// host refuses, its error goes on and the mark is as it was.
+    /// Turns the current row's mark round in the host's record, if Confirm. When the host refuses, its error
+    /// goes on and the mark is as it was.
     void ToggleMark(short column);
     /// Of rows that are loaded: all when they are few, else those on screen. Calls no one.
     MarkCount CountMarks(short column);

@@ -30,6 +30,7 @@ GridData::Change GridData::Empty() {
     m_cursor.reset();
     m_marks = {};
     m_current = -1;
+    m_record.clear();
     m_blocks.BumpEpoch();
     return change;
 }
@@ -37,14 +38,15 @@ GridData::Change GridData::Empty() {
 GridData::Change GridData::Bind(IUnknown* source) {
     Empty();
     m_source = {};
+    m_ordered = false;
     const UnderWay busy(m_busy);
     m_source = RecordSource(source);
-    Change change = Refresh(true);
+    Change change = Refresh(HostDid::Requeried);
     change.rows = true;
     return change;
 }
 
-GridData::Change GridData::Sync(bool requeried) {
+GridData::Change GridData::Sync(HostDid did) {
     if (m_busy > 0) {
         m_missedSync = true;
         return {};
@@ -53,19 +55,28 @@ GridData::Change GridData::Sync(bool requeried) {
         return {};
     }
     const UnderWay busy(m_busy);
-    const bool another = m_source.Renew();
-    return Refresh(requeried || another);
+    m_strayed |= did == HostDid::Strayed;
+    if (did != HostDid::Requeried && m_strayed) {
+        did = HostDid::Ordered; // for all that is known
+    }
+    m_ordered |= did == HostDid::Ordered;
+    return Refresh(m_source.Renew() ? HostDid::Requeried : did);
 }
 
-GridData::Change GridData::Refresh(bool everything) {
+GridData::Change GridData::Refresh(HostDid did) {
     IDispatch* const set = m_source.Set();
     if (!set) {
         return Empty();
     }
+    m_record.clear();
+    m_looked = false;
     std::shared_ptr<RecordCursor> cursor = m_cursor;
-    if (everything || !cursor) {
-        cursor = std::make_shared<RecordCursor>(set);
-        everything = true;
+    const bool everything = did == HostDid::Requeried || !cursor;
+    if (everything) {
+        cursor = std::make_shared<RecordCursor>(set, m_ordered);
+        m_restless.clear();
+    } else if (did == HostDid::Ordered) {
+        cursor->Reordered();
     }
     m_cursor = cursor;
     if (!cursor->IsOpen()) {
@@ -73,11 +84,14 @@ GridData::Change GridData::Refresh(bool everything) {
     }
     Change change;
     RecordCursor::Marks marks = cursor->ReadMarks();
-    change.rows = everything || !marks.SameRowsAs(m_marks);
-    if (change.rows && !everything) {
+    change.rows = everything || did != HostDid::Something || !marks.SameRowsAs(m_marks);
+    if (change.rows && !everything && did != HostDid::Ordered) {
         cursor->Follow();
     }
     std::vector<FieldInfo> fields = everything ? cursor->ReadFields() : m_fields;
+    if (fields.empty() && marks.count == 0) {
+        fields = m_fields; // no record to tell them
+    }
     const long current = cursor->HostRow();
     if (m_cursor != cursor) {
         return {}; // bound to something else meanwhile, and that was shown already
@@ -86,11 +100,7 @@ GridData::Change GridData::Refresh(bool everything) {
     m_marks = std::move(marks);
     change.current = change.rows || current != m_current;
     m_current = current < m_marks.count ? current : -1;
-    // Values may change without a trace in a set that does not count its changes: what is cheap to read is
-    // read anew.
-    if (change.rows || (!cursor->CountsChanges() && cursor->ReadsCheaply())) {
-        m_blocks.BumpEpoch();
-    }
+    m_blocks.BumpEpoch(); // rows may change without a trace
     return change;
 }
 
@@ -106,58 +116,106 @@ void GridData::Adopt(std::vector<FieldInfo> fields, Change& change) {
     }
 }
 
-std::optional<RowBlock> GridData::ReadBlock(RecordCursor& cursor, long first) {
-    const std::vector<CellKind> kinds = m_kinds;
-    const auto columns = static_cast<short>(kinds.size());
-    const long rows = std::min(Blocks::kRowsPerBlock, m_marks.count - first);
-    RowBlock block(first, rows, columns);
-    const bool read =
-        cursor.Read(first, rows, columns, [&](long row, short column, const VARIANT& value, bool error) {
-            const CellKind kind = kinds[static_cast<size_t>(column)];
-            if (error) {
-                block.Set(row, column, L"#Error", CellKind::Text, false);
-                return;
+void GridData::SetCell(RowBlock& block, long row, short column, const VARIANT* value) const {
+    if (value) {
+        block.Set(row, column, *value, m_kinds[static_cast<size_t>(column)]);
+    } else {
+        block.Set(row, column, L"#Error", CellKind::Text, false);
+    }
+}
+
+bool GridData::ReadRows(RecordCursor& cursor, long first, long last) {
+    const auto isThere = [&](long row) {
+        const RowBlock* block = m_blocks.Find(row);
+        return block && block->IsRead(row);
+    };
+    RecordCursor::Rows needed{std::max(first, 0L), std::min(last, m_marks.count - 1)};
+    while (needed.first <= needed.last && isThere(needed.first)) {
+        ++needed.first;
+    }
+    while (needed.first <= needed.last && isThere(needed.last)) {
+        --needed.last;
+    }
+    if (needed.first > needed.last) {
+        return false;
+    }
+    const long firstBlock = Blocks::BlockOf(needed.first);
+    const RecordCursor::Rows together{
+        Blocks::FirstRow(firstBlock),
+        std::min(Blocks::FirstRow(Blocks::BlockOf(needed.last) + 1), m_marks.count) - 1};
+    const auto columns = static_cast<short>(m_kinds.size());
+    const std::uint32_t epoch = m_blocks.Epoch();
+    std::vector<RowBlock> read;
+    for (long row = together.first; row <= together.last; row += Blocks::kRowsPerBlock) {
+        read.emplace_back(row, std::min(Blocks::kRowsPerBlock, m_marks.count - row), columns);
+    }
+    const auto keep = [&](const RecordCursor::Rows& rows) {
+        for (long row = rows.first; row <= rows.last; ++row) {
+            read[static_cast<size_t>(Blocks::BlockOf(row) - firstBlock)].MarkRead(row);
+        }
+        for (size_t i = 0; i < read.size() && epoch == m_blocks.Epoch(); ++i) {
+            const long row = together.first + static_cast<long>(i) * Blocks::kRowsPerBlock;
+            if (RowBlock* const there = m_blocks.Find(row)) {
+                there->Merge(read[i]);
+            } else {
+                m_blocks.Insert(epoch, row, std::move(read[i]));
             }
-            const CellKind shown = KindOfValue(value, kind);
-            const std::wstring text = Format(value, kind);
-            block.Set(row, column, text, shown, shown == CellKind::Check && text != L"No");
-        });
-    return read ? std::optional(std::move(block)) : std::nullopt;
+        }
+    };
+    std::optional<RecordCursor::Rows> rows;
+    try {
+        rows = cursor.Read(needed, together, columns,
+                           [&](long row, short column, const VARIANT& value, bool error) {
+                               if (epoch == m_blocks.Epoch()) {
+                                   SetCell(read[static_cast<size_t>(Blocks::BlockOf(row) - firstBlock)], row,
+                                           column, error ? nullptr : &value);
+                               }
+                           });
+    } catch (...) {
+        keep(together);
+        throw;
+    }
+    if (rows) {
+        keep(*rows);
+    }
+    return rows && epoch == m_blocks.Epoch();
 }
 
 bool GridData::Load(long first, long last) {
-    bool read = false;
     const std::shared_ptr<RecordCursor> cursor = m_cursor;
     if (m_busy > 0) {
         m_missedSync = true;
-        return read;
+        return false;
     }
     if (!cursor || m_fields.empty()) {
-        return read;
+        return false;
     }
     const UnderWay busy(m_busy);
-    last = std::min(last, m_marks.count - 1);
-    for (long block = Blocks::BlockOf(std::max(first, 0L)); block <= Blocks::BlockOf(std::max(last, 0L));
-         ++block) {
-        const long row = Blocks::FirstRow(block);
-        if (row > last || m_blocks.Find(row)) {
-            continue;
-        }
-        const std::uint32_t epoch = m_blocks.Epoch();
-        std::optional<RowBlock> cells;
-        try {
-            cells = ReadBlock(*cursor, row);
-        } catch (...) {
-            m_blocks.Insert(epoch, row, {});
-            throw;
-        }
-        if (!cells) {
+    bool read = false;
+    while (ReadRows(*cursor, first, last)) {
+        read = true;
+        if (m_looked || m_current < first || m_current > last || !(m_strayed || cursor->MayStray())) {
             break;
         }
-        if (!m_blocks.Insert(epoch, row, std::move(*cells))) {
-            return true; // the rows are others now; whoever changed them loads those
+        m_looked = true;
+        const std::uint32_t epoch = m_blocks.Epoch();
+        const auto all = static_cast<short>(m_kinds.size());
+        const std::vector<bool> differ =
+            Differences(cursor->HostRecord(m_strayed ? all : std::min(all, kTelling)));
+        if (epoch != m_blocks.Epoch()) {
+            break; // the rows are others now; whoever changed them loads those
         }
-        read = true;
+        m_strayed = std::ranges::find(differ, true) != differ.end();
+        if (!m_strayed || !cursor->ReadSurer()) {
+            break;
+        }
+        m_looked = false;
+        m_blocks.BumpEpoch();
+        const long current = cursor->HostRow();
+        if (m_cursor == cursor && current != m_current) {
+            m_current = current < m_marks.count ? current : -1;
+            m_missedSync = true; // to be shown
+        }
     }
     return read;
 }
@@ -168,15 +226,65 @@ bool GridData::MoveTo(long row) {
         return false;
     }
     const UnderWay busy(m_busy);
+    m_record.clear();
     const bool moved = cursor->MoveHost(row);
     const long current = cursor->HostRow();
     if (m_cursor == cursor) {
         m_current = current < m_marks.count ? current : -1;
+        if (moved && current != row) { // the record that was shown there is the host's in another place
+            m_strayed = true;
+            m_missedSync = true;
+        }
     }
     return moved;
 }
 
+std::vector<bool> GridData::Differences(const RecordCursor::Record& record) {
+    const auto columns = static_cast<short>(std::min(record.size(), m_kinds.size()));
+    RowBlock host(m_current, 1, columns);
+    host.MarkRead(m_current);
+    const RowBlock* const shown = m_blocks.Find(m_current);
+    std::vector<bool> differ;
+    for (short column = 0; column < columns; ++column) {
+        const std::optional<com::Variant>& value = record[static_cast<size_t>(column)];
+        SetCell(host, m_current, column, value ? &value->Get() : nullptr);
+        const RowBlock::Cell* const is = shown ? shown->At(m_current, column) : nullptr;
+        differ.push_back(!is || shown->Text(*is) != host.Text(*host.At(m_current, column)));
+    }
+    return differ;
+}
+
+bool GridData::Confirm() {
+    const std::shared_ptr<RecordCursor> cursor = m_cursor;
+    if (!cursor || m_busy > 0 || m_current < 0) {
+        return false;
+    }
+    m_record.clear();
+    Load(m_current, m_current);
+    const std::uint32_t epoch = m_blocks.Epoch();
+    const UnderWay busy(m_busy);
+    RecordCursor::Record record = cursor->HostRecord(static_cast<short>(m_kinds.size()));
+    if (m_cursor != cursor || epoch != m_blocks.Epoch() || m_current < 0 || m_missedSync) {
+        return false;
+    }
+    const std::vector<bool> differ = Differences(record);
+    const auto others = static_cast<size_t>(std::ranges::count(differ, true));
+    // A value that changes by itself, as a clock does, must not hold the user for ever: in what is by its
+    // first column and most of the rest the same record it is told once.
+    const bool restless = others > 0 && !differ.front() && 2 * others <= differ.size();
+    const bool confirmed = others == 0 || (restless && differ == m_restless);
+    m_restless = restless ? differ : std::vector<bool>();
+    if (confirmed) {
+        m_record = std::move(record);
+    }
+    return confirmed;
+}
+
 com::Variant GridData::Value(short column) {
+    const auto index = static_cast<size_t>(column);
+    if (index < m_record.size() && m_record[index]) {
+        return *m_record[index];
+    }
     const std::shared_ptr<RecordCursor> cursor = m_cursor;
     if (!cursor || m_current < 0) {
         return {};
@@ -190,6 +298,7 @@ void GridData::Write(short column, const com::Variant& value) {
         return;
     }
     const UnderWay busy(m_busy);
+    m_record.clear();
     cursor->Write(column, value);
     m_blocks.BumpEpoch(); // also in a set that does not count its changes
 }

@@ -13,7 +13,16 @@
 
 namespace tamvelo::grid {
 
+/// What the host was asked for since its record set was last looked at, in rising order.
+enum class HostDid {
+    Something, // a move, an answer: anything that is not among the next
+    Strayed,   // what was read turned out to be another record than the host's
+    Ordered,
+    Requeried, // everything is taken to be new
+};
+
 /// What the grid knows of its record set: fields, number of rows, the current one and the blocks read so far.
+/// What was read is never taken for what the host holds without a look: a clone may lag behind.
 /// Any call into the host may come back to us; what comes back while a call is under way is refused and
 /// remembered, but for a new binding, which makes the call under way forget what it read.
 class GridData {
@@ -28,8 +37,8 @@ public:
 
     /// Throws what RecordSource throws; then there are no rows, and the fields stay.
     Change Bind(IUnknown* source);
-    /// Finds out what the host changed. `requeried`: everything is taken to be new.
-    Change Sync(bool requeried);
+    /// Finds out what the host changed. The rows are to be read again in any case.
+    Change Sync(HostDid did);
     /// True once after a Sync or Load was refused because a host call was under way.
     bool TakeMissedSync() { return std::exchange(m_missedSync, false); }
     bool Busy() const { return m_busy > 0; }
@@ -41,13 +50,16 @@ public:
     std::span<const FieldInfo> Fields() const { return m_fields; }
     CellKind Kind(short column) const { return m_kinds[static_cast<size_t>(column)]; }
 
-    /// Reads the blocks of these rows that are not there yet. A block that failed is not tried again before
-    /// the next change. True when it read any.
+    /// Reads those of these rows that are not there yet. Rows that failed are not tried again before the next
+    /// change. True when it read any.
     bool Load(long first, long last);
     /// Null while the row is not loaded. Never calls the host.
     const RowBlock* Block(long row) { return m_blocks.Find(row); }
     /// False when the host refused; the current row is then the host's.
     bool MoveTo(long row);
+    /// Whether the host's current record is the one that the current row shows. What was read of it then is
+    /// what Value answers, up to the next change.
+    bool Confirm();
     /// Of the host's current record; Empty without one.
     com::Variant Value(short column);
     /// Into the host's current record. Throws what the host raises, and nothing is changed then.
@@ -57,11 +69,17 @@ private:
     using Blocks = base::BlockCache<RowBlock>;
     static constexpr size_t kBlocks = 8;
 
-    Change Refresh(bool everything);
+    /// The first columns tell records apart; a look at them after each reading is cheap.
+    static constexpr short kTelling = 3;
+
+    Change Refresh(HostDid did);
     Change Empty();
     void Adopt(std::vector<FieldInfo> fields, Change& change);
-    /// Nothing while the host's set must not be moved.
-    std::optional<RowBlock> ReadBlock(RecordCursor& cursor, long first);
+    /// False when the set must not be moved now, or its rows became others meanwhile.
+    bool ReadRows(RecordCursor& cursor, long first, long last);
+    /// By column, whether the current row shows something else than this.
+    std::vector<bool> Differences(const RecordCursor::Record& record);
+    void SetCell(RowBlock& block, long row, short column, const VARIANT* value) const;
 
     RecordSource m_source;
     std::shared_ptr<RecordCursor> m_cursor;
@@ -70,6 +88,11 @@ private:
     std::vector<FieldInfo> m_fields;
     std::vector<CellKind> m_kinds;
     Blocks m_blocks{kBlocks};
+    bool m_looked = false;         // since the rows were read: whether they are the host's
+    bool m_strayed = false;        // they have been others
+    bool m_ordered = false;        // the host was asked for an order
+    RecordCursor::Record m_record; // the host's current one, if it is confirmed
+    std::vector<bool> m_restless;  // columns whose values changed by themselves
     int m_busy = 0;
     bool m_missedSync = false;
 };

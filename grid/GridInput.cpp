@@ -27,6 +27,7 @@ void GridView::MoveTo(long row) {
     }
     m_data.MoveTo(row); // where the host stands afterwards is what counts, also when it refused
     if (!m_window || m_data.Current() == before) {
+        CatchUp();
         return;
     }
     InvalidateRow(before);

@@ -37,11 +37,11 @@ void GridView::PutMarksFirst() {
 
 void GridView::ToggleMark(short column) {
     CheckColumn(column);
-    if (m_data.Current() < 0 || m_data.Busy()) {
+    if (!Confirm()) {
         return;
     }
     m_data.Write(column, com::Variant(!m_data.Value(column).ToBool()));
-    Sync(false);
+    Sync(HostDid::Something);
     if (m_window) {
         NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, m_window, OBJID_CLIENT,
                        RowChild(m_data.Current(), m_geometry.top));
@@ -51,7 +51,8 @@ void GridView::ToggleMark(short column) {
 MarkCount GridView::CountMarks(short column) {
     constexpr long kFew = GridData::kRowsReadTogether;
     MarkCount count;
-    count.all = m_data.Count() <= kFew;
+    const RowBlock* const only = m_data.Count() <= kFew ? m_data.Block(0) : nullptr;
+    count.all = m_data.Count() == 0 || (only && only->IsAllRead());
     const long last = count.all ? m_data.Count() - 1 : std::min(m_geometry.LastShown(), m_data.Count() - 1);
     for (long row = count.all ? 0 : m_geometry.top; row <= last; ++row) {
         const RowBlock* block = m_data.Block(row);

@@ -58,7 +58,19 @@ void GridView::SetDataSource(IUnknown* source) {
     Show(change);
 }
 
-void GridView::Sync(bool requeried) { Show(m_data.Sync(requeried)); }
+void GridView::Sync(HostDid did) { Show(m_data.Sync(did)); }
+
+bool GridView::Confirm() {
+    if (m_data.Current() < 0 || m_data.Busy()) {
+        return false;
+    }
+    if (m_data.Confirm() || !m_window) {
+        return m_window != nullptr;
+    }
+    Sync(HostDid::Strayed);
+    Raise([](GridEvents& events) { events.ShownWasAnother(); });
+    return false;
+}
 
 void GridView::Show(const GridData::Change& change) {
     if (!m_window) {
@@ -235,7 +247,7 @@ void GridView::SetEmptyText(std::wstring_view text) {
 }
 
 void GridView::CopyRow(bool withHeadings) {
-    if (m_data.Current() < 0) {
+    if (!Confirm()) {
         return;
     }
     std::vector<std::wstring> headings;
@@ -249,7 +261,7 @@ void GridView::CopyRow(bool withHeadings) {
 }
 
 void GridView::CopyCell() {
-    if (m_data.Current() >= 0 && m_columns.Count() > 0) {
+    if (m_columns.Count() > 0 && Confirm()) {
         CopyText(m_window, Text(m_column));
     }
 }

@@ -34,7 +34,10 @@ public:
     HWND Window() const { return m_window; }
 
     void SetDataSource(IUnknown* source);
-    void Sync(bool requeried);
+    void Sync(HostDid did);
+    /// Whether the host's current record is the one that is highlighted. If it is another the rows are read
+    /// again and the owner is told; also false without a current row.
+    bool Confirm();
     GridData& Data() { return m_data; }
     const GridColumns& Columns() const { return m_columns; }
     const GridGeometry& Geometry() const { return m_geometry; }

@@ -251,7 +251,7 @@ void GridView::CatchUp() {
     }
     m_catchingUp = true;
     try {
-        Sync(false);
+        Sync(HostDid::Something);
     } catch (...) {
         Report(com::CurrentError());
     }

@@ -12,11 +12,10 @@ using com::ComPtr;
 using com::LateObject;
 using com::Variant;
 
-constexpr long kOpen = 1;    // the bit of State
-constexpr long kEditing = 1; // EditMode
-constexpr long kAdding = 2;
+constexpr long kOpen = 1; // the bit of State
 constexpr short kReadOnlyLock = 1;
 constexpr long kPositionUnknown = -1;
+constexpr long kMostWalked = 100000; // rows of a set that knows neither their number nor its end
 
 bool SameValue(const Variant& a, const Variant& b) {
     if (a.Type() != b.Type() || (a.Type() & VT_ARRAY) || a.IsObject()) {
@@ -54,7 +53,26 @@ bool RecordCursor::IsOpen() {
 }
 
 std::vector<FieldInfo> RecordCursor::ReadFields() {
-    LateObject fields(m_host.Call(L"Fields").ToObject().Get(), L"Fields");
+    try {
+        return FieldsOf(m_host);
+    } catch (const com::Error&) {
+        if (!IsTrue(m_host, L"EOF") && !IsTrue(m_host, L"BOF")) {
+            throw;
+        }
+    }
+    // Fields that belong to a record are not there without one.
+    std::vector<FieldInfo> read;
+    OnReader([&](LateObject& reader) {
+        reader.Call(L"MoveFirst");
+        if (!IsTrue(reader, L"EOF")) {
+            read = FieldsOf(reader);
+        }
+    });
+    return read;
+}
+
+std::vector<FieldInfo> RecordCursor::FieldsOf(LateObject& set) {
+    LateObject fields(set.Call(L"Fields").ToObject().Get(), L"Fields");
     const long count = std::clamp(fields.Call(L"Count").ToLong(), 0L, 0x7FFFL);
     std::vector<FieldInfo> read(static_cast<size_t>(count));
     Optional caption{L"Caption"};
@@ -75,7 +93,7 @@ std::vector<FieldInfo> RecordCursor::ReadFields() {
 
 RecordCursor::Marks RecordCursor::ReadMarks() {
     Marks marks;
-    marks.count = m_host.Call(L"RecordCount").ToLong();
+    marks.count = m_said = m_host.Call(L"RecordCount").ToLong();
     marks.filter = Ask(m_host, m_filter);
     marks.sort = Ask(m_host, m_sort);
     marks.version = Ask(m_host, m_version);
@@ -91,10 +109,35 @@ void RecordCursor::Follow() {
     m_walked = false;
     m_places.clear();
     if (m_clone && !AlignClone()) {
-        m_clone.Reset();
-        m_cloneFields.clear();
-        m_cloneTried = false;
+        DropClone();
     }
+}
+
+void RecordCursor::Reordered() {
+    m_walked = false;
+    m_places.clear();
+    m_ordered = true;
+    m_cloneIsFresh = false;
+    DropClone();
+}
+
+bool RecordCursor::ReadSurer() {
+    if (m_plain) {
+        return false;
+    }
+    m_walked = false;
+    m_places.clear();
+    m_plain = !m_clone || m_cloneIsFresh;
+    m_getRows = m_getRows && !m_plain;
+    m_cloneIsFresh = true;
+    DropClone();
+    return true;
+}
+
+void RecordCursor::DropClone() {
+    m_clone.Reset();
+    m_cloneFields.clear();
+    m_cloneTried = m_plain;
 }
 
 LateObject& RecordCursor::Reader() {
@@ -119,7 +162,10 @@ void RecordCursor::MakeClone() {
     m_cloneIsHost = com::SameObject(made.Get(), m_host.Get());
     if (made && !m_cloneIsHost) {
         m_clone = LateObject(made.Get(), L"Clone");
-        if (!AlignClone()) {
+        // One that cannot be told the host's filter and order has others as soon as these cannot be seen to
+        // be the same.
+        const bool sameRows = AlignClone() && !(m_said < 0 && m_filter.missing);
+        if (!sameRows || (m_ordered && m_sort.missing)) {
             m_clone.Reset();
         }
     }
@@ -134,7 +180,7 @@ bool RecordCursor::AlignClone() {
                 m_clone.Put(member->name, wanted);
             }
         }
-        return m_clone.Call(L"RecordCount").ToLong() == m_host.Call(L"RecordCount").ToLong();
+        return m_clone.Call(L"RecordCount").ToLong() == m_said;
     } catch (const com::Error&) {
         return false;
     }
@@ -198,9 +244,7 @@ void RecordCursor::Restore(const Place& place) {
     }
 }
 
-/// Runs `body`, which moves the reader; the host's own set is put back afterwards, whatever happens.
-template <class Body>
-void RecordCursor::OnReader(Body&& body) {
+void RecordCursor::OnReader(const std::function<void(LateObject&)>& body) {
     LateObject& reader = Reader();
     if (&reader != &m_host) {
         body(reader);
@@ -219,18 +263,40 @@ void RecordCursor::OnReader(Body&& body) {
     Restore(place);
 }
 
+/// Of a set that does not say how many rows it has, by the last one's position.
+bool RecordCursor::CountFromTheEnd() {
+    if (m_said >= 0 || !CountsPositions()) {
+        return false;
+    }
+    try {
+        OnReader([&](LateObject& reader) {
+            reader.Call(L"MoveLast");
+            m_walkedRows = std::max(reader.Call(L"AbsolutePosition").ToLong(), 0L);
+        });
+        return true;
+    } catch (const com::Error&) {
+        return false;
+    }
+}
+
 void RecordCursor::Walk() {
     if (m_walked) {
         return;
     }
     m_places.clear();
     m_walkedRows = 0;
+    m_walked = CountFromTheEnd();
+    if (m_walked) {
+        return;
+    }
+    const long most = m_said >= 0 ? m_said : kMostWalked;
     bool bookmarks = true;
     OnReader([&](LateObject& reader) {
         if (IsEmptySet(reader)) {
             return;
         }
-        for (reader.Call(L"MoveFirst"); !IsTrue(reader, L"EOF"); reader.Call(L"MoveNext")) {
+        for (reader.Call(L"MoveFirst"); m_walkedRows < most && !IsTrue(reader, L"EOF");
+             reader.Call(L"MoveNext")) {
             if (bookmarks) {
                 try {
                     m_places.push_back(reader.Call(L"Bookmark"));
@@ -238,9 +304,18 @@ void RecordCursor::Walk() {
                     bookmarks = false;
                 }
             }
+            // A set that never says that it ends stays on its last row.
+            if (const size_t seen = m_places.size();
+                bookmarks && seen > 1 && SameValue(m_places[seen - 1], m_places[seen - 2])) {
+                m_places.pop_back();
+                return;
+            }
             ++m_walkedRows;
         }
     });
+    if (m_said < 0 && m_walkedRows >= kMostWalked) {
+        throw com::Error(E_FAIL, L"El conjunto de registros no dice cuántos tiene ni dónde acaba.");
+    }
     m_walked = true;
 }
 
@@ -313,92 +388,6 @@ void RecordCursor::Write(short column, const Variant& value) {
         } catch (const com::Error&) { // the first refusal is the one to tell of
         }
         throw;
-    }
-}
-
-bool RecordCursor::Read(long first, long rows, short columns, const CellSink& sink) {
-    if (&Reader() == &m_host) {
-        const Variant mode = Ask(m_host, m_editMode);
-        const long editing = mode.IsEmpty() ? 0 : mode.ToLong();
-        // Moving off a record being edited would save it. A set whose clone is itself says "adding" for ever.
-        if (editing == kEditing || (editing == kAdding && !m_cloneIsHost)) {
-            return false;
-        }
-    }
-    OnReader([&](LateObject&) {
-        if (!m_getRows || !ReadBlock(first, rows, columns, sink)) {
-            m_getRows = false;
-            ReadCells(first, rows, columns, sink);
-        }
-    });
-    return true;
-}
-
-/// One call for the whole block. False when the set cannot.
-bool RecordCursor::ReadBlock(long first, long rows, short columns, const CellSink& sink) {
-    Variant block;
-    LateObject& reader = Reader();
-    Seek(reader, first);
-    try {
-        block = reader.Call(L"GetRows", {rows});
-    } catch (const com::Error&) {
-        return false;
-    }
-    SAFEARRAY* array = block.Type() == (VT_ARRAY | VT_VARIANT) ? block.Get().parray : nullptr;
-    if (!array || SafeArrayGetDim(array) != 2) {
-        return false;
-    }
-    // Bounds stand last dimension first; the first, the fields, varies fastest in memory.
-    const long gotRows = static_cast<long>(array->rgsabound[0].cElements);
-    const long gotColumns = static_cast<long>(array->rgsabound[1].cElements);
-    VARIANT* cells = nullptr;
-    com::Check(SafeArrayAccessData(array, reinterpret_cast<void**>(&cells)));
-    const struct Unlock {
-        SAFEARRAY* locked;
-        ~Unlock() { SafeArrayUnaccessData(locked); }
-    } unlock{array};
-    for (long row = 0; row < std::min(rows, gotRows); ++row) {
-        for (long column = 0; column < std::min<long>(columns, gotColumns); ++column) {
-            sink(first + row, static_cast<short>(column), cells[row * gotColumns + column], false);
-        }
-    }
-    return true;
-}
-
-std::vector<LateObject> RecordCursor::FieldObjects(LateObject& set, short columns) {
-    LateObject fields(set.Call(L"Fields").ToObject().Get(), L"Fields");
-    std::vector<LateObject> objects;
-    for (long i = 0; i < columns; ++i) {
-        objects.emplace_back(fields.Call(L"Item", {i}).ToObject().Get(), L"Field");
-    }
-    return objects;
-}
-
-void RecordCursor::ReadCells(long first, long rows, short columns, const CellSink& sink) {
-    LateObject& reader = Reader();
-    const bool own = &reader != &m_host;
-    // On the host's set they are asked for anew: what the host does to its set may leave old ones dangling.
-    std::vector<LateObject> fields = own ? std::move(m_cloneFields) : std::vector<LateObject>();
-    m_cloneFields.clear();
-    if (fields.size() != static_cast<size_t>(columns)) {
-        fields = FieldObjects(reader, columns);
-    }
-    Seek(reader, first);
-    for (long row = 0; row < rows && !IsTrue(reader, L"EOF"); ++row) {
-        for (short column = 0; column < columns; ++column) {
-            Variant value;
-            bool failed = false;
-            try {
-                value = fields[static_cast<size_t>(column)].Call(L"Value");
-            } catch (const com::Error&) {
-                failed = true;
-            }
-            sink(first + row, column, value.Get(), failed);
-        }
-        reader.Call(L"MoveNext");
-    }
-    if (own) {
-        m_cloneFields = std::move(fields);
     }
 }
 

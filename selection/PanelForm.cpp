@@ -37,7 +37,12 @@ void PanelForm::OnRowActivated() {
 
 void PanelForm::DeliverCode() {
     const std::optional<base::DoubleClickAnswer> answer = base::DoubleClickAnswerFor(ClassName());
-    Sink().AceptarSeleccionCode(answer->code, Ctl().Reference(), DataGrid().Value(answer->column));
+    if (!HasCurrentRecord()) {
+        return;
+    }
+    AskHost([&] {
+        Sink().AceptarSeleccionCode(answer->code, Ctl().Reference(), DataGrid().Value(answer->column));
+    });
     TakeControlBack();
     Dispatch(base::kCancelar);
 }

@@ -60,7 +60,8 @@ std::optional<std::vector<Choice>> ReadChoices(const std::wstring& className) {
         }
         std::vector<Choice> choices(static_cast<size_t>(count));
         const auto columns = static_cast<short>(std::min<size_t>(cursor.ReadFields().size(), 2));
-        cursor.Read(0, count, columns, [&](long row, short column, const VARIANT& value, bool error) {
+        const grid::RecordCursor::Rows all{0, count - 1};
+        cursor.Read(all, all, columns, [&](long row, short column, const VARIANT& value, bool error) {
             Choice& choice = choices.at(static_cast<size_t>(row));
             const std::wstring text = error ? std::wstring() : grid::Format(value, CellKind::Any);
             if (column == 0) {

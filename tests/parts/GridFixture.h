@@ -40,6 +40,7 @@ protected:
     void CurrentRowChanged() override { m_events += "row;"; }
     void LayoutChanged() override { m_events += "layout;"; }
     void MarkClicked() override { m_events += "mark;"; }
+    void ShownWasAnother() override { m_events += "another;"; }
     void Failed(const com::Error& error) noexcept override { m_failures.push_back(error.description); }
 
     com::ComPtr<MemoryRecordSet> Bind(const RecordSetOptions& options = {}) {

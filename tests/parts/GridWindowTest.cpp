@@ -276,6 +276,7 @@ TEST_F(GridWindowTest, TheClipboardGetsWholeValues) {
         return column == 1 ? Variant(std::wstring(3000, L'ñ') + L"\tfin\r\n")
                            : Variant(static_cast<long>(column));
     };
+    m_grid->HostChanged();
     LateObject columns(m_grid->Columns().Get(), L"Columns");
     for (long i = 2; i < 8; ++i) {
         LateObject(columns.Call(L"Item", {i}).ToObject().Get(), L"Column").Put(L"Visible", false);

@@ -88,9 +88,11 @@ Variant RecordTable::ValueOf(long record, short column) const {
     }
 }
 
+/// Of the record with that number, or for -1 of the set's current one.
 class MemoryField : public com::Automation {
 public:
-    MemoryField(ComPtr<MemoryRecordSet> set, short column) : m_set(std::move(set)), m_column(column) {}
+    MemoryField(ComPtr<MemoryRecordSet> set, short column, long record)
+        : m_set(std::move(set)), m_column(column), m_record(record) {}
 
     void Name(Invocation& call) {
         const auto named = m_set->m_table->names.find(m_column);
@@ -106,7 +108,7 @@ public:
             return;
         }
         m_set->m_table->Note(L"Value");
-        call.Return(m_set->ValueAt(m_column));
+        call.Return(m_record < 0 ? m_set->ValueAt(m_column) : m_set->m_table->ValueOf(m_record, m_column));
     }
 
 protected:
@@ -127,11 +129,12 @@ protected:
 private:
     const ComPtr<MemoryRecordSet> m_set;
     const short m_column;
+    const long m_record;
 };
 
 class MemoryFields : public com::Automation {
 public:
-    explicit MemoryFields(ComPtr<MemoryRecordSet> set) : m_set(std::move(set)) {}
+    MemoryFields(ComPtr<MemoryRecordSet> set, long record) : m_set(std::move(set)), m_record(record) {}
 
     void Count(Invocation& call) { call.Return(Variant(MemoryRecordSet::kColumns)); }
     void Item(Invocation& call) {
@@ -140,7 +143,7 @@ public:
         if (column < 0 || column >= MemoryRecordSet::kColumns) {
             throw com::Error(kNoSuchItem, L"No hay ese campo.");
         }
-        call.Return(Variant(com::Make<MemoryField>(m_set, static_cast<short>(column)).Get()));
+        call.Return(Variant(com::Make<MemoryField>(m_set, static_cast<short>(column), m_record).Get()));
     }
 
 protected:
@@ -154,6 +157,7 @@ protected:
 
 private:
     const ComPtr<MemoryRecordSet> m_set;
+    const long m_record;
 };
 
 MemoryRecordSet::MemoryRecordSet(const RecordSetOptions& options)
@@ -173,14 +177,14 @@ MemoryRecordSet::MemoryRecordSet(std::shared_ptr<RecordTable> table) : m_table(s
         {L"Fields", 8, Member::Get, 0, 0, Run<&Set::Fields>},
         {L"State", 9, Member::Get, 0, 0, Run<&Set::State>},
         {L"EditMode", 10, Member::Get, 0, 0, Run<&Set::EditMode>},
-        {L"Filter", 11, Member::GetPut, 0, 0, Run<&Set::Filter>},
-        {L"Sort", 12, Member::GetPut, 0, 0, Run<&Set::Sort>},
     };
     const auto offer = [&](bool wanted, const Member& member) {
         if (wanted) {
             m_members.push_back(member);
         }
     };
+    offer(options.filterAndSort, {L"Filter", 11, Member::GetPut, 0, 0, Run<&Set::Filter>});
+    offer(options.filterAndSort, {L"Sort", 12, Member::GetPut, 0, 0, Run<&Set::Sort>});
     offer(options.bookmarks, {L"Bookmark", 13, Member::GetPut, 0, 0, Run<&Set::Bookmark>});
     offer(options.absolutePosition,
           {L"AbsolutePosition", 14, Member::GetPut, 0, 0, Run<&Set::AbsolutePosition>});
@@ -246,7 +250,9 @@ void MemoryRecordSet::CancelUpdate(Invocation&) {
                   [&](const auto& cell) { return cell.first.first == RecordAt(m_position); });
 }
 
-void MemoryRecordSet::Move(long position) { m_position = std::clamp(position, -1L, Count()); }
+void MemoryRecordSet::Move(long position) {
+    m_position = std::clamp(position, -1L, m_table->options.ends ? Count() : Count() - 1);
+}
 
 void MemoryRecordSet::RecordCount(Invocation& call) {
     m_table->Note(L"RecordCount");
@@ -260,7 +266,7 @@ void MemoryRecordSet::Bof(Invocation& call) {
 
 void MemoryRecordSet::Eof(Invocation& call) {
     m_table->Note(L"EOF");
-    call.Return(Variant(m_position >= Count()));
+    call.Return(Variant(m_table->options.ends && m_position >= Count()));
 }
 
 void MemoryRecordSet::MoveFirst(Invocation&) {
@@ -318,7 +324,11 @@ void MemoryRecordSet::AbsolutePosition(Invocation& call) {
 
 void MemoryRecordSet::Fields(Invocation& call) {
     m_table->Note(L"Fields");
-    call.Return(Variant(com::Make<MemoryFields>(ComPtr<MemoryRecordSet>(this)).Get()));
+    const long record = m_table->options.recordFields ? Standing() : -1;
+    if (m_table->options.recordFields && record < 0) {
+        throw com::Error(kNoCurrentRecord, L"No hay registro actual.");
+    }
+    call.Return(Variant(com::Make<MemoryFields>(ComPtr<MemoryRecordSet>(this), record).Get()));
 }
 
 void MemoryRecordSet::State(Invocation& call) {
@@ -333,6 +343,13 @@ void MemoryRecordSet::EditMode(Invocation& call) {
 
 void MemoryRecordSet::Clone(Invocation& call) {
     m_table->Note(L"Clone");
+    if (m_table->options.snapshots) {
+        const auto clone = com::Make<MemoryRecordSet>(std::make_shared<RecordTable>(*m_table));
+        clone->m_filter = m_filter;
+        clone->m_sort = m_sort;
+        call.Return(Variant(clone.Get()));
+        return;
+    }
     call.Return(Variant(com::Make<MemoryRecordSet>(m_table).Get()));
 }
 

@@ -11,8 +11,7 @@
 /// Record sets for tests: what a host may bring, and what it may leave out.
 namespace tamvelo::testing {
 
-/// What a record set can do. All of them answer RecordCount, BOF, EOF, the four moves, Fields, State, Filter,
-/// Sort.
+/// What a record set can do. All of them answer RecordCount, BOF, EOF, the four moves, Fields, State.
 struct RecordSetOptions {
     long rows = 1000;
     bool clone = true;
@@ -23,6 +22,10 @@ struct RecordSetOptions {
     bool dataVersion = true;
     bool knowsCount = true;
     bool updates = false; // Update and CancelUpdate
+    bool filterAndSort = true;
+    bool snapshots = false;    // a clone keeps the rows, order and values of the moment when it was made
+    bool recordFields = false; // Fields belongs to the record that it was asked of, and is not there without
+    bool ends = true;          // EOF is told; else the last row is never left
 };
 
 /// What a set and its clones share: the records, and the notes that the tests take.
@@ -79,6 +82,7 @@ protected:
 
 private:
     friend class MemoryFields;
+    long Standing() const { return m_position < 0 || m_position >= Count() ? -1 : RecordAt(m_position); }
     friend class MemoryField;
     void RecordCount(com::Invocation& call);
     void Bof(com::Invocation& call);
