@@ -114,6 +114,10 @@ HWND FrmCita::FirstFocus() const { return Control(IDC_DTPICHORA); }
 // Life.
 
 void FrmCita::Mostrar(IDispatch* sink, IDispatch* data, HWND owner, DATE date) {
+    if (IsShown()) {
+        SetForegroundWindow(GetLastActivePopup(Window())); // itself, or the look-up that is open above it
+        return;
+    }
     Show([&] {
         m_objClsEvents = contract::Sink(sink, L"objClsEvents");
         m_myClase = contract::DataClass(data);

@@ -20,8 +20,9 @@ public:
     static constexpr wchar_t kName[] = L"frmCita";
     FrmCita();
 
-    /// `owner` is the window that the form stays above, `date` the day to begin with. Throws com::Error when
-    /// it cannot open; what fails while it is open goes to ControlErrores.
+    /// `owner` is the window that the form stays above, `date` the day to begin with. While the form is open
+    /// it comes to the front as it is, and what is given is not looked at. Throws com::Error when it cannot
+    /// open; what fails while it is open goes to ControlErrores.
     void Mostrar(IDispatch* sink, IDispatch* data, HWND owner, DATE date);
 
 private:

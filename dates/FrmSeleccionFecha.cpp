@@ -32,10 +32,8 @@ void FrmSeleccionFecha::Mostrar(IDispatch* sink) {
 
 void FrmSeleccionFecha::Aceptar() {
     const base::DateRange range = m_range.Range();
-    m_sink.AceptarFechaEntre(range.first, range.last);
-    if (IsLoaded()) {
-        Unload();
-    }
+    contract::Sink sink = m_sink; // a copy: the host may close the form while it is told
+    Deliver([&] { sink.AceptarFechaEntre(range.first, range.last); });
 }
 
 } // namespace tamvelo::dates

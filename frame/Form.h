@@ -79,6 +79,7 @@ public:
     const wchar_t* Name() const { return m_design.name; }
     HWND Window() const { return m_window; }
     bool IsLoaded() const { return m_window != nullptr; }
+    bool IsShown() const { return m_shown; }
 
     /// Reports an error to the user through the environment; never fails.
     void ControlErrores(const com::Error& error) noexcept;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "base/Commands.h"
 #include "base/SettingsKeys.h"
@@ -38,6 +39,10 @@ constexpr wchar_t kSearch[] = L"{BUSCAR}";
 constexpr wchar_t kBoxEntered[] = L"{VALOR}";
 constexpr wchar_t kRemoveValue[] = L"{QUITAR_VALOR}";
 constexpr wchar_t kRefresh[] = L"{ACTUALIZAR}";
+constexpr wchar_t kChooseMode[] = L"{MODO}";
+constexpr wchar_t kChooseKind[] = L"{TIPO}";
+constexpr wchar_t kNormal[] = L"{NORMAL}";
+constexpr wchar_t kSimpleLook[] = L"{SIMPLE}";
 
 constexpr KeyRow kKeys[] = {
     {0, VK_F5, kRefresh},
@@ -85,7 +90,9 @@ std::span<const CommandRow> FrmBuscar::Commands() const {
         {base::kAceptar, Do<&F::Aceptar>},   {base::kCancelar, Do<&F::Cancelar>},
         {base::kFiltro, Do<&F::ShowFilter>}, {kSearch, Do<&F::Buscar>},
         {kBoxEntered, Do<&F::BoxEntered>},   {kRemoveValue, Do<&F::RemoveValue>},
-        {kRefresh, Do<&F::Refresh>},
+        {kRefresh, Do<&F::Refresh>},         {kChooseMode, Do<&F::ChooseMode>},
+        {kChooseKind, Do<&F::ChooseKind>},   {kNormal, Do<&F::Normal>},
+        {kSimpleLook, Do<&F::Simple>},
     };
     return kCommands;
 }
@@ -148,6 +155,7 @@ void FrmBuscar::OnLoad() {
         FillKinds();
         SendMessageW(Control(IDC_LSTTIPOS), LB_SETCURSEL, static_cast<WPARAM>(m_kind), 0);
     }
+    m_kind = m_orders ? Selected(Control(IDC_LSTTIPOS)) : -1;
     CheckRadioButton(Window(), IDC_OPTBUSCAR0, IDC_OPTBUSCAR4, IDC_OPTBUSCAR0 + m_mode);
     ShowParts();
     ShowCount();
@@ -156,7 +164,7 @@ void FrmBuscar::OnLoad() {
         SetFields(searched.DataField());
         m_heading = searched.Caption();
     }
-    ChooseKind();
+    ShowKind();
 }
 
 void FrmBuscar::OnUnload() noexcept {
@@ -193,7 +201,7 @@ void FrmBuscar::Remember(const std::wstring& name, int value) {
     }
 }
 
-void FrmBuscar::RememberKind() { Remember(kSimpleIndex, static_cast<int>(Selected(Control(IDC_LSTTIPOS)))); }
+void FrmBuscar::RememberKind() { Remember(kSimpleIndex, m_kind); }
 
 // Choosing: the kind, the mode, the layout.
 
@@ -208,15 +216,25 @@ void FrmBuscar::FillKinds() {
 }
 
 void FrmBuscar::ChooseKind() {
+    // In a box the focus is only when its value was refused and called it back from this click.
+    if (PlaceOf(kBoxes, GetDlgCtrlID(GetFocus())) >= 0 || !m_boxes.Settle()) {
+        SendMessageW(Control(IDC_LSTTIPOS), LB_SETCURSEL, static_cast<WPARAM>(m_kind), 0);
+        return;
+    }
+    m_kind = Selected(Control(IDC_LSTTIPOS));
+    ShowKind();
+    RememberKind();
+}
+
+void FrmBuscar::ShowKind() {
     for (const int box : kBoxes) {
         SetControlText(box, {});
     }
-    const int kind = m_orders ? Selected(Control(IDC_LSTTIPOS)) : -1;
-    if (const std::optional<std::wstring_view> field = base::SearchKindField(kind)) {
+    if (const std::optional<std::wstring_view> field = base::SearchKindField(m_kind)) {
         SetFields(std::wstring(*field));
     }
     SetControlText(IDC_LBLBUSCAR,
-                   kPanelHeading + (kind < 0 ? m_heading : SelectedText(Control(IDC_LSTTIPOS))));
+                   kPanelHeading + (m_kind < 0 ? m_heading : SelectedText(Control(IDC_LSTTIPOS))));
 }
 
 void FrmBuscar::SetFields(const std::wstring& field) {
@@ -227,24 +245,41 @@ void FrmBuscar::SetFields(const std::wstring& field) {
     ObjectOf(IDC_LIST2, L"List2", 0)->SetDataField(field);
 }
 
-void FrmBuscar::ChooseMode(int mode, bool enter) {
-    m_mode = mode;
-    CheckRadioButton(Window(), IDC_OPTBUSCAR0, IDC_OPTBUSCAR4, IDC_OPTBUSCAR0 + mode);
-    SendMessageW(Control(IDC_LIST2), LB_RESETCONTENT, 0, 0);
-    ShowCount();
-    ShowParts();
-    if (enter) {
-        SetFocus(FirstFocus());
+void FrmBuscar::WantMode(Choice choice) {
+    m_wanted = choice;
+    Input(kChooseMode);
+    if (IsLoaded()) { // an option that is clicked shows itself as chosen
+        CheckRadioButton(Window(), IDC_OPTBUSCAR0, IDC_OPTBUSCAR4, IDC_OPTBUSCAR0 + m_mode);
     }
-    Remember(kMode + m_className, mode);
+}
+
+void FrmBuscar::ChooseMode() {
+    const Choice wanted = m_wanted; // the host may let the user want another while it looks at a value
+    if (!m_boxes.SettleAll()) {
+        return;
+    }
+    const bool changes = std::exchange(m_mode, wanted.mode) != wanted.mode;
+    if (changes) { // otherwise what has been collected stays
+        CheckRadioButton(Window(), IDC_OPTBUSCAR0, IDC_OPTBUSCAR4, IDC_OPTBUSCAR0 + m_mode);
+        SendMessageW(Control(IDC_LIST2), LB_RESETCONTENT, 0, 0);
+        ShowCount();
+        ShowParts();
+    }
+    SetFocus(wanted.enter ? FirstFocus() : Control(IDC_OPTBUSCAR0 + m_mode));
+    if (changes) {
+        Remember(kMode + m_className, m_mode);
+    }
 }
 
 void FrmBuscar::ChooseStyle(bool simple) {
+    if (!m_boxes.SettleAll()) {
+        return;
+    }
     m_simple = simple;
     ShowParts();
     SetFocus(simple ? Control(IDC_LSTTIPOS) : FirstFocus());
     Remember(kSimple, simple ? 1 : 0);
-    Remember(kSimpleIndex, static_cast<int>(Selected(Control(IDC_LSTTIPOS))));
+    RememberKind();
 }
 
 void FrmBuscar::ShowParts() {
@@ -286,22 +321,13 @@ void FrmBuscar::OnControl(int control, int code) {
     const bool clicked = code == BN_CLICKED;
     const int option = OptionOf(control);
     if (control == IDC_CMDBUSCAR && clicked) {
-        if (m_boxes.Settle()) {
-            Input(kSearch);
-        }
-    } else if (option >= 0 && clicked && option != m_mode) {
-        if (m_boxes.Settle()) {
-            ChooseMode(option, true);
-        } else if (IsLoaded()) {
-            CheckRadioButton(Window(), IDC_OPTBUSCAR0, IDC_OPTBUSCAR4, IDC_OPTBUSCAR0 + m_mode);
-        }
+        Input(kSearch);
+    } else if (option >= 0 && clicked) {
+        WantMode({option, true});
     } else if ((control == IDC_CMDESTILO0 || control == IDC_CMDESTILO1) && clicked) {
-        if (m_boxes.Settle()) {
-            ChooseStyle(control == IDC_CMDESTILO1);
-        }
+        Input(control == IDC_CMDESTILO1 ? kSimpleLook : kNormal);
     } else if (control == IDC_LSTTIPOS && code == LBN_SELCHANGE) {
-        ChooseKind();
-        Remember(kSimpleIndex, static_cast<int>(Selected(Control(IDC_LSTTIPOS))));
+        Input(kChooseKind);
     }
 }
 
@@ -312,7 +338,7 @@ bool FrmBuscar::OnKey(UINT key, bool control, bool shift) {
     const int focused = GetDlgCtrlID(GetFocus());
     if (control) {
         if (key >= '1' && key < '1' + UINT{kOptions}) {
-            ChooseMode(static_cast<int>(key - '1'), true);
+            WantMode({static_cast<int>(key - '1'), true});
             return true;
         }
         return false;
@@ -326,8 +352,7 @@ bool FrmBuscar::OnKey(UINT key, bool control, bool shift) {
                      : key == VK_LEFT || key == VK_UP  ? kOptions - 1
                                                        : 0;
     if (OptionOf(focused) >= 0 && step != 0) {
-        ChooseMode((m_mode + step) % kOptions, false);
-        SetFocus(Control(IDC_OPTBUSCAR0 + m_mode));
+        WantMode({(m_mode + step) % kOptions, false});
         return true;
     }
     return false;

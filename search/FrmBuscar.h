@@ -2,6 +2,7 @@
 
 #include <array>
 #include <memory>
+#include <span>
 #include <string>
 
 #include "base/SearchModes.h"
@@ -33,16 +34,26 @@ private:
 
     void FillKinds();
     void ChooseKind();
+    void ShowKind();
     void SetFields(const std::wstring& field);
-    /// `enter`: the focus goes to the box that the mode types into first.
-    void ChooseMode(int mode, bool enter);
+    /// What the user wants to compare by; `enter`: the focus goes to the box that is typed into first.
+    struct Choice {
+        int mode;
+        bool enter;
+    };
+    void WantMode(Choice choice);
+    void ChooseMode();
     void ChooseStyle(bool simple);
+    void Normal() { ChooseStyle(false); }
+    void Simple() { ChooseStyle(true); }
     void ShowParts();
     void PlaceOptions();
 
     bool IsChecked(short index);
     bool PasteValues(const std::wstring& text);
-    void AddValue(const std::wstring& value);
+    void AddValues(std::span<const std::wstring> values);
+    /// What is typed becomes a value of the list; false when there is nothing.
+    bool TakeTyped();
     void RemoveValue();
     void ShowCount();
 
@@ -50,7 +61,7 @@ private:
     void AplicarBusqueda(bool apply);
     void BuildFilter();
     void ShowFilter();
-    void Buscar() { AplicarBusqueda(true); }
+    void Buscar();
     void Aceptar();
     void Cancelar();
     void Refresh() { m_data.Requery(); }
@@ -71,7 +82,8 @@ private:
     bool m_orders = false;
     bool m_simple = false;
     int m_mode = 0;
-    int m_kind = -1;        // as remembered; the list knows better once it is there
+    Choice m_wanted{};
+    int m_kind = -1;        // the place of the kind that is searched by
     std::wstring m_heading; // of the searched column
     std::wstring m_filter;  // as last applied
     frame::CheckedBoxes m_boxes{*this, m_data};

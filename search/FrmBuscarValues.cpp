@@ -18,15 +18,31 @@ bool FrmBuscar::PasteValues(const std::wstring& text) {
     if (!values) {
         return false;
     }
-    std::ranges::for_each(*values, [&](const std::wstring& value) { AddValue(value); });
+    AddValues(*values);
     return true;
 }
 
-void FrmBuscar::AddValue(const std::wstring& value) {
+void FrmBuscar::AddValues(std::span<const std::wstring> values) {
     const HWND list = Control(IDC_LIST2);
-    const LRESULT added = SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(value.c_str()));
-    SendMessageW(list, LB_SETTOPINDEX, static_cast<WPARAM>(added), 0);
+    LRESULT last = 0;
+    ShowWindow(list, SW_HIDE); // or each value would be drawn, and the bar with it
+    for (const std::wstring& value : values) {
+        last = SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(value.c_str()));
+    }
+    ShowWindow(list, SW_SHOWNA);
+    SendMessageW(list, LB_SETTOPINDEX, static_cast<WPARAM>(last), 0);
+    InvalidateRect(list, nullptr, TRUE);
     ShowCount();
+}
+
+bool FrmBuscar::TakeTyped() {
+    const std::wstring typed = Mode().list ? ControlText(IDC_TXTFIELDS0) : std::wstring();
+    if (typed.empty()) {
+        return false;
+    }
+    AddValues({&typed, 1});
+    SetControlText(IDC_TXTFIELDS0, {});
+    return true;
 }
 
 void FrmBuscar::RemoveValue() {
@@ -45,12 +61,16 @@ void FrmBuscar::ShowCount() {
 // Searching.
 
 void FrmBuscar::BoxEntered() {
-    const std::wstring typed = Mode().list ? ControlText(IDC_TXTFIELDS0) : std::wstring();
-    if (typed.empty()) {
-        Buscar();
-    } else {
-        AddValue(typed);
-        SetControlText(IDC_TXTFIELDS0, {});
+    // What the host checks and what it makes a filter of must be what stands in the box.
+    if (m_boxes.SettleAll() && !TakeTyped()) {
+        AplicarBusqueda(true);
+    }
+}
+
+void FrmBuscar::Buscar() {
+    if (m_boxes.SettleAll()) {
+        TakeTyped();
+        AplicarBusqueda(true);
     }
 }
 
@@ -99,10 +119,8 @@ void FrmBuscar::ShowFilter() {
 }
 
 void FrmBuscar::Aceptar() {
-    m_sink.AceptarBuscar();
-    if (IsLoaded()) {
-        Unload();
-    }
+    contract::Sink sink = m_sink; // a copy: the host may close the form while it is told
+    Deliver([&] { sink.AceptarBuscar(); });
 }
 
 void FrmBuscar::Cancelar() {

@@ -188,6 +188,8 @@ short CriteriaForm::Comparison() const {
 // What the user wants.
 
 void CriteriaForm::Apply() {
+    const std::wstring before = m_before ? *m_before : m_data.GetFilter(base::kSlotFilter);
+    CheckStands();
     std::vector<std::wstring> fragments;
     for (size_t i = 0; i < m_fields.size(); ++i) {
         // An empty box is the host's to judge; " 2 - Todos" is a text, which not every host knows as none.
@@ -199,6 +201,8 @@ void CriteriaForm::Apply() {
     }
     std::wstring filter = base::JoinAnd(fragments);
     m_data.SetFilter(filter, base::kSlotFilter);
+    CheckStands();
+    m_before = before; // whatever follows may fail, and then the user may leave
     m_data.AplyFilter(m_data.GetFilter(base::kSlotFilter));
     m_data.Requery(base::kSelec);
     CheckStands();
@@ -207,11 +211,6 @@ void CriteriaForm::Apply() {
 void CriteriaForm::Buscar() {
     if (!m_boxes.SettleAll()) {
         return;
-    }
-    if (!m_before) {
-        std::wstring before = m_data.GetFilter(base::kSlotFilter);
-        CheckStands();
-        m_before = std::move(before);
     }
     Apply();
     CountRecords();
@@ -223,10 +222,8 @@ void CriteriaForm::Aceptar() {
         return;
     }
     Apply();
-    m_sink.AceptarBuscar();
-    if (IsLoaded()) {
-        Unload();
-    }
+    contract::Sink sink = m_sink; // a copy: the host may close the form while it is told
+    Deliver([&] { sink.AceptarBuscar(); });
 }
 
 void CriteriaForm::Cancelar() {
@@ -255,9 +252,13 @@ void CriteriaForm::Limpiar() {
 // Look-ups: the button beside a box, F4 and Alt+Down in it open the selection panel, which answers our relay.
 
 void CriteriaForm::LookUp() {
-    const std::wstring related = m_fields.at(m_lookedUp).related; // the host may close the form meanwhile
-    const com::ComPtr<frame::ControlObject> box = Box(m_lookedUp);
-    frame::OpenLookup({related.c_str(), m_fields[m_lookedUp].selection}, m_clsMeEvents->Sink(), box.Get(), 0);
+    const size_t index = m_lookedUp; // the user may want another while the host works
+    if (!m_boxes.Settle()) {
+        return;
+    }
+    const std::wstring related = m_fields.at(index).related; // the host may close the form meanwhile
+    const com::ComPtr<frame::ControlObject> box = Box(index);
+    frame::OpenLookup({related.c_str(), m_fields[index].selection}, m_clsMeEvents->Sink(), box.Get(), 0);
     if (IsLoaded()) {
         SetFocus(box->Window());
     }
@@ -291,7 +292,7 @@ void CriteriaForm::OnControl(int control, int code) {
         const bool ticked = SendMessageW(Control(control), BM_GETCHECK, 0, 0) == BST_CHECKED;
         ChooseYesNo(index, ticked ? kYes : kAll);
         ShowCriteria();
-    } else if (part == Search && code == BN_CLICKED && m_boxes.Settle()) {
+    } else if (part == Search && code == BN_CLICKED) {
         m_lookedUp = index;
         Input(kLookUp);
     }

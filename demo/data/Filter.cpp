@@ -21,9 +21,13 @@ std::wstring Quoted(std::wstring_view text) {
     return quoted + L'\'';
 }
 
-/// The condition that the text stands anywhere in the field. SQL's own wildcards in it lose their meaning,
-/// stars get theirs.
-std::wstring Contains(std::wstring_view field, std::wstring_view text) {
+/// The condition that the text is the field's, or stands anywhere in it. SQL's own wildcards in it lose their
+/// meaning, stars get theirs.
+std::wstring Matches(std::wstring_view field, std::wstring_view text, bool anywhere) {
+    const std::wstring folded = L"sin_acentos(" + std::wstring(field) + L')';
+    if (!anywhere && text.find(kAnyChar) == std::wstring_view::npos) {
+        return folded + L" = " + Quoted(Fold(text));
+    }
     std::wstring pattern;
     bool escaped = false;
     for (const wchar_t c : Fold(text)) {
@@ -32,7 +36,7 @@ std::wstring Contains(std::wstring_view field, std::wstring_view text) {
         pattern += wildcard ? L"\\" : L"";
         pattern += c == kAnyChar ? L'%' : c;
     }
-    return L"sin_acentos(" + std::wstring(field) + L") Like " + Quoted(L'%' + pattern + L'%') +
+    return folded + L" Like " + Quoted(anywhere ? L'%' + pattern + L'%' : pattern) +
            (escaped ? L" Escape '\\'" : L"");
 }
 
@@ -62,22 +66,23 @@ std::wstring BuildFilter(const Column& column, std::wstring_view typed, Bound bo
     if (text.empty() || everyRow) {
         return {};
     }
-    if (column.type == Type::Text && bound == Bound::Equal) {
-        return Contains(column.field, text);
+    if (column.type == Type::Text && bound <= Bound::Equal) {
+        const bool anywhere = bound == Bound::Anywhere;
+        return Matches(column.field, anywhere ? text : base::Trim(typed), anywhere);
     }
     const std::optional<Value> value = ParseTyped(column.type, text);
     if (!value) {
         throw DataError(L"«" + std::wstring(text) + L"» no es un valor válido para " +
                         std::wstring(column.caption) + L'.');
     }
-    return std::wstring(column.field) + kComparisons[static_cast<std::size_t>(bound)] +
+    return std::wstring(column.field) + kComparisons[std::max(static_cast<int>(bound), 0)] +
            Literal(column.type, *value, text);
 }
 
 std::wstring BuildFilterAny(const Column& column, std::span<const std::wstring> typed) {
     std::wstring any;
     for (const std::wstring& text : typed) {
-        const std::wstring fragment = BuildFilter(column, text);
+        const std::wstring fragment = BuildFilter(column, text, Bound::Equal);
         if (!fragment.empty()) {
             any += (any.empty() ? L"" : L" Or ") + fragment;
         }

@@ -96,8 +96,8 @@ private:
 };
 
 Bound BoundOf(const Variant& number) {
-    const long bound = number.IsMissing() ? 0 : number.ToLong();
-    if (bound < static_cast<long>(Bound::Equal) || bound > static_cast<long>(Bound::Upper)) {
+    const long bound = number.IsMissing() ? static_cast<long>(Bound::Anywhere) : number.ToLong();
+    if (bound < static_cast<long>(Bound::Anywhere) || bound > static_cast<long>(Bound::Upper)) {
         throw HostError(kInvalidArgument, L"CreateFilter: 0 es igual, 1 desde y 2 hasta.");
     }
     return static_cast<Bound>(bound);

@@ -1,4 +1,10 @@
 // The search panel: what each mode and command asks of the host, in which order.
+#include "com/WinHeaders.h"
+
+#include <commctrl.h>
+
+#include <map>
+
 #include "base/Text.h"
 #include "frame/Resources.h"
 #include "search/Resources.h"
@@ -15,6 +21,7 @@ constexpr wchar_t kSession[] = L"SOFTWARE\\Tamvelo\\Global\\Configuracion\\Sesio
 class BuscarTest : public DialogTest {
 protected:
     BuscarTest() {
+        gdiSlack = 16; // of a window that is hidden before it goes
         host.AddColumn(L"Código", L"codigo");
         host.AddColumn(L"Caja", L"caja");
         host.AddColumn(L"Orden", L"orden");
@@ -107,27 +114,30 @@ TEST_F(BuscarTest, EachModeShowsItsBoxesAndBuildsItsFilter) {
         const wchar_t* filter;
     };
     const Script tab = Script().Key(VK_TAB).Append(Focused(IDC_TXTFIELDS2));
+    const auto checked = [](std::initializer_list<int> boxes, Log more) { // each box once, before the filter
+        Log log;
+        for (const int box : boxes) {
+            const std::wstring place = L"(&TxtFields(" + std::to_wstring(box) + L"))";
+            log.insert(log.end(), {L"ValidaDefinedSize" + place, L"ValidaValue" + place});
+        }
+        log.insert(log.end(), more.begin(), more.end());
+        return log;
+    };
+    const Log between{L"CreateFilter(&TxtFields(1), 1)", L"CreateFilter(&TxtFields(2), 2)"};
+    const Log list{L"CreateFilter(&List2(0), 0)"};
     const Case cases[] = {
-        {0, L"x----x-", Script().Type(L"a"), {L"CreateFilter(&TxtFields(0), 0)"}, L"codigo a"},
-        {1,
-         L"-xx--x-",
-         Script().Type(L"a").Append(tab).Type(L"b"),
-         {L"ValidaDefinedSize(&TxtFields(1))", L"ValidaValue(&TxtFields(1))",
-          L"CreateFilter(&TxtFields(1), 1)", L"CreateFilter(&TxtFields(2), 2)"},
+        {0, L"x----x-", Script().Type(L" a bcdef"), checked({0}, {L"CreateFilter(&TxtFields(0), 0)"}),
+         L"codigo a bcd"},
+        {1, L"-xx--x-", Script().Type(L"a").Append(tab).Type(L"b"), checked({1, 2}, between),
          L"codigo a And codigo b"},
-        {1,
-         L"-xx--x-",
-         Script(tab).Type(L"b"),
-         {L"ValidaDefinedSize(&TxtFields(1))", L"ValidaValue(&TxtFields(1))",
-          L"CreateFilter(&TxtFields(1), 1)", L"CreateFilter(&TxtFields(2), 2)"},
-         L"codigo b"},
-        {2, L"-x---x-", Script().Type(L"a"), {L"CreateFilter(&TxtFields(1), 1)"}, L"codigo a"},
-        {3, L"--x--x-", Script().Type(L"b"), {L"CreateFilter(&TxtFields(2), 2)"}, L"codigo b"},
-        {4,
-         L"x--x-x-",
-         Script().Type(L"a").Key(VK_RETURN).Type(L"b").Key(VK_F4),
-         {L"CreateFilter(&List2(0), 0)"},
+        {1, L"-xx--x-", Script(tab).Type(L"b"), checked({1, 2}, between), L"codigo b"},
+        {2, L"-x---x-", Script().Type(L"a"), checked({1}, {L"CreateFilter(&TxtFields(1), 1)"}), L"codigo a"},
+        {3, L"--x--x-", Script().Type(L"b"), checked({2}, {L"CreateFilter(&TxtFields(2), 2)"}), L"codigo b"},
+        {4, L"x--x-x-", Script().Type(L"a").Key(VK_RETURN).Type(L"b").Key(VK_F4), checked({0, 0}, list),
          L"codigo de 2 hasta b"},
+        // The button takes along what still stands in the box.
+        {4, L"x--x-x-", Script().Type(L"a").Key(VK_RETURN).Type(L"b").Append(Click(IDC_CMDBUSCAR)),
+         checked({0, 0}, list), L"codigo de 2 hasta b"},
         {4, L"x--x-x-", Script(), {}, L""},
     };
     for (const Case& row : cases) {
@@ -278,6 +288,105 @@ TEST_F(BuscarTest, AListIsPastedCountedAndCorrected) {
                           .Key(VK_RETURN, VK_CONTROL)
                           .Box(kHostErrorText)
                           .Key(VK_ESCAPE)));
+}
+
+TEST_F(BuscarTest, ManyPastedValuesAreShownAndCountedOnce) {
+    constexpr UINT kMany = 20000;
+    static std::map<UINT, UINT> messages; // of the list and its counter
+    const SUBCLASSPROC count = [](HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR, DWORD_PTR)
+                                   __attribute__((stdcall))
+                                       ->LRESULT {
+        ++messages[message];
+        EXPECT_FALSE(message == LB_ADDSTRING && IsWindowVisible(window)) << "drawn";
+        return DefSubclassProc(window, message, first, second);
+    };
+    std::wstring text;
+    for (UINT i = 1; i <= kMany; ++i) {
+        text += std::to_wstring(i) + L"\r\n";
+    }
+    EXPECT_FALSE(Show(Mode(4)
+                          .Do([&] {
+                              messages.clear();
+                              for (const int id : {IDC_LIST2, IDC_LBLLIST2}) {
+                                  SetWindowSubclass(Item(id), count, 1, 0);
+                              }
+                              Paste(text);
+                              for (const int id : {IDC_LIST2, IDC_LBLLIST2}) {
+                                  RemoveWindowSubclass(Item(id), count, 1);
+                              }
+                              EXPECT_EQ(ItemText(IDC_LBLLIST2), L"&Lista: 20000 valores");
+                              EXPECT_EQ(std::exchange(messages[LB_ADDSTRING], 0), kMany);
+                              UINT others = 0;
+                              for (const auto& [message, times] : messages) {
+                                  EXPECT_LE(times, 4U) << std::hex << message;
+                                  others += times;
+                              }
+                              EXPECT_LE(others, 40U);
+                          })
+                          .Key(VK_RETURN)
+                          .Do([&] { EXPECT_EQ(host.stored, L"codigo de 20000 hasta 20000"); })
+                          .Key(VK_ESCAPE)));
+}
+
+TEST_F(BuscarTest, WhatIsChosenAgainLosesNothingAndARefusedValueStopsEveryChoice) {
+    host.className = L"Ordenes";
+    const auto still = [] { return Focused(IDC_TXTFIELDS0).Do([] { EXPECT_EQ(Count(IDC_LIST2), 2); }); };
+    EXPECT_FALSE(Show(Mode(4)
+                          .Do([] { Paste(L"a;b"); })
+                          .Append(Mode(4))
+                          .Append(still())
+                          .Append(Click(IDC_OPTBUSCAR4))
+                          .Append(still())
+                          .Do([] { SetFocus(Item(IDC_OPTBUSCAR4)); })
+                          .Append(Click(IDC_OPTBUSCAR4))
+                          .Append(still())
+                          .Key(VK_ESCAPE)));
+    host.data->On(L"ValidaValue", [](Invocation& call) { call.Return(Variant(false)); });
+    SetValue(kSession, L"Modo_Ordenes", L"0");
+    const Script kind = Script()
+                            .Do([] { PostMessageW(Item(IDC_LSTTIPOS), WM_LBUTTONDOWN, 0, MAKELPARAM(9, 2)); })
+                            .Append(Focused(IDC_TXTFIELDS0)) // called back before the button comes up
+                            .Do([] { PostMessageW(Item(IDC_LSTTIPOS), WM_LBUTTONUP, 0, MAKELPARAM(9, 2)); });
+    const struct {
+        const wchar_t* simple;
+        Script choice;
+    } cases[] = {
+        {L"0", Script().Key('2', VK_CONTROL)},
+        {L"0", Click(IDC_OPTBUSCAR1)},
+        {L"0", Click(IDC_CMDESTILO1)},
+        {L"0", Click(IDC_CMDBUSCAR)},
+        {L"1", kind},
+        {L"1", Click(IDC_CMDESTILO0)},
+        {L"1", Script().Key(VK_F4)},
+        {L"1", Script().Key(VK_RETURN)},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(&row - cases);
+        SetValue(kSession, L"Simple", row.simple);
+        SetValue(kSession, L"Simple_idx", L"1");
+        std::wstring shown;
+        EXPECT_FALSE(
+            Show(Focused(IDC_TXTFIELDS0)
+                     .Type(L"mal")
+                     .Append(Forget())
+                     .Do([&] { shown = Shown(); })
+                     .Append(row.choice)
+                     .Until("the refusal", [&](HWND) { return host.log.size() == 2; })
+                     .Append(Focused(IDC_TXTFIELDS0))
+                     .Do([&] {
+                         EXPECT_THAT(TakeLog(), ElementsAre(L"ValidaDefinedSize(&TxtFields(0))",
+                                                            L"ValidaValue(&TxtFields(0))"));
+                         EXPECT_EQ(ItemText(IDC_TXTFIELDS0), L"mal");
+                         EXPECT_EQ(Shown(), shown);
+                         EXPECT_EQ(SendMessageW(Item(IDC_LSTTIPOS), LB_GETCURSEL, 0, 0), 1);
+                         EXPECT_EQ(SendMessageW(Item(IDC_OPTBUSCAR0), BM_GETCHECK, 0, 0), BST_CHECKED);
+                         EXPECT_EQ(ItemText(IDC_LBLBUSCAR), L"Panel de Búsqueda - Buscar por : Orden");
+                     })
+                     .Key(VK_ESCAPE)));
+        EXPECT_THAT(TakeLog(), ElementsAre(L"AplyFilter(\"\")"));
+        EXPECT_EQ(GetValue(kSession, L"Simple") + GetValue(kSession, L"Simple_idx"),
+                  row.simple + std::wstring(L"1"));
+    }
 }
 
 TEST_F(BuscarTest, OrdersHaveKindsAndAMemory) {

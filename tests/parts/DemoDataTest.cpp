@@ -139,10 +139,16 @@ TEST_F(DemoData, FilterFragments) {
     } cases[] = {
         {L"clientes", L"nombre", L"", Bound::Equal, L""},
         {L"clientes", L"nombre", L" * ", Bound::Equal, L""},
-        {L"clientes", L"nombre", L" *PEÑA Güell", Bound::Equal, L"sin_acentos(nombre) Like '%peña guell%'"},
-        {L"clientes", L"nombre", L"a*b*", Bound::Equal, L"sin_acentos(nombre) Like '%a%b%'"},
-        {L"clientes", L"nombre", L"D'Órs", Bound::Equal, L"sin_acentos(nombre) Like '%d''ors%'"},
-        {L"clientes", L"nombre", L"5%_\\", Bound::Equal,
+        {L"clientes", L"nombre", L" *PEÑA Güell", Bound::Anywhere,
+         L"sin_acentos(nombre) Like '%peña guell%'"},
+        {L"clientes", L"nombre", L"a*b*", Bound::Anywhere, L"sin_acentos(nombre) Like '%a%b%'"},
+        {L"clientes", L"nombre", L"D'Órs", Bound::Anywhere, L"sin_acentos(nombre) Like '%d''ors%'"},
+        {L"clientes", L"nombre", L" D'Órs", Bound::Equal, L"sin_acentos(nombre) = 'd''ors'"},
+        {L"clientes", L"nombre", L"*PEÑA_ ", Bound::Equal,
+         L"sin_acentos(nombre) Like '%peña\\_' Escape '\\'"},
+        {L"clientes", L"nombre", L"a*b", Bound::Equal, L"sin_acentos(nombre) Like 'a%b'"},
+        {L"articulos", L"existencias", L"12", Bound::Anywhere, L"existencias = 12"},
+        {L"clientes", L"nombre", L"5%_\\", Bound::Anywhere,
          L"sin_acentos(nombre) Like '%5\\%\\_\\\\%' Escape '\\'"},
         {L"clientes", L"nombre", L"O'M", Bound::Lower, L"nombre >= 'O''M'"},
         {L"articulos", L"existencias", L"*12", Bound::Equal, L"existencias = 12"},
@@ -162,6 +168,8 @@ TEST_F(DemoData, FilterFragments) {
     const std::vector<std::wstring> several = {L"1", L"", L"7"};
     EXPECT_EQ(BuildFilterAny(ColumnOf(L"Ordenes", L"Caja"), several), L"(Caja = 1 Or Caja = 7)");
     EXPECT_EQ(BuildFilterAny(ColumnOf(L"Ordenes", L"Caja"), {}), L"");
+    EXPECT_EQ(BuildFilterAny(ColumnOf(L"clientes", L"nombre"), several),
+              L"(sin_acentos(nombre) = '1' Or sin_acentos(nombre) = '7')");
     for (const wchar_t* field : {L"existencias", L"precio", L"alta", L"activo"}) {
         EXPECT_THROW(BuildFilter(ColumnOf(L"articulos", field), L"doce"), DataError) << base::ToUtf8(field);
     }

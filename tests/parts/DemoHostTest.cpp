@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <optional>
+
 #include "com/LateObject.h"
 #include "demo/data/SampleData.h"
 #include "demo/host/DataClass.h"
@@ -77,11 +79,13 @@ protected:
     LateObject Clone() { return LateObject(set.Call(L"Clone", {short{1}}).ToObject().Get(), L"Clone"); }
 
     /// What the data class makes of a text typed into a box for the field.
-    std::wstring FilterFor(const wchar_t* field, const wchar_t* typed, short bound = 0) {
+    std::wstring FilterFor(const wchar_t* field, const wchar_t* typed, std::optional<short> bound = {}) {
         box.Put(L"DataField", field);
         box.Put(L"Text", typed);
         ComPtr<IDispatch> control = box.Get();
-        return articles.Call(L"CreateFilter", {Argument::Ref(control), bound}).ToText();
+        return (bound ? articles.Call(L"CreateFilter", {Argument::Ref(control), *bound})
+                      : articles.Call(L"CreateFilter", {Argument::Ref(control)}))
+            .ToText();
     }
 
     std::shared_ptr<Database> database = std::make_shared<Database>(OpenSampleData(L":memory:", kArticles));
@@ -280,6 +284,8 @@ TEST_F(DemoHost, WhatIsTypedBecomesAFilter) {
     database->Execute(L"update articulos set descripcion = 'Cerámica ÑANDÚ' where id <= 2");
     EXPECT_EQ(found(FilterFor(L"Descripcion", L"ceramica ñ")), 2);
     EXPECT_EQ(found(FilterFor(L"descripcion", L"*ÑANDU")), 2);
+    EXPECT_EQ(found(FilterFor(L"descripcion", L"ceramica ñ", 0)), 0); // "=" means equal
+    EXPECT_EQ(found(FilterFor(L"descripcion", L"CERAMICA ñandú", 0)), 2);
     EXPECT_EQ(FilterFor(L"descripcion", L"*"), L"");
     EXPECT_EQ(found(FilterFor(L"existencias", L"100", 1) + L" And " + FilterFor(L"existencias", L"200", 2)),
               CountOf(L"existencias between 100 and 200"));
