@@ -28,6 +28,8 @@ TEST(ScriptHost, ChecksWhatIsTypedAndFiltersByAListOfValues) {
     });
     EXPECT_EQ(output,
               "ValidaValue TxtFields 0 []\r\n"
+              "ValidaValue TxtFields 0 [lima]\r\n"
+              "ValidaValue TxtFields 0 [pera]\r\n"
               "CreateFilter List2 Integer 0\r\n"
               "SetFilter nombre in (lima, pera) Filter\r\n"
               "AplyFilter [nombre in (lima, pera)]\r\n"
