@@ -23,4 +23,11 @@ std::wstring SesionKey(std::wstring_view company, std::wstring_view path) {
     return CompanyKey(company).append(L"Global\\Configuracion\\Sesion\\").append(path);
 }
 
+bool IsKeyName(std::wstring_view text) {
+    constexpr size_t kLongest = 255; // the registry's own limit
+    constexpr std::wstring_view kSeparators(L"\\\0", 2);
+    return !text.empty() && text.size() <= kLongest &&
+           text.find_first_of(kSeparators) == std::wstring_view::npos;
+}
+
 } // namespace tamvelo::base

@@ -13,6 +13,10 @@ std::wstring FormKey(std::wstring_view company, std::wstring_view product, int m
 /// A key that every product of the company shares; `path` is one of the kSesion... below.
 std::wstring SesionKey(std::wstring_view company, std::wstring_view path);
 
+/// Whether a text that came from the host may be the name of one key: it may hold anything but what separates
+/// keys or ends a text.
+bool IsKeyName(std::wstring_view text);
+
 inline constexpr wchar_t kSesionTerminal[] = L"Terminal";
 inline constexpr wchar_t kSesionClientes[] = L"Clientes";
 inline constexpr wchar_t kSesionOrdenes[] = L"Ordenes";

@@ -1,20 +1,35 @@
 #include "contract/ReportCollection.h"
 
 #include "com/Collection.h"
+#include "com/Error.h"
 
 namespace tamvelo::contract {
+
+namespace {
+
+/// "" when it is no text and has no default value that is one.
+std::wstring TextOf(const com::Variant& value) {
+    try {
+        return value.ToText();
+    } catch (const com::Error&) {
+        return {};
+    }
+}
+
+std::wstring TitleOf(const com::Variant& item) {
+    constexpr wchar_t kTitle[] = L"Titulo";
+    com::LateObject report(item.IsObject() ? item.ToObject().Get() : nullptr, L"informe");
+    return TextOf(report && report.Answers(kTitle) ? report.Call(kTitle) : item);
+}
+
+} // namespace
 
 std::vector<std::wstring> ReportTitles(IDispatch* reports) {
     com::LateObject collection(reports, L"cReports");
     std::vector<std::wstring> titles;
     for (const com::Variant& item : com::ItemsOf(collection)) {
-        constexpr wchar_t kTitle[] = L"Titulo";
-        if (com::LateObject report(item.IsObject() ? item.ToObject().Get() : nullptr, L"informe");
-            report && report.Answers(kTitle)) {
-            titles.push_back(report.Call(kTitle).ToText());
-        } else {
-            titles.push_back(item.ToText());
-        }
+        const std::wstring title = TitleOf(item);
+        titles.push_back(!title.empty() ? title : L"Informe " + std::to_wstring(titles.size() + 1));
     }
     return titles;
 }

@@ -5,6 +5,7 @@
 
 #include "base/Text.h"
 #include "com/FloatGuard.h"
+#include "frame/TextSearch.h"
 
 namespace tamvelo::frame {
 
@@ -13,6 +14,11 @@ namespace {
 constexpr wchar_t kFixedMark[] = L" (fija)";
 
 constexpr UINT StateImage(bool ticked) { return INDEXTOSTATEIMAGEMASK(ticked ? 2 : 1); }
+
+bool TickChanges(const NMLISTVIEW& change) {
+    return (change.uChanged & LVIF_STATE) != 0 &&
+           ((change.uOldState ^ change.uNewState) & LVIS_STATEIMAGEMASK) != 0;
+}
 
 } // namespace
 
@@ -103,7 +109,7 @@ void CheckList::SetCurrent(int entry) {
 }
 
 void CheckList::Find(std::wstring_view text) {
-    m_find = base::Fold(base::Trim(text));
+    m_find = base::Trim(text);
     const int current = Current();
     ShowAll();
     if (RowOf(current) >= 0) {
@@ -120,9 +126,7 @@ void CheckList::Enter() {
     }
 }
 
-bool CheckList::Matches(const Entry& entry) const {
-    return m_find.empty() || base::Fold(entry.caption).find(m_find) != std::wstring::npos;
-}
+bool CheckList::Matches(const Entry& entry) const { return Contains(entry.caption, m_find); }
 
 // The window
 
@@ -204,17 +208,15 @@ bool CheckList::Notified(NMHDR& header, LRESULT& answer) {
 
 /// True refuses the change: the window draws a fixed entry's tick as it is.
 bool CheckList::StateChanging(const NMLISTVIEW& change) const {
-    const bool tick = (change.uChanged & LVIF_STATE) != 0 &&
-                      ((change.uOldState ^ change.uNewState) & LVIS_STATEIMAGEMASK) != 0;
-    return !m_showing && tick && change.iItem >= 0 && change.iItem < ShownCount() &&
+    return !m_showing && TickChanges(change) && change.iItem >= 0 && change.iItem < ShownCount() &&
            m_entries[static_cast<size_t>(m_rows[static_cast<size_t>(change.iItem)])].fixed;
 }
 
 void CheckList::StateChanged(const NMLISTVIEW& change) {
-    const UINT image = change.uNewState & LVIS_STATEIMAGEMASK;
-    if (!m_showing && (change.uChanged & LVIF_STATE) && image != 0 && change.iItem >= 0 &&
-        change.iItem < ShownCount()) {
-        Tick(m_rows[static_cast<size_t>(change.iItem)], image == StateImage(true));
+    if (!m_showing && TickChanges(change) && change.iItem >= 0 && change.iItem < ShownCount()) {
+        const int entry = m_rows[static_cast<size_t>(change.iItem)];
+        Tick(entry, (change.uNewState & LVIS_STATEIMAGEMASK) == StateImage(true));
+        SetCurrent(entry); // a click on the box alone selects nothing, yet this is the entry it is about
     }
     if ((change.uChanged & LVIF_STATE) && (change.uNewState & ~change.uOldState & LVIS_SELECTED)) {
         m_events.CurrentChanged();

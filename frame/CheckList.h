@@ -106,8 +106,8 @@ private:
     WNDPROC m_procedure = nullptr;
     std::vector<Entry> m_entries;
     std::vector<int> m_rows; // the entry of each row
-    std::wstring m_find;     // folded
-    bool m_showing = false;  // the window is being brought up to date
+    std::wstring m_find;
+    bool m_showing = false; // the window is being brought up to date
 };
 
 } // namespace tamvelo::frame

@@ -55,7 +55,12 @@ void DateRangeControl::Set(const base::DateRange& range) {
     ShowLength();
 }
 
-void DateRangeControl::ShowLength() { SetControlText(IDC_LBLINTERVALO, base::DescribeLength(Shown())); }
+void DateRangeControl::ShowLength() {
+    SetControlText(IDC_LBLINTERVALO, base::DescribeLength(Shown()));
+    if (m_changed) {
+        m_changed();
+    }
+}
 
 void DateRangeControl::OnLoad() { Set(m_opening(Today())); }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "base/DateRanges.h"
 #include "frame/FormPart.h"
 
@@ -10,15 +12,19 @@ namespace tamvelo::frame {
 /// inside the group box IDC_FRMPARAM.
 class DateRangeControl : public FormPart {
 public:
-    /// `opening` makes the range that every opening begins with out of today.
-    DateRangeControl(Form& form, base::DateRange (*opening)(base::Day today))
-        : FormPart(form), m_opening(opening) {}
+    /// `opening` makes the range that every opening begins with out of today; `changed` hears of every other
+    /// one, from the first on.
+    DateRangeControl(Form& form, base::DateRange (*opening)(base::Day today),
+                     std::function<void()> changed = {})
+        : FormPart(form), m_opening(opening), m_changed(std::move(changed)) {}
 
     /// The rows of the layout that it takes.
     static std::vector<LayoutRow> Rows();
     HWND FirstFocus() const;
     /// What the pickers show, in their order and as the user left it: the first may lie after the last.
     base::DateRange Range();
+    /// The same without what is still being typed.
+    base::DateRange Shown() const;
 
 private:
     void OnLoad() override;
@@ -29,9 +35,9 @@ private:
 
     void Set(const base::DateRange& range);
     void ShowLength();
-    base::DateRange Shown() const;
 
     base::DateRange (*const m_opening)(base::Day today);
+    const std::function<void()> m_changed;
 };
 
 } // namespace tamvelo::frame

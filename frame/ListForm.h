@@ -26,6 +26,8 @@ protected:
         CheckStands();
         return *m_list;
     }
+    /// The selected entry; -1 for none, also before there is a list.
+    int CurrentEntry() const { return m_list ? m_list->Current() : -1; }
     /// The list as an environment component gets it.
     com::ComPtr<ControlObject> ListObject() { return ObjectOf(IDC_LIST1, L"List1", 0); }
 

@@ -1,4 +1,3 @@
-#include "base/PeriodName.h"
 #include "base/SettingsKeys.h"
 #include "base/Text.h"
 #include "frame/Product.h"
@@ -87,14 +86,6 @@ void SaveInfCond(ReportForm& form) {
     }
 }
 
-void NotePeriod(ReportForm& form, int entry, base::PeriodParts parts) {
-    form.SetNote(form.Title(entry) + L": " + base::PeriodName(form.Range(), parts) + L". " + kNote);
-}
-
-void NoteMonths(ReportForm& form, int entry) { NotePeriod(form, entry, base::PeriodParts::MonthAndYear); }
-
-void NoteYears(ReportForm& form, int entry) { NotePeriod(form, entry, base::PeriodParts::Year); }
-
 void DeliverInfCond(ReportForm& form, ReportChoice& choice) {
     short invoiced = form.Choice(2);
     short repeated = form.Choice(0);
@@ -170,8 +161,8 @@ const ReportDesign kRptsInfCond{
     .dates = true,
     .conditions = kInfConditions,
     .note = kNote,
+    .period = base::PeriodParts::MonthAndYear,
     .opened = OpenInfCond,
-    .chosen = NoteMonths,
     .changed = KeepInStep,
     .save = SaveInfCond,
 };
@@ -185,8 +176,8 @@ const ReportDesign kRptsMailCond{
     .dates = true,
     .conditions = kMailConditions,
     .note = kNote,
+    .period = base::PeriodParts::Year,
     .opened = OpenMailCond,
-    .chosen = NoteYears,
     .changed = KeepInStep,
 };
 

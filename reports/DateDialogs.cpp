@@ -21,19 +21,27 @@ constexpr Condition kFchAutoConditions[] = {
     {.kind = Kind::Text, .index = 2, .caption = L"Sección : "},
 };
 
+bool IsStockLedger(const ReportForm& form) {
+    return base::Lower(form.ReportKey()) == L"rptsarticulos_movimientos_almacen";
+}
+
 void PrepareFchAuto(ReportForm& form) {
-    const bool section = base::Lower(form.Cls()) == L"articulos_movimientos_almacen";
+    const bool section = IsStockLedger(form);
     form.ShowCondition(Kind::Text, 2, section);
     if (section) {
         form.SetText(2, form.Remembered(kSection, L""));
     }
 }
 
-void SaveFchAuto(ReportForm& form) { form.Remember(kSection, form.Text(2)); }
+void SaveFchAuto(ReportForm& form) {
+    if (IsStockLedger(form)) {
+        form.Remember(kSection, form.Text(2));
+    }
+}
 
 void DeliverFchAuto(ReportForm& form, ReportChoice& choice) {
     // One report of the stock ledger is asked for under another member than all the rest.
-    if (base::Lower(form.ReportKey()) == L"rptsarticulos_movimientos_almacen") {
+    if (IsStockLedger(form)) {
         form.Sink().AceptarInformesFchAuto(choice, form.Range(), Automatic(form));
     } else {
         form.Sink().AceptarReportsFchAuto(choice, form.Range(), Automatic(form));
@@ -53,10 +61,18 @@ constexpr Condition kFchAutoInfConditions[] = {
                 .find = false}},
 };
 
+/// A complaint is never printed unseen.
+bool IsComplaints(const ReportForm& form) { return form.ReportKey() == L"rptsPedidos_Reclamaciones"; }
+
+void OpenFchAutoInf(ReportForm& form) {
+    ShowAutomaticIfAsked(form);
+    if (IsComplaints(form)) {
+        form.EnableCondition(Kind::Check, 0, false, L"Las reclamaciones no se imprimen sin verlas");
+    }
+}
+
 void DeliverFchAutoInf(ReportForm& form, ReportChoice& choice) {
-    // A complaint is never printed unseen.
-    const bool complaints = form.ReportKey() == L"rptsPedidos_Reclamaciones";
-    form.Sink().AceptarInformesFchAuto(choice, form.Range(), complaints ? short{0} : Automatic(form));
+    form.Sink().AceptarInformesFchAuto(choice, form.Range(), IsComplaints(form) ? short{0} : Automatic(form));
 }
 
 // frmRptsInfFch
@@ -94,7 +110,7 @@ const ReportDesign kRptsFchAutoInf{
     .dates = true,
     .conditions = kFchAutoInfConditions,
     .note = kNote,
-    .opened = ShowAutomaticIfAsked,
+    .opened = OpenFchAutoInf,
 };
 
 const ReportDesign kRptsInfFch{

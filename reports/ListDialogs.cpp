@@ -29,10 +29,17 @@ constexpr Condition kSqlConditions[] = {
 
 std::wstring SeriesKey() { return frame::Product::Own().SesionKey(base::kSesionClientes); }
 
-void PrepareSql(ReportForm& form) { form.EnableCondition(Kind::Text, 0, false, kWhyNoSeries); }
+void ReadSeries(ReportForm& form) {
+    form.SetText(0, frame::Environment::Get().GetSettings().ReadValue(SeriesKey(), kSeries, {}));
+}
+
+void PrepareSql(ReportForm& form) {
+    ReadSeries(form); // it is stored again on accepting, also when no entry was ever selected
+    form.EnableCondition(Kind::Text, 0, false, kWhyNoSeries);
+}
 
 void SqlEntryChosen(ReportForm& form, int entry) {
-    form.SetText(0, frame::Environment::Get().GetSettings().ReadValue(SeriesKey(), kSeries, {}));
+    ReadSeries(form);
     form.EnableCondition(Kind::Text, 0, entry == kReportWithSeries, kWhyNoSeries);
 }
 

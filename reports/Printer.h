@@ -10,7 +10,8 @@ namespace tamvelo::reports {
 std::wstring DefaultPrinter();
 
 /// The system's print set-up dialog; the chosen printer becomes the system's default, on which the host
-/// prints. False when the user cancelled. Throws com::Error when there is no printer.
+/// prints. Nothing else is offered, for nothing else would be kept. False when the user cancelled. Throws
+/// com::Error when there is no printer.
 bool ChoosePrinter(HWND owner);
 
 } // namespace tamvelo::reports

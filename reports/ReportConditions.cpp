@@ -1,5 +1,7 @@
 #include <algorithm>
 
+#include "base/HourText.h"
+#include "frame/MousePointer.h"
 #include "reports/ReportForm.h"
 #include "reports/Resources.h"
 
@@ -38,6 +40,10 @@ const KindOfControl& Of(Kind kind) {
 constexpr int kTextHeight = 9;
 constexpr int kButtonWidth = 16;
 constexpr int kDateLabel = 46; // as the template has the one above
+
+std::wstring NoHour(const std::wstring& text) {
+    return L"«" + text + L"» no es una hora. Se escribe 7, 730, 7:30 o 7.30, de 0:00 a 23:59.";
+}
 
 bool HasOwnCaption(Kind kind) { return kind == Kind::Check || kind == Kind::Button; }
 
@@ -132,22 +138,28 @@ std::wstring ReportForm::ChoiceText(short index) const {
 }
 
 DATE ReportForm::Hour(short index) const {
-    const int control = ControlOf(Find(Kind::Hour, index)) + Entry;
-    const std::wstring text = ControlText(control);
-    DATE hour = 0;
-    if (FAILED(VarDateFromStr(com::Bstr(text).Get(), LOCALE_USER_DEFAULT, VAR_TIMEVALUEONLY, &hour))) {
-        SetFocus(Control(control));
-        throw com::Error(DISP_E_TYPEMISMATCH, L"«" + text + L"» no es una hora.");
+    constexpr double kMinutesPerDay = 24 * 60;
+    const std::wstring text = ControlText(ControlOf(Find(Kind::Hour, index)) + Entry);
+    const std::optional<int> minute = base::ParseHour(text);
+    if (!minute) {
+        throw com::Error(DISP_E_TYPEMISMATCH, NoHour(text));
     }
-    return hour;
+    return *minute / kMinutesPerDay;
 }
 
-void ReportForm::CheckHours() const {
+/// Whether all hours are hours; the first that is none is said, and its box gets the focus.
+bool ReportForm::CheckHours() const {
     for (const Condition& condition : m_report.conditions) {
-        if (condition.kind == Kind::Hour) {
-            Hour(condition.index);
+        const int control = ControlOf(condition) + Entry;
+        if (condition.kind == Kind::Hour && !base::ParseHour(ControlText(control))) {
+            frame::MousePointer::Default();
+            SetFocus(Control(control));
+            MessageBoxW(Window(), NoHour(ControlText(control)).c_str(), m_report.caption,
+                        MB_OK | MB_ICONWARNING);
+            return false;
         }
     }
+    return true;
 }
 
 void ReportForm::Choose(short index, const wchar_t* entry) {
@@ -197,15 +209,26 @@ const Condition* ReportForm::LookupOf(int control) const {
     return nullptr;
 }
 
-void ReportForm::LookUp(const Condition& condition) {
+void ReportForm::AskLookUp(const Condition& condition) {
+    m_lookedUp = &condition;
+    Input(kLookUp);
+}
+
+void ReportForm::LookUp() {
+    const Condition& condition = *m_lookedUp;
+    // Held: the host may close the form meanwhile.
     const com::ComPtr<frame::ControlObject> box =
         ObjectOf(ControlOf(condition) + Entry, Of(condition.kind).array, condition.index);
-    frame::OpenLookup(condition.lookup, m_clsEventos->Sink(), box.Get(), condition.index);
+    const com::ComPtr<IDispatch> sink(m_clsEventos->Sink());
+    frame::OpenLookup(condition.lookup, sink.Get(), box.Get(), condition.index);
 }
 
 void ReportForm::clsEventos_AceptaSeleccion(com::Invocation& call) {
     com::LateObject control(call[1].ToObject().Get(), L"ctl");
     const short index = control.Call(L"Index").ToShort();
+    if (!IsLoaded()) {
+        return;
+    }
     // A look-up of a button changes the host's own marks: nothing comes back into this dialog.
     const auto isBox = [&](const Condition& c) { return c.kind == Kind::Text && c.index == index; };
     if (std::ranges::any_of(m_report.conditions, isBox)) {
@@ -215,7 +238,7 @@ void ReportForm::clsEventos_AceptaSeleccion(com::Invocation& call) {
 
 bool ReportForm::OnConditionControl(int control, int code) {
     if (const Condition* condition = LookupOf(control); condition && code == BN_CLICKED) {
-        Trapped([&] { LookUp(*condition); });
+        AskLookUp(*condition);
         return true;
     }
     if (code == CBN_SELCHANGE || code == BN_CLICKED || code == EN_CHANGE) {
@@ -231,7 +254,7 @@ bool ReportForm::OnConditionControl(int control, int code) {
 bool ReportForm::OnConditionKey(UINT key) {
     const bool opens = key == VK_F4 || key == frame::kAltDown;
     if (const Condition* condition = opens ? LookupOf(GetDlgCtrlID(GetFocus())) : nullptr) {
-        LookUp(*condition);
+        AskLookUp(*condition);
         return true;
     }
     return false;

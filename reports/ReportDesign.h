@@ -1,8 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string_view>
 
+#include "base/PeriodName.h"
 #include "contract/Sink.h"
 #include "frame/Form.h"
 #include "frame/Nested.h"
@@ -42,12 +44,14 @@ struct ReportDesign {
     bool dates = false;
     std::span<const Condition> conditions = {};
     const wchar_t* note = nullptr;
+    /// What of the dates stands beside the title of the selected report, in a line of its own.
+    std::optional<base::PeriodParts> period = {};
 
     /// When the form is loaded, after the conditions got their opening values.
     void (*prepare)(ReportForm& form) = nullptr;
     /// Each time it is shown, after the choices were restored.
     void (*opened)(ReportForm& form) = nullptr;
-    /// An entry of the list was clicked or reached with the arrow keys.
+    /// Another entry of the list is the selected one, by keys or by a click on it or on its tick.
     void (*chosen)(ReportForm& form, int entry) = nullptr;
     /// The user changed a condition.
     void (*changed)(ReportForm& form, const Condition& condition) = nullptr;

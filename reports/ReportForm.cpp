@@ -3,9 +3,10 @@
 #include <commctrl.h>
 
 #include "base/Commands.h"
-#include "base/PathComponent.h"
+#include "base/SettingsKeys.h"
 #include "com/Collection.h"
 #include "frame/FormInstances.h"
+#include "frame/MousePointer.h"
 #include "frame/Product.h"
 #include "reports/Printer.h"
 #include "reports/Resources.h"
@@ -23,7 +24,11 @@ namespace {
 
 constexpr ToolUse kTools[] = {{base::kAceptar, L"Intro"}, {base::kCancelar, L"Esc"}};
 
+constexpr wchar_t kChoosePrinter[] = L"{IMPRESORA}";
 constexpr wchar_t kPrinter[] = L"Impresora";
+// From left to right; the spinner is part of the box of copies.
+constexpr int kOutputRow[] = {IDC_LBLSELEC,   IDC_CMBSELEC,   IDC_LBLCOPIAS, IDC_TXTCOPIAS,
+                              IDC_SPINCOPIAS, IDC_CMDPRINTER, IDC_LBLPRINTER};
 // Automation's numbers 6 and 13.
 constexpr auto kOverflow = static_cast<HRESULT>(0x800A0006);
 constexpr auto kMismatch = static_cast<HRESULT>(0x800A000D);
@@ -45,7 +50,7 @@ ReportForm::ReportForm(const ReportDesign& design)
                {frame::CheckList::Kind::Ticks, false, design.labels ? TickedLabels : TickedReports}),
       m_report(design) {
     if (design.dates) {
-        m_dates.emplace(*this, base::WholeMonth);
+        m_dates.emplace(*this, base::WholeMonth, [this] { ShowPeriod(); });
     }
 }
 
@@ -56,10 +61,16 @@ std::shared_ptr<ReportForm> ReportForm::Instance(const ReportDesign& design) {
 
 // Life.
 
-void ReportForm::Open(const Request& request) {
+void ReportForm::Open(const Request& request, bool unseen) {
     const std::wstring key = L"rpts" + request.cls;
-    if (!base::IsPlainPathComponent(key)) {
+    if (!base::IsKeyName(key)) {
         throw com::Error(E_INVALIDARG, L"«" + request.cls + L"» no sirve como nombre de pantalla.");
+    }
+    if (IsLoaded() && (request.cls != m_cls || request.showAuto != m_showAuto ||
+                       request.limited != m_limited || unseen != m_unseen)) {
+        // It was left hidden with choices that were made for another operation: they are not this one's.
+        Unload();
+        frame::FormInstances::Obtain(Name(), [this] { return shared_from_this(); });
     }
     m_cls = request.cls;
     m_reportKey = key;
@@ -67,6 +78,7 @@ void ReportForm::Open(const Request& request) {
     m_reports = com::ComPtr<IDispatch>(request.reports);
     m_showAuto = request.showAuto;
     m_limited = request.limited;
+    m_unseen = unseen;
     Load();
     EnableControl(IDC_LIST1, true);
     LoadChoices();
@@ -74,36 +86,44 @@ void ReportForm::Open(const Request& request) {
 
 void ReportForm::Mostrar(const Request& request) {
     Show([&] {
-        Open(request);
+        Open(request, false);
         ShowModal();
     });
 }
 
 void ReportForm::Aceptar(const Request& request) {
     Show([&] {
-        Open(request);
-        Dispatch(base::kAceptar);
+        frame::MousePointer::Hourglass(); // until it unloads
+        Open(request, true);
+        Accept();
     });
 }
 
 void ReportForm::OnLoad() {
     ListForm::OnLoad();
     SetWindowTextW(Window(), m_report.caption);
+    const auto answered = [this](com::Invocation& call) { clsEventos_AceptaSeleccion(call); };
     m_clsEventos = std::make_unique<frame::OwnRelay>(std::map<DISPID, frame::OwnRelay::Handler>{
-        {frame::AceptaSeleccion, [this](com::Invocation& call) { clsEventos_AceptaSeleccion(call); }}});
+        {frame::AceptaSeleccion, answered}, {frame::AceptaSeleccionParam, answered}});
     for (const int control :
          {IDC_LBLFECHA0, IDC_DTPICKER0, IDC_LBLFECHA1, IDC_DTPICKER1, IDC_CMDPERIODO, IDC_LBLINTERVALO}) {
         ShowControl(control, m_report.dates);
     }
     ShowControl(IDC_FRMPARAM, m_report.dates || !m_report.conditions.empty());
-    for (const int control : {IDC_LBLSELEC, IDC_CMBSELEC, IDC_LBLCOPIAS, IDC_TXTCOPIAS, IDC_SPINCOPIAS,
-                              IDC_CMDPRINTER, IDC_LBLPRINTER}) {
-        ShowControl(control, m_report.output);
-    }
     ObjectOf(IDC_CMBSELEC, L"CmbSelec", 0);
     ObjectOf(IDC_TXTCOPIAS, L"TxtFields", 0);
     MakeConditions();
-    SetNote(m_report.note ? m_report.note : L"");
+    for (const int control : kOutputRow) {
+        ShowControl(control, m_report.output);
+        // Below the conditions, so after them in the tab order.
+        SetWindowPos(Control(control), HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    }
+    if (m_report.labels) {
+        SetControlText(IDC_LBLLIST1, L"&Etiquetas:");
+    }
+    SetControlText(IDC_LBLNOTE, m_report.note ? m_report.note : L"");
+    ShowControl(IDC_LBLNOTE, m_report.note != nullptr);
+    ShowControl(IDC_LBLPERIODO, m_report.period.has_value());
     if (m_report.output) {
         SendMessageW(Control(IDC_CMBSELEC), CB_RESETCONTENT, 0, 0);
         SendMessageW(Control(IDC_SPINCOPIAS), UDM_SETRANGE32, 1, SHRT_MAX);
@@ -217,7 +237,9 @@ com::ComPtr<IDispatch> ReportForm::CopiesBox() {
 // Accepting.
 
 void ReportForm::Accept() {
-    CheckHours(); // before anything is hidden: the user is to mend it
+    if (!CheckHours()) { // before anything is hidden: the user is to mend it
+        return;
+    }
     contract::ReportChoice choice;
     const auto keep = [&] {
         // The reports are worth more than remembering them.
@@ -256,7 +278,11 @@ com::ComPtr<IDispatch> ReportForm::Selection() const {
 }
 
 std::span<const CommandRow> ReportForm::Commands() const {
-    static constexpr CommandRow kCommands[] = {{base::kAceptar, Do<&ReportForm::Accept>}};
+    static constexpr CommandRow kCommands[] = {
+        {base::kAceptar, Do<&ReportForm::Accept>},
+        {kLookUp, Do<&ReportForm::LookUp>},
+        {kChoosePrinter, Do<&ReportForm::CambiarImpresora>},
+    };
     return kCommands;
 }
 
@@ -283,19 +309,29 @@ void ReportForm::OnControl(int control, int code) {
     if (control == IDC_CMBSELEC && code == CBN_SELCHANGE) {
         OutputChanged();
     } else if (control == IDC_CMDPRINTER && code == BN_CLICKED) {
-        CambiarImpresora();
+        Input(kChoosePrinter);
     } else if (!OnConditionControl(control, code)) {
         ListForm::OnControl(control, code);
     }
 }
 
 bool ReportForm::OnKey(UINT key, bool control, bool shift) {
-    return OnConditionKey(key) || ListForm::OnKey(key, control, shift);
+    return (!control && !shift && OnConditionKey(key)) || ListForm::OnKey(key, control, shift);
 }
 
 void ReportForm::CurrentChanged() {
-    if (const int entry = ListForm::List().Current(); m_report.chosen && entry >= 0) {
+    if (const int entry = CurrentEntry(); m_report.chosen && entry >= 0) {
         m_report.chosen(*this, entry);
+    }
+    ShowPeriod();
+}
+
+void ReportForm::ShowPeriod() {
+    const int entry = CurrentEntry();
+    if (m_report.period) {
+        SetControlText(IDC_LBLPERIODO, entry < 0 ? L""
+                                                 : base::PeriodName(m_dates->Shown(), *m_report.period) +
+                                                       L": " + ListForm::List().Caption(entry));
     }
 }
 
@@ -308,6 +344,7 @@ std::vector<LayoutRow> ReportForm::Rows() const {
         const std::vector<LayoutRow> dates = frame::DateRangeControl::Rows();
         conditions.insert(conditions.begin(), dates.begin(), dates.end());
     }
+    conditions.push_back({kOwn, {{IDC_LBLPERIODO, kFill}}});
     conditions.push_back({kOwn, {{IDC_LBLNOTE, kFill}}});
     for (LayoutRow& row : conditions) {
         row.frame = IDC_FRMPARAM;
@@ -327,15 +364,6 @@ void ReportForm::ResizeControls() {
     ListForm::ResizeControls();
     // The spinner takes its place from the box whenever it is given the box anew.
     SendMessageW(Control(IDC_SPINCOPIAS), UDM_SETBUDDY, reinterpret_cast<WPARAM>(Control(IDC_TXTCOPIAS)), 0);
-}
-
-void ReportForm::SetNote(const std::wstring& text) {
-    const bool before = !ControlText(IDC_LBLNOTE).empty();
-    SetControlText(IDC_LBLNOTE, text);
-    ShowControl(IDC_LBLNOTE, !text.empty());
-    if (before != !text.empty()) {
-        Relayout();
-    }
 }
 
 } // namespace tamvelo::reports

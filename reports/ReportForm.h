@@ -13,6 +13,9 @@
 
 namespace tamvelo::reports {
 
+/// Opens what the box with the focus, or the button, can be filled from.
+inline constexpr wchar_t kLookUp[] = L"{CONSULTAR}";
+
 /// A report dialog: the reports of a host's screen with ticks, where they go and how often, and conditions.
 /// The choices are kept per screen; the host runs the reports when it gets them. A description makes one of
 /// these into a certain dialog.
@@ -33,7 +36,8 @@ public:
 
     /// Both throw com::Error when the dialog cannot open; what fails later goes to ControlErrores.
     void Mostrar(const Request& request);
-    /// Accepts what was chosen the last time, without showing anything.
+    /// Accepts what was chosen the last time, without showing anything: there is no dialog to come back to,
+    /// so that throws all that fails.
     void Aceptar(const Request& request);
 
     // For the descriptions.
@@ -44,12 +48,10 @@ public:
     bool ShowsAuto() const { return m_showAuto; }
     bool IsLimited() const { return m_limited; }
     base::DateRange Range() { return m_dates->Range(); }
-    /// The list's entry.
-    std::wstring Title(int entry) const { return ListForm::List().Caption(entry); }
     /// TxtFields(index)
     std::wstring Text(short index) const;
     void SetText(short index, const std::wstring& text);
-    /// The time of day in a box for hours. Throws com::Error, with the focus in the box, when it is none.
+    /// The time of day in a box for hours, which accepting has checked. Throws com::Error when it is none.
     DATE Hour(short index) const;
     /// CmbFields(index): the selected entry's place.
     short Choice(short index) const;
@@ -61,13 +63,12 @@ public:
     /// Takes a condition with all that belongs to it away, or off.
     void ShowCondition(Condition::Kind kind, short index, bool shown);
     void EnableCondition(Condition::Kind kind, short index, bool enabled, const wchar_t* whyNot = L"");
-    void SetNote(const std::wstring& text);
     /// A value under the key of this screen's choices.
     std::wstring Remembered(const wchar_t* name, const wchar_t* fallback) const;
     void Remember(const wchar_t* name, const std::wstring& value) const;
 
 private:
-    void Open(const Request& request);
+    void Open(const Request& request, bool unseen);
     void LoadChoices();
     void Accept();
     short CopiesNumber() const;
@@ -75,16 +76,18 @@ private:
     std::wstring ChoicesKey() const;
 
     void MakeConditions();
-    void CheckHours() const;
+    bool CheckHours() const;
     const Condition& Find(Condition::Kind kind, short index) const;
     int ControlOf(const Condition& condition) const;
     std::vector<frame::LayoutRow> ConditionRows() const;
     const Condition* LookupOf(int control) const;
-    void LookUp(const Condition& condition);
+    void AskLookUp(const Condition& condition);
+    void LookUp();
     bool OnConditionControl(int control, int code);
     bool OnConditionKey(UINT key);
     void clsEventos_AceptaSeleccion(com::Invocation& call);
 
+    void ShowPeriod();
     void OutputChanged();
     void CambiarImpresora();
     void ShowPrinter();
@@ -120,6 +123,8 @@ private:
     com::ComPtr<IDispatch> m_reports;
     bool m_showAuto = true;
     bool m_limited = false;
+    bool m_unseen = false;
+    const Condition* m_lookedUp = nullptr; // the one that the look-up is for
 };
 
 } // namespace tamvelo::reports

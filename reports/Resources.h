@@ -10,6 +10,7 @@
 #define IDC_SPINCOPIAS 506
 #define IDC_CMDPRINTER 507
 #define IDC_LBLPRINTER 508
+#define IDC_LBLPERIODO 509
 
 // The conditions are made from each dialog's description: four numbers for each.
 #define IDC_CONDITIONS 520

@@ -28,6 +28,14 @@ TEST(Names, SettingsKeys) {
               L"SOFTWARE\\Casa\\Global\\Configuracion\\Sesion\\Ordenes\\Informes");
     EXPECT_EQ(SesionKey(L"Casa", kSesionPersonalClientes),
               L"SOFTWARE\\Casa\\Global\\Configuracion\\Sesion\\Personal\\Clientes");
+    for (const std::wstring& name :
+         {std::wstring(L"a/b: c*."), std::wstring(L" "), std::wstring(255, L'x')}) {
+        EXPECT_TRUE(IsKeyName(name));
+    }
+    for (const std::wstring& name :
+         {std::wstring(), std::wstring(L"a\\b"), std::wstring(L"a\0", 2), std::wstring(256, L'x')}) {
+        EXPECT_FALSE(IsKeyName(name));
+    }
 }
 
 TEST(Names, CursorFiles) {

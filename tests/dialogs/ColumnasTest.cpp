@@ -136,6 +136,26 @@ TEST_F(Columnas, TheSearchHidesEntriesAndRenumbersNone) {
     EXPECT_EQ(TakeLog(), Written(L"False", L"False", L"True"));
 }
 
+class Alfabetos : public Columnas {
+protected:
+    Alfabetos() {
+        for (const wchar_t* caption : {L"ΑΘΗΝΑ", L"Σίσυφος", L"Москва", L"Straße"}) {
+            host.AddColumn(caption, L"Otra");
+        }
+    }
+};
+
+TEST_F(Alfabetos, TheSearchIgnoresCaseAndAccentsInEveryScript) {
+    Script script;
+    for (const wchar_t* text : {L"αθηνα", L"ΣΙΣΥΦΟΣ", L"МОСК", L"straße", L"CÓDI", L"DESCRIPCION", L"año"}) {
+        script.Do([text] {
+            SetWindowTextW(Item(IDC_TXTFILTRO), text);
+            EXPECT_EQ(Ask(LVM_GETITEMCOUNT), 1) << ::testing::PrintToString(std::wstring(text));
+        });
+    }
+    EXPECT_FALSE(Choose(script.Key(VK_ESCAPE)));
+}
+
 TEST_F(Columnas, AListWithoutColumnsStillTells) {
     host.columns->On(
         L"Count", [](com::Invocation& call) { call.Return(com::Variant(short{0})); }, true);

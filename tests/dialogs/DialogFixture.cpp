@@ -82,7 +82,7 @@ std::vector<std::wstring> DialogTest::Windows() const {
     for (const HWND window : windows) {
         wchar_t name[64] = L"";
         GetClassNameW(window, name, ARRAYSIZE(name));
-        if (window != owner && std::wstring_view(name) != L"IME") {
+        if (window != owner && !std::wstring_view(name).ends_with(L"IME")) { // the system's own
             names.emplace_back(name);
         }
     }

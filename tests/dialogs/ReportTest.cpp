@@ -1,43 +1,14 @@
-// The report dialogs: what each hands over, what they keep, and how they fail.
+// The report dialogs: what each hands over and what they keep.
 #include "com/WinHeaders.h"
 
-#include <commctrl.h>
+#include <dlgs.h>
 #include <winspool.h>
 
-#include <variant>
-
-#include "base/DateRanges.h"
-#include "com/Collection.h"
 #include "frame/Resources.h"
-#include "reports/Resources.h"
-#include "tests/dialogs/DialogFixture.h"
-#include "tests/support/Component.h"
+#include "tests/dialogs/ReportFixture.h"
 
 namespace tamvelo::testing {
 namespace {
-
-using Server = entry::IClsShowSerch;
-
-const wchar_t* const kMembers[] = {
-    L"AceptarReports",         L"AceptarReportsParam",   L"AceptarReportsParamMail",
-    L"AceptarReportsParamHr",  L"AceptarReportsFchAuto", L"AceptarReportsInformesParam",
-    L"AceptarInformesFchAuto", L"AceptarInformesFch",    L"AceptarInformesFchAutoTipoTime",
-    L"AceptarDocNumAut",       L"AceptarListasParam",    L"AceptarEtiqueta",
-};
-
-/// Today's month as the log writes dates.
-std::wstring Month() {
-    SYSTEMTIME now;
-    GetLocalTime(&now);
-    const base::DateRange range = base::WholeMonth(*base::ToDay({now.wYear, now.wMonth, now.wDay}));
-    const auto text = [](base::Day day) {
-        const base::CalendarDate date = base::ToDate(day);
-        wchar_t written[16];
-        wsprintfW(written, L"#%04d-%02d-%02d#", date.year, date.month, date.day);
-        return std::wstring(written);
-    };
-    return text(range.first) + L", " + text(range.last);
-}
 
 /// A printer of this machine while it lives. The user's choice of it is kept in the test's own registry.
 class Printer {
@@ -75,65 +46,6 @@ public:
 
 private:
     HANDLE m_printer = nullptr;
-};
-
-class Reports : public DialogTest {
-protected:
-    using Plain = decltype(&Server::ShowRpt);
-    using WithAuto = decltype(&Server::ShowRptFchAuto);
-    using Operation = std::variant<Plain, WithAuto>;
-
-    Reports() {
-        gdiSlack =
-            16; // a window that is hidden before it goes leaves pictures that the system keeps for others
-        for (const wchar_t* member : kMembers) {
-            host.sink->On(member, [](com::Invocation&) {});
-        }
-    }
-    void WarmUp() override {
-        Show(&Server::ShowRptCond, Script().Key(VK_ESCAPE));
-        Show(&Server::ShowRptCond, L"Otra",
-             Script().Do([] { SetWindowTextW(Item(IDC_TXTCOPIAS), L""); }).Key(VK_RETURN).Box(L"copias"));
-        Show(&Server::ShowRptCond, Script().Key(VK_ESCAPE));
-    }
-    std::optional<com::Error> Show(Operation operation, const wchar_t* screen, Script script,
-                                   VARIANT_BOOL showAuto = VARIANT_TRUE) {
-        com::Bstr cls(screen);
-        com::ComPtr<IDispatch> list = Titles(titles);
-        return Play(std::move(script), [&] {
-            BSTR* const text = cls.Address();
-            IDispatch** const to = sink.GetAddressOf();
-            IDispatch** const from = list.GetAddressOf();
-            return std::holds_alternative<Plain>(operation)
-                       ? (server.Get()->*std::get<Plain>(operation))(text, to, from)
-                       : (server.Get()->*std::get<WithAuto>(operation))(text, to, from, &showAuto);
-        });
-    }
-    std::optional<com::Error> Show(Operation operation, Script script) {
-        return Show(operation, L"Pedidos", std::move(script));
-    }
-    static com::ComPtr<IDispatch> Titles(const std::vector<std::wstring>& texts) {
-        std::vector<com::Variant> items;
-        for (const std::wstring& text : texts) {
-            items.emplace_back(text);
-        }
-        return com::MakeCollection(std::move(items));
-    }
-    /// The control of the dialog's condition of that place.
-    static HWND Part(int condition) { return Item(IDC_CONDITIONS + 4 * condition + 1); }
-    static Script TypeInto(int condition, const wchar_t* text) {
-        return Script().Do([=] { SetFocus(Part(condition)); }).Type(text);
-    }
-    static void Choose(int condition, int entry) {
-        SendMessageW(Part(condition), CB_SETCURSEL, static_cast<WPARAM>(entry), 0);
-        SendMessageW(Dialog(), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(Part(condition)), CBN_SELCHANGE),
-                     reinterpret_cast<LPARAM>(Part(condition)));
-    }
-    static std::wstring ChoicesKey(const wchar_t* form, const wchar_t* screen) {
-        return FormKey(form) + L"\\rpts" + screen;
-    }
-
-    std::vector<std::wstring> titles{L"Listado", L"Resumen", L"Etiquetas"};
 };
 
 TEST_F(Reports, EachDialogHandsOverItsOwnCall) {
@@ -221,51 +133,20 @@ TEST_F(Reports, ChoicesAreKeptPerScreenAndFollowTheReports) {
     EXPECT_THAT(TakeLog(),
                 ElementsAre(L"AceptarReports(&[False True False], &0, &1)",
                             L"AceptarReports(&[False False False], &0, &1)", L"AceptarReports(&[], &0, &1)"));
-    // A screen's name is part of a key: what is no plain name is refused, not written elsewhere.
-    EXPECT_TRUE(Show(&Server::ShowRpt, L"..\\Otra", Script()));
-}
-
-TEST_F(Reports, CopiesThatAreNoNumberAreReportedAndTheChoicesKept) {
-    for (const wchar_t* copies : {L"", L"dos", L"40000", L"3 4"}) {
-        SCOPED_TRACE(::testing::PrintToString(std::wstring(copies)));
-        const Script spoil = Script().Do([copies] { SetWindowTextW(Item(IDC_TXTCOPIAS), copies); });
-        EXPECT_FALSE(Show(&Server::ShowRpt, Script(spoil).Key(VK_RETURN).Box(L"número de copias")));
-        EXPECT_THAT(TakeLog(), IsEmpty());
-        EXPECT_FALSE(IsWindowVisible(Dialog()));
-        EXPECT_EQ(GetValue(ChoicesKey(L"frmRpts", L"Pedidos"), L"Copias"), copies);
-        // The next operation finds the form that was left hidden.
-        EXPECT_FALSE(Show(&Server::ShowRpt,
-                          Script().Do([] { SetWindowTextW(Item(IDC_TXTCOPIAS), L" 2"); }).Key(VK_RETURN)));
-        EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarReports(&[False False False], &0, &2)"));
+    // A screen's name is part of a key: only what would be another key, or none, is refused.
+    for (const std::wstring& screen :
+         {std::wstring(L"Pedidos/Clientes"), std::wstring(L"Pedidos: abiertos"), std::wstring(L"Pedidos."),
+          std::wstring(L"Pedidos "), std::wstring(L".."), std::wstring(L"¿Año 2026? *"),
+          std::wstring(251, L'x')}) {
+        SCOPED_TRACE(::testing::PrintToString(screen));
+        titles = {L"Uno"};
+        EXPECT_FALSE(Show(&Server::ShowRpt, screen, Keys({VK_SPACE, VK_RETURN})));
+        EXPECT_EQ(GetValue(ChoicesKey(L"frmRpts", screen), L"Informes"), L"Uno|");
     }
-    // A sink that fails is no reason to lose the dialog either; without a dialog nothing comes up.
-    host.sink->On(L"AceptarReports", [](com::Invocation&) { RaiseHostError(); });
-    EXPECT_FALSE(Show(&Server::ShowRpt, Script()
-                                            .Key(VK_SPACE)
-                                            .Key(VK_RETURN)
-                                            .Box(kHostErrorText)
-                                            .Do([] { EXPECT_TRUE(IsWindowVisible(Dialog())); })
-                                            .Key(VK_RETURN)
-                                            .Box(kHostErrorText)
-                                            .Key(VK_ESCAPE)));
-    EXPECT_THAT(TakeLog().back(), HasSubstr(L"[True False False]"));
-    host.sink->On(L"AceptarEtiqueta", [](com::Invocation&) { RaiseHostError(); });
-    EXPECT_FALSE(Show(&Server::PrintEtiq, Script().Box(kHostErrorText)));
-    EXPECT_FALSE(Show(&Server::ShowEtiq, Keys({VK_ESCAPE})));
-}
-
-TEST_F(Reports, TheHostMayShowTheDialogAgainFromItsSink) {
-    int calls = 0;
-    host.sink->On(L"AceptarReports", [&](com::Invocation&) {
-        if (calls++ == 0) {
-            com::Bstr cls(L"Pedidos");
-            com::ComPtr<IDispatch> list = Titles(titles);
-            EXPECT_EQ(server->ShowRpt(cls.Address(), sink.GetAddressOf(), list.GetAddressOf()), S_OK);
-        }
-    });
-    EXPECT_FALSE(Show(&Server::ShowRpt, Keys({VK_RETURN, VK_SPACE, VK_RETURN})));
-    EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarReports(&[False False False], &0, &1)",
-                                       L"AceptarReports(&[True False False], &0, &1)"));
+    for (const std::wstring& screen :
+         {std::wstring(L"..\\Otra"), std::wstring(L"a\0b", 3), std::wstring(252, L'x')}) {
+        EXPECT_TRUE(Show(&Server::ShowRpt, screen, Script()));
+    }
 }
 
 TEST_F(Reports, CopiesAndPrinterBelongToThePrinter) {
@@ -297,7 +178,13 @@ TEST_F(Reports, ThePrinterIsNamedAndChosenInTheSystemsDialog) {
     const Printer printer;
     const Script choose = Script()
                               .Do([] { PostMessageW(Item(IDC_CMDPRINTER), BM_CLICK, 0, 0); })
-                              .Until("the printer dialog", [](HWND top) { return top != Dialog(); });
+                              .Until("the printer dialog", [](HWND top) { return top != Dialog(); })
+                              .Do([] { // only what is kept
+                                  EXPECT_TRUE(IsWindowVisible(GetDlgItem(TopWindow(), cmb1)));
+                                  for (const int id : {psh2, cmb2, cmb3, rad1, rad2}) {
+                                      EXPECT_FALSE(IsWindowVisible(GetDlgItem(TopWindow(), id))) << id;
+                                  }
+                              });
     const Script back = Script().Until("the dialog", [](HWND top) { return top == Dialog(); }).Do([] {
         EXPECT_EQ(ItemText(IDC_LBLPRINTER), L"Prueba");
     });
@@ -314,13 +201,13 @@ TEST_F(Reports, ThePrinterIsNamedAndChosenInTheSystemsDialog) {
 
 TEST_F(Reports, AutomaticPrintingCanBeKeptFromTheUser) {
     const auto tick = [] { SendMessageW(Part(0), BM_CLICK, 0, 0); };
+    const auto off = [] { EXPECT_FALSE(IsWindowEnabled(Part(0))); };
     EXPECT_FALSE(Show(&Server::ShowRptFchAuto, L"Pedidos", Script().Do(tick).Key(VK_RETURN)));
     EXPECT_FALSE(Show(&Server::ShowRptFchAuto, L"Pedidos",
                       Script().Do([] { EXPECT_FALSE(IsWindowVisible(Part(0))); }).Key(VK_RETURN),
                       VARIANT_FALSE));
     EXPECT_FALSE(Show(&Server::ShowRptFchAutoInf, L"Pedidos", Script().Do(tick).Key(VK_RETURN)));
-    EXPECT_FALSE(
-        Show(&Server::ShowRptFchAutoInf, L"Pedidos_Reclamaciones", Script().Do(tick).Key(VK_RETURN)));
+    EXPECT_FALSE(Show(&Server::ShowRptFchAutoInf, L"Pedidos_Reclamaciones", Script().Do(off).Key(VK_RETURN)));
     const std::wstring start = L"(&[False False False], &0, &1, " + Month();
     EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarReportsFchAuto" + start + L", 1)",
                                        L"AceptarReportsFchAuto" + start + L", 0)",
@@ -338,72 +225,6 @@ TEST_F(Reports, WhatIsPrintedWithoutADialogIsWhatWasTickedLast) {
                 ElementsAre(L"AceptarEtiqueta(&[False False False])", L"AceptarEtiqueta(&[False True False])",
                             L"AceptarEtiqueta(&[False True False])",
                             L"AceptarDocNumAut(&[False False False], &0, &1, Empty, Empty, False)"));
-}
-
-TEST_F(Reports, TheSeriesBelongsToTheEleventhReport) {
-    titles.assign(12, L"Informe");
-    const std::wstring key = L"SOFTWARE\\Tamvelo\\Global\\Configuracion\\Sesion\\Clientes";
-    SetValue(key, L"Serie", L"A");
-    Script script;
-    for (int i = 0; i < 12; ++i) {
-        script.Do([i] { EXPECT_EQ(IsWindowEnabled(Part(0)) != FALSE, i == 10) << i; }).Key(VK_DOWN);
-    }
-    script.Key(VK_UP).Do([] {
-        EXPECT_EQ(TextOf(Part(0)), L"A");
-        SetWindowTextW(Part(0), L"B");
-    });
-    EXPECT_FALSE(Show(&Server::ShowSql, Script(script).Key(VK_ESCAPE)));
-    EXPECT_EQ(GetValue(key, L"Serie"), L"A");
-    EXPECT_FALSE(Show(&Server::ShowSql, Script(script).Key(VK_RETURN)));
-    EXPECT_EQ(GetValue(key, L"Serie"), L"B");
-}
-
-TEST_F(Reports, AnHourThatIsNoneIsMendedInTheOpenDialog) {
-    EXPECT_FALSE(Show(&Server::ShowRptCondHr, Script()
-                                                  .Do([] { SetWindowTextW(Part(1), L"25:99"); })
-                                                  .Key(VK_RETURN)
-                                                  .Box(L"no es una hora")
-                                                  .Do([] {
-                                                      EXPECT_EQ(GetFocus(), Part(1));
-                                                      SetWindowTextW(Part(1), L"8:30");
-                                                  })
-                                                  .Key(VK_RETURN)));
-    EXPECT_THAT(TakeLog().back(), HasSubstr(L"#1899-12-30 08:30#"));
-}
-
-TEST_F(Reports, ABoxIsFilledFromTheSelectionPanelThroughTheRelay) {
-    host.className = L"clientes";
-    com::ComPtr<HostObject> classes = com::Make<HostObject>(L"Clases", host.log);
-    classes->On(L"CrearClase", [&](com::Invocation& call) { call.Return(com::Variant(host.data.Get())); });
-    const Component component(classes.Get());
-    SetValue(kEnvironmentKey, L"Clases", component.Name());
-    EXPECT_FALSE(
-        Show(&Server::ShowRptInfOrdenes,
-             Script()
-                 .Do([] { SetFocus(Part(0)); })
-                 .Key(VK_F4)
-                 .Until("the panel", [](HWND) { return GetDlgItem(Dialog(), IDC_DATAGRID) != nullptr; })
-                 .Key(VK_DOWN)
-                 .Key(VK_RETURN)
-                 .Until("the dialog", [](HWND) { return GetDlgItem(Dialog(), IDC_CMBSELEC) != nullptr; })
-                 .Do([] { EXPECT_EQ(TextOf(Part(0)), L"f1c0"); })
-                 .Key(VK_RETURN)));
-    EXPECT_EQ(host.log[0], L"CrearClase(\"clientes\")");
-    EXPECT_THAT(host.log.back(), HasSubstr(L", \"f1c0\")"));
-
-    host.className = L"tipos_producto"; // of which the marks count, and no answer
-    host.log.clear();
-    EXPECT_FALSE(
-        Show(&Server::ShowRptFchAutoInf,
-             Script()
-                 .Do([] { PostMessageW(Part(1), BM_CLICK, 0, 0); })
-                 .Until("the list", [](HWND) { return GetDlgItem(Dialog(), IDC_DATAGRID) != nullptr; })
-                 .Key(VK_RETURN)
-                 .Until("the dialog", [](HWND) { return GetDlgItem(Dialog(), IDC_CMBSELEC) != nullptr; })
-                 .Do([] { EXPECT_EQ(TextOf(Part(1)), L"Fiitrar Tipos Producto"); })
-                 .Key(VK_ESCAPE)));
-    EXPECT_THAT(host.log, ElementsAre(L"CrearClase(\"Tipos_Producto\")", L"Requery(\"selec_plan\")",
-                                      L"sClassName()", L"Requery(\"seleccion\")", L"AplyFilter(\"\")"));
 }
 
 TEST_F(Reports, AComponentOfTheEnvironmentFillsAndKeepsTheLists) {
