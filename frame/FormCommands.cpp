@@ -172,7 +172,8 @@ void Form::RunMenu(std::span<const MenuItem> items, POINT screen) {
     for (size_t i = 0; i < items.size(); ++i) {
         const wchar_t* caption =
             items[i].caption ? items[i].caption : ToolCaption(m_design.tools, items[i].command);
-        AppendMenuW(menu.get(), caption ? MF_STRING : MF_SEPARATOR, i + 1, caption);
+        const UINT off = m_toolbar->IsEnabled(items[i].command) ? 0U : MF_GRAYED;
+        AppendMenuW(menu.get(), off | (caption ? MF_STRING : MF_SEPARATOR), i + 1, caption);
     }
     const int chosen =
         TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, screen.x, screen.y, 0, m_window, nullptr);

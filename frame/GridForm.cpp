@@ -29,7 +29,7 @@ struct ExtraKey {
 constexpr ExtraKey kExtraKeys[] = {
     {'E', true, false, kGoToSearch},        {'L', true, false, kCopyCell},
     {VK_F9, false, false, base::kOrdenAsc}, {VK_F9, false, true, base::kOrdenDesc},
-    {VK_F12, false, false, kChooseColumns},
+    {VK_F12, false, false, kChooseColumns}, {VK_F7, false, false, base::kFiltro},
 };
 
 } // namespace
@@ -64,13 +64,15 @@ void GridForm::OnLoad() {
         const ThemeScope theme;
         m_grid = std::make_unique<grid::Grid>(Window(), IDC_DATAGRID, *this);
     }
-    // After the search strip in the tab order.
-    SetWindowPos(m_grid->Window(), Control(IDC_CMDBUSCAR), 0, 0, 0, 0,
+    // Right after the search box in the tab order: the arrows there go where Tab goes, into the list.
+    SetWindowPos(m_grid->Window(), Control(IDC_TXTFIELDS0), 0, 0, 0, 0,
                  SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     DataGrid().SetAccessibleName(m_className);
+    const auto selected = [this](com::Invocation& call) { clsMeEvents_AceptaSeleccion(call); };
     m_relay = std::make_unique<OwnRelay>(std::map<DISPID, OwnRelay::Handler>{
         {ConfigurarColumnas, [this](com::Invocation&) { clsMeEvents_ConfigurarColumnas(); }},
-        {AceptaSeleccion, [this](com::Invocation& call) { clsMeEvents_AceptaSeleccion(call); }}});
+        {AceptaSeleccion, selected},
+        {AceptaSeleccionParam, selected}});
     ObjectOf(IDC_TXTFIELDS0, L"TxtFields", 0);
     SetHeading(Heading({}));
 }
@@ -83,7 +85,6 @@ void GridForm::OnLaidOut() {
         OnDefaultLook();
     }
     DataGrid().SetCurrentColumn(m_column < DataGrid().ColumnCount() ? m_column : short{0});
-    NameSearchColumn();
     ShowStatus();
 }
 
@@ -96,10 +97,10 @@ void GridForm::OnBeforeUnload() {
 void GridForm::OnUnload() noexcept {
     m_grid.reset();
     m_relay.reset();
-    m_searched.clear();
+    m_searched = {};
     m_orderColumn = -1;
     m_lookChanged = false;
-    m_filtered = false;
+    m_filter.clear();
     m_caller = nullptr;
     m_control.Reset();
     m_data.Reset();
@@ -108,9 +109,13 @@ void GridForm::OnUnload() noexcept {
 
 // Searching.
 
-bool GridForm::IsSearchPending() const {
-    return IsSearchStripShown() && ControlText(IDC_TXTFIELDS0) != m_searched;
+GridForm::Search GridForm::TypedSearch() const {
+    std::wstring text = ControlText(IDC_TXTFIELDS0);
+    const bool somewhere = !text.empty() && !MeansAll(text);
+    return {std::move(text), somewhere ? DataGrid().CurrentColumn() : kNoColumn};
 }
+
+bool GridForm::IsSearchPending() const { return IsSearchStripShown() && TypedSearch() != m_searched; }
 
 void GridForm::SetSearchText(const std::wstring& text) { SetControlText(IDC_TXTFIELDS0, text); }
 
@@ -130,7 +135,7 @@ void GridForm::ShowSearchStrip(bool shown) {
 }
 
 void GridForm::NameSearchColumn() {
-    if (DataGrid().ColumnCount() == 0) {
+    if (!m_grid || DataGrid().ColumnCount() == 0) {
         return;
     }
     const short column = DataGrid().CurrentColumn();
@@ -138,14 +143,13 @@ void GridForm::NameSearchColumn() {
     SetControlText(IDC_LBLBUSCAR, L"B&uscar en " + AsLabel(DataGrid().Caption(column)) + L":");
 }
 
-void GridForm::BuildFilter() {
-    if (ControlText(IDC_TXTFIELDS0) == base::kAnyText) {
-        return;
+void GridForm::BuildFilter(const std::wstring& typed) {
+    std::wstring filter;
+    if (!MeansAll(typed)) {
+        const std::wstring fragments[] = {m_data.CreateFilter(ObjectOf(IDC_TXTFIELDS0, L"TxtFields", 0))};
+        filter = base::JoinAnd(fragments);
     }
-    NameSearchColumn();
-    const std::wstring fragments[] = {m_data.CreateFilter(ObjectOf(IDC_TXTFIELDS0, L"TxtFields", 0))};
-    std::wstring filter = base::JoinAnd(fragments);
-    m_data.SetFilter(filter, base::kSlotFilterSelec);
+    m_data.SetFilter(filter, base::kSlotFilterSelec); // also an empty one, or the last one would come back
 }
 
 void GridForm::AplicarBusqueda(bool apply) {
@@ -163,7 +167,8 @@ void GridForm::AplicarBusqueda(bool apply) {
         ShowRecords({});
         return;
     }
-    BuildFilter();
+    const Search search = TypedSearch();
+    BuildFilter(search.text);
     AskHost([&] {
         m_data.AplyFilter(m_data.GetFilter(base::kSlotFilterSelec));
         m_data.Requery(base::kSelec);
@@ -171,7 +176,7 @@ void GridForm::AplicarBusqueda(bool apply) {
     if (!IsLoaded()) {
         return;
     }
-    m_searched = ControlText(IDC_TXTFIELDS0);
+    m_searched = search;
     DataGrid().Requeried();
     ShowFilter(m_data.GetFilter(base::kSlotFilterSelec));
     SetFocus(Control(IDC_TXTFIELDS0));
@@ -180,7 +185,7 @@ void GridForm::AplicarBusqueda(bool apply) {
 }
 
 void GridForm::ShowRecords(const std::wstring& filter) {
-    m_searched.clear();
+    m_searched = {};
     DataGrid().Requeried();
     ShowFilter(filter);
     SetEmptyText(!filter.empty());
@@ -188,16 +193,14 @@ void GridForm::ShowRecords(const std::wstring& filter) {
 }
 
 void GridForm::ShowFilter(const std::wstring& filter) {
-    m_filtered = !filter.empty();
-    Bar().SetPressed(base::kFiltro, m_filtered);
-    OnFiltered(m_filtered);
+    m_filter = filter;
+    Bar().SetPressed(base::kFiltro, IsFiltered());
+    OnFiltered(IsFiltered());
     SetHeading(Heading(filter));
 }
 
 void GridForm::SetEmptyText(bool noMatch) {
-    DataGrid().SetEmptyText(noMatch
-                                ? std::wstring(L"Sin coincidencias: quite el filtro (") + NoFilterKey() + L")"
-                                : std::wstring(L"No hay registros"));
+    DataGrid().SetEmptyText(noMatch ? L"Sin coincidencias: quite el filtro (F7)" : L"No hay registros");
 }
 
 std::wstring GridForm::Heading(const std::wstring& filter) const {
@@ -296,7 +299,6 @@ void GridForm::RowActivated() { OnRowActivated(); }
 void GridForm::HeadingClicked(short column) {
     const bool again = column == m_orderColumn && !m_orderDescending;
     DataGrid().SetCurrentColumn(column);
-    NameSearchColumn();
     Input(again ? base::kOrdenDesc : base::kOrdenAsc);
 }
 
@@ -337,8 +339,6 @@ void GridForm::Failed(const com::Error& error) noexcept { ControlErrores(error);
 void GridForm::OnControl(int control, int code) {
     if (control == IDC_CMDBUSCAR && code == BN_CLICKED) {
         Input(kApplySearch);
-    } else if (control == IDC_TXTFIELDS0 && code == EN_SETFOCUS) {
-        NameSearchColumn();
     }
 }
 

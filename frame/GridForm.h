@@ -58,20 +58,41 @@ protected:
             throw;
         }
     }
-    /// Hands the current record to the sink.
+    /// Hands the current record to the sink; for DeliverAnswer.
     void SendAnswer(const base::Answer& answer);
     /// Those of the current record that the answer carries.
     std::vector<com::Variant> TextsFor(const base::Answer& answer);
-    /// After the host has its answer: takes the filter away and closes.
-    void CloseDelivered();
+    /// What accepting comes to: hides the form, runs `tell`, which calls the sink, and unloads. If the sink
+    /// fails the form comes back as it was, with the rows read again.
+    template <class Tell>
+    void DeliverAnswer(const Tell& tell) {
+        Deliver([&] {
+            AskHost(tell);
+            TakeControlBack();
+        });
+    }
+    /// The same in a selection panel, which takes the filter away afterwards.
+    template <class Tell>
+    void DeliverSelection(const Tell& tell) {
+        Deliver([&] {
+            AskHost(tell);
+            TakeControlBack();
+            if (IsLoaded()) {
+                // The record is delivered: whatever becomes of the filter, the panel has done its work.
+                Trapped([&] { m_data.AplyFilter(L""); });
+            }
+        });
+    }
     void TakeControlBack();
 
     /// Runs the typed search (true), or takes it away (false).
     void AplicarBusqueda(bool apply);
     /// "ID_Filtrar": brings the strip back, or applies what was typed and puts it away, or goes to its box.
     void Filtrar();
-    /// Whether something was typed that the grid does not show yet.
+    /// Whether something was typed that the grid does not show yet, or shows of another column.
     bool IsSearchPending() const;
+    /// Whether the text asks for every record rather than for something.
+    virtual bool MeansAll(std::wstring_view /*typed*/) const { return false; }
     void SetSearchText(const std::wstring& text);
     void ShowSearchStrip(bool shown);
     bool IsSearchStripShown() const;
@@ -93,7 +114,8 @@ protected:
     void CopyRowWithHeadings() { DataGrid().CopyRow(true); }
     /// The answer of the column chooser: the columns are the grid's own, so what is left is to keep them.
     void clsMeEvents_ConfigurarColumnas();
-    /// The answer of a look-up that was opened with this form's relay as its sink.
+    /// The answer of a look-up that was opened with this form's relay as its sink: index, control, and the
+    /// value, or the first of the three that some classes answer with.
     virtual void clsMeEvents_AceptaSeleccion(com::Invocation& /*call*/) {}
     IDispatch* Relay() const { return m_relay->Sink(); }
 
@@ -123,8 +145,6 @@ protected:
     virtual void OnDefaultLook() {}
     /// Of the file that keeps the grid's look, without folder and extension.
     virtual std::wstring LayoutName() const { return L"frmSelec" + m_className; }
-    /// The key that takes the filter away, for the text in a grid that a filter has emptied.
-    virtual const wchar_t* NoFilterKey() const { return L"Supr"; }
     /// What stands after the record counter in the status line.
     virtual std::wstring StatusNote() const { return {}; }
 
@@ -147,13 +167,15 @@ protected:
     void SetHeading(const std::wstring& text);
     /// After the host has other records than before, with `filter` in force and nothing searched.
     void ShowRecords(const std::wstring& filter);
-    bool IsFiltered() const { return m_filtered; }
+    const std::wstring& Filter() const { return m_filter; }
+    bool IsFiltered() const { return !m_filter.empty(); }
 
 private:
     void RowActivated() override;
     void HeadingClicked(short column) override;
     void ContextMenuAsked(POINT screen) override;
     void CurrentRowChanged() override;
+    void CurrentColumnChanged() override { NameSearchColumn(); }
     void ShownWasAnother() override;
     void LayoutChanged() override;
     void Failed(const com::Error& error) noexcept override;
@@ -161,7 +183,15 @@ private:
     /// False when there is none that the user left.
     bool LoadLook();
     void SaveLook();
-    void BuildFilter();
+    /// What a search would look for, and where.
+    struct Search {
+        std::wstring text;
+        short column = kNoColumn; // of a text that is looked for
+        bool operator==(const Search&) const = default;
+    };
+    static constexpr short kNoColumn = -1;
+    Search TypedSearch() const;
+    void BuildFilter(const std::wstring& typed);
     void NameSearchColumn();
     void GoToSearch();
     void ShowFilter(const std::wstring& filter);
@@ -177,9 +207,9 @@ private:
     std::unique_ptr<OwnRelay> m_relay;
     GridLayoutStore m_layoutStore;
     bool m_lookChanged = false;
-    bool m_filtered = false;
+    std::wstring m_filter;                     // in force, as far as this form knows
     contract::HostControl* m_caller = nullptr; // the host's reference, while its call waits for us
-    std::wstring m_searched;                   // the box's text when the search was last applied
+    Search m_searched;                         // what the grid shows
     short m_orderColumn = -1;
     bool m_orderDescending = false;
 };

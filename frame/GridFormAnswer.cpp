@@ -52,25 +52,13 @@ void GridForm::SendAnswer(const base::Answer& answer) {
     const std::vector<com::Variant> texts = TextsFor(answer);
     com::ComPtr<IDispatch>& control = m_control.Reference();
     short& first = answer.first.kind == NumberSource::Kind::Indx ? m_indx : m_column;
-    AskHost([&] {
-        if (answer.member == base::SinkMember::AceptarSeleccion) {
-            m_sink.AceptarSeleccion(first, control, texts[0]);
-        } else if (answer.first.kind == NumberSource::Kind::Fixed) {
-            m_sink.AceptarSeleccionParamCode(answer.first.fixed, control, texts[0], texts[1], texts[2]);
-        } else {
-            m_sink.AceptarSeleccionParam(first, control, texts[0], texts[1], texts[2]);
-        }
-    });
-    TakeControlBack();
-}
-
-void GridForm::CloseDelivered() {
-    if (!IsLoaded()) {
-        return;
+    if (answer.member == base::SinkMember::AceptarSeleccion) {
+        m_sink.AceptarSeleccion(first, control, texts[0]);
+    } else if (answer.first.kind == NumberSource::Kind::Fixed) {
+        m_sink.AceptarSeleccionParamCode(answer.first.fixed, control, texts[0], texts[1], texts[2]);
+    } else {
+        m_sink.AceptarSeleccionParam(first, control, texts[0], texts[1], texts[2]);
     }
-    // The record is delivered: whatever becomes of the filter, the panel has done its work.
-    Trapped([&] { m_data.AplyFilter(L""); });
-    Unload();
 }
 
 } // namespace tamvelo::frame

@@ -45,10 +45,7 @@ void GridForm::ChooseColumns() {
     server.Call(L"ShowColums", {m_relay->Sink(), DataGrid().Columns().Get()});
 }
 
-void GridForm::clsMeEvents_ConfigurarColumnas() {
-    NameSearchColumn(); // the current column may be among those that were hidden
-    SaveLook();
-}
+void GridForm::clsMeEvents_ConfigurarColumnas() { SaveLook(); }
 
 void GridForm::LayoutChanged() { m_lookChanged = true; }
 

@@ -150,6 +150,9 @@ void Toolbar::Refresh() {
     for (const std::wstring_view id : pressed) {
         SetPressed(id, true);
     }
+    for (const std::wstring& id : m_off) {
+        SendMessageW(m_window, TB_ENABLEBUTTON, static_cast<WPARAM>(CommandOf(id)), FALSE);
+    }
 }
 
 void Toolbar::Resize() {
@@ -188,6 +191,18 @@ void Toolbar::SetPressed(std::wstring_view id, bool pressed) {
 
 bool Toolbar::IsPressed(std::wstring_view id) const {
     return SendMessageW(m_window, TB_ISBUTTONCHECKED, static_cast<WPARAM>(CommandOf(id)), 0) > 0;
+}
+
+void Toolbar::SetEnabled(std::wstring_view id, bool enabled) {
+    std::erase(m_off, id);
+    if (!enabled) {
+        m_off.emplace_back(id);
+    }
+    SendMessageW(m_window, TB_ENABLEBUTTON, static_cast<WPARAM>(CommandOf(id)), enabled);
+}
+
+bool Toolbar::IsEnabled(std::wstring_view id) const {
+    return std::find(m_off.begin(), m_off.end(), id) == m_off.end();
 }
 
 void Toolbar::Load(const std::wstring& path) {

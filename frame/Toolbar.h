@@ -36,6 +36,9 @@ public:
     void SetToolVisible(std::wstring_view id, bool visible);
     void SetPressed(std::wstring_view id, bool pressed);
     bool IsPressed(std::wstring_view id) const;
+    /// A tool that would do nothing is off, here and in the menus.
+    void SetEnabled(std::wstring_view id, bool enabled);
+    bool IsEnabled(std::wstring_view id) const;
 
     /// Throws com::Error for a file that cannot be read or is no layout; the bar is then as before.
     void Load(const std::wstring& path);
@@ -62,6 +65,7 @@ private:
     std::span<const ToolUse> m_uses;
     std::function<void()> m_changed;
     base::ToolbarLayout m_layout;
+    std::vector<std::wstring> m_off;
     bool m_customizing = false;
     bool m_stale = true; // the layout has changes that the window does not show yet
 };

@@ -23,6 +23,8 @@ struct GridEvents {
     virtual void ContextMenuAsked(POINT screen) = 0;
     /// After the current row became another one, by the user or by the host.
     virtual void CurrentRowChanged() = 0;
+    /// After the current column became another one, or has another caption.
+    virtual void CurrentColumnChanged() {}
     /// After the user dragged, resized or fitted a column.
     virtual void LayoutChanged() = 0;
     /// A click on the cell of a mark, in a grid that offers them; its row and column are the current ones by

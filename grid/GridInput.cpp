@@ -138,21 +138,27 @@ void GridView::SetCurrentColumn(short column) {
         InvalidateRow(m_data.Current());
         NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, m_window, OBJID_CLIENT,
                        RowChild(m_data.Current(), m_geometry.top));
+        Raise([](GridEvents& events) { events.CurrentColumnChanged(); });
     }
 }
 
-void GridView::Click(int x, int y) {
+bool GridView::SelectCell(int x, int y) {
     SetFocus(m_window);
     const long row = RowAt(y);
     if (row < 0 || !m_window) {
-        return;
+        return false;
     }
     const short column = ColumnAt(x);
     if (column >= 0) {
         SetCurrentColumn(column); // which may scroll
     }
     MoveTo(row);
-    if (TakesMarks(column) && m_data.Current() == row) {
+    return m_window && m_data.Current() == row;
+}
+
+void GridView::Click(int x, int y) {
+    const short column = ColumnAt(x);
+    if (SelectCell(x, y) && TakesMarks(column)) {
         Raise([](GridEvents& events) { events.MarkClicked(); });
     }
 }

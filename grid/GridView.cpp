@@ -180,6 +180,7 @@ void GridView::ShowColumns() {
     UpdateScrollBars();
     m_headings.Place(m_geometry.client, m_geometry.headHeight, m_geometry.scrolled);
     InvalidateBody();
+    Raise([](GridEvents& events) { events.CurrentColumnChanged(); });
 }
 
 void GridView::SetMark(const std::optional<OrderMark>& mark) {

@@ -135,6 +135,8 @@ private:
     // What the user does (GridInput.cpp)
     bool Key(WPARAM key);
     void Step(long row, long top);
+    /// What a press of either button does: its cell becomes the current one. False when it hit none.
+    bool SelectCell(int x, int y);
     void Click(int x, int y);
     void DoubleClick(int x, int y);
     void ScrollVertically(WORD request);

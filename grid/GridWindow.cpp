@@ -136,8 +136,10 @@ LRESULT GridView::Handle(UINT message, WPARAM w, LPARAM l) {
         }
         break;
     case WM_LBUTTONDOWN:
-    case WM_RBUTTONDOWN:
         Click(PointOf(l).x, PointOf(l).y);
+        break;
+    case WM_RBUTTONDOWN: // for the menu that follows
+        SelectCell(PointOf(l).x, PointOf(l).y);
         break;
     case WM_LBUTTONDBLCLK:
         DoubleClick(PointOf(l).x, PointOf(l).y);

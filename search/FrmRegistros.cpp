@@ -43,14 +43,21 @@ constexpr ToolUse kTools[] = {
 // in the selection panel; in the box Enter is for what was typed and Delete for its characters; on the button
 // Enter presses it.
 constexpr KeyRow kKeys[] = {
-    {0, VK_RETURN, frame::kNoCommand},           {0, VK_F7, base::kFiltro},
-    {IDC_DATAGRID, VK_RETURN, base::kModificar}, {IDC_DATAGRID, VK_DELETE, base::kEliminar},
-    {IDC_DATAGRID, VK_INSERT, base::kFiltrar},   {IDC_DATAGRID, VK_F3, frame::kChooseFont},
-    {IDC_DATAGRID, VK_F4, base::kAceptar},       {IDC_DATAGRID, VK_F5, base::kRegistro},
-    {IDC_TXTFIELDS0, VK_INSERT, base::kNuevo},   {IDC_TXTFIELDS0, VK_UP, frame::kTabKey},
-    {IDC_TXTFIELDS0, VK_DOWN, frame::kTabKey},   {IDC_TXTFIELDS0, VK_RETURN, base::kAceptar},
-    {IDC_TXTFIELDS0, VK_F4, base::kAceptar},     {IDC_CMDBUSCAR, VK_RETURN, frame::kApplySearch},
-    {IDC_CMDBUSCAR, VK_INSERT, base::kNuevo},    {IDC_CMDBUSCAR, VK_DELETE, base::kEliminar},
+    {0, VK_RETURN, frame::kNoCommand},
+    {IDC_DATAGRID, VK_RETURN, base::kModificar},
+    {IDC_DATAGRID, VK_DELETE, base::kEliminar},
+    {IDC_DATAGRID, VK_INSERT, base::kFiltrar},
+    {IDC_DATAGRID, VK_F3, frame::kChooseFont},
+    {IDC_DATAGRID, VK_F4, base::kAceptar},
+    {IDC_DATAGRID, VK_F5, base::kRegistro},
+    {IDC_TXTFIELDS0, VK_INSERT, base::kNuevo},
+    {IDC_TXTFIELDS0, VK_UP, frame::kTabKey},
+    {IDC_TXTFIELDS0, VK_DOWN, frame::kTabKey},
+    {IDC_TXTFIELDS0, VK_RETURN, base::kAceptar},
+    {IDC_TXTFIELDS0, VK_F4, base::kAceptar},
+    {IDC_CMDBUSCAR, VK_RETURN, frame::kApplySearch},
+    {IDC_CMDBUSCAR, VK_INSERT, base::kNuevo},
+    {IDC_CMDBUSCAR, VK_DELETE, base::kEliminar},
 };
 
 } // namespace
@@ -121,7 +128,7 @@ void FrmRegistros::OnRowActivated() { Input(base::kAceptar); }
 
 void FrmRegistros::Aceptar() {
     if (HasRecordToDeliver()) {
-        Deliver([&] { SendAnswer(base::AnswerInBrowser(ClassName())); });
+        DeliverAnswer([&] { SendAnswer(base::AnswerInBrowser(ClassName())); });
     }
 }
 

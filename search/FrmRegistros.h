@@ -32,7 +32,6 @@ private:
     void OnSearchStrip(bool shown) override;
     bool OnKey(UINT key, bool control, bool shift) override;
     std::wstring Heading(const std::wstring& filter) const override;
-    const wchar_t* NoFilterKey() const override { return L"F7"; }
     std::span<const frame::CommandRow> Commands() const override;
     std::vector<frame::LayoutRow> Rows() const override;
     std::span<const MenuItem> OwnMenu() const override;

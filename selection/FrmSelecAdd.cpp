@@ -20,6 +20,7 @@ namespace {
 // Not "ID_Nuevo": that one means nothing on a selection panel, and Insert in the grid is the search.
 constexpr wchar_t kAlta[] = L"{ALTA}";
 constexpr wchar_t kDescartar[] = L"{DESCARTAR}";
+constexpr wchar_t kLookUp[] = L"{BUSCAR_CODIGO}";
 
 } // namespace
 
@@ -30,7 +31,8 @@ std::span<const CommandRow> FrmSelecAdd::Commands() const {
     static constexpr CommandRow kCommands[] = {
         {base::kAceptar, Do<&F::Aceptar>}, {base::kCancelar, Do<&F::Cancelar>},
         {base::kCerrar, Do<&F::Cerrar>},   {kAlta, Do<&F::Nuevo>},
-        {kDescartar, Do<&F::Cancelar>},
+        {kDescartar, Do<&F::Cancelar>},    {kLookUp, Do<&F::LookUp>},
+        {kPropose, Do<&F::ProposeCode>},
     };
     return kCommands;
 }
@@ -70,7 +72,9 @@ void FrmSelecAdd::OnUnload() noexcept {
     m_adding = false;
     m_fields.clear();
     m_boxes.clear();
-    m_boxLayout = {};
+    m_panel.reset();
+    m_panelLayout = {};
+    m_asked = 0;
     m_family.clear();
     m_proposed.clear();
 }
@@ -86,8 +90,7 @@ void FrmSelecAdd::Aceptar() {
         AceptarAlta();
     } else if (HasRecordToDeliver()) {
         Column() = base::ClampColumn(Column(), DataGrid().ColumnCount());
-        SendAnswer(base::AnswerInAddPanel(ClassName()));
-        CloseDelivered();
+        DeliverSelection([&] { SendAnswer(base::AnswerInAddPanel(ClassName())); });
     }
 }
 
@@ -99,18 +102,16 @@ void FrmSelecAdd::AceptarAlta() {
     const std::wstring code = Text(*BoxNumber(base::kCodeBox));
     MyClase().InsertarArticulo(Values());
     CheckStands();
+    Column() = base::ClampColumn(Column(), DataGrid().ColumnCount());
     try {
-        Column() = base::ClampColumn(Column(), DataGrid().ColumnCount());
-        Sink().AceptarSeleccion(Column(), Ctl().Reference(), com::Variant(code));
-    } catch (...) {
+        DeliverSelection([&] { Sink().AceptarSeleccion(Column(), Ctl().Reference(), com::Variant(code)); });
+    } catch (const com::Error&) {
         // The record is stored: to offer it for storing again would make a second one.
         if (IsLoaded()) {
             Trapped([&] { ShowStored(code); });
         }
         throw;
     }
-    TakeControlBack();
-    CloseDelivered();
 }
 
 void FrmSelecAdd::ShowStored(const std::wstring& code) {
@@ -161,7 +162,7 @@ void FrmSelecAdd::OnControl(int control, int code) {
         default:
             if (const Box* box = BoxAt(control); box && control != box->control) {
                 SetFocus(Control(box->control));
-                Trapped([&] { LookUp(*box); });
+                Input(kLookUp);
                 return;
             }
             break;
@@ -179,7 +180,7 @@ bool FrmSelecAdd::OnKey(UINT key, bool control, bool shift) {
     const Box* const box = m_adding ? BoxAt(focused) : nullptr;
     if (box && !control && !shift) {
         if ((key == VK_F4 || key == frame::kAltDown) && HasLookup(*box)) {
-            LookUp(*box);
+            Input(kLookUp);
             return true;
         }
         if (key == VK_RETURN && focused == box->control) {

@@ -5,10 +5,14 @@
 #include <vector>
 
 #include "frame/EditWatch.h"
+#include "frame/ScrollPanel.h"
 #include "selection/PanelForm.h"
 #include "selection/RecordFields.h"
 
 namespace tamvelo::selection {
+
+/// Command of a family that was typed: asks the host for a code.
+inline constexpr wchar_t kPropose[] = L"{PROPONER_CODIGO}";
 
 /// The selection panel with a second panel beside the grid, where the user enters the record that the host
 /// does not have yet and hands over its code at once.
@@ -62,7 +66,7 @@ private:
     std::wstring Complaint(const Box& box);
     std::vector<com::Variant> Values() const;
     bool HasLookup(const Box& box) const;
-    void LookUp(const Box& box);
+    void LookUp();
     bool FamilyLeft();
     void ProposeCode();
     void NewCode(const std::wstring& family);
@@ -81,8 +85,10 @@ private:
     bool m_adding = false;
     std::vector<RecordField> m_fields;
     std::vector<Box> m_boxes; // as they stand on the panel
-    frame::RowLayout m_boxLayout;
+    std::unique_ptr<frame::ScrollPanel> m_panel;
+    frame::RowLayout m_panelLayout; // of the panel, its title and its buttons
     std::shared_ptr<frame::EditWatch> m_familyWatch;
+    short m_asked = 0;       // number of the box that a look-up was opened for
     std::wstring m_family;   // that a code was last asked for
     std::wstring m_proposed; // the answer
 };

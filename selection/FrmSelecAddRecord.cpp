@@ -24,12 +24,14 @@ namespace {
 /// The numbers of one box's controls, from its label's.
 enum Part { Label, Entry, Button, Parts };
 
-constexpr size_t kBoxesInAColumn = 11;
 constexpr int kMargin = 4; // dialog units, as the rows have it
 constexpr int kTextHeight = 9;
 constexpr int kBoxHeight = 13;
 constexpr int kDropped = 120; // a list, open
 constexpr int kEntryWidth = 100;
+constexpr int kWidestLabel = 80;
+/// The search strip needs it; what is left of the form is the new record's, whose boxes then get narrower.
+constexpr int kLeastListWidth = 250;
 constexpr int kButtonWidth = 16;
 constexpr int kCommandWidth = 56;
 constexpr wchar_t kFamilies[] = L"familias";
@@ -69,17 +71,23 @@ void FrmSelecAdd::MakeBoxes() {
             CheckStands();
         }
     }
-    for (Box& box : boxes) {
-        MakeBox(box, keys);
-    }
-    m_boxes = std::move(boxes);
-    if (!BoxNumber(base::kCodeBox)) {
-        m_boxes.clear();
+    if (std::ranges::find(boxes, base::kCodeBox, &Box::number) == boxes.end()) {
         throw com::Error(E_UNEXPECTED, L"Los registros no tienen campos que se puedan escribir.");
     }
     AddButton(IDC_CMDGUARDAR, L"&Guardar", kCommandWidth);
     AddButton(IDC_CMDDESCARTAR, L"&Descartar", kCommandWidth);
-    m_boxLayout = frame::RowLayout(Window(), BoxRows());
+    m_panel = std::make_unique<frame::ScrollPanel>(Window(), IDC_RECORD_PANEL);
+    SetWindowPos(m_panel->Window(), Control(IDC_LBLTABLE1), 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    SetContainer(m_panel->Window());
+    for (Box& box : boxes) {
+        MakeBox(box, keys);
+    }
+    m_boxes = std::move(boxes);
+    m_panel->SetRows(BoxRows());
+    m_panelLayout = frame::RowLayout(Window(), {{kOwn, {{IDC_LBLTABLE1, kFill}}, IDC_PICNEW},
+                                                {kFill, {{IDC_RECORD_PANEL, kFill}}, IDC_PICNEW},
+                                                {kOwn, {{IDC_CMDGUARDAR}, {IDC_CMDDESCARTAR}}, IDC_PICNEW}});
     if (const Box* family = BoxNumber(base::kFamilyBox); family && family->family) {
         m_familyWatch = frame::EditWatch::Start(Control(family->control),
                                                 {[](wchar_t&) {}, [this] { return FamilyLeft(); }, {}});
@@ -129,25 +137,20 @@ int FrmSelecAdd::LabelWidth() const {
     for (const Box& box : m_boxes) {
         width = FieldOf(box).mark ? width : std::max(width, WidthOf((FieldOf(box).caption + L" *").c_str()));
     }
-    return std::min(width, kEntryWidth);
+    return std::min(width, kWidestLabel);
 }
 
 std::vector<LayoutRow> FrmSelecAdd::BoxRows() const {
     const int labels = LabelWidth();
-    std::vector<LayoutRow> rows{{kOwn, {{IDC_LBLTABLE1, kFill}}, IDC_PICNEW}};
-    for (size_t i = 0; i < m_boxes.size(); ++i) {
-        const int control = m_boxes[i].control;
-        if (i < kBoxesInAColumn) {
-            rows.push_back({kOwn, {}, IDC_PICNEW});
-        }
-        std::vector<frame::LayoutCell>& cells = rows[1 + i % kBoxesInAColumn].cells;
-        cells.push_back({control - Entry + Label, labels});
-        cells.push_back({control, kFill});
-        if (Control(control - Entry + Button)) {
-            cells.push_back({control - Entry + Button});
+    std::vector<LayoutRow> rows;
+    for (const Box& box : m_boxes) {
+        const int first = box.control - Entry;
+        LayoutRow& row =
+            rows.emplace_back(LayoutRow{kOwn, {{first + Label, labels}, {first + Entry, kFill}}});
+        if (Control(first + Button)) {
+            row.cells.push_back({first + Button});
         }
     }
-    rows.push_back({kOwn, {{IDC_CMDGUARDAR}, {IDC_CMDDESCARTAR}}, IDC_PICNEW});
     return rows;
 }
 
@@ -155,24 +158,19 @@ void FrmSelecAdd::LayOutBeside(RECT& area) {
     if (!m_adding) {
         return;
     }
-    const int columns = m_boxes.size() > kBoxesInAColumn ? 2 : 1;
-    RECT units{0, 0, 4 * kMargin + columns * (LabelWidth() + kEntryWidth + kButtonWidth + 3 * kMargin), 0};
+    // The margins are the form's, the frame's and the panel's on either side, and two between the controls.
+    RECT units{kLeastListWidth, 0, 8 * kMargin + LabelWidth() + kEntryWidth + kButtonWidth, 0};
     MapDialogRect(Window(), &units);
-    const LONG left = std::max(area.left, area.right - units.right);
-    m_boxLayout.Arrange({left, area.top, area.right, area.bottom});
+    const LONG wanted = area.right - units.right - GetSystemMetrics(SM_CXVSCROLL);
+    const LONG left = std::max(wanted, area.left + units.left);
+    m_panelLayout.Arrange({left, area.top, area.right, area.bottom});
     area.right = left;
 }
 
 void FrmSelecAdd::ShowBoxes(bool shown) {
-    for (const int control : {IDC_PICNEW, IDC_LBLTABLE1, IDC_CMDGUARDAR, IDC_CMDDESCARTAR}) {
+    for (const int control :
+         {IDC_PICNEW, IDC_LBLTABLE1, IDC_RECORD_PANEL, IDC_CMDGUARDAR, IDC_CMDDESCARTAR}) {
         ShowControl(control, shown);
-    }
-    for (const Box& box : m_boxes) {
-        for (int control = box.control - Entry; control < box.control - Entry + Parts; ++control) {
-            if (Control(control)) {
-                ShowControl(control, shown);
-            }
-        }
     }
 }
 
@@ -317,29 +315,36 @@ bool FrmSelecAdd::HasLookup(const Box& box) const {
     return !box.list && (box.family || !FieldOf(box).relation.empty());
 }
 
-void FrmSelecAdd::LookUp(const Box& box) {
-    const std::wstring relation = FieldOf(box).relation.empty() ? kFamilies : FieldOf(box).relation;
-    const com::ComPtr<frame::ControlObject> control = ObjectOf(box.control, ArrayOf(box), box.number);
-    const frame::Lookup lookup{relation.c_str()};
-    frame::OpenLookup(lookup, Relay(), control.Get(), box.number);
+/// For the box that has the focus.
+void FrmSelecAdd::LookUp() {
+    const Box* const box = BoxAt(GetDlgCtrlID(GetFocus()));
+    if (!m_adding || !box || !HasLookup(*box)) {
+        return;
+    }
+    const std::wstring relation = FieldOf(*box).relation.empty() ? kFamilies : FieldOf(*box).relation;
+    const com::ComPtr<frame::ControlObject> control = ObjectOf(box->control, ArrayOf(*box), box->number);
+    m_asked = box->number;
+    // Indx says which column many classes answer with: the code's, whatever the number of the box.
+    frame::OpenLookup(frame::Lookup{relation.c_str()}, Relay(), control.Get(), 0);
 }
 
 void FrmSelecAdd::clsMeEvents_AceptaSeleccion(com::Invocation& call) {
-    com::LateObject control(call[1].ToObject().Get(), L"ctl");
-    const short number = control.Call(L"Index").ToShort();
-    CheckStands();
-    if (const Box* box = BoxNumber(number)) {
-        SetText(*box, call[2].ToText());
+    const Box* const box = BoxNumber(std::exchange(m_asked, short{0}));
+    if (!box) {
+        return;
     }
-    if (number == base::kFamilyBox) {
-        NewCode(control.Call(L"Text").ToText());
+    SetText(*box, call[2].ToText());
+    if (box->family) {
+        NewCode(Text(*box));
     }
 }
 
+/// Going on to another box takes the family as it stands. Looking one up does not, nor does leaving the
+/// record: a host that refuses the family would take the click away from "Descartar".
 bool FrmSelecAdd::FamilyLeft() {
-    const HWND button = Control(BoxNumber(base::kFamilyBox)->control - Entry + Button);
-    if (GetFocus() != button) { // or what was typed is only where the look-up starts
-        Trapped([&] { ProposeCode(); });
+    const int focused = GetDlgCtrlID(GetFocus());
+    if (const Box* const next = BoxAt(focused); next && next->control == focused) {
+        Input(kPropose);
     }
     return true;
 }

@@ -100,6 +100,7 @@ void FrmSeleccion::MostrarBusquedaIndirecta(IDispatch* sink, IDispatch* data, co
 void FrmSeleccion::OnLoad() {
     PanelForm::OnLoad();
     if (m_verify) {
+        Bar().SetEnabled(base::kFiltrar, false); // there is no strip
         for (const Button& button : kButtons) {
             AddButton(button.control, button.caption, 64);
         }
@@ -125,9 +126,7 @@ void FrmSeleccion::ResizeControls() {
 
 void FrmSeleccion::Answer(bool answer) {
     Column() = base::ClampColumn(Column(), DataGrid().ColumnCount());
-    Sink().AceptarSeleccion(Column(), Ctl().Reference(), Variant(answer));
-    TakeControlBack();
-    Dispatch(base::kCancelar);
+    DeliverAnswer([&] { Sink().AceptarSeleccion(Column(), Ctl().Reference(), Variant(answer)); });
 }
 
 void FrmSeleccion::OnControl(int control, int code) {

@@ -4,6 +4,7 @@
 
 #include "base/FilterText.h"
 #include "base/SelectionAnswers.h"
+#include "base/Text.h"
 #include "selection/LinkLabel.h"
 #include "selection/Resources.h"
 
@@ -40,6 +41,14 @@ constexpr Link kLinks[] = {
     {IDC_LBLTODOS, 'T', kTodos, L"Marca todos los registros, también los que no se ven (Ctrl+T)"},
     {IDC_LBLNINGUNO, 'U', kNinguno, L"Desmarca todos los registros, también los que no se ven (Ctrl+U)"},
 };
+
+/// The marks that this list is for, by field, with the captions that the user knows them by.
+struct Planning {
+    const wchar_t* field;
+    const wchar_t* caption;
+};
+
+constexpr Planning kPlanning[] = {{L"Planificar", L"Planificar 1 ?"}, {L"Planificar_2", L"Planificar 2 ?"}};
 
 } // namespace
 
@@ -91,12 +100,10 @@ void FrmSeleccionTrueFalse::OnLoad() {
         SetTip(link.control, link.tip);
     }
     OnFiltered(false);
-    // After the links in the tab order.
-    SetWindowPos(DataGrid().Window(), Control(IDC_LBLALCANCE), 0, 0, 0, 0,
-                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     DataGrid().OfferMarks();
-    DataGrid().NameField(L"Planificar", L"Planificar 1 ?");
-    DataGrid().NameField(L"Planificar_2", L"Planificar 2 ?");
+    for (const Planning& each : kPlanning) {
+        DataGrid().NameField(each.field, each.caption);
+    }
 }
 
 std::wstring FrmSeleccionTrueFalse::LayoutName() const {
@@ -116,12 +123,20 @@ void FrmSeleccionTrueFalse::MarkAll(void (contract::DataClass::*mark)(Variant& c
 
 void FrmSeleccionTrueFalse::ToggleMark() {
     const std::vector<short> marks = DataGrid().MarkColumns();
-    const short current = DataGrid().CurrentColumn();
-    if (marks.empty()) {
-        MessageBeep(MB_ICONWARNING);
+    const auto isPlanning = [&](short column) {
+        const std::wstring field = base::Lower(DataGrid().Field(column));
+        return std::ranges::any_of(kPlanning,
+                                   [&](const Planning& each) { return base::Lower(each.field) == field; });
+    };
+    auto mark = std::ranges::find(marks, DataGrid().CurrentColumn());
+    if (mark == marks.end()) {
+        mark = std::ranges::find_if(marks, isPlanning); // any other Boolean is data, not for a stray key
+    }
+    if (mark == marks.end()) {
+        Hint(L"Para marcar, vaya antes a la columna de la casilla.");
         return;
     }
-    DataGrid().ToggleMark(std::ranges::find(marks, current) != marks.end() ? current : marks.front());
+    DataGrid().ToggleMark(*mark);
     ShowStatus();
 }
 
@@ -189,7 +204,6 @@ void FrmSeleccionTrueFalse::TellSink() {
     if (IsLoaded()) {
         short index = answer.first.Resolve(Column(), Indx());
         Sink().clsEvents_AceptaSeleccion(index, Ctl().Reference(), texts[0], texts[1], texts[2]);
-        TakeControlBack();
     }
 }
 

@@ -27,8 +27,7 @@ void PanelForm::Aceptar() {
         return;
     }
     Column() = base::ClampColumn(Column(), DataGrid().ColumnCount());
-    TellSink();
-    CloseDelivered();
+    DeliverSelection([&] { TellSink(); });
 }
 
 void PanelForm::OnRowActivated() {
@@ -37,20 +36,15 @@ void PanelForm::OnRowActivated() {
 
 void PanelForm::DeliverCode() {
     const std::optional<base::DoubleClickAnswer> answer = base::DoubleClickAnswerFor(ClassName());
-    if (!HasCurrentRecord()) {
-        return;
+    if (HasCurrentRecord()) {
+        DeliverAnswer([&] {
+            Sink().AceptarSeleccionCode(answer->code, Ctl().Reference(), DataGrid().Value(answer->column));
+        });
     }
-    AskHost([&] {
-        Sink().AceptarSeleccionCode(answer->code, Ctl().Reference(), DataGrid().Value(answer->column));
-    });
-    TakeControlBack();
-    Dispatch(base::kCancelar);
 }
 
-void PanelForm::OnSearchStrip(bool shown) {
-    if (!shown) {
-        SetHeading({});
-    }
-}
+bool PanelForm::MeansAll(std::wstring_view typed) const { return typed == base::kAnyText; }
+
+void PanelForm::OnSearchStrip(bool shown) { SetHeading(shown ? Heading(Filter()) : std::wstring()); }
 
 } // namespace tamvelo::selection

@@ -57,6 +57,7 @@ protected:
     /// Tells the sink of the record that was accepted.
     virtual void TellSink() { SendAnswer(base::AnswerFor(ClassName())); }
 
+    bool MeansAll(std::wstring_view typed) const override;
     void OnLoad() override;
     void OnRowActivated() override;
     void OnSearchStrip(bool shown) override;

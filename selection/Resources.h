@@ -29,5 +29,6 @@
 #define IDC_CMDNUEVO 213
 #define IDC_CMDGUARDAR 214
 #define IDC_CMDDESCARTAR 215
+#define IDC_RECORD_PANEL 216
 // The first of the boxes' controls, which are numbered on from here.
 #define IDC_RECORD_BOXES 2000

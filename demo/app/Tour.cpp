@@ -51,7 +51,8 @@ constexpr Stroke kTickAndUntick[] = {
     {Stroke::Key, L"", VK_DOWN}, {Stroke::Key, L"", VK_SPACE}, {Stroke::Key, L"", VK_SPACE}};
 constexpr Stroke kSearchAndShowLinks[] = {{Stroke::Key, L"", VK_RIGHT}, {Stroke::Access, L"u"},
                                           {Stroke::Text, L"ar"},        {Stroke::Access, L"b"},
-                                          {Stroke::Key, L"", VK_TAB},   {Stroke::Key, L"", VK_TAB}};
+                                          {Stroke::Key, L"", VK_TAB},   {Stroke::Key, L"", VK_TAB},
+                                          {Stroke::Key, L"", VK_TAB}};
 // Over marks, dates, period, output, copies, printer and automatic printing to the button.
 constexpr Stroke kTab{Stroke::Key, L"", VK_TAB};
 constexpr Stroke kFilterTypes[] = {
@@ -219,6 +220,9 @@ HWND BoxAfter(HWND window, std::wstring_view label) {
         if (isLabel(control) && IsWindowVisible(control) && base::Trim(shown) == label) {
             const HWND box = GetWindow(control, GW_HWNDNEXT);
             return box != nullptr && isLabel(box) ? nullptr : box;
+        }
+        if (const HWND box = BoxAfter(control, label)) { // in a panel of the dialog's
+            return box;
         }
     }
     return nullptr;

@@ -124,6 +124,7 @@ TEST_F(CasillasTest, MarksAreMadeOneByOneAndAllAtOnce) {
     const std::pair<Script, Log> cases[] = {
         {Script(three).Key(VK_SPACE).Append(two).Key(VK_SPACE).Append(three), {}},
         {ClickMark(WM_LBUTTONDOWN).Append(two).Append(ClickMark(WM_LBUTTONDBLCLK)).Append(three), {}},
+        {ClickMark(WM_RBUTTONDOWN).Append(three), {}}, // that is for the menu
         {Keys({VK_DOWN, VK_DOWN, VK_SPACE, VK_UP, VK_SPACE})
              .Append(Says(L"Registro 2 de 20   ·   1 marcada")),
          {}},
@@ -138,6 +139,44 @@ TEST_F(CasillasTest, MarksAreMadeOneByOneAndAllAtOnce) {
     for (const auto& [script, asked] : cases) {
         SCOPED_TRACE((&asked - &cases[0].second) / 2);
         ExpectAsked(script, asked);
+    }
+}
+
+TEST_F(CasillasTest, SpaceMarksTheCurrentColumnOrTheFirstToPlanNeverOtherData) {
+    constexpr short kActivo = 4;
+    constexpr short kPlanificar = 6;
+    RecordTable& table = host.set->Table();
+    table.options.fieldTypes = false; // what is a mark shows in the values
+    table.value = [](long, short column) {
+        return column == kActivo || column == kPlanificar ? Variant(false) : Variant(L"x");
+    };
+    const struct {
+        std::map<short, const wchar_t*> names;
+        std::initializer_list<UINT> keys;
+        std::vector<short> written;
+        const wchar_t* says;
+    } cases[] = {
+        {{{kPlanificar, L"PLANIFICAR_2"}},
+         {VK_SPACE},
+         {kPlanificar},
+         L"Registro 1 de 20   ·   0 y 1 marcadas"},
+        {{{kPlanificar, L"Planificar"}},
+         {VK_HOME, VK_LEFT, VK_LEFT, VK_LEFT, VK_LEFT, VK_SPACE},
+         {kActivo},
+         L"Registro 1 de 20   ·   1 y 0 marcadas"},
+        {{}, {VK_SPACE}, {}, L"Para marcar, vaya antes a la columna de la casilla."},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(&each - cases);
+        table.names = each.names;
+        table.written.clear();
+        ++table.version;
+        EXPECT_FALSE(Show(0, 0, Keys(each.keys).Append(Says(each.says)).Key(VK_ESCAPE)));
+        std::vector<short> written;
+        for (const auto& [cell, value] : table.written) {
+            written.push_back(cell.second);
+        }
+        EXPECT_EQ(written, each.written);
     }
 }
 

@@ -1,4 +1,8 @@
 // What the selection panel asks of the host when it opens, and what it answers.
+#include "com/WinHeaders.h"
+
+#include <commctrl.h>
+
 #include "tests/dialogs/PanelFixture.h"
 
 namespace tamvelo::testing {
@@ -151,6 +155,9 @@ TEST_F(PanelTest, VerificationHasButtonsInPlaceOfTheSearchStrip) {
             for (const int button : {0, 1, 2, 3}) {
                 EXPECT_EQ(IsShown(IDC_CMD0 + button), each.shown[static_cast<size_t>(button)]) << button;
             }
+            EXPECT_EQ(
+                SendMessageW(Bar(), TB_ISBUTTONENABLED, static_cast<WPARAM>(ToolCommand(L"Buscar")), 0) != 0,
+                !each.shown[3]); // it would do nothing there
             EXPECT_EQ(IsWindowEnabled(Item(IDC_CMD2)) != FALSE, each.cancelEnabled);
             EXPECT_EQ(IsShown(IDC_TXTFIELDS0), !each.shown[3]);
         });

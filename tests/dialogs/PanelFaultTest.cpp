@@ -163,6 +163,64 @@ TEST_F(PanelFault, ARecordIsDeliveredEvenIfTheFilterCannotBeCleared) {
     EXPECT_EQ(host.log[2], L"AceptarSeleccion(&0, &ctl, \"f0c0\")");
 }
 
+/// However a panel answers: by then it is hidden and the host's windows take input, the host may open the
+/// same panel again, and if the sink fails the panel is back as it was.
+TEST_F(PanelFault, APanelIsHiddenWhileTheHostTakesTheAnswer) {
+    short zero = 0;
+    VARIANT_BOOL no = VARIANT_FALSE;
+    const auto selec = [&](auto operation) {
+        return [&, operation] {
+            return (server.Get()->*operation)(sink.GetAddressOf(), data.GetAddressOf(), ctl.GetAddressOf(),
+                                              &zero, &zero, &no, &no);
+        };
+    };
+    const auto selecAdd = [&](auto operation) {
+        return [&, operation] {
+            return (server.Get()->*operation)(sink.GetAddressOf(), data.GetAddressOf(), ctl.GetAddressOf(),
+                                              &zero, &zero, &no);
+        };
+    };
+    const Script enter = Script().Key(VK_RETURN);
+    const Script verified = Script().Do([] { SetFocus(Item(IDC_CMD1)); }).Key(VK_SPACE);
+    const Script twice =
+        Script().Do([] { PostMessageW(Item(IDC_DATAGRID), WM_LBUTTONDBLCLK, MK_LBUTTON, FirstRow()); });
+    const struct {
+        std::function<HRESULT()> show;
+        Script answer;
+        int focus;
+        const wchar_t* className;
+    } cases[] = {
+        {selec(&IClsShowSerch::ShowSelec), enter, IDC_DATAGRID, L"prueba"},
+        {selec(&IClsShowSerch::ShowSelec), twice, IDC_DATAGRID, L"ordenes"},
+        {selec(&IClsShowSerch::ShowSelecVerif), verified, IDC_CMD1, L"prueba"},
+        {selecAdd(&IClsShowSerch::ShowSelecTrueFalse), enter, IDC_DATAGRID, L"prueba"},
+        {selecAdd(&IClsShowSerch::ShowSelecAdd), enter, IDC_DATAGRID, L"prueba"},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(&each - cases);
+        host.className = each.className;
+        int answers = 0;
+        host.sink->On(L"AceptarSeleccion", [&](Invocation&) {
+            EXPECT_FALSE(IsWindowVisible(Panel()));
+            EXPECT_TRUE(IsWindowEnabled(owner));
+            if (answers++ == 0) {
+                RaiseHostError();
+            }
+            EXPECT_EQ(each.show(), S_OK);
+        });
+        const Script back = Script().Do([&] {
+            EXPECT_TRUE(IsWindowVisible(Panel()));
+            EXPECT_FALSE(IsWindowEnabled(owner));
+            EXPECT_EQ(GetFocus(), Item(each.focus));
+        });
+        EXPECT_FALSE(
+            Play(Script(each.answer).Box(kHostErrorText).Append(back).Append(each.answer).Key(VK_ESCAPE),
+                 each.show));
+        EXPECT_EQ(answers, 2);
+        EXPECT_EQ(Panel(), nullptr);
+    }
+}
+
 TEST_F(PanelFault, ASecondShowIsRefusedWhileThePanelIsOpen) {
     const auto again = [&](Invocation&) {
         short zero = 0;

@@ -20,7 +20,9 @@ struct PanelCall {
 /// The selection panel's operations.
 class PanelTest : public DialogTest {
 protected:
-    using DialogTest::DialogTest;
+    explicit PanelTest(long records = 20) : DialogTest(records) {
+        gdiSlack = 4; // what the system draws a window on, which comes and goes when one is hidden
+    }
 
     /// Calls the operation with the script playing; the error that the host got, if any.
     std::optional<com::Error> Show(PanelCall& call, Script script);

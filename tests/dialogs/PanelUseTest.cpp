@@ -71,8 +71,12 @@ TEST_F(PanelUse, KeysInTheGrid) {
 
 TEST_F(PanelUse, KeysInTheSearchBoxAndOnTheForm) {
     const auto focus = [](HWND (*wanted)()) { return Script().Do([=] { EXPECT_EQ(GetFocus(), wanted()); }); };
-    for (const UINT key : {UINT{VK_UP}, UINT{VK_DOWN}}) { // Tab, to the next control
-        ExpectAsked(InBox().Key(key).Append(focus([] { return Item(IDC_CMDBUSCAR); })), {});
+    for (const UINT key : {UINT{VK_UP}, UINT{VK_DOWN}, UINT{VK_TAB}}) { // to the list, and then to the button
+        ExpectAsked(
+            InBox().Key(key).Append(focus([] { return Item(IDC_DATAGRID); })).Key(VK_TAB).Append(focus([] {
+                return Item(IDC_CMDBUSCAR);
+            })),
+            {});
     }
     // On the form Insert and Delete stand for commands that mean nothing here; the box still edits its text.
     ExpectAsked(InBox().Type(L"xma").Key(VK_HOME).Key(VK_DELETE).Key(VK_INSERT).Do(
@@ -109,12 +113,47 @@ TEST_F(PanelUse, EnterOnSomethingTypedSearchesFirst) {
                     .Type(L"ma")
                     .Key(VK_RETURN)
                     .Key(VK_RETURN)
-                    .Do([this] {
-                        EXPECT_THAT(host.log, ElementsAreArray(kSearch)); // nothing found, nothing delivered
-                        SetFocus(Item(IDC_DATAGRID));
-                    })
-                    .Key(VK_DELETE),
+                    .Do([this] { EXPECT_THAT(host.log, ElementsAreArray(kSearch)); }) // nothing delivered
+                    .Key(VK_F7) // the key that the empty grid names, with the focus still in the box
+                    .Do([] { EXPECT_EQ(ItemText(IDC_LBLTABLE), L""); }),
                 kSearch + kNoFilter);
+}
+
+TEST_F(PanelUse, TheLabelNamesTheColumnThatIsSearched) {
+    const auto says = [](const wchar_t* label) {
+        return Script().Do([label] { EXPECT_EQ(ItemText(IDC_LBLBUSCAR), label); });
+    };
+    const Script arrow = Keys({VK_RIGHT});
+    const Script click = Script().Do([] {
+        RECT second{};
+        SendMessageW(Heading(), HDM_GETITEMRECT, 1, reinterpret_cast<LPARAM>(&second));
+        PostMessageW(Item(IDC_DATAGRID), WM_LBUTTONDOWN, MK_LBUTTON,
+                     MAKELPARAM(second.left + 5, second.bottom + 5));
+    });
+    const Script heading = Script().Do([] {
+        RECT second{};
+        SendMessageW(Heading(), HDM_GETITEMRECT, 1, reinterpret_cast<LPARAM>(&second));
+        for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP}) {
+            PostMessageW(Heading(), message, MK_LBUTTON, MAKELPARAM(second.left + 20, 5));
+        }
+    });
+    const Script ways[] = {arrow, click, heading};
+    for (const Script& way : ways) {
+        SCOPED_TRACE(&way - ways);
+        EXPECT_FALSE(Show(Script(says(L"B&uscar en Código:"))
+                              .Append(way)
+                              .Append(says(L"B&uscar en Nombre:"))
+                              .Key(VK_ESCAPE)));
+        host.log.clear();
+    }
+    // Searched in one column is not searched in another; in none of them there is nothing to search again.
+    const Script back = Script().Do([] { SetFocus(Item(IDC_TXTFIELDS0)); });
+    const Script other = Script().Do([] { SetFocus(Item(IDC_DATAGRID)); }).Key(VK_RIGHT).Append(back);
+    EXPECT_FALSE(Show(Forget().Append(InBox()).Type(L"ma").Key(VK_RETURN).Append(other).Append(
+        Keys({VK_RETURN, VK_RETURN}))));
+    EXPECT_THAT(TakeLog(), ElementsAreArray(kSearch + kSearch + kAccept));
+    EXPECT_FALSE(Show(Forget().Append(other).Key(VK_RETURN)));
+    EXPECT_THAT(TakeLog(), ElementsAreArray(kAccept));
 }
 
 TEST_F(PanelUse, TheSearchButtonInsertAndDelete) {
@@ -129,6 +168,8 @@ TEST_F(PanelUse, TheSearchButtonInsertAndDelete) {
                     .Key(VK_INSERT)
                     .Do([] {
                         EXPECT_TRUE(IsShown(IDC_TXTFIELDS0));
+                        EXPECT_TRUE(IsShown(IDC_LBLTABLE));
+                        EXPECT_EQ(ItemText(IDC_LBLTABLE), L"Filtro: campo=ma");
                         EXPECT_EQ(GetFocus(), Item(IDC_TXTFIELDS0));
                     })
                     .Do(toGrid)
@@ -140,10 +181,20 @@ TEST_F(PanelUse, TheSearchButtonInsertAndDelete) {
                 kSearch + kNoFilter);
 }
 
-TEST_F(PanelUse, AnAsteriskAloneMakesNoFilter) {
-    const Log searched{L"GetFilter(\"FilterSelec\")", L"AplyFilter(\"\")", L"Requery(\"selec\")",
-                       L"GetFilter(\"FilterSelec\")", L"existenregistros()"};
-    ExpectAsked(InBox().Type(L"*").Key(VK_RETURN), searched);
+TEST_F(PanelUse, AnAsteriskAloneAsksForEverything) {
+    const Log searched{L"SetFilter(&\"\", \"FilterSelec\")",
+                       L"GetFilter(\"FilterSelec\")",
+                       L"AplyFilter(\"\")",
+                       L"Requery(\"selec\")",
+                       L"GetFilter(\"FilterSelec\")",
+                       L"existenregistros()"};
+    ExpectAsked(InBox()
+                    .Type(L"ma")
+                    .Key(VK_RETURN)
+                    .Do([] { SetWindowTextW(Item(IDC_TXTFIELDS0), L"*"); })
+                    .Key(VK_RETURN)
+                    .Do([] { EXPECT_EQ(ItemText(IDC_STATUS), L"Registro 1 de 20"); }),
+                kSearch + searched);
 }
 
 TEST_F(PanelUse, TheToolsAndTheHeadingAsk) {

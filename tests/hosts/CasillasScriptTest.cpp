@@ -24,7 +24,9 @@ TEST(CasillasScript, TicksWhatTheHostAllowsAndAccepts) {
         EXPECT_TRUE(says(L"Registro 1 de 3   ·   1 marcada"));
         PostMessageW(GetDlgItem(list, IDC_LBLNINGUNO), BM_CLICK, 0, 0);
         EXPECT_TRUE(says(L"Registro 1 de 3   ·   0 marcadas"));
-        PostKeyTo(list, VK_TAB); // from the link
+        PostKeyTo(list, VK_TAB); // from the last of the links
+        ASSERT_TRUE(FocusReaches(list, IDC_TXTFIELDS0));
+        PostKeyTo(list, VK_TAB);
         ASSERT_TRUE(FocusReaches(list, IDC_DATAGRID));
         PostKeyTo(list, VK_SPACE);
         EXPECT_TRUE(says(L"Registro 1 de 3   ·   1 marcada"));

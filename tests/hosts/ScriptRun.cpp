@@ -20,9 +20,9 @@ std::string RunScript(const wchar_t* name, const std::function<void()>& user) {
 }
 
 ::testing::AssertionResult FocusReaches(HWND dialog, int id) {
-    const auto there = [&] { // the control may be still to be made
-        const HWND control = GetDlgItem(dialog, id);
-        return control && tamvelo::testing::FocusIn(dialog) == control;
+    const auto there = [&] {                                  // the control may be still to be made
+        const HWND focus = tamvelo::testing::FocusIn(dialog); // in a panel of the dialog's, perhaps
+        return focus && GetDlgCtrlID(focus) == id;
     };
     if (Eventually(there)) {
         return ::testing::AssertionSuccess();
