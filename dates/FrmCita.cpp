@@ -22,7 +22,7 @@ using frame::LayoutRow;
 
 namespace {
 
-constexpr frame::ToolUse kTools[] = {{base::kAceptar, L"Intro"}, {base::kCancelar, L"Esc"}};
+constexpr frame::ToolUse kTools[] = {{base::kAceptar}, {base::kCancelar}};
 
 // Commands that only keys and buttons know.
 constexpr wchar_t kBuscar[] = L"{BUSCAR}";

@@ -8,8 +8,8 @@ namespace tamvelo::dates {
 namespace {
 
 constexpr frame::ToolUse kTools[] = {
-    {base::kAceptar, L"Intro"},
-    {base::kCancelar, L"Esc"},
+    {base::kAceptar},
+    {base::kCancelar},
 };
 
 } // namespace

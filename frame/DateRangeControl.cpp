@@ -80,22 +80,17 @@ void DateRangeControl::OnControl(int control, int code) {
         items.push_back({preset.command, preset.caption});
     }
     items.push_back({L"", nullptr});
-    items.push_back({kPeriodBefore, L"Periodo anter&ior\tCtrl+Re Pág"});
-    items.push_back({kPeriodAfter, L"Perio&do siguiente\tCtrl+Av Pág"});
+    items.push_back({kPeriodBefore, L"Periodo anter&ior"});
+    items.push_back({kPeriodAfter, L"Perio&do siguiente"});
     RECT button{};
     GetWindowRect(Control(IDC_CMDPERIODO), &button);
     RunMenu(items, {button.left, button.bottom});
 }
 
-std::wstring_view DateRangeControl::CommandOf(UINT key, bool control, bool shift) const {
-    if (key == VK_RETURN && GetFocus() == Control(IDC_CMDPERIODO)) {
-        return base::kAceptar; // as everywhere, and it does not press the button as well
-    }
-    // In an open calendar these keys turn its pages.
-    if (!control || shift || IsListOpen(GetFocus())) {
-        return {};
-    }
-    return key == VK_PRIOR ? kPeriodBefore : key == VK_NEXT ? kPeriodAfter : L"";
+std::span<const KeyRow> DateRangeControl::Keys() const {
+    static constexpr KeyRow kKeys[] = {{0, kCtrl | VK_PRIOR, kPeriodBefore},
+                                       {0, kCtrl | VK_NEXT, kPeriodAfter}};
+    return kKeys;
 }
 
 bool DateRangeControl::OnCommand(std::wstring_view command) {

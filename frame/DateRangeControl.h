@@ -30,7 +30,7 @@ private:
     void OnLoad() override;
     void OnControl(int control, int code) override;
     void OnNotify(const NMHDR& header) override;
-    std::wstring_view CommandOf(UINT key, bool control, bool shift) const override;
+    std::span<const KeyRow> Keys() const override;
     bool OnCommand(std::wstring_view command) override;
 
     void Set(const base::DateRange& range);

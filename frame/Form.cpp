@@ -96,7 +96,11 @@ void Form::CreateWindowHidden() {
     const base::Rect design = RectOf(m_window);
     m_smallest = {design.width, design.height};
     CentreOnOwner();
-    m_toolbar = std::make_unique<Toolbar>(m_window, m_design.tools, [this] { ToolbarChanged(); });
+    m_toolbar = std::make_unique<Toolbar>(m_window, m_design.tools,
+                                          Toolbar::Owner{[this] { ToolbarChanged(); },
+                                                         [this](std::wstring text, std::wstring_view id) {
+                                                             return WithKey(std::move(text), id);
+                                                         }});
 }
 
 void Form::CentreOnOwner() {

@@ -12,6 +12,7 @@
 #include "com/Error.h"
 #include "frame/ControlObject.h"
 #include "frame/Environment.h"
+#include "frame/Keys.h"
 #include "frame/ModalScope.h"
 #include "frame/RowLayout.h"
 #include "frame/Toolbar.h"
@@ -20,17 +21,6 @@ namespace tamvelo::frame {
 
 class Form;
 class FormPart;
-
-/// A key without modifiers and the command it dispatches. Rows for the form (control 0) act first, then those
-/// of the control that has the focus; a key that no control row takes goes on to the control itself.
-struct KeyRow {
-    int control;
-    UINT key;
-    std::wstring_view command;
-};
-
-/// In place of a key: Alt and the down arrow, with which a box opens what it can be filled from.
-inline constexpr UINT kAltDown = 0x1000 | VK_DOWN;
 
 /// What a command does in a form; identifiers without a row mean nothing there.
 struct CommandRow {
@@ -54,6 +44,7 @@ void Do(Form& form) {
 inline constexpr wchar_t kTabKey[] = L"{TAB}"; // moves the focus on, as the Tab key does
 inline constexpr wchar_t kCustomizeToolbar[] = L"{BARRA}";
 inline constexpr wchar_t kEditingBandOnly[] = L"{EDICION}";
+inline constexpr wchar_t kGoToSearch[] = L"{IR_A_BUSCAR}";
 inline constexpr wchar_t kNoCommand[] = L""; // takes the key and does nothing
 
 /// What distinguishes one form from another before any code of its own runs.
@@ -61,7 +52,7 @@ struct FormDesign {
     const wchar_t* name;
     int dialogTemplate;
     std::span<const ToolUse> tools;
-    std::span<const KeyRow> keys; // beyond, or in place of, the frame's
+    std::span<const KeyRow> keys; // beyond, or in place of, those of its kind and the frame's
 };
 
 /// The frame of every dialog: its life from Mostrar to unload, its window, toolbar, keys, commands, placement
@@ -133,6 +124,8 @@ protected:
     virtual std::span<const CommandRow> Commands() const = 0;
     /// Commands that all forms of a kind have; the form's own rows come first.
     virtual std::span<const CommandRow> SharedCommands() const { return {}; }
+    /// Keys that all forms of a kind have; the form's own rows come first.
+    virtual std::span<const KeyRow> SharedKeys() const { return {}; }
     virtual std::vector<LayoutRow> Rows() const { return {}; }
     /// What a form lays out itself beside its rows: it takes the room away from `area` (client pixels).
     virtual void LayOutBeside(RECT& /*area*/) {}
@@ -140,7 +133,7 @@ protected:
     virtual void OnControl(int /*control*/, int /*code*/) {}
     /// A notification of a common control; true with the answer set when it was handled.
     virtual bool OnNotify(NMHDR& /*header*/, LRESULT& /*answer*/) { return false; }
-    /// A key with its modifiers before anything else; true when it is used up.
+    /// A key before anything else, for what rows cannot say; true when it is used up.
     virtual bool OnKey(UINT /*key*/, bool /*control*/, bool /*shift*/) { return false; }
     /// The control that has the focus first.
     virtual HWND FirstFocus() const { return nullptr; }
@@ -166,7 +159,9 @@ protected:
     void ShowControl(int id, bool shown);
     void EnableControl(int id, bool enabled);
     /// What the mouse learns over a control, also over one that is off; "" nothing.
-    void SetTip(int id, const wchar_t* text);
+    void SetTip(int id, std::wstring text);
+    /// A text with the key of a command behind it: "Orden ascendente (F9)".
+    std::wstring WithKey(std::wstring text, std::wstring_view command) const;
     std::wstring ControlText(int id) const;
     void SetControlText(int id, const std::wstring& text);
     /// The automation object of a control, made on first use and kept until unload.
@@ -182,7 +177,7 @@ protected:
     /// A menu of commands at a place of the screen; the chosen one is dispatched.
     struct MenuItem {
         std::wstring_view command;
-        const wchar_t* caption; // null: the tool's; for a separator the command is empty too
+        const wchar_t* caption; // without its key; null: the tool's; for a separator the command is empty too
     };
     void RunMenu(std::span<const MenuItem> items, POINT screen);
 
@@ -210,9 +205,11 @@ private:
     void RunLoop();
     bool Preview(MSG& message);
     bool PreviewKey(UINT key, HWND focus);
-    bool PreviewAltDown(HWND focus);
-    bool PartTakesKey(UINT key, bool control, bool shift);
+    template <class Matches>
+    const KeyRow* FindRow(const Matches& matches) const;
     const KeyRow* FindKey(int control, UINT key) const;
+    /// The key of a command as users read it; "" when it has none.
+    std::wstring KeyOf(std::wstring_view command) const;
     int FocusedControl(HWND focus) const;
     void RunCommand(std::wstring_view command);
     void OnTool(std::wstring_view id);
@@ -235,7 +232,7 @@ private:
     SIZE m_smallest{};
     std::map<int, com::ComPtr<ControlObject>> m_objects;
     HWND m_tips = nullptr; // a window of the form's, made with the first tip
-    std::map<int, const wchar_t*> m_tipTexts;
+    std::map<int, std::wstring> m_tipTexts;
     com::ComPtr<IDispatch> m_formObject;
 };
 

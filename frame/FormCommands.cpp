@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "base/Commands.h"
 #include "frame/Form.h"
@@ -14,20 +15,51 @@ namespace tamvelo::frame {
 namespace {
 
 constexpr KeyRow kFrameKeys[] = {
-    {0, VK_RETURN, base::kAceptar}, {0, VK_ESCAPE, base::kCancelar}, {0, VK_INSERT, kNoCommand},
-    {0, VK_DELETE, kNoCommand},     {0, VK_F6, kCustomizeToolbar},   {0, VK_F8, kEditingBandOnly},
+    {0, VK_RETURN, base::kAceptar},
+    {0, VK_ESCAPE, base::kCancelar},
+    {0, VK_INSERT, kNoCommand},
+    {0, VK_DELETE, kNoCommand},
+    {0, VK_F6, kCustomizeToolbar},
+    {0, VK_F8, kEditingBandOnly},
+    {0, kByControl | kAlt | VK_F4, base::kCerrar}, // the system closes the window
 };
+
+bool IsTextBox(HWND window) { return (SendMessageW(window, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) != 0; }
 
 } // namespace
 
-const KeyRow* Form::FindKey(int control, UINT key) const {
-    const auto matches = [&](const KeyRow& row) { return row.control == control && row.key == key; };
-    const auto own = std::find_if(m_design.keys.begin(), m_design.keys.end(), matches);
-    if (own != m_design.keys.end()) {
-        return &*own;
+template <class Matches>
+const KeyRow* Form::FindRow(const Matches& matches) const {
+    const auto in = [&](std::span<const KeyRow> rows) {
+        const auto row = std::ranges::find_if(rows, matches);
+        return row == rows.end() ? nullptr : &*row;
+    };
+    if (const KeyRow* const own = in(m_design.keys)) {
+        return own;
     }
-    const auto* common = std::find_if(std::begin(kFrameKeys), std::end(kFrameKeys), matches);
-    return common == std::end(kFrameKeys) ? nullptr : common;
+    for (const FormPart* part : m_parts) {
+        if (const KeyRow* const row = in(part->Keys())) {
+            return row;
+        }
+    }
+    const KeyRow* const shared = in(SharedKeys());
+    return shared ? shared : in(kFrameKeys);
+}
+
+const KeyRow* Form::FindKey(int control, UINT key) const {
+    return FindRow([&](const KeyRow& row) { return row.control == control && row.key == key; });
+}
+
+std::wstring Form::KeyOf(std::wstring_view command) const {
+    const KeyRow* const found = FindRow([&](const KeyRow& row) {
+        return row.command == command && FindKey(row.control, row.key) == &row; // no row stands in its place
+    });
+    return found && !command.empty() ? KeyName(found->key) : std::wstring();
+}
+
+std::wstring Form::WithKey(std::wstring text, std::wstring_view command) const {
+    const std::wstring key = KeyOf(command);
+    return key.empty() ? text : std::move(text) + L" (" + key + L")";
 }
 
 int Form::FocusedControl(HWND focus) const {
@@ -42,35 +74,35 @@ bool Form::Preview(MSG& message) {
         return false;
     }
     const std::shared_ptr<Form> alive = shared_from_this();
-    if (message.message == WM_KEYDOWN && PreviewKey(static_cast<UINT>(message.wParam), message.hwnd)) {
-        return true;
-    }
-    if (message.message == WM_SYSKEYDOWN && message.wParam == VK_DOWN && PreviewAltDown(message.hwnd)) {
-        return true;
+    // Ctrl and Alt together are the key that types @, # and € on Spanish keyboards: no WM_SYSKEYDOWN comes
+    // then.
+    const bool alt = message.message == WM_SYSKEYDOWN;
+    if (alt || (message.message == WM_KEYDOWN && GetKeyState(VK_MENU) >= 0)) {
+        const UINT held = (alt ? kAlt : 0) | (GetKeyState(VK_CONTROL) < 0 ? kCtrl : 0) |
+                          (GetKeyState(VK_SHIFT) < 0 ? kShift : 0);
+        if (PreviewKey(static_cast<UINT>(message.wParam) | held, message.hwnd)) {
+            return true;
+        }
     }
     return m_window && IsDialogMessageW(m_window, &message);
 }
 
 bool Form::PreviewKey(UINT key, HWND focus) {
-    if ((key == VK_RETURN || key == VK_ESCAPE) && IsListOpen(focus)) {
-        return false; // an open list or calendar takes these two for itself
+    if (IsListOpen(focus)) {
+        return false; // an open list or calendar has the keys for itself
     }
-    if (GetKeyState(VK_MENU) < 0) {
-        return false; // Ctrl and Alt together are the key that types @, # and € on Spanish keyboards
-    }
-    const bool control = GetKeyState(VK_CONTROL) < 0;
-    const bool shift = GetKeyState(VK_SHIFT) < 0;
     bool used = false;
-    Trapped([&] { used = PartTakesKey(key, control, shift) || OnKey(key, control, shift); });
-    if (used || control || shift) {
-        return used;
+    Trapped([&] { used = OnKey(key & ~(kCtrl | kShift), (key & kCtrl) != 0, (key & kShift) != 0); });
+    if (used) {
+        return true;
     }
     const HWND before = m_window;
-    const KeyRow* const own = FindKey(0, key);
+    const KeyRow* const own = IsTextKey(key) && IsTextBox(focus) ? nullptr : FindKey(0, key);
     if (own) {
         Input(own->command);
-        if (m_window != before) {
-            return true; // the form is gone; so is the control that the key was meant for
+        if (m_window != before || (key & (kCtrl | kShift | kAlt))) {
+            return true; // the form is gone, and the control that the key was meant for; or a key of the form
+                         // only
         }
     }
     const int focused = FocusedControl(focus);
@@ -80,28 +112,6 @@ bool Form::PreviewKey(UINT key, HWND focus) {
     }
     // The system's own handling would close the form a second time, or press the button that has the focus.
     return key == VK_ESCAPE || (key == VK_RETURN && own && own->command == base::kAceptar);
-}
-
-bool Form::PreviewAltDown(HWND focus) {
-    const int focused = FocusedControl(focus);
-    const KeyRow* const row = focused ? FindKey(focused, kAltDown) : nullptr;
-    if (row) {
-        Input(row->command);
-        return true;
-    }
-    bool used = false;
-    Trapped([&] { used = OnKey(kAltDown, false, false); });
-    return used;
-}
-
-bool Form::PartTakesKey(UINT key, bool control, bool shift) {
-    for (const FormPart* part : m_parts) {
-        if (const std::wstring_view command = part->CommandOf(key, control, shift); !command.empty()) {
-            Input(command);
-            return true;
-        }
-    }
-    return false;
 }
 
 void Form::Input(std::wstring_view command) {
@@ -172,8 +182,10 @@ void Form::RunMenu(std::span<const MenuItem> items, POINT screen) {
     for (size_t i = 0; i < items.size(); ++i) {
         const wchar_t* caption =
             items[i].caption ? items[i].caption : ToolCaption(m_design.tools, items[i].command);
+        const std::wstring key = KeyOf(items[i].command);
+        const std::wstring text = caption && !key.empty() ? caption + (L'\t' + key) : caption ? caption : L"";
         const UINT off = m_toolbar->IsEnabled(items[i].command) ? 0U : MF_GRAYED;
-        AppendMenuW(menu.get(), off | (caption ? MF_STRING : MF_SEPARATOR), i + 1, caption);
+        AppendMenuW(menu.get(), off | (caption ? MF_STRING : MF_SEPARATOR), i + 1, text.c_str());
     }
     const int chosen =
         TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, screen.x, screen.y, 0, m_window, nullptr);

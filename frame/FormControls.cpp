@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include <utility>
+
 #include "com/Module.h"
 #include "frame/Form.h"
 #include "frame/ThemeScope.h"
@@ -67,14 +69,14 @@ void Form::EnableControl(int id, bool enabled) {
     EnableWindow(control, enabled);
 }
 
-void Form::SetTip(int id, const wchar_t* text) {
+void Form::SetTip(int id, std::wstring text) {
     if (!m_tips) {
         const ThemeScope theme;
         m_tips =
             CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
                             0, 0, 0, 0, m_window, nullptr, com::Module::Instance(), nullptr);
     }
-    m_tipTexts[id] = text;
+    m_tipTexts[id] = std::move(text);
     PlaceTips();
 }
 
@@ -87,8 +89,8 @@ void Form::PlaceTips() const {
         tool.hwnd = m_window;
         tool.uId = static_cast<UINT_PTR>(id);
         SendMessageW(m_tips, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
-        if (*text) {
-            tool.lpszText = const_cast<wchar_t*>(text);
+        if (!text.empty()) {
+            tool.lpszText = const_cast<wchar_t*>(text.c_str());
             GetWindowRect(Control(id), &tool.rect);
             MapWindowPoints(nullptr, m_window, reinterpret_cast<POINT*>(&tool.rect), 2);
             SendMessageW(m_tips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));

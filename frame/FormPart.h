@@ -32,8 +32,8 @@ private:
     virtual void OnLoad() {}
     virtual void OnControl(int /*control*/, int /*code*/) {}
     virtual void OnNotify(const NMHDR& /*header*/) {}
-    /// The command that a key stands for, wherever the focus is; "" for none.
-    virtual std::wstring_view CommandOf(UINT /*key*/, bool /*control*/, bool /*shift*/) const { return {}; }
+    /// Its keys; the form's own rows come first.
+    virtual std::span<const KeyRow> Keys() const { return {}; }
     /// True when the command is the part's and was run.
     virtual bool OnCommand(std::wstring_view /*command*/) { return false; }
 

@@ -18,20 +18,6 @@ std::wstring AsLabel(std::wstring text) {
     return text;
 }
 
-/// Keys with modifiers, or for what has no row in the forms' own tables: so every command has one.
-struct ExtraKey {
-    UINT key;
-    bool control;
-    bool shift;
-    const wchar_t* command;
-};
-
-constexpr ExtraKey kExtraKeys[] = {
-    {'E', true, false, kGoToSearch},        {'L', true, false, kCopyCell},
-    {VK_F9, false, false, base::kOrdenAsc}, {VK_F9, false, true, base::kOrdenDesc},
-    {VK_F12, false, false, kChooseColumns}, {VK_F7, false, false, base::kFiltro},
-};
-
 } // namespace
 
 // Opening and closing.
@@ -314,12 +300,12 @@ void GridForm::ContextMenuAsked(POINT screen) {
         {base::kFiltrar, nullptr},
         {base::kFiltro, nullptr},
         {L"", nullptr},
-        {kCopyCell, L"Copiar &celda\tCtrl+L"},
-        {kCopyRow, L"Copiar &fila\tCtrl+C"},
-        {kCopyRowWithHeadings, L"Copiar fila con ca&beceras\tCtrl+Mayús+C"},
+        {kCopyCell, L"Copiar &celda"},
+        {kCopyRow, L"Copiar &fila"},
+        {kCopyRowWithHeadings, L"Copiar fila con cabecera&s"},
         {L"", nullptr},
-        {kChooseColumns, L"Ele&gir columnas…\tF12"},
-        {kChooseFont, L"F&uente…\tF3"},
+        {kChooseColumns, L"Ele&gir columnas…"},
+        {kChooseFont, L"F&uente…"},
     };
     std::vector<MenuItem> items(std::begin(kRecord), std::end(kRecord));
     const std::span<const MenuItem> own = OwnMenu();
@@ -342,14 +328,23 @@ void GridForm::OnControl(int control, int code) {
     }
 }
 
-bool GridForm::OnKey(UINT key, bool control, bool shift) {
-    for (const ExtraKey& extra : kExtraKeys) {
-        if (extra.key == key && extra.control == control && extra.shift == shift) {
-            Input(extra.command);
-            return true;
-        }
-    }
-    return false;
+std::span<const KeyRow> GridForm::SharedKeys() const {
+    // So that every command has one.
+    static constexpr KeyRow kKeys[] = {
+        {0, kCtrl | 'E', kGoToSearch},
+        {0, VK_F9, base::kOrdenAsc},
+        {0, kShift | VK_F9, base::kOrdenDesc},
+        {0, VK_F12, kChooseColumns},
+        {0, VK_F7, base::kFiltro},
+        {0, kCtrl | 'L', kCopyCell},
+        {IDC_DATAGRID, kByControl | kCtrl | 'C', kCopyRow},
+        {IDC_DATAGRID, kByControl | kCtrl | kShift | 'C', kCopyRowWithHeadings},
+        {IDC_DATAGRID, kByControl | VK_UP, base::kMovePre},
+        {IDC_DATAGRID, kByControl | VK_DOWN, base::kMoveNext},
+        {IDC_DATAGRID, kByControl | VK_HOME, base::kMoveFirst},
+        {IDC_DATAGRID, kByControl | VK_END, base::kMoveLast},
+    };
+    return kKeys;
 }
 
 std::span<const CommandRow> GridForm::SharedCommands() const {

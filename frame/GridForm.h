@@ -19,7 +19,6 @@ namespace tamvelo::frame {
 inline constexpr wchar_t kApplySearch[] = L"{BUSCAR}";
 inline constexpr wchar_t kChooseFont[] = L"{FUENTE}";
 inline constexpr wchar_t kChooseColumns[] = L"{COLUMNAS}";
-inline constexpr wchar_t kGoToSearch[] = L"{IR_A_BUSCAR}";
 inline constexpr wchar_t kCopyCell[] = L"{COPIAR_CELDA}";
 inline constexpr wchar_t kCopyRow[] = L"{COPIAR_FILA}";
 inline constexpr wchar_t kCopyRowWithHeadings[] = L"{COPIAR_CABECERAS}";
@@ -124,9 +123,9 @@ protected:
     void OnBeforeUnload() override;
     void OnUnload() noexcept override;
     void OnControl(int control, int code) override;
-    bool OnKey(UINT key, bool control, bool shift) override;
     /// What every form with a grid can do; a form's own rows come first.
     std::span<const CommandRow> SharedCommands() const override;
+    std::span<const KeyRow> SharedKeys() const override;
     HWND FirstFocus() const override { return Control(IDC_DATAGRID); }
 
     /// A record was chosen with the mouse.

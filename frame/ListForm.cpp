@@ -1,8 +1,5 @@
 #include "frame/ListForm.h"
 
-#include <algorithm>
-#include <iterator>
-
 namespace tamvelo::frame {
 
 namespace {
@@ -12,18 +9,7 @@ constexpr wchar_t kTickNone[] = L"{MARCAR_NADA}";
 constexpr wchar_t kInvert[] = L"{INVERTIR_MARCAS}";
 constexpr wchar_t kRestore[] = L"{RESTAURAR_MARCAS}";
 
-/// The commands for ticks with their keys, which mean other things where text is typed.
-struct TickKey {
-    UINT key;
-    bool shift;
-    const wchar_t* command;
-};
-constexpr TickKey kTickKeys[] = {
-    {'A', false, kTickAll},
-    {'A', true, kTickNone},
-    {'I', false, kInvert},
-    {'Z', false, kRestore},
-};
+constexpr wchar_t kEnterList[] = L"{LISTA}";
 
 } // namespace
 
@@ -46,10 +32,9 @@ std::vector<LayoutRow> ListForm::Rows() const {
 
 std::span<const CommandRow> ListForm::SharedCommands() const {
     static constexpr CommandRow kCommands[] = {
-        {kTickAll, Do<&ListForm::TickAll>},
-        {kTickNone, Do<&ListForm::TickNone>},
-        {kInvert, Do<&ListForm::Invert>},
-        {kRestore, Do<&ListForm::Restore>},
+        {kTickAll, Do<&ListForm::TickAll>},       {kTickNone, Do<&ListForm::TickNone>},
+        {kInvert, Do<&ListForm::Invert>},         {kRestore, Do<&ListForm::Restore>},
+        {kGoToSearch, Do<&ListForm::GoToSearch>}, {kEnterList, Do<&ListForm::EnterList>},
     };
     return kCommands;
 }
@@ -76,9 +61,9 @@ void ListForm::EntryDoubleClicked() {
 
 void ListForm::ListMenuAsked(POINT screen) {
     static constexpr MenuItem kMenu[] = {
-        {kTickAll, L"Marcar &todo\tCtrl+A"},        {kTickNone, L"&Quitar todas las marcas\tCtrl+Mayús+A"},
-        {kInvert, L"&Invertir las marcas\tCtrl+I"}, {L"", nullptr},
-        {kRestore, L"Como al a&brir\tCtrl+Z"},
+        {kTickAll, L"Marcar &todo"},        {kTickNone, L"&Quitar todas las marcas"},
+        {kInvert, L"&Invertir las marcas"}, {L"", nullptr},
+        {kRestore, L"Como al a&brir"},
     };
     if (m_listDesign.kind == CheckList::Kind::Ticks) {
         RunMenu(kMenu, screen);
@@ -98,28 +83,25 @@ void ListForm::OnControl(int control, int code) {
 
 bool ListForm::OnNotify(NMHDR& header, LRESULT& answer) { return m_list && m_list->Notified(header, answer); }
 
-bool ListForm::OnKey(UINT key, bool control, bool shift) {
-    const HWND focus = GetFocus();
-    if (m_listDesign.searchBox && key == 'E' && control && !shift) {
+std::span<const KeyRow> ListForm::SharedKeys() const {
+    static constexpr KeyRow kKeys[] = {
+        {0, kCtrl | 'E', kGoToSearch}, {IDC_TXTFILTRO, VK_DOWN, kEnterList},
+        {0, kCtrl | 'A', kTickAll},    {0, kCtrl | kShift | 'A', kTickNone},
+        {0, kCtrl | 'I', kInvert},     {0, kCtrl | 'Z', kRestore},
+    };
+    return kKeys;
+}
+
+void ListForm::GoToSearch() {
+    if (m_listDesign.searchBox) {
         SetFocus(Control(IDC_TXTFILTRO));
-        return true;
     }
-    if (key == VK_DOWN && !control && !shift && focus == Control(IDC_TXTFILTRO)) {
-        List().Enter();
-        return true;
+}
+
+void ListForm::Mark(void (*mark)(CheckList& list)) {
+    if (m_listDesign.kind == CheckList::Kind::Ticks) {
+        mark(List());
     }
-    const bool typing = (SendMessageW(focus, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) != 0;
-    if (!control || typing || m_listDesign.kind != CheckList::Kind::Ticks) {
-        return false;
-    }
-    const auto* found = std::find_if(std::begin(kTickKeys), std::end(kTickKeys), [&](const TickKey& row) {
-        return row.key == key && row.shift == shift;
-    });
-    if (found == std::end(kTickKeys)) {
-        return false;
-    }
-    Input(found->command);
-    return true;
 }
 
 } // namespace tamvelo::frame

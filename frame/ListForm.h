@@ -35,9 +35,9 @@ protected:
     void OnUnload() noexcept override { m_list.reset(); }
     void OnControl(int control, int code) override;
     bool OnNotify(NMHDR& header, LRESULT& answer) override;
-    bool OnKey(UINT key, bool control, bool shift) override;
     HWND FirstFocus() const override { return Control(IDC_LIST1); }
     std::span<const CommandRow> SharedCommands() const override;
+    std::span<const KeyRow> SharedKeys() const override;
     std::vector<LayoutRow> Rows() const override;
 
     /// An entry was double-clicked; a list with ticks toggles it.
@@ -47,10 +47,21 @@ protected:
 private:
     void ListChanged() override;
     void ListMenuAsked(POINT screen) override;
-    void TickAll() { List().TickAll(true); }
-    void TickNone() { List().TickAll(false); }
-    void Invert() { List().InvertTicks(); }
-    void Restore() { List().RestoreTicks(); }
+    void Mark(void (*mark)(CheckList& list));
+    void TickAll() {
+        Mark([](CheckList& list) { list.TickAll(true); });
+    }
+    void TickNone() {
+        Mark([](CheckList& list) { list.TickAll(false); });
+    }
+    void Invert() {
+        Mark([](CheckList& list) { list.InvertTicks(); });
+    }
+    void Restore() {
+        Mark([](CheckList& list) { list.RestoreTicks(); });
+    }
+    void GoToSearch();
+    void EnterList() { List().Enter(); }
 
     const ListDesign m_listDesign;
     std::unique_ptr<CheckList> m_list;

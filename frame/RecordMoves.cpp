@@ -10,30 +10,32 @@ namespace tamvelo::frame {
 namespace {
 
 struct Move {
-    UINT key;
     std::wstring_view command;
     void (contract::DataClass::*run)();
 };
 
 using contract::DataClass;
 constexpr Move kMoves[] = {
-    {VK_HOME, base::kMoveFirst, &DataClass::MoveFirst},
-    {VK_UP, base::kMovePre, &DataClass::MovePrevious},
-    {VK_DOWN, base::kMoveNext, &DataClass::MoveNext},
-    {VK_END, base::kMoveLast, &DataClass::MoveLast},
-    {VK_RETURN, base::kAceptar, nullptr},
+    {base::kMoveFirst, &DataClass::MoveFirst},
+    {base::kMovePre, &DataClass::MovePrevious},
+    {base::kMoveNext, &DataClass::MoveNext},
+    {base::kMoveLast, &DataClass::MoveLast},
 };
 
 } // namespace
 
-std::wstring_view RecordMoves::CommandOf(UINT key, bool control, bool shift) const {
-    const auto* move = std::ranges::find(kMoves, key, &Move::key);
-    return control && !shift && move != std::end(kMoves) ? move->command : std::wstring_view();
+std::span<const KeyRow> RecordMoves::Keys() const {
+    static constexpr KeyRow kKeys[] = {
+        {0, kCtrl | VK_HOME, base::kMoveFirst}, {0, kCtrl | VK_UP, base::kMovePre},
+        {0, kCtrl | VK_DOWN, base::kMoveNext},  {0, kCtrl | VK_END, base::kMoveLast},
+        {0, kCtrl | VK_RETURN, base::kAceptar},
+    };
+    return kKeys;
 }
 
 bool RecordMoves::OnCommand(std::wstring_view command) {
     const auto* move = std::ranges::find(kMoves, command, &Move::command);
-    if (move == std::end(kMoves) || !move->run) {
+    if (move == std::end(kMoves)) {
         return false;
     }
     (m_data.*move->run)();

@@ -13,7 +13,7 @@ public:
     RecordMoves(Form& form, contract::DataClass& data) : FormPart(form), m_data(data) {}
 
 private:
-    std::wstring_view CommandOf(UINT key, bool control, bool shift) const override;
+    std::span<const KeyRow> Keys() const override;
     bool OnCommand(std::wstring_view command) override;
 
     contract::DataClass& m_data;

@@ -11,8 +11,10 @@ namespace tamvelo::frame {
 
 namespace {
 
-constexpr ToolUse kTools[] = {{base::kCerrar, L"Esc"}};
-constexpr KeyRow kKeys[] = {{0, VK_RETURN, base::kCerrar}, {0, VK_ESCAPE, base::kCerrar}};
+constexpr ToolUse kTools[] = {{base::kCerrar}};
+constexpr wchar_t kCopyValue[] = L"{COPIAR_VALOR}";
+constexpr KeyRow kKeys[] = {
+    {0, VK_ESCAPE, base::kCerrar}, {0, VK_RETURN, base::kCerrar}, {IDC_RECORD_LIST, kCtrl | 'C', kCopyValue}};
 
 class RecordForm final : public Form {
 public:
@@ -25,10 +27,10 @@ public:
 
 private:
     void OnLoad() override;
-    std::span<const CommandRow> Commands() const override { return {}; }
+    std::span<const CommandRow> Commands() const override;
     std::vector<LayoutRow> Rows() const override { return {{kFill, {{IDC_RECORD_LIST, kFill}}}}; }
     HWND FirstFocus() const override { return Control(IDC_RECORD_LIST); }
-    bool OnKey(UINT key, bool control, bool shift) override;
+    void CopyValue();
     void AddColumn(int index, const wchar_t* caption);
 
     const std::wstring& m_title;
@@ -64,15 +66,16 @@ void RecordForm::AddColumn(int index, const wchar_t* caption) {
                  reinterpret_cast<LPARAM>(&column));
 }
 
-bool RecordForm::OnKey(UINT key, bool control, bool shift) {
-    if (key != 'C' || !control || shift) {
-        return false;
-    }
+std::span<const CommandRow> RecordForm::Commands() const {
+    static constexpr CommandRow kCommands[] = {{kCopyValue, Do<&RecordForm::CopyValue>}};
+    return kCommands;
+}
+
+void RecordForm::CopyValue() {
     const int chosen = ListView_GetNextItem(Control(IDC_RECORD_LIST), -1, LVNI_SELECTED);
     if (chosen >= 0) {
         grid::CopyText(Window(), m_fields[static_cast<size_t>(chosen)].value);
     }
-    return true;
 }
 
 } // namespace

@@ -60,8 +60,8 @@ TBBUTTON Separator() {
 
 } // namespace
 
-Toolbar::Toolbar(HWND parent, std::span<const ToolUse> uses, std::function<void()> changed)
-    : m_uses(uses), m_changed(std::move(changed)), m_layout(DesignOf(uses)) {
+Toolbar::Toolbar(HWND parent, std::span<const ToolUse> uses, Owner owner)
+    : m_uses(uses), m_owner(std::move(owner)), m_layout(DesignOf(uses)) {
     m_window = CreateWindowExW(0, TOOLBARCLASSNAMEW, L"Barra de herramientas",
                                WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_LIST |
                                    TBSTYLE_TOOLTIPS | CCS_ADJUSTABLE | CCS_TOP,
@@ -268,22 +268,21 @@ bool Toolbar::FillCustomizeItem(int index, NMHDR& header) const {
     return true;
 }
 
-bool Toolbar::Notified(NMHDR& header, LRESULT& answer) {
-    if (header.code == TTN_GETDISPINFOW) {
-        auto& tip = reinterpret_cast<NMTTDISPINFOW&>(header);
-        const std::wstring_view id = IdOf(static_cast<int>(header.idFrom));
-        if (!FindTool(id)) {
-            return false;
-        }
-        const ToolUse& use = m_uses[static_cast<size_t>(static_cast<int>(header.idFrom) - kFirstCommand)];
-        lstrcpynW(tip.szText, ToolTip(use).c_str(), ARRAYSIZE(tip.szText));
-        answer = 0;
-        return true;
+void Toolbar::FillTip(NMHDR& header) const {
+    auto& asked = reinterpret_cast<NMTBGETINFOTIPW&>(header);
+    if (const std::wstring_view id = IdOf(asked.iItem); FindTool(id)) {
+        lstrcpynW(asked.pszText, m_owner.tip(PlainCaption(m_uses, id), id).c_str(), asked.cchTextMax);
     }
+}
+
+bool Toolbar::Notified(NMHDR& header, LRESULT& answer) {
     if (header.hwndFrom != m_window) {
         return false;
     }
     switch (header.code) {
+    case TBN_GETINFOTIPW: // a bar that shows some captions asks this, else it takes the caption for the tip
+        FillTip(header);
+        return true;
     case TBN_QUERYINSERT:
     case TBN_QUERYDELETE:
         answer = TRUE;
@@ -310,7 +309,7 @@ bool Toolbar::Notified(NMHDR& header, LRESULT& answer) {
             m_customizing = false;
             ReadOrder();
             m_stale = true;
-            m_changed();
+            m_owner.changed();
         }
         answer = 0;
         return true;

@@ -20,8 +20,14 @@ namespace tamvelo::frame {
 /// What the user arranges by customisation is a base::ToolbarLayout over the form's design.
 class Toolbar {
 public:
-    /// `uses` outlives the bar. `changed` is called after the user has customised it.
-    Toolbar(HWND parent, std::span<const ToolUse> uses, std::function<void()> changed);
+    /// What the bar asks its form.
+    struct Owner {
+        std::function<void()> changed; // after the user has customised the bar
+        /// The tip of a tool, made of its caption and its key.
+        std::function<std::wstring(std::wstring caption, std::wstring_view id)> tip;
+    };
+    /// `uses` outlives the bar.
+    Toolbar(HWND parent, std::span<const ToolUse> uses, Owner owner);
     ~Toolbar();
     Toolbar(const Toolbar&) = delete;
     Toolbar& operator=(const Toolbar&) = delete;
@@ -59,11 +65,12 @@ private:
     void AddGlyphs();
     void ReadOrder();
     bool FillCustomizeItem(int index, NMHDR& header) const;
+    void FillTip(NMHDR& header) const;
 
     UniqueHandle<HIMAGELIST, ImageList_Destroy> m_glyphs; // the window does not own its pictures
     HWND m_window = nullptr;
     std::span<const ToolUse> m_uses;
-    std::function<void()> m_changed;
+    Owner m_owner;
     base::ToolbarLayout m_layout;
     std::vector<std::wstring> m_off;
     bool m_customizing = false;

@@ -46,10 +46,4 @@ const wchar_t* ToolCaption(std::span<const ToolUse> uses, std::wstring_view id) 
     return kind ? kind->caption : nullptr;
 }
 
-std::wstring ToolTip(const ToolUse& use) {
-    std::wstring tip = ToolCaption({&use, 1}, use.id);
-    std::erase(tip, L'&');
-    return *use.shortcut ? tip + L" (" + use.shortcut + L")" : tip;
-}
-
 } // namespace tamvelo::frame

@@ -22,14 +22,10 @@ const ToolKind* FindTool(std::wstring_view id);
 /// One tool of a form's bar.
 struct ToolUse {
     const wchar_t* id;
-    const wchar_t* shortcut;          // shown in the tool tip; "" when it has none
     const wchar_t* caption = nullptr; // where the form means something else by the command than others do
 };
 
 /// The caption of a command's tool in a form that has `uses`, with its access key; null for what is no tool.
 const wchar_t* ToolCaption(std::span<const ToolUse> uses, std::wstring_view id);
-
-/// The tool's tip: what it does and its key.
-std::wstring ToolTip(const ToolUse& use);
 
 } // namespace tamvelo::frame

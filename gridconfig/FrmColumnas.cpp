@@ -9,7 +9,7 @@ using frame::CheckList;
 
 namespace {
 
-constexpr frame::ToolUse kTools[] = {{base::kAceptar, L"Intro"}, {base::kCancelar, L"Esc"}};
+constexpr frame::ToolUse kTools[] = {{base::kAceptar}, {base::kCancelar}};
 
 std::wstring CountVisible(const CheckList& list) {
     return std::to_wstring(list.TickedCount()) + L" de " + std::to_wstring(list.Count()) + L" visibles";

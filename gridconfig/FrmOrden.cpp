@@ -9,7 +9,7 @@ using frame::CheckList;
 
 namespace {
 
-constexpr frame::ToolUse kTools[] = {{base::kAceptar, L"Intro"}, {base::kCancelar, L"Esc"}};
+constexpr frame::ToolUse kTools[] = {{base::kAceptar}, {base::kCancelar}};
 
 std::wstring CountAll(const CheckList& list) {
     return std::to_wstring(list.Count()) + (list.Count() == 1 ? L" columna" : L" columnas");

@@ -22,7 +22,7 @@ using frame::ToolUse;
 
 namespace {
 
-constexpr ToolUse kTools[] = {{base::kAceptar, L"Intro"}, {base::kCancelar, L"Esc"}};
+constexpr ToolUse kTools[] = {{base::kAceptar}, {base::kCancelar}};
 
 constexpr wchar_t kChoosePrinter[] = L"{IMPRESORA}";
 constexpr wchar_t kPrinter[] = L"Impresora";
@@ -316,7 +316,7 @@ void ReportForm::OnControl(int control, int code) {
 }
 
 bool ReportForm::OnKey(UINT key, bool control, bool shift) {
-    return (!control && !shift && OnConditionKey(key)) || ListForm::OnKey(key, control, shift);
+    return !control && !shift && OnConditionKey(key);
 }
 
 void ReportForm::CurrentChanged() {

@@ -25,14 +25,8 @@ using frame::ToolUse;
 namespace {
 
 constexpr ToolUse kTools[] = {
-    {base::kAceptar, L"Ctrl+Intro"},
-    {base::kCancelar, L"Esc"},
-    {base::kCerrar, L"Alt+F4"},
-    {base::kMoveFirst, L"Ctrl+Inicio"},
-    {base::kMovePre, L"Ctrl+Flecha arriba"},
-    {base::kMoveNext, L"Ctrl+Flecha abajo"},
-    {base::kMoveLast, L"Ctrl+Fin"},
-    {base::kFiltro, L"", L"&Filtro aplicado"},
+    {base::kAceptar}, {base::kCancelar}, {base::kCerrar},   {base::kMoveFirst},
+    {base::kMovePre}, {base::kMoveNext}, {base::kMoveLast}, {base::kFiltro, L"&Filtro aplicado"},
 };
 
 constexpr wchar_t kSearch[] = L"{BUSCAR}";

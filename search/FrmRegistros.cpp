@@ -23,41 +23,34 @@ namespace {
 constexpr wchar_t kFiltroCaption[] = L"Aplicar o &quitar el filtro";
 
 constexpr ToolUse kTools[] = {
-    {base::kAceptar, L"F4"},
-    {base::kCancelar, L"Esc"},
-    {base::kNuevo, L"Ctrl+N"},
-    {base::kModificar, L"Intro"},
-    {base::kEliminar, L"Supr"},
-    {base::kMoveFirst, L"Inicio"},
-    {base::kMovePre, L"Flecha arriba"},
-    {base::kMoveNext, L"Flecha abajo"},
-    {base::kMoveLast, L"Fin"},
-    {base::kOrdenAsc, L"F9"},
-    {base::kOrdenDesc, L"Mayús+F9"},
-    {base::kFiltrar, L"Ins"},
-    {base::kFiltro, L"F7", kFiltroCaption},
-    {base::kRegistro, L"F5"},
+    {base::kAceptar},
+    {base::kCancelar},
+    {base::kNuevo},
+    {base::kModificar},
+    {base::kEliminar},
+    {base::kMoveFirst},
+    {base::kMovePre},
+    {base::kMoveNext},
+    {base::kMoveLast},
+    {base::kOrdenAsc},
+    {base::kOrdenDesc},
+    {base::kFiltrar},
+    {base::kFiltro, kFiltroCaption},
+    {base::kRegistro},
 };
 
 // Rows by control rather than for the whole form: a key does one thing. In the grid Insert is the search, as
 // in the selection panel; in the box Enter is for what was typed and Delete for its characters; on the button
 // Enter presses it.
 constexpr KeyRow kKeys[] = {
-    {0, VK_RETURN, frame::kNoCommand},
-    {IDC_DATAGRID, VK_RETURN, base::kModificar},
-    {IDC_DATAGRID, VK_DELETE, base::kEliminar},
-    {IDC_DATAGRID, VK_INSERT, base::kFiltrar},
-    {IDC_DATAGRID, VK_F3, frame::kChooseFont},
-    {IDC_DATAGRID, VK_F4, base::kAceptar},
-    {IDC_DATAGRID, VK_F5, base::kRegistro},
-    {IDC_TXTFIELDS0, VK_INSERT, base::kNuevo},
-    {IDC_TXTFIELDS0, VK_UP, frame::kTabKey},
-    {IDC_TXTFIELDS0, VK_DOWN, frame::kTabKey},
-    {IDC_TXTFIELDS0, VK_RETURN, base::kAceptar},
-    {IDC_TXTFIELDS0, VK_F4, base::kAceptar},
-    {IDC_CMDBUSCAR, VK_RETURN, frame::kApplySearch},
-    {IDC_CMDBUSCAR, VK_INSERT, base::kNuevo},
-    {IDC_CMDBUSCAR, VK_DELETE, base::kEliminar},
+    {0, frame::kCtrl | 'N', base::kNuevo},       {0, VK_RETURN, frame::kNoCommand},
+    {IDC_DATAGRID, VK_RETURN, base::kModificar}, {IDC_DATAGRID, VK_DELETE, base::kEliminar},
+    {IDC_DATAGRID, VK_INSERT, base::kFiltrar},   {IDC_DATAGRID, VK_F3, frame::kChooseFont},
+    {IDC_DATAGRID, VK_F4, base::kAceptar},       {IDC_DATAGRID, VK_F5, base::kRegistro},
+    {IDC_TXTFIELDS0, VK_INSERT, base::kNuevo},   {IDC_TXTFIELDS0, VK_UP, frame::kTabKey},
+    {IDC_TXTFIELDS0, VK_DOWN, frame::kTabKey},   {IDC_TXTFIELDS0, VK_RETURN, base::kAceptar},
+    {IDC_TXTFIELDS0, VK_F4, base::kAceptar},     {IDC_CMDBUSCAR, VK_RETURN, frame::kApplySearch},
+    {IDC_CMDBUSCAR, VK_INSERT, base::kNuevo},    {IDC_CMDBUSCAR, VK_DELETE, base::kEliminar},
 };
 
 } // namespace
@@ -114,14 +107,6 @@ void FrmRegistros::OnSearchStrip(bool shown) { Bar().SetPressed(base::kFiltrar, 
 
 std::wstring FrmRegistros::Heading(const std::wstring& filter) const {
     return filter.empty() ? ClassName() : ClassName() + L"   ·   Filtro: " + filter;
-}
-
-bool FrmRegistros::OnKey(UINT key, bool control, bool shift) {
-    if (key == 'N' && control && !shift) {
-        Input(base::kNuevo);
-        return true;
-    }
-    return GridForm::OnKey(key, control, shift);
 }
 
 void FrmRegistros::OnRowActivated() { Input(base::kAceptar); }

@@ -30,7 +30,6 @@ private:
     void OnLoad() override;
     void OnRowActivated() override;
     void OnSearchStrip(bool shown) override;
-    bool OnKey(UINT key, bool control, bool shift) override;
     std::wstring Heading(const std::wstring& filter) const override;
     std::span<const frame::CommandRow> Commands() const override;
     std::vector<frame::LayoutRow> Rows() const override;

@@ -23,17 +23,12 @@ using frame::ToolUse;
 namespace {
 
 constexpr ToolUse kTools[] = {
-    {base::kAceptar, L"Intro"},
-    {base::kCancelar, L"Esc"},
-    {base::kMoveFirst, L"Ctrl+Inicio"},
-    {base::kMovePre, L"Ctrl+Flecha arriba"},
-    {base::kMoveNext, L"Ctrl+Flecha abajo"},
-    {base::kMoveLast, L"Ctrl+Fin"},
-    {base::kFiltrar, L"F5"},
-    {base::kFiltro, L"F7", L"&Limpiar los criterios"},
+    {base::kAceptar},  {base::kCancelar}, {base::kMoveFirst}, {base::kMovePre},
+    {base::kMoveNext}, {base::kMoveLast}, {base::kFiltrar},   {base::kFiltro, L"&Limpiar los criterios"},
 };
 
-constexpr KeyRow kKeys[] = {{0, VK_F5, base::kFiltrar}, {0, VK_F7, base::kFiltro}};
+constexpr KeyRow kKeys[] = {
+    {0, VK_RETURN, base::kAceptar}, {0, VK_F5, base::kFiltrar}, {0, VK_F7, base::kFiltro}};
 
 constexpr wchar_t kLookUp[] = L"{CONSULTAR}";
 

@@ -22,9 +22,11 @@ constexpr wchar_t kAlta[] = L"{ALTA}";
 constexpr wchar_t kDescartar[] = L"{DESCARTAR}";
 constexpr wchar_t kLookUp[] = L"{BUSCAR_CODIGO}";
 
+constexpr auto kKeys = PanelKeysAnd({{0, frame::kCtrl | 'N', kAlta}});
+
 } // namespace
 
-FrmSelecAdd::FrmSelecAdd() : PanelForm({kName, IDD_SELECADD, kPanelTools, kPanelKeys}) {}
+FrmSelecAdd::FrmSelecAdd() : PanelForm({kName, IDD_SELECADD, kPanelTools, kKeys}) {}
 
 std::span<const CommandRow> FrmSelecAdd::Commands() const {
     using F = FrmSelecAdd;
@@ -38,7 +40,7 @@ std::span<const CommandRow> FrmSelecAdd::Commands() const {
 }
 
 std::span<const frame::Form::MenuItem> FrmSelecAdd::OwnMenu() const {
-    static constexpr MenuItem kItems[] = {{kAlta, L"&Nuevo registro…\tCtrl+N"}};
+    static constexpr MenuItem kItems[] = {{kAlta, L"&Nuevo registro…"}};
     return kItems;
 }
 
@@ -172,10 +174,6 @@ void FrmSelecAdd::OnControl(int control, int code) {
 }
 
 bool FrmSelecAdd::OnKey(UINT key, bool control, bool shift) {
-    if (key == 'N' && control && !shift) {
-        Input(kAlta);
-        return true;
-    }
     const int focused = GetDlgCtrlID(GetFocus());
     const Box* const box = m_adding ? BoxAt(focused) : nullptr;
     if (box && !control && !shift) {
@@ -188,7 +186,7 @@ bool FrmSelecAdd::OnKey(UINT key, bool control, bool shift) {
             return true;
         }
     }
-    return PanelForm::OnKey(key, control, shift);
+    return false;
 }
 
 } // namespace tamvelo::selection

@@ -25,6 +25,8 @@ constexpr wchar_t kToggle[] = L"{MARCAR}";
 
 constexpr auto kKeys = PanelKeysAnd({
     {IDC_DATAGRID, VK_SPACE, kToggle},
+    {0, frame::kCtrl | 'T', kTodos},
+    {0, frame::kCtrl | 'U', kNinguno},
     {IDC_LBLTODOS, VK_RETURN, kTodos},
     {IDC_LBLNINGUNO, VK_RETURN, kNinguno},
 });
@@ -32,14 +34,13 @@ constexpr auto kKeys = PanelKeysAnd({
 /// The two ways to mark all rows: a link above the grid, and a key with Ctrl everywhere in the form.
 struct Link {
     int control;
-    UINT key;
     const wchar_t* command;
     const wchar_t* tip;
 };
 
 constexpr Link kLinks[] = {
-    {IDC_LBLTODOS, 'T', kTodos, L"Marca todos los registros, también los que no se ven (Ctrl+T)"},
-    {IDC_LBLNINGUNO, 'U', kNinguno, L"Desmarca todos los registros, también los que no se ven (Ctrl+U)"},
+    {IDC_LBLTODOS, kTodos, L"Marca todos los registros, también los que no se ven"},
+    {IDC_LBLNINGUNO, kNinguno, L"Desmarca todos los registros, también los que no se ven"},
 };
 
 /// The marks that this list is for, by field, with the captions that the user knows them by.
@@ -97,7 +98,7 @@ void FrmSeleccionTrueFalse::OnLoad() {
     SetWindowTextW(Window(), (L"Lista con casillas de " + ClassName()).c_str());
     for (const Link& link : kLinks) {
         MakeLink(Control(link.control));
-        SetTip(link.control, link.tip);
+        SetTip(link.control, WithKey(link.tip, link.command));
     }
     OnFiltered(false);
     DataGrid().OfferMarks();
@@ -152,22 +153,12 @@ void FrmSeleccionTrueFalse::OnControl(int control, int code) {
     PanelForm::OnControl(control, code);
 }
 
-bool FrmSeleccionTrueFalse::OnKey(UINT key, bool control, bool shift) {
-    for (const Link& link : kLinks) {
-        if (link.key == key && control && !shift) {
-            Input(link.command);
-            return true;
-        }
-    }
-    return PanelForm::OnKey(key, control, shift);
-}
-
 std::span<const frame::Form::MenuItem> FrmSeleccionTrueFalse::OwnMenu() const {
     static constexpr MenuItem kMenu[] = {
         {L"", nullptr},
-        {kToggle, L"&Marcar o desmarcar\tEspacio"},
-        {kTodos, L"Seleccionar &todos\tCtrl+T"},
-        {kNinguno, L"Seleccionar &ninguno\tCtrl+U"},
+        {kToggle, L"&Marcar o desmarcar"},
+        {kTodos, L"Seleccionar &todos"},
+        {kNinguno, L"Seleccionar &ninguno"},
     };
     return kMenu;
 }

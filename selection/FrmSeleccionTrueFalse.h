@@ -30,7 +30,6 @@ private:
     void TellSink() override;
     void OnLoad() override;
     void OnControl(int control, int code) override;
-    bool OnKey(UINT key, bool control, bool shift) override;
     void OnDefaultLook() override { DataGrid().PutMarksFirst(); }
     void OnFiltered(bool filtered) override;
     void MarkClicked() override;

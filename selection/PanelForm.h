@@ -11,10 +11,9 @@ namespace tamvelo::selection {
 inline constexpr wchar_t kRowCode[] = L"{DOBLE_CLIC}";
 
 inline constexpr frame::ToolUse kPanelTools[] = {
-    {base::kAceptar, L"Intro"},         {base::kCancelar, L"Esc"},          {base::kMoveFirst, L"Inicio"},
-    {base::kMovePre, L"Flecha arriba"}, {base::kMoveNext, L"Flecha abajo"}, {base::kMoveLast, L"Fin"},
-    {base::kOrdenAsc, L"F9"},           {base::kOrdenDesc, L"Mayús+F9"},    {base::kFiltrar, L"Ins"},
-    {base::kFiltro, L"Supr"},           {base::kRegistro, L"F5"},
+    {base::kAceptar},  {base::kCancelar}, {base::kMoveFirst}, {base::kMovePre},
+    {base::kMoveNext}, {base::kMoveLast}, {base::kOrdenAsc},  {base::kOrdenDesc},
+    {base::kFiltrar},  {base::kFiltro},   {base::kRegistro},
 };
 
 inline constexpr std::array kPanelKeys = std::to_array<frame::KeyRow>({
