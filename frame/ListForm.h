@@ -27,12 +27,11 @@ protected:
         return *m_list;
     }
     /// The selected entry; -1 for none, also before there is a list.
-    int CurrentEntry() const { return m_list ? m_list->Current() : -1; }
+    int CurrentEntry() const { return IsLoaded() && m_list ? m_list->Current() : -1; }
     /// The list as an environment component gets it.
     com::ComPtr<ControlObject> ListObject() { return ObjectOf(IDC_LIST1, L"List1", 0); }
 
     void OnLoad() override;
-    void OnUnload() noexcept override { m_list.reset(); }
     void OnControl(int control, int code) override;
     bool OnNotify(NMHDR& header, LRESULT& answer) override;
     HWND FirstFocus() const override { return Control(IDC_LIST1); }
@@ -64,6 +63,7 @@ private:
     void EnterList() { List().Enter(); }
 
     const ListDesign m_listDesign;
+    // Outlives its window, which may go while the list is telling something.
     std::unique_ptr<CheckList> m_list;
 };
 

@@ -59,7 +59,6 @@ void FrmColumnas::Aceptar() {
 void FrmColumnas::OnUnload() noexcept {
     m_columns.Reset();
     m_sink.Reset();
-    ListForm::OnUnload();
 }
 
 } // namespace tamvelo::gridconfig

@@ -51,7 +51,6 @@ void FrmOrden::Aceptar() {
 void FrmOrden::OnUnload() noexcept {
     m_columns.Reset();
     m_sink.Reset();
-    ListForm::OnUnload();
 }
 
 } // namespace tamvelo::gridconfig

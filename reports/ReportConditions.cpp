@@ -125,6 +125,7 @@ std::wstring ReportForm::Text(short index) const {
 }
 
 void ReportForm::SetText(short index, const std::wstring& text) {
+    CheckStands(); // mostly it is a host that gave the text
     SetControlText(ControlOf(Find(Kind::Text, index)) + Entry, text);
 }
 

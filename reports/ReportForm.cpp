@@ -25,6 +25,7 @@ namespace {
 constexpr ToolUse kTools[] = {{base::kAceptar}, {base::kCancelar}};
 
 constexpr wchar_t kChoosePrinter[] = L"{IMPRESORA}";
+constexpr wchar_t kEntryChosen[] = L"{INFORME}";
 constexpr wchar_t kPrinter[] = L"Impresora";
 // From left to right; the spinner is part of the box of copies.
 constexpr int kOutputRow[] = {IDC_LBLSELEC,   IDC_CMBSELEC,   IDC_LBLCOPIAS, IDC_TXTCOPIAS,
@@ -135,7 +136,6 @@ void ReportForm::OnLoad() {
 }
 
 void ReportForm::OnUnload() noexcept {
-    ListForm::OnUnload();
     m_clsEventos.reset();
     m_sink.Reset();
     m_reports.Reset();
@@ -259,11 +259,14 @@ void ReportForm::Accept() {
     Deliver(keep, [&] { m_report.deliver(*this, choice); });
 }
 
-short ReportForm::CopiesNumber() const {
+short ReportForm::CopiesNumber() {
     const std::wstring text = Copies();
     try {
         return com::Variant(text).ToShort();
     } catch (const com::Error& error) {
+        // The form stays, but the next operation brings objects of its own.
+        m_sink.Reset();
+        m_reports.Reset();
         throw com::Error(error.number == DISP_E_OVERFLOW ? kOverflow : kMismatch,
                          L"El número de copias «" + text + L"» no es válido.");
     }
@@ -282,6 +285,7 @@ std::span<const CommandRow> ReportForm::Commands() const {
         {base::kAceptar, Do<&ReportForm::Accept>},
         {kLookUp, Do<&ReportForm::LookUp>},
         {kChoosePrinter, Do<&ReportForm::CambiarImpresora>},
+        {kEntryChosen, Do<&ReportForm::EntryChosen>},
     };
     return kCommands;
 }
@@ -320,10 +324,18 @@ bool ReportForm::OnKey(UINT key, bool control, bool shift) {
 }
 
 void ReportForm::CurrentChanged() {
-    if (const int entry = CurrentEntry(); m_report.chosen && entry >= 0) {
-        m_report.chosen(*this, entry);
+    if (m_report.chosen) {
+        Input(kEntryChosen);
     }
     ShowPeriod();
+}
+
+void ReportForm::EntryChosen() {
+    // While the host is asked another one may become the selected one.
+    for (int told = -1; CurrentEntry() >= 0 && CurrentEntry() != told;) {
+        told = CurrentEntry();
+        m_report.chosen(*this, told);
+    }
 }
 
 void ReportForm::ShowPeriod() {

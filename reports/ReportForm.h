@@ -71,7 +71,7 @@ private:
     void Open(const Request& request, bool unseen);
     void LoadChoices();
     void Accept();
-    short CopiesNumber() const;
+    short CopiesNumber();
     com::ComPtr<IDispatch> Selection() const;
     std::wstring ChoicesKey() const;
 
@@ -87,6 +87,7 @@ private:
     bool OnConditionKey(UINT key);
     void clsEventos_AceptaSeleccion(com::Invocation& call);
 
+    void EntryChosen();
     void ShowPeriod();
     void OutputChanged();
     void CambiarImpresora();

@@ -71,6 +71,32 @@ TEST_F(ReportsInUse, TheSeriesBelongsToTheEleventhReport) {
     EXPECT_EQ(GetValue(kSeriesKey, L"Serie"), L"B");
 }
 
+TEST_F(ReportsInUse, AHostMayCloseTheDialogWhenASelectionAsksIt) {
+    titles.assign(12, L"Informe");
+    com::ComPtr<HostObject> settings = com::Make<HostObject>(L"Configuracion", host.log);
+    for (const wchar_t* quiet : {L"RestaurarPosicion", L"GuardarPosicion"}) {
+        settings->On(
+            quiet, [](com::Invocation&) {}, true);
+    }
+    settings->On(L"CargarLista", [](com::Invocation& call) {
+        com::LateObject list(call[2].ToObject().Get(), L"List1");
+        for (const wchar_t* title : {L"Uno", L"Dos"}) {
+            list.Call(L"AddItem", {title});
+        }
+    });
+    int asked = 0;
+    settings->On(L"LeerValor", [&](com::Invocation&) {
+        if (++asked == 3) { // at opening, for the first entry, for the second
+            DestroyWindow(owner);
+        }
+    });
+    component.emplace(settings.Get());
+    SetValue(kEnvironmentKey, L"Configuracion", component->Name());
+    EXPECT_FALSE(Show(&Server::ShowSql, Keys({VK_DOWN})));
+    EXPECT_EQ(asked, 3);
+    EXPECT_THAT(TakeLog().back(), HasSubstr(L"LeerValor"));
+}
+
 TEST_F(ReportsInUse, HoursAreTypedAsPeopleWriteThem) {
     const auto type = [](const wchar_t* text) {
         return Script().Do([text] { SetWindowTextW(Part(1), text); }).Key(VK_RETURN);
@@ -78,7 +104,7 @@ TEST_F(ReportsInUse, HoursAreTypedAsPeopleWriteThem) {
     for (const auto& [text, hour] :
          {std::pair{L"7", L"07:00#"}, {L"0830", L"08:30#"}, {L"7.05", L"07:05#"}}) {
         EXPECT_FALSE(Show(&Server::ShowRptCondHr, type(text)));
-        EXPECT_THAT(TakeLog().back(), HasSubstr(std::wstring(L"#1899-12-30 ") + hour));
+        EXPECT_THAT(TakeLog(), ElementsAre(HasSubstr(std::wstring(L"#1899-12-30 ") + hour)));
     }
     Script script;
     for (const wchar_t* none : {L"7,30", L"12/5/2026", L""}) {
@@ -245,7 +271,9 @@ TEST_F(ReportsInUse, ALookUpIsACommandLikeAnyOther) {
 TEST_F(ReportsInUse, CopiesThatAreNoNumberAreReportedAndTheChoicesKept) {
     for (const wchar_t* copies : {L"", L"dos", L"40000", L"3 4"}) {
         SCOPED_TRACE(::testing::PrintToString(std::wstring(copies)));
+        const long before = host.References();
         EXPECT_FALSE(Show(&Server::ShowRpt, Copies(copies).Key(VK_RETURN).Box(L"número de copias")));
+        EXPECT_EQ(host.References(), before); // what is left holds nothing of the host's
         EXPECT_THAT(TakeLog(), IsEmpty());
         EXPECT_FALSE(IsWindowVisible(Dialog()));
         EXPECT_EQ(GetValue(ChoicesKey(L"frmRpts", L"Pedidos"), L"Copias"), copies);
