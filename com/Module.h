@@ -12,6 +12,7 @@ public:
     static HINSTANCE Instance() { return s_instance; }
     static void Lock() { InterlockedIncrement(&s_locks); }
     static void Unlock() { InterlockedDecrement(&s_locks); }
+    static LONG Locks() { return s_locks; }
     static bool Unused() { return s_locks == 0; }
 
 private:

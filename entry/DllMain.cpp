@@ -1,9 +1,17 @@
 #include "com/Module.h"
+#include "entry/Runtime.h"
+#include "frame/ApartmentEnd.h"
 
-/// Thread notifications stay on: what is kept per thread is destroyed through them.
-BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void* /*reserved*/) {
+BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void* processEnds) {
+    using namespace tamvelo;
     if (reason == DLL_PROCESS_ATTACH) {
-        tamvelo::com::Module::Attach(instance);
+        entry::Runtime::Attach();
+        com::Module::Attach(instance);
+    } else if (reason == DLL_THREAD_DETACH) {
+        frame::ApartmentEnd::Now(); // of a thread that did not end its apartment itself
+        entry::Runtime::ThreadEnds();
+    } else if (reason == DLL_PROCESS_DETACH && !processEnds) {
+        entry::Runtime::Detach();
     }
     return TRUE;
 }

@@ -6,7 +6,7 @@
 #include "entry/ClsShowSerch.h"
 #include "entry/Registration.h"
 #include "entry/ServerClass.h"
-#include "frame/Environment.h"
+#include "frame/ApartmentEnd.h"
 
 namespace tamvelo::entry {
 
@@ -65,11 +65,11 @@ STDAPI DllGetClassObject(REFCLSID classId, REFIID id, void** out) {
 }
 
 STDAPI DllCanUnloadNow() {
-    if (!com::Module::Unused()) {
+    if (com::Module::Locks() > (frame::ApartmentEnd::IsWatched() ? 1 : 0)) {
         return S_FALSE;
     }
-    frame::Environment::Release(); // its components belong to the host: they must not outlive the library
-    return S_OK;
+    frame::ApartmentEnd::Now(); // components belong to the host: they must not outlive the library
+    return com::Module::Unused() ? S_OK : S_FALSE;
 }
 
 STDAPI DllRegisterServer() {

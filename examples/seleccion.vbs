@@ -12,7 +12,7 @@ Class Registro ' the fields of one record
     Public Function Item(numero) : Set Item = Celdas(numero) : End Function
 End Class
 
-Class Articulos ' the data class, which is its own record set
+Class Tabla ' the data class, which is its own record set
     Public Filas
     Public AbsolutePosition
     Public Property Get sClassName : sClassName = "articulos" : End Property
@@ -30,11 +30,6 @@ Class Articulos ' the data class, which is its own record set
     Public Sub AplyFilter(filtro) : MoveFirst : End Sub
 End Class
 
-Class Pantalla ' the screen: its control, and the sink that gets the answer
-    Public Text
-    Public Sub AceptarSeleccion(indice, ctl, valor) : Text = valor : End Sub
-End Class
-
 Function Articulo(codigo, nombre)
     Dim uno, otro
     Set uno = New Celda : uno.Name = "Codigo" : uno.Value = codigo
@@ -43,9 +38,16 @@ Function Articulo(codigo, nombre)
     Articulo.Celdas = Array(uno, otro)
 End Function
 
-Dim datos, campo
-Set datos = New Articulos
+Dim articulos
+Set articulos = New Tabla
+articulos.Filas = Array(Articulo("A-1", "Tornillo"), Articulo("A-2", "Tuerca"), Articulo("A-3", "Arandela"))
+
+Class Pantalla ' the screen: its control, and the sink that gets the answer
+    Public Text
+    Public Sub AceptarSeleccion(indice, ctl, valor) : Text = valor : End Sub
+End Class
+
+Dim campo
 Set campo = New Pantalla
-datos.Filas = Array(Articulo("A-1", "Tornillo"), Articulo("A-2", "Tuerca"), Articulo("A-3", "Arandela"))
-CreateObject("Tamvelo.ClsShowSerch").ShowSelec campo, datos, campo
+CreateObject("Tamvelo.ClsShowSerch").ShowSelec campo, articulos, campo
 WScript.Echo "Elegido: " & campo.Text

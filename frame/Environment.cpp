@@ -5,7 +5,9 @@
 
 #include "com/LateObject.h"
 #include "com/Trace.h"
+#include "frame/ApartmentEnd.h"
 #include "frame/DefaultEnvironment.h"
+#include "frame/NeverDestroyed.h"
 #include "frame/Product.h"
 #include "frame/Registry.h"
 
@@ -163,14 +165,15 @@ Interface& Resolve(std::unique_ptr<Interface>& slot, const wchar_t* setting) {
 
 std::mutex g_lock;
 std::map<DWORD, std::unique_ptr<Environment>>& Environments() {
-    // Never destroyed: at process end the components' own libraries may be gone before this one.
-    static auto* environments = new std::map<DWORD, std::unique_ptr<Environment>>;
+    // At process end the components' own libraries may be gone before this one.
+    static NeverDestroyed<std::map<DWORD, std::unique_ptr<Environment>>> environments;
     return *environments;
 }
 
 } // namespace
 
 Environment& Environment::Get() {
+    ApartmentEnd::Watch();
     const std::scoped_lock lock(g_lock);
     std::unique_ptr<Environment>& slot = Environments()[GetCurrentThreadId()];
     if (!slot) {

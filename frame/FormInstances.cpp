@@ -4,7 +4,9 @@
 #include <mutex>
 #include <string>
 
+#include "frame/ApartmentEnd.h"
 #include "frame/Form.h"
+#include "frame/NeverDestroyed.h"
 
 namespace tamvelo::frame {
 
@@ -15,15 +17,29 @@ using Key = std::pair<DWORD, std::wstring>;
 std::mutex g_lock;
 
 std::map<Key, std::shared_ptr<Form>>& Instances() {
-    // Never destroyed: a form left open at process end must not run its teardown after its host.
-    static auto* instances = new std::map<Key, std::shared_ptr<Form>>;
+    // A form left open at process end must not run its teardown after its host.
+    static NeverDestroyed<std::map<Key, std::shared_ptr<Form>>> instances;
     return *instances;
+}
+
+/// Any of the calling thread's instances, no longer among them; null when there is none.
+std::shared_ptr<Form> TakeOne() {
+    const DWORD thread = GetCurrentThreadId();
+    const std::scoped_lock lock(g_lock);
+    const auto found = Instances().lower_bound(Key{thread, {}});
+    if (found == Instances().end() || found->first.first != thread) {
+        return nullptr;
+    }
+    std::shared_ptr<Form> taken = std::move(found->second);
+    Instances().erase(found);
+    return taken;
 }
 
 } // namespace
 
 std::shared_ptr<Form> FormInstances::Obtain(std::wstring_view name,
                                             const std::function<std::shared_ptr<Form>()>& make) {
+    ApartmentEnd::Watch();
     const Key key{GetCurrentThreadId(), std::wstring(name)};
     {
         const std::scoped_lock lock(g_lock);
@@ -44,6 +60,14 @@ void FormInstances::Forget(const Form& form) noexcept {
     if (found != Instances().end() && found->second.get() == &form) {
         leaving = std::move(found->second);
         Instances().erase(found);
+    }
+}
+
+void FormInstances::CloseThread() noexcept {
+    while (const std::shared_ptr<Form> form = TakeOne()) {
+        if (form->IsLoaded()) {
+            DestroyWindow(form->Window());
+        }
     }
 }
 

@@ -16,6 +16,8 @@ public:
                                         const std::function<std::shared_ptr<Form>()>& make);
     /// Forgets the calling thread's instance if it is still this one.
     static void Forget(const Form& form) noexcept;
+    /// Destroys the windows of all of the calling thread's instances, and forgets them.
+    static void CloseThread() noexcept;
 };
 
 /// The calling thread's instance of a form class, which names itself in `kName`.

@@ -8,9 +8,10 @@ namespace {
 
 constexpr int kManifest = 2;
 
-/// Made once and kept: the context belongs to the module and is needed as long as it is loaded.
-HANDLE OwnContext() noexcept {
-    static const HANDLE context = [] {
+/// The context belongs to the module, and is needed as long as that is loaded.
+struct OwnContext {
+    HANDLE handle;
+    OwnContext() noexcept {
         wchar_t path[MAX_PATH];
         GetModuleFileNameW(com::Module::Instance(), path, ARRAYSIZE(path));
         ACTCTXW description{};
@@ -19,15 +20,17 @@ HANDLE OwnContext() noexcept {
         description.lpSource = path;
         description.hModule = com::Module::Instance();
         description.lpResourceName = MAKEINTRESOURCEW(kManifest);
-        return CreateActCtxW(&description);
-    }();
-    return context;
-}
+        handle = CreateActCtxW(&description);
+    }
+    ~OwnContext() { ReleaseActCtx(handle); } // nothing happens to an invalid one
+};
 
 } // namespace
 
-ThemeScope::ThemeScope() noexcept
-    : m_active(OwnContext() != INVALID_HANDLE_VALUE && ActivateActCtx(OwnContext(), &m_cookie) != FALSE) {}
+ThemeScope::ThemeScope() noexcept {
+    static const OwnContext context;
+    m_active = context.handle != INVALID_HANDLE_VALUE && ActivateActCtx(context.handle, &m_cookie) != FALSE;
+}
 
 ThemeScope::~ThemeScope() {
     if (m_active) {

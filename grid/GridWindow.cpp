@@ -46,21 +46,29 @@ void SetBar(HWND window, int bar, ScrollState& drawn, int most, int page, int po
     SetScrollInfo(window, bar, &info, draw);
 }
 
+/// The class of the grids' windows: once for all threads, and as long as the library is loaded.
+class WindowClass {
+public:
+    explicit WindowClass(WNDPROC procedure) {
+        WNDCLASSEXW description{};
+        description.cbSize = sizeof(description);
+        description.style = CS_DBLCLKS;
+        description.lpfnWndProc = procedure;
+        description.hInstance = Instance();
+        description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+        description.lpszClassName = kWindowClass;
+        if (!RegisterClassExW(&description)) {
+            com::ThrowLastError(L"No se pudo registrar el cuadro de datos."); // the next opening tries again
+        }
+    }
+    ~WindowClass() { UnregisterClassW(kWindowClass, Instance()); }
+    WindowClass(const WindowClass&) = delete;
+    WindowClass& operator=(const WindowClass&) = delete;
+};
+
 } // namespace
 
-void GridView::RegisterWindowClass() {
-    // A class that an earlier load of this library left behind points at code that is gone: it is taken down
-    // first. While grids live that fails, and so does the registration, and the class is right as it is.
-    UnregisterClassW(kWindowClass, Instance());
-    WNDCLASSEXW description{};
-    description.cbSize = sizeof(description);
-    description.style = CS_DBLCLKS;
-    description.lpfnWndProc = Procedure;
-    description.hInstance = Instance();
-    description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    description.lpszClassName = kWindowClass;
-    RegisterClassExW(&description);
-}
+void GridView::RegisterWindowClass() { static const WindowClass s_registered(Procedure); }
 
 void GridView::Create(HWND parent, int controlId) {
     RegisterWindowClass();

@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <filesystem>
+#include <fstream>
 #include <future>
+#include <sstream>
 
 #include "Programs.h"
 #include "Server.h"
@@ -127,19 +130,17 @@ TEST_F(RegistrationTest, RefusedHalfWayTakesBackWhatWasWritten) {
     EXPECT_EQ(m_install(FALSE, L"user"), S_OK);
 }
 
-TEST_F(RegistrationTest, NotNeededWithTheManifest) {
+// Programs whose own manifest names the library, in a folder with it; of both kinds of run-time library.
+TEST_F(RegistrationTest, NotNeededByAProgramWithAManifest) {
     EXPECT_THROW(CreateByName(), com::Error);
-    const std::wstring manifest = Folder() + L"\\Tamvelo.manifest";
-    ACTCTXW description{};
-    description.cbSize = sizeof(description);
-    description.lpSource = manifest.c_str();
-    const HANDLE context = CreateActCtxW(&description);
-    ASSERT_NE(context, INVALID_HANDLE_VALUE) << GetLastError();
-    ULONG_PTR cookie = 0;
-    ASSERT_TRUE(ActivateActCtx(context, &cookie));
-    EXPECT_NE(CreateByName().Get(), nullptr);
-    DeactivateActCtx(0, cookie);
-    ReleaseActCtx(context);
+    for (const wchar_t* runtime : {L"static", L"shared"}) {
+        SCOPED_TRACE(testing::PrintToString(runtime));
+        const Finished finished = RunProgram(Folder() + L"\\guests\\refused-" + runtime + L".exe");
+        EXPECT_EQ(finished.code, 0U);
+        EXPECT_TRUE(finished.output.starts_with("Propio: antes\r\nTamvelo: ") &&
+                    finished.output.ends_with("\r\nPropio: luego\r\n"))
+            << finished.output;
+    }
 }
 
 /// Scripts of a host, by their own interpreter. It ends with 0 whatever happens, so each says itself that it
@@ -169,23 +170,52 @@ void PressEnter() {
     }
 }
 
-class ExampleTest : public RegistrationTest, public testing::WithParamInterface<const wchar_t*> {};
+/// A whole file, or the part between two lines of it.
+std::string Text(const wchar_t* file, const std::string& from = {}, const std::string& to = {}) {
+    std::ostringstream all;
+    all << std::ifstream(std::filesystem::path(L"" TAMVELO_HOSTS L"/../..") / file, std::ios::binary).rdbuf();
+    const std::string text = all.str();
+    const size_t begin = text.find(from);
+    EXPECT_NE(begin, std::string::npos) << from;
+    return text.substr(begin + from.size(),
+                       to.empty() ? std::string::npos : text.find(to, begin) - begin - from.size());
+}
+
+struct Example {
+    const wchar_t* command;
+    const char* output;
+    bool registered = true;
+};
+
+/// What others copy, as it stands.
+class ExampleTest : public RegistrationTest, public testing::WithParamInterface<Example> {};
 
 TEST_P(ExampleTest, PicksTheFirstRecordWithEnter) {
     using namespace std::chrono_literals;
-    ASSERT_EQ(RunRegsvr32(L""), 0U);
-    auto program = std::async(std::launch::async, [] { return RunProgram(GetParam()); });
+    if (GetParam().registered) {
+        ASSERT_EQ(RunRegsvr32(L""), 0U);
+    }
+    // README's lines, with the data class that they refer to.
+    std::ofstream(std::filesystem::path(Folder()) / L"readme.vbs", std::ios::binary)
+        << Text(L"examples/seleccion.vbs", "Option Explicit\n", "Class Pantalla")
+        << Text(L"README.md", "```vb\n", "```");
+    auto program = std::async(std::launch::async, [] { return RunProgram(GetParam().command); });
     while (program.wait_for(50ms) != std::future_status::ready) { // ctest ends it if it never does
         PressEnter();
     }
     const Finished finished = program.get();
     EXPECT_EQ(finished.code, 0U);
-    EXPECT_EQ(finished.output, "Elegido: A-1\r\n");
+    EXPECT_EQ(finished.output, GetParam().output);
     EXPECT_EQ(RunRegsvr32(L"/u"), 0U);
 }
 
 INSTANTIATE_TEST_SUITE_P(, ExampleTest,
-                         testing::Values(L"seleccion-example.exe", L"cscript.exe //nologo seleccion.vbs"));
+                         testing::Values(Example{L"seleccion-example.exe", "Elegido: A-1\r\n"},
+                                         Example{L"cscript.exe //nologo seleccion.vbs", "Elegido: A-1\r\n"},
+                                         Example{L"cscript.exe //nologo readme.vbs", "A-1\r\n"},
+                                         Example{L"guests\\seleccion-static.exe", "Elegido: A-1\r\n", false},
+                                         Example{L"guests\\seleccion-shared.exe", "Elegido: A-1\r\n",
+                                                 false}));
 
 } // namespace
 } // namespace tamvelo::hosts

@@ -56,6 +56,11 @@ com::ComPtr<entry::IClsShowSerch> Server::Create() const {
 
 bool Server::MayUnload() const { return Export<HRESULT STDAPICALLTYPE()>("DllCanUnloadNow")() == S_OK; }
 
+bool Server::Unload() {
+    FreeLibrary(m_module);
+    return GetModuleHandleW(L"Tamvelo.dll") == nullptr;
+}
+
 std::vector<Function> Functions(ITypeInfo* info) {
     std::vector<Function> functions;
     FUNCDESC* description = nullptr;

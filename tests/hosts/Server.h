@@ -17,13 +17,15 @@ public:
     Server();
     com::ComPtr<entry::IClsShowSerch> Create() const;
     bool MayUnload() const;
+    /// Lets go of the library; whether it has left the process.
+    bool Unload();
     template <class Function>
     Function* Export(const char* name) const {
         return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(m_module, name)));
     }
 
 private:
-    HMODULE m_module; // stays loaded until the program ends
+    HMODULE m_module; // stays loaded until the program ends, unless it is told to go
 };
 
 struct Parameter {
