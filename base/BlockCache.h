@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <utility>
@@ -29,6 +30,18 @@ public:
         for (Slot& slot : m_slots) {
             slot = Slot{};
         }
+    }
+
+    /// First rows of the blocks that are kept, in order.
+    std::vector<long> FirstRows() const {
+        std::vector<long> rows;
+        for (const Slot& slot : m_slots) {
+            if (slot.lastUse != 0) {
+                rows.push_back(FirstRow(slot.number));
+            }
+        }
+        std::sort(rows.begin(), rows.end());
+        return rows;
     }
 
     /// The block that holds the row, or null. Good until the next Insert or BumpEpoch.

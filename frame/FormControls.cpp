@@ -20,13 +20,18 @@ HWND Form::Control(int id) const {
 int Form::WidthOf(const wchar_t* text, HFONT font) const {
     RECT unit{0, 0, 4, 8}; // an average letter
     MapDialogRect(m_window, &unit);
-    const HDC screen = GetDC(m_window);
-    const HGDIOBJ before =
-        SelectObject(screen, font ? font : reinterpret_cast<HFONT>(SendMessageW(m_window, WM_GETFONT, 0, 0)));
+    const auto letters = static_cast<int>(wcslen(text));
     SIZE size{};
-    GetTextExtentPoint32W(screen, text, static_cast<int>(wcslen(text)), &size);
-    SelectObject(screen, before);
-    ReleaseDC(m_window, screen);
+    if (const HDC screen = GetDC(m_window)) {
+        const HGDIOBJ before = SelectObject(
+            screen, font ? font : reinterpret_cast<HFONT>(SendMessageW(m_window, WM_GETFONT, 0, 0)));
+        GetTextExtentPoint32W(screen, text, letters, &size);
+        SelectObject(screen, before);
+        ReleaseDC(m_window, screen);
+    }
+    if (size.cx <= 0 || unit.right <= 0) {
+        return letters * 4 + 2; // the system has no object left to measure with: letters of average width
+    }
     return static_cast<int>(size.cx * 4 / unit.right) + 2;
 }
 

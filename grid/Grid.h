@@ -88,6 +88,7 @@ public:
     long CurrentRow();
     /// Columns of the record set.
     short ColumnCount();
+    /// -1 without columns.
     short CurrentColumn() const;
     /// The heading, and the record set's name of a column. Throw a subscript error for a column out of range.
     std::wstring Caption(short column) const;

@@ -55,6 +55,8 @@ public:
     bool Load(long first, long last);
     /// Null while the row is not loaded. Never calls the host.
     const RowBlock* Block(long row) { return m_blocks.Find(row); }
+    /// First rows of the blocks of kRowsReadTogether that are loaded, in order. Never calls the host.
+    std::vector<long> LoadedBlocks() const { return m_blocks.FirstRows(); }
     /// False when the host refused; the current row is then the host's.
     bool MoveTo(long row);
     /// Whether the host's current record is the one that the current row shows. What was read of it then is

@@ -4,7 +4,6 @@
 #include <cstdlib>
 
 #include "base/Placement.h"
-#include "com/Error.h"
 
 namespace tamvelo::grid {
 
@@ -14,34 +13,38 @@ constexpr int kTenthsPerInch = 720;
 
 template <class Measure>
 void OnScreen(HFONT font, Measure&& measure) {
-    const HDC screen = GetDC(nullptr);
-    const HGDIOBJ before = SelectObject(screen, font);
-    measure(screen);
-    SelectObject(screen, before);
-    ReleaseDC(nullptr, screen);
+    if (const HDC screen = GetDC(nullptr)) {
+        const HGDIOBJ before = SelectObject(screen, font);
+        measure(screen);
+        SelectObject(screen, before);
+        ReleaseDC(nullptr, screen);
+    }
 }
 
 } // namespace
 
 GridFont::GridFont(const LOGFONTW& wanted) : m_font(CreateFontIndirectW(&wanted)) {
-    if (!m_font) {
-        com::ThrowLastError(L"No se pudo crear la fuente.");
-    }
+    // Lengths that will do when the system has no object left to measure with; without a font of its own the
+    // grid is drawn in the system's.
+    m_height = std::max(1, std::abs(static_cast<int>(wanted.lfHeight)));
+    m_widths.fill((m_height + 1) / 2);
     OnScreen(m_font, [this](HDC screen) {
         TEXTMETRICW metrics{};
-        GetTextMetricsW(screen, &metrics);
-        m_height = metrics.tmHeight;
+        if (GetTextMetricsW(screen, &metrics)) {
+            m_height = metrics.tmHeight;
+        }
         GetCharWidth32W(screen, 0, static_cast<UINT>(m_widths.size()) - 1, m_widths.data());
     });
 }
 
 int GridFont::MeasureOther(wchar_t c) const {
-    const auto [known, added] = m_others.try_emplace(c, 0);
+    const auto [known, added] = m_others.try_emplace(c, (m_height + 1) / 2);
     if (added) {
         OnScreen(m_font, [&, width = &known->second](HDC screen) {
             SIZE size{};
-            GetTextExtentPoint32W(screen, &c, 1, &size);
-            *width = size.cx;
+            if (GetTextExtentPoint32W(screen, &c, 1, &size)) {
+                *width = size.cx;
+            }
         });
     }
     return known->second;
@@ -53,6 +56,10 @@ int GridFont::Width(std::wstring_view text) const {
         width += WidthOf(c);
     }
     return width;
+}
+
+int GridFont::Breadth() const {
+    return Width(L"0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ");
 }
 
 size_t GridFont::Fitting(std::wstring_view text, int width) const {

@@ -20,7 +20,9 @@ public:
 
     HFONT Get() const { return m_font; }
     int Height() const { return m_height; }
-    int Average() const { return m_widths[L'0']; }
+    int Digit() const { return m_widths[L'0']; }
+    /// Of all letters and digits together: by this lengths grow when the font does.
+    int Breadth() const;
     int Width(std::wstring_view text) const;
     /// How many of the text's first characters fit.
     size_t Fitting(std::wstring_view text, int width) const;

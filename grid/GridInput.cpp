@@ -13,6 +13,13 @@ namespace tamvelo::grid {
 
 namespace {
 
+/// As the system compares Spanish: whatever the case and the accents, and ñ is a letter of its own.
+bool StartsWith(std::wstring_view text, std::wstring_view start) {
+    return FindNLSStringEx(L"es-ES", FIND_STARTSWITH | NORM_IGNORECASE | NORM_IGNORENONSPACE, text.data(),
+                           static_cast<int>(text.size()), start.data(), static_cast<int>(start.size()),
+                           nullptr, nullptr, nullptr, 0) == 0;
+}
+
 constexpr int kAcross = 48; // pixels at 96 dpi that one step to the side scrolls
 
 bool Down(int key) { return GetKeyState(key) < 0; }
@@ -120,13 +127,54 @@ bool GridView::Key(WPARAM key) {
     }
 }
 
+/// The row whose current column starts so becomes the current one. Letters in quick succession are one text.
+void GridView::Type(wchar_t letter) {
+    if (letter <= L' ' || (Down(VK_CONTROL) && !Down(VK_MENU))) { // but AltGr types letters
+        return;
+    }
+    const auto now = static_cast<DWORD>(GetMessageTime());
+    const long current = m_data.Current();
+    if (now - m_typed.time > 2 * GetDoubleClickTime() || m_typed.row != current ||
+        m_typed.column != m_column) {
+        m_typed.text.clear();
+    }
+    const bool first = m_typed.text.empty();
+    const bool repeated = !first && m_typed.text.find_first_not_of(letter) == std::wstring::npos;
+    m_typed.text += letter;
+    m_typed.time = now;
+    long row = RowStarting(m_typed.text, first ? current + 1 : current);
+    if (row < 0 && repeated) { // the same key again: on to the next one
+        row = RowStarting({&letter, 1}, current + 1);
+    }
+    if (row >= 0) {
+        MoveTo(row);
+    }
+    m_typed.row = m_data.Current();
+    m_typed.column = m_column;
+}
+
+/// Of the loaded rows the next one at or after `from`, then from the top again; -1 when there is none.
+long GridView::RowStarting(std::wstring_view text, long from) {
+    long before = -1;
+    for (const long first : m_data.LoadedBlocks()) {
+        const long end = std::min(first + GridData::kRowsReadTogether, m_data.Count());
+        for (long row = first; row < end; ++row) {
+            if ((row >= from || before < 0) && StartsWith(LoadedText(row, m_column), text)) {
+                if (row >= from) {
+                    return row;
+                }
+                before = row;
+            }
+        }
+    }
+    return before;
+}
+
 void GridView::SetCurrentColumn(short column) {
     column = m_columns.Nearest(column);
     if (column < 0) {
         return;
     }
-    const bool changed = column != m_column;
-    m_column = column;
     const RECT cell = CellRect(m_geometry.top, column);
     int scrolled = m_geometry.scrolled;
     if (cell.right > m_geometry.client.right) {
@@ -134,7 +182,16 @@ void GridView::SetCurrentColumn(short column) {
     }
     scrolled = std::min(scrolled, static_cast<int>(cell.left) + m_geometry.scrolled);
     ScrollAcross(scrolled);
-    if (changed && m_window) {
+    TakeColumn(column);
+}
+
+/// Makes it the current one, wherever it stands.
+void GridView::TakeColumn(short column) {
+    if (column < 0 || column == m_column) {
+        return;
+    }
+    m_column = column;
+    if (m_window) {
         InvalidateRow(m_data.Current());
         NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, m_window, OBJID_CLIENT,
                        RowChild(m_data.Current(), m_geometry.top));
@@ -247,6 +304,12 @@ void GridView::ContextMenu(LPARAM place) {
         screen = {std::clamp<LONG>(cell.left, 0, m_geometry.client.right),
                   std::clamp<LONG>(cell.bottom, 0, m_geometry.client.bottom)};
         ClientToScreen(m_window, &screen);
+    } else {
+        POINT client = screen;
+        ScreenToClient(m_window, &client);
+        if (client.y < m_geometry.headHeight) {
+            TakeColumn(ColumnAt(client.x)); // the heading's, where it stands: nothing scrolls under the menu
+        }
     }
     Raise([&](GridEvents& events) { events.ContextMenuAsked(screen); });
 }

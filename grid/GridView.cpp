@@ -123,18 +123,22 @@ void GridView::NameField(std::wstring_view field, std::wstring_view caption) {
     m_captions.insert_or_assign(base::Lower(field), std::wstring(caption));
 }
 
+/// With room for the order mark beside it.
+int GridView::CaptionWidth(short column) const {
+    return m_font->Width(m_columns[column].caption) + base::Scale(kArrowRoom, 96, m_dpi);
+}
+
 int GridView::DefaultWidth(short column) const {
     const FieldInfo& field = m_data.Fields()[static_cast<size_t>(column)];
     const int usual = UsualLength(m_data.Kind(column));
     const int characters = usual > 0 ? usual : static_cast<int>(std::clamp(field.definedSize, 0L, 1000L));
-    const int caption = m_font->Width(m_columns[column].caption) + base::Scale(kArrowRoom, 96, m_dpi);
-    const int cells = characters * m_font->Average() + 2 * m_geometry.padding + 1;
-    return std::clamp(std::max(caption, cells), base::Scale(kLeastWidth, 96, m_dpi),
+    const int cells = characters * m_font->Digit() + 2 * m_geometry.padding + 1;
+    return std::clamp(std::max(CaptionWidth(column), cells), base::Scale(kLeastWidth, 96, m_dpi),
                       base::Scale(kMostWidth, 96, m_dpi));
 }
 
 int GridView::FittingWidth(short column) {
-    int widest = m_font->Width(m_columns[column].caption) + base::Scale(kArrowRoom, 96, m_dpi);
+    int widest = CaptionWidth(column);
     const long last = std::min(m_geometry.LastShown(), m_data.Count() - 1);
     for (long row = m_geometry.top; row <= last; ++row) {
         widest = std::max(widest, m_font->Width(LoadedText(row, column)) + 2 * m_geometry.padding + 1);
@@ -188,9 +192,11 @@ void GridView::SetMark(const std::optional<OrderMark>& mark) {
         CheckColumn(mark->column);
     }
     m_mark = mark;
-    if (m_window) {
-        m_headings.Fill(m_columns, m_mark);
+    if (mark) {
+        int& width = m_columns[mark->column].width;
+        width = std::max(width, CaptionWidth(mark->column));
     }
+    ShowColumns();
 }
 
 void GridView::Apply(const base::GridLayout& layout) {
@@ -201,8 +207,14 @@ void GridView::Apply(const base::GridLayout& layout) {
 }
 
 void GridView::SetFont(const base::GridLayout::Font& font) {
+    const int before = m_font ? m_font->Breadth() : 1;
     m_fontChoice = font;
     RemakeFont();
+    const int after = m_font ? m_font->Breadth() : 1;
+    for (short column = 0; column < m_columns.Count(); ++column) {
+        m_columns[column].width = base::Scale(m_columns[column].width, before, after);
+    }
+    ShowColumns();
 }
 
 void GridView::RemakeFont() {

@@ -45,7 +45,8 @@ public:
     const std::wstring& Name() const { return m_name; }
     void SetName(std::wstring_view name) { m_name = name; }
 
-    short CurrentColumn() const { return m_column; }
+    /// -1 without columns.
+    short CurrentColumn() const { return m_columns.Count() == 0 ? short{-1} : m_column; }
     void SetCurrentColumn(short column);
     /// Throws a subscript error unless the record set has that column.
     void CheckColumn(short column) const;
@@ -110,6 +111,7 @@ private:
     // What is shown
     void Show(const GridData::Change& change);
     void TakeFields();
+    int CaptionWidth(short column) const;
     int DefaultWidth(short column) const;
     int FittingWidth(short column);
     void WidenGuessed();
@@ -134,6 +136,9 @@ private:
 
     // What the user does (GridInput.cpp)
     bool Key(WPARAM key);
+    void TakeColumn(short column);
+    void Type(wchar_t letter);
+    long RowStarting(std::wstring_view text, long from);
     void Step(long row, long top);
     /// What a press of either button does: its cell becomes the current one. False when it hit none.
     bool SelectCell(int x, int y);
@@ -166,6 +171,12 @@ private:
     ScrollState m_vertical;
     ScrollState m_horizontal;
     int m_wheel = 0; // what is left of the wheel's turns
+    struct {
+        std::wstring text;
+        DWORD time = 0; // of the last letter's message
+        long row = -1;  // where it led to
+        short column = -1;
+    } m_typed;
 };
 
 } // namespace tamvelo::grid

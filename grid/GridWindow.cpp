@@ -143,6 +143,9 @@ LRESULT GridView::Handle(UINT message, WPARAM w, LPARAM l) {
             return 0;
         }
         break;
+    case WM_CHAR:
+        Type(static_cast<wchar_t>(w));
+        return 0;
     case WM_LBUTTONDOWN:
         Click(PointOf(l).x, PointOf(l).y);
         break;

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
 #include <gtest/gtest.h>
 #include <oleacc.h>
 
@@ -102,6 +103,80 @@ protected:
             found += role.ToLong() == wanted ? 1 : 0;
         }
         return found;
+    }
+
+    HWND Header() const { return FindWindowExW(m_grid->Window(), nullptr, WC_HEADERW, nullptr); }
+    int HeadHeight() const {
+        RECT area;
+        GetWindowRect(Header(), &area);
+        return static_cast<int>(area.bottom - area.top);
+    }
+    /// As the header control tells its parent.
+    LRESULT Notify(UINT code, int item, UINT mask = 0, int value = 0) {
+        HDITEMW changed{};
+        changed.mask = mask;
+        changed.cxy = value;
+        changed.iOrder = value;
+        NMHEADERW notice{};
+        notice.hdr.hwndFrom = Header();
+        notice.hdr.code = code;
+        notice.iItem = item;
+        notice.pitem = &changed;
+        return Send(WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notice));
+    }
+    void Pump() {
+        MSG message;
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+            DispatchMessageW(&message);
+        }
+    }
+    RECT LocationOf(LONG child) {
+        LONG left = 0, top = 0, width = 0, height = 0;
+        Accessible()->accLocation(&left, &top, &width, &height, Child(child));
+        POINT corner{left, top};
+        ScreenToClient(m_grid->Window(), &corner);
+        return {corner.x, corner.y, corner.x + width, corner.y + height};
+    }
+    /// Pixels of that colour on the row at the place on screen.
+    int PixelsOf(LONG place, COLORREF color) {
+        Repaint();
+        const RECT row = LocationOf(place + 1);
+        const HDC dc = GetDC(m_grid->Window());
+        int found = 0;
+        for (LONG y = row.top; y < row.bottom; y += 2) {
+            for (LONG x = row.left; x < row.right; x += 2) {
+                found += GetPixel(dc, x, y) == color ? 1 : 0;
+            }
+        }
+        ReleaseDC(m_grid->Window(), dc);
+        return found;
+    }
+    /// As the keyboard sends them, with a message time.
+    void Type(std::wstring_view letters) {
+        for (const wchar_t letter : letters) {
+            PostMessageW(m_grid->Window(), WM_CHAR, letter, 1);
+            Pump();
+        }
+    }
+    int WidthOf(short column) const { return m_grid->Layout().columns[static_cast<size_t>(column)].width; }
+    /// What the heading's caption takes when it is drawn.
+    int CaptionWidth(short column) const {
+        const HDC dc = GetDC(Header());
+        const HGDIOBJ before =
+            SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(Header(), WM_GETFONT, 0, 0)));
+        SIZE size{};
+        const std::wstring caption = m_grid->Caption(column);
+        GetTextExtentPoint32W(dc, caption.c_str(), static_cast<int>(caption.size()), &size);
+        SelectObject(dc, before);
+        ReleaseDC(Header(), dc);
+        return size.cx;
+    }
+    static std::wstring Clipboard() {
+        OpenClipboard(nullptr);
+        const HANDLE memory = GetClipboardData(CF_UNICODETEXT);
+        const std::wstring text = memory ? static_cast<const wchar_t*>(GlobalLock(memory)) : L"";
+        CloseClipboard();
+        return text;
     }
 
     HWND m_parent = nullptr;

@@ -3,7 +3,6 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
-#include "base/Placement.h"
 #include "com/Error.h"
 #include "com/LateObject.h"
 #include "tests/parts/GridFixture.h"
@@ -15,66 +14,9 @@ namespace {
 using com::LateObject;
 using com::Variant;
 
-constexpr COLORREF kLightYellow = RGB(255, 255, 192);
-
 } // namespace
 
-class GridWindowTest : public GridTest {
-protected:
-    HWND Header() const { return FindWindowExW(m_grid->Window(), nullptr, WC_HEADERW, nullptr); }
-    int HeadHeight() const {
-        RECT area;
-        GetWindowRect(Header(), &area);
-        return static_cast<int>(area.bottom - area.top);
-    }
-    /// As the header control tells its parent.
-    LRESULT Notify(UINT code, int item, UINT mask = 0, int value = 0) {
-        HDITEMW changed{};
-        changed.mask = mask;
-        changed.cxy = value;
-        changed.iOrder = value;
-        NMHEADERW notice{};
-        notice.hdr.hwndFrom = Header();
-        notice.hdr.code = code;
-        notice.iItem = item;
-        notice.pitem = &changed;
-        return Send(WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notice));
-    }
-    void Pump() {
-        MSG message;
-        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-            DispatchMessageW(&message);
-        }
-    }
-    RECT LocationOf(LONG child) {
-        LONG left = 0, top = 0, width = 0, height = 0;
-        Accessible()->accLocation(&left, &top, &width, &height, Child(child));
-        POINT corner{left, top};
-        ScreenToClient(m_grid->Window(), &corner);
-        return {corner.x, corner.y, corner.x + width, corner.y + height};
-    }
-    /// Pixels of that colour on the row at the place on screen.
-    int PixelsOf(LONG place, COLORREF color) {
-        Repaint();
-        const RECT row = LocationOf(place + 1);
-        const HDC dc = GetDC(m_grid->Window());
-        int found = 0;
-        for (LONG y = row.top; y < row.bottom; y += 2) {
-            for (LONG x = row.left; x < row.right; x += 2) {
-                found += GetPixel(dc, x, y) == color ? 1 : 0;
-            }
-        }
-        ReleaseDC(m_grid->Window(), dc);
-        return found;
-    }
-    static std::wstring Clipboard() {
-        OpenClipboard(nullptr);
-        const HANDLE memory = GetClipboardData(CF_UNICODETEXT);
-        const std::wstring text = memory ? static_cast<const wchar_t*>(GlobalLock(memory)) : L"";
-        CloseClipboard();
-        return text;
-    }
-};
+using GridWindowTest = GridTest;
 
 TEST_F(GridWindowTest, KeysMoveTheRecordAndTheColumn) {
     const auto set = Bind();
@@ -118,6 +60,55 @@ TEST_F(GridWindowTest, KeysMoveTheRecordAndTheColumn) {
     Press('A', {VK_CONTROL});
     EXPECT_EQ(TakeEvents(), "");
     EXPECT_EQ(Send(WM_GETDLGCODE) & (DLGC_WANTARROWS | DLGC_WANTTAB | DLGC_WANTALLKEYS), DLGC_WANTARROWS);
+}
+
+TEST_F(GridWindowTest, TypedLettersFindTheNextRowOfTheCurrentColumn) {
+    const wchar_t* const names[] = {L"Ámbar", L"Nuez", L"arena", L"ÑANDÚ", L"nácar",
+                                    L"aRROZ", L"Ñora", L"αβγ",   L"aaron", L"12/5/2026"};
+    auto set = com::Make<MemoryRecordSet>(RecordSetOptions{.rows = 1000});
+    set->Table().value = [&](long record, short column) {
+        return column != 1 || record >= 10 ? Variant(L"zz") : Variant(names[record]);
+    };
+    m_grid->SetDataSource(set.Get());
+    m_grid->SetCurrentColumn(1);
+    const UINT pace = GetDoubleClickTime();
+    SetDoubleClickTime(100);
+    const struct {
+        const wchar_t* typed;
+        long row;
+        bool pause; // before it
+    } steps[] = {
+        {L"a", 2, true},  {L"R", 2, false}, {L"r", 5, false},  {L"x", 5, false}, // arena, arroz; nothing
+        {L"n", 1, true},  {L"ñ", 3, true},  {L"n", 4, true},   {L"ñ", 6, true},  {L"o", 6, false},
+        {L"Α", 7, true},  {L"12", 9, true}, {L"a m", 0, true}, {L"a", 2, true},  {L"a", 8, false},
+        {L"a", 0, false}, {L"a", 2, false}, // the same letter again: the next one
+        {L"q", 2, true},
+    };
+    for (const auto& [typed, row, pause] : steps) {
+        SCOPED_TRACE(::testing::PrintToString(std::wstring(typed)));
+        if (pause) {
+            Sleep(250);
+        }
+        Type(typed);
+        EXPECT_EQ(set->Position(), row);
+        EXPECT_EQ(m_grid->CurrentRow(), row);
+    }
+    Sleep(250);
+    set->Table().calls.clear();
+    Type(L"q \x3\x7f"); // no row, and nothing that a text begins with
+    EXPECT_EQ(set->Table().Calls(), 0);
+    Press(VK_DOWN);
+    const auto oneStep = std::exchange(set->Table().calls, {});
+    Sleep(250);
+    TakeEvents();
+    Type(L"a");
+    EXPECT_EQ(set->Table().calls, oneStep); // the row change, and no other call
+    EXPECT_EQ(TakeEvents(), "row;");
+    Type(L"r");
+    Press(VK_DOWN);
+    Type(L"n"); // elsewhere by now: another text
+    EXPECT_EQ(m_grid->CurrentRow(), 1);
+    SetDoubleClickTime(pace);
 }
 
 TEST_F(GridWindowTest, WithoutACurrentRecordTheUserStartsAtTheTop) {
@@ -191,18 +182,6 @@ TEST_F(GridWindowTest, TheThumbReachesEveryOneOfAMillionRows) {
     EXPECT_EQ(set->Position(), 0);
 }
 
-TEST_F(GridWindowTest, TheCurrentRowIsDrawnInTheSelectedStyleWithAndWithoutFocus) {
-    Bind();
-    EXPECT_GT(PixelsOf(0, kLightYellow), 100);
-    EXPECT_EQ(PixelsOf(1, kLightYellow), 0);
-    EXPECT_GT(PixelsOf(1, GetSysColor(COLOR_WINDOWTEXT)), 10); // letters
-    SetFocus(m_parent);
-    EXPECT_GT(PixelsOf(0, kLightYellow), 100);
-    Press(VK_DOWN);
-    EXPECT_EQ(PixelsOf(0, kLightYellow), 0);
-    EXPECT_GT(PixelsOf(1, kLightYellow), 100);
-}
-
 TEST_F(GridWindowTest, HeadingsReportClicksWidthsAndDragging) {
     Bind();
     TakeEvents();
@@ -255,19 +234,20 @@ TEST_F(GridWindowTest, TheMouseOnTheHeadingsWidensSortsAndMovesColumns) {
     EXPECT_EQ(TakeEvents(), "heading1;");
 }
 
-TEST_F(GridWindowTest, TheOrderMarkIsInTheHeadingAndItsName) {
+TEST_F(GridWindowTest, ARightClickOnAHeadingIsAboutItsColumn) {
     Bind();
-    m_grid->MarkOrder(1, true);
-    HDITEMW item{};
-    item.mask = HDI_FORMAT;
-    SendMessageW(Header(), HDM_GETITEMW, 1, reinterpret_cast<LPARAM>(&item));
-    EXPECT_TRUE(item.fmt & HDF_SORTDOWN);
-    const LONG rows = ChildrenOfRole(ROLE_SYSTEM_ROW);
-    EXPECT_EQ(NameOf(rows + 2), L"Nombre, orden descendente");
-    EXPECT_EQ(NameOf(rows + 1), L"Código");
-    m_grid->ClearOrderMark();
-    EXPECT_EQ(NameOf(rows + 2), L"Nombre");
-    EXPECT_THROW(m_grid->MarkOrder(8, true), com::Error);
+    TakeEvents();
+    const RECT before = LocationOf(ChildrenOfRole(ROLE_SYSTEM_ROW) + 3);
+    for (const auto& [x, column] : {std::pair{before.left + 4L, 2}, {LONG{kWidth} - 40, 6}}) {
+        POINT place{x, 4};
+        ClientToScreen(m_grid->Window(), &place);
+        SendMessageW(Header(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Header()),
+                     MAKELPARAM(place.x, place.y));
+        EXPECT_EQ(TakeEvents(), "menu;");
+        EXPECT_EQ(m_grid->CurrentColumn(), column);
+        EXPECT_EQ(LocationOf(ChildrenOfRole(ROLE_SYSTEM_ROW) + 3).left, before.left); // nothing scrolls
+    }
+    EXPECT_EQ(m_grid->CurrentRow(), 0);
 }
 
 TEST_F(GridWindowTest, TheClipboardGetsWholeValues) {
@@ -321,31 +301,6 @@ TEST_F(GridWindowTest, ColumnsIsAnAutomationObject) {
     m_grid.reset();
     EXPECT_THROW(columns.Call(L"Count"), com::Error);
     EXPECT_THROW(name.Call(L"Caption"), com::Error);
-}
-
-TEST_F(GridWindowTest, TheLayoutComesBack) {
-    base::GridLayout layout;
-    layout.dpi = 192;
-    layout.font = {L"Arial", 120, true, false, false};
-    layout.columns = {{L"Nombre", 300, true, 0}, {L"Grupo", 80, true, 1}, {L"Precio", 90, false, 2}};
-    m_grid->Apply(layout);
-    Bind();
-    const base::GridLayout now = m_grid->Layout();
-    EXPECT_EQ(now.font, layout.font);
-    EXPECT_EQ(now.columns[1], (base::GridLayout::Column{L"Nombre", base::Scale(300, 192, now.dpi), true, 0}));
-    EXPECT_FALSE(now.columns[2].visible);
-    EXPECT_EQ(FirstCell(0), L"Artículo 1");
-    m_grid->Apply(now);
-    EXPECT_EQ(m_grid->Layout(), now);
-
-    m_grid->DefaultLook();
-    EXPECT_STREQ(m_grid->Font().lfFaceName, L"Tahoma");
-    EXPECT_EQ(m_grid->Layout().font, base::GridLayout::Font{});
-    LOGFONTW font = m_grid->Font();
-    font.lfHeight *= 2;
-    m_grid->SetFont(font);
-    EXPECT_EQ(m_grid->Font().lfHeight, font.lfHeight);
-    EXPECT_TRUE(m_failures.empty());
 }
 
 TEST_F(GridWindowTest, AReaderFindsRowsCellsStatesAndPlaces) {

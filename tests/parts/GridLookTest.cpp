@@ -1,0 +1,207 @@
+// How the grid looks: font, widths, colours, resolution, what is scrolled.
+#include <windows.h>
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include "base/Placement.h"
+#include "com/Error.h"
+#include "grid/GridFont.h"
+#include "tests/parts/GridFixture.h"
+#include "tests/support/SystemAnswer.h"
+
+namespace tamvelo::testing {
+
+namespace {
+
+constexpr COLORREF kLightYellow = RGB(255, 255, 192);
+
+} // namespace
+
+using GridLookTest = GridTest;
+
+TEST_F(GridLookTest, TheBarBelowScrollsRowsAndHeadingsSideways) {
+    Bind();
+    const auto left = [&] { return static_cast<int>(LocationOf(ChildrenOfRole(ROLE_SYSTEM_ROW) + 1).left); };
+    const auto bar = [&] {
+        SCROLLINFO info{};
+        info.cbSize = sizeof(info);
+        info.fMask = SIF_ALL;
+        GetScrollInfo(m_grid->Window(), SB_HORZ, &info);
+        return info;
+    };
+    int total = 0;
+    for (short column = 0; column < m_grid->ColumnCount(); ++column) {
+        total += WidthOf(column);
+    }
+    RECT client;
+    GetClientRect(m_grid->Window(), &client);
+    const int most = total - static_cast<int>(client.right);
+    ASSERT_GT(most, 60);
+    const int step = base::Scale(48, 96, m_grid->Layout().dpi);
+    const struct {
+        UINT message;
+        WPARAM w;
+        int scrolled;
+    } turns[] = {
+        {WM_HSCROLL, SB_LINERIGHT, step},
+        {WM_HSCROLL, SB_LINELEFT, 0},
+        {WM_HSCROLL, SB_LINELEFT, 0},
+        {WM_HSCROLL, SB_PAGERIGHT, most},
+        {WM_HSCROLL, SB_LINERIGHT, most},
+        {WM_HSCROLL, SB_PAGELEFT, 0},
+        {WM_HSCROLL, SB_THUMBTRACK, 37},
+        {WM_HSCROLL, SB_ENDSCROLL, 37},
+        {WM_MOUSEHWHEEL, MAKEWPARAM(0, WHEEL_DELTA), std::min(37 + step, most)},
+        {WM_MOUSEHWHEEL, MAKEWPARAM(0, -2 * WHEEL_DELTA), 0},
+    };
+    for (const auto& [message, w, scrolled] : turns) {
+        SCOPED_TRACE(w);
+        if (w == SB_THUMBTRACK) {
+            SetScrollPos(m_grid->Window(), SB_HORZ, scrolled, FALSE);
+        }
+        Send(message, w);
+        EXPECT_EQ(left(), -scrolled);
+        EXPECT_EQ(bar().nPos, scrolled);
+        RECT heading;
+        Header_GetItemRect(Header(), 0, &heading);
+        MapWindowPoints(Header(), m_grid->Window(), reinterpret_cast<POINT*>(&heading), 2);
+        EXPECT_EQ(heading.left, -scrolled);
+    }
+    EXPECT_EQ(bar().nMax + 1, total);
+    EXPECT_EQ(bar().nPage, static_cast<UINT>(client.right));
+    Send(WM_HSCROLL, SB_PAGERIGHT);
+    SetWindowPos(m_grid->Window(), nullptr, 0, 0, total + 60, kHeight, SWP_NOZORDER);
+    EXPECT_EQ(left(), 0); // what had been scrolled away comes back when there is room
+}
+
+TEST_F(GridLookTest, TheCurrentRowIsDrawnInTheSelectedStyleWithAndWithoutFocus) {
+    Bind();
+    EXPECT_GT(PixelsOf(0, kLightYellow), 100);
+    EXPECT_EQ(PixelsOf(1, kLightYellow), 0);
+    EXPECT_GT(PixelsOf(1, GetSysColor(COLOR_WINDOWTEXT)), 10); // letters
+    SetFocus(m_parent);
+    EXPECT_GT(PixelsOf(0, kLightYellow), 100);
+    Press(VK_DOWN);
+    EXPECT_EQ(PixelsOf(0, kLightYellow), 0);
+    EXPECT_GT(PixelsOf(1, kLightYellow), 100);
+}
+
+TEST_F(GridLookTest, TheOrderMarkIsInTheHeadingAndItsName) {
+    Bind();
+    m_grid->MarkOrder(1, true);
+    HDITEMW item{};
+    item.mask = HDI_FORMAT;
+    SendMessageW(Header(), HDM_GETITEMW, 1, reinterpret_cast<LPARAM>(&item));
+    EXPECT_TRUE(item.fmt & HDF_SORTDOWN);
+    const LONG rows = ChildrenOfRole(ROLE_SYSTEM_ROW);
+    EXPECT_EQ(NameOf(rows + 2), L"Nombre, orden descendente");
+    EXPECT_EQ(NameOf(rows + 1), L"Código");
+    m_grid->ClearOrderMark();
+    EXPECT_EQ(NameOf(rows + 2), L"Nombre");
+    EXPECT_THROW(m_grid->MarkOrder(8, true), com::Error);
+}
+
+TEST_F(GridLookTest, TheOrderMarkAndALargerFontLeaveTheCaptionsWhole) {
+    Bind();
+    m_grid->FitColumn(5);
+    Notify(HDN_ENDTRACKW, 3, HDI_WIDTH, 20);
+    EXPECT_LT(WidthOf(3), CaptionWidth(3));
+    m_grid->MarkOrder(3, false);
+    for (const int points : {80, 100, 200, 100}) {
+        SCOPED_TRACE(points);
+        const int before = WidthOf(1);
+        const LONG height = m_grid->Font().lfHeight;
+        base::GridLayout::Font font;
+        font.tenthsOfPoint = points;
+        m_grid->SetFont(grid::ToLogFont(font, m_grid->Layout().dpi));
+        EXPECT_NEAR(WidthOf(1), before * m_grid->Font().lfHeight / height, before / 5);
+        EXPECT_GT(HeadHeight(), -m_grid->Font().lfHeight);
+        for (const short column : {0, 3, 4, 5}) {
+            EXPECT_GT(WidthOf(column), CaptionWidth(column) + 10) << column;
+            RECT heading;
+            Header_GetItemRect(Header(), column, &heading);
+            EXPECT_EQ(heading.right - heading.left, WidthOf(column));
+        }
+    }
+}
+
+TEST_F(GridLookTest, AnotherResolutionAndOtherColoursAreTaken) {
+    Bind();
+    m_grid->MarkOrder(1, false);
+    const int width = WidthOf(1);
+    const LONG font = m_grid->Font().lfHeight;
+    const int head = HeadHeight();
+    const int dpi = m_grid->Layout().dpi;
+    {
+        const SystemAnswer moved(L"user32.dll", "GetDpiForWindow", 1, dpi * 2); // another monitor
+        Send(0x02E3);                                                           // WM_DPICHANGED_AFTERPARENT
+        EXPECT_EQ(m_grid->Layout().dpi, dpi * 2);
+        EXPECT_EQ(WidthOf(1), width * 2);
+        EXPECT_NEAR(m_grid->Font().lfHeight, font * 2, 1);
+        EXPECT_GT(HeadHeight(), head * 3 / 2);
+        EXPECT_GT(WidthOf(1), CaptionWidth(1));
+    }
+    Send(0x02E3);
+    EXPECT_EQ(WidthOf(1), width);
+    EXPECT_EQ(HeadHeight(), head);
+
+    const int element = COLOR_WINDOW;
+    const COLORREF before = GetSysColor(element);
+    const COLORREF other = RGB(250, 240, 230);
+    for (const UINT message : {UINT{WM_SYSCOLORCHANGE}, UINT{WM_SETTINGCHANGE}, UINT{WM_THEMECHANGED}}) {
+        EXPECT_EQ(PixelsOf(1, other), 0);
+        SetSysColors(1, &element, &other);
+        Send(message);
+        EXPECT_GT(PixelsOf(1, other), 100) << message;
+        SetSysColors(1, &element, &before);
+        Send(message);
+    }
+}
+
+TEST_F(GridLookTest, TheLayoutComesBack) {
+    base::GridLayout layout;
+    layout.dpi = 192;
+    layout.font = {L"Arial", 120, true, false, false};
+    layout.columns = {{L"Nombre", 300, true, 0}, {L"Grupo", 80, true, 1}, {L"Precio", 90, false, 2}};
+    m_grid->Apply(layout);
+    Bind();
+    const base::GridLayout now = m_grid->Layout();
+    EXPECT_EQ(now.font, layout.font);
+    EXPECT_EQ(now.columns[1], (base::GridLayout::Column{L"Nombre", base::Scale(300, 192, now.dpi), true, 0}));
+    EXPECT_FALSE(now.columns[2].visible);
+    EXPECT_EQ(FirstCell(0), L"Artículo 1");
+    m_grid->Apply(now);
+    EXPECT_EQ(m_grid->Layout(), now);
+
+    m_grid->DefaultLook();
+    EXPECT_STREQ(m_grid->Font().lfFaceName, L"Tahoma");
+    EXPECT_EQ(m_grid->Layout().font, base::GridLayout::Font{});
+    LOGFONTW font = m_grid->Font();
+    font.lfHeight *= 2;
+    m_grid->SetFont(font);
+    EXPECT_EQ(m_grid->Font().lfHeight, font.lfHeight);
+    EXPECT_TRUE(m_failures.empty());
+}
+
+TEST_F(GridLookTest, ItLivesWhenTheSystemHasNothingLeftToMeasureOrDrawWith) {
+    Bind();
+    LOGFONTW font = m_grid->Font();
+    font.lfHeight *= 2;
+    for (const auto& [module, function] :
+         {std::pair{L"user32.dll", "GetDC"}, {L"gdi32.dll", "CreateFontIndirectW"}}) {
+        const SystemAnswer none(module, function, 1, 0);
+        m_grid->SetFont(font);
+        m_grid->MarkOrder(2, true);
+        m_grid->FitColumn(1);
+        EXPECT_GT(WidthOf(1), 0);
+        Repaint();
+        Press(VK_NEXT);
+        grid::Grid another(m_parent, 8, *this);
+        another.SetDataSource(com::Make<MemoryRecordSet>().Get());
+        EXPECT_EQ(another.RowCount(), 1000);
+    }
+    EXPECT_TRUE(m_failures.empty());
+}
+
+} // namespace tamvelo::testing
