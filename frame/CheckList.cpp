@@ -5,7 +5,7 @@
 
 #include "base/Text.h"
 #include "com/FloatGuard.h"
-#include "frame/TextSearch.h"
+#include "grid/TextSearch.h"
 
 namespace tamvelo::frame {
 
@@ -126,7 +126,7 @@ void CheckList::Enter() {
     }
 }
 
-bool CheckList::Matches(const Entry& entry) const { return Contains(entry.caption, m_find); }
+bool CheckList::Matches(const Entry& entry) const { return grid::Contains(entry.caption, m_find); }
 
 // The window
 

@@ -299,6 +299,12 @@ INT_PTR Form::Answer(LRESULT answer) {
 
 INT_PTR Form::Handle(UINT message, WPARAM first, LPARAM second) {
     switch (message) {
+    case WM_SYSCOLORCHANGE:
+    case WM_SETTINGCHANGE: // the system tells no child of it
+        for (HWND child = GetWindow(m_window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+            SendMessageW(child, message, first, second);
+        }
+        return FALSE;
     case WM_SIZE:
         if (first != SIZE_MINIMIZED && m_layout) {
             ResizeControls();

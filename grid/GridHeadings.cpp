@@ -9,6 +9,12 @@
 
 namespace tamvelo::grid {
 
+namespace {
+
+constexpr int kFarRight = 0x4000; // wider than any window
+
+} // namespace
+
 void GridHeadings::Create(HWND parent, HFONT font) {
     const INITCOMMONCONTROLSEX wanted{sizeof(wanted), ICC_LISTVIEW_CLASSES};
     InitCommonControlsEx(&wanted);
@@ -53,6 +59,14 @@ void GridHeadings::Fill(const GridColumns& columns, const std::optional<OrderMar
         heading.lParam = column;
         SendMessageW(m_window, HDM_INSERTITEMW, static_cast<WPARAM>(item++),
                      reinterpret_cast<LPARAM>(&heading));
+    }
+    if (item == 0) { // some systems do not draw a control without items at all
+        HDITEMW empty{};
+        empty.mask = HDI_WIDTH | HDI_FORMAT | HDI_LPARAM;
+        empty.cxy = kFarRight;
+        empty.fmt = HDF_STRING | HDF_FIXEDWIDTH;
+        empty.lParam = -1; // no column
+        SendMessageW(m_window, HDM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&empty));
     }
     SendMessageW(m_window, WM_SETREDRAW, TRUE, 0);
     InvalidateRect(m_window, nullptr, TRUE);

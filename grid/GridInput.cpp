@@ -8,17 +8,11 @@
 #include "base/Placement.h"
 #include "grid/GridAccessible.h"
 #include "grid/GridView.h"
+#include "grid/TextSearch.h"
 
 namespace tamvelo::grid {
 
 namespace {
-
-/// As the system compares Spanish: whatever the case and the accents, and ñ is a letter of its own.
-bool StartsWith(std::wstring_view text, std::wstring_view start) {
-    return FindNLSStringEx(L"es-ES", FIND_STARTSWITH | NORM_IGNORECASE | NORM_IGNORENONSPACE, text.data(),
-                           static_cast<int>(text.size()), start.data(), static_cast<int>(start.size()),
-                           nullptr, nullptr, nullptr, 0) == 0;
-}
 
 constexpr int kAcross = 48; // pixels at 96 dpi that one step to the side scrolls
 

@@ -62,7 +62,7 @@ TEST_F(PanelUse, KeysInTheGrid) {
         SCOPED_TRACE(each.key);
         ExpectAsked(Keys({each.key}), each.asked);
     }
-    EXPECT_FALSE(Show(Forget().Key(VK_DOWN).Key(VK_RETURN)));
+    EXPECT_FALSE(Show(Forget().Type(L"F1").Key(VK_RETURN)));
     EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarSeleccion(&0, &ctl, \"f1c0\")", L"AplyFilter(\"\")"));
     EXPECT_FALSE(Show(Forget().Key(VK_END).Key(VK_RETURN)));
     EXPECT_THAT(TakeLog(),
@@ -246,6 +246,73 @@ TEST_F(PanelUse, F5ShowsTheWholeRecord) {
                 {});
     host.set->Table().records = 0;
     ExpectAsked(Script().Key(VK_F5).Do([] { EXPECT_EQ(TopWindow(), Panel()); }), {});
+}
+
+TEST_F(PanelUse, AGridWithoutColumnsHasNothingToSortAndAnEmptyHeading) {
+    const auto make = [&](const wchar_t* name,
+                          std::initializer_list<std::pair<const wchar_t*, com::Variant>> members) {
+        auto object = com::Make<HostObject>(name, host.log);
+        for (const auto& [member, value] : members) {
+            object->On(
+                member, [value](com::Invocation& call) { call.Return(value); }, true);
+        }
+        return object;
+    };
+    const auto fields = make(L"Fields", {{L"Count", com::Variant(0L)}});
+    const auto bare = make(L"Recordset", {{L"RecordCount", com::Variant(0L)},
+                                          {L"BOF", com::Variant(true)},
+                                          {L"EOF", com::Variant(true)},
+                                          {L"MoveFirst", {}},
+                                          {L"MoveNext", {}},
+                                          {L"Bookmark", com::Variant(0L)},
+                                          {L"Fields", com::Variant(fields.Get())}});
+    host.data->On(
+        L"Recordset", [&](com::Invocation& call) { call.Return(com::Variant(bare.Get())); }, true);
+    const Script click = At(MAKELPARAM(20, 5), {WM_LBUTTONDOWN, WM_LBUTTONUP}, Heading);
+    ExpectAsked(Script()
+                    .Key(VK_F9)
+                    .Key(VK_F9, VK_SHIFT)
+                    .Append(click)
+                    .Do([] {
+                        ClickTool(L"Orden descendente");
+                        RECT area;
+                        GetClientRect(Heading(), &area);
+                        EXPECT_GT(area.right, 100);
+                        EXPECT_GT(area.bottom, 10);
+                        const HDC dc = GetDC(Heading());
+                        EXPECT_NE(GetPixel(dc, 40, 5), RGB(0, 0, 0));
+                        ReleaseDC(Heading(), dc);
+                    })
+                    .Key('A')
+                    .Key(VK_RIGHT),
+                {});
+}
+
+TEST_F(PanelUse, OtherSystemColoursReachTheGrid) {
+    const int element = COLOR_WINDOW;
+    const COLORREF before = GetSysColor(element);
+    const COLORREF other = RGB(250, 240, 230);
+    const auto empty = [] { // under the last row
+        const HWND grid = Item(IDC_DATAGRID);
+        RECT area;
+        GetClientRect(grid, &area);
+        UpdateWindow(grid);
+        const HDC dc = GetDC(grid);
+        const COLORREF color = GetPixel(dc, area.right - 3, area.bottom - 3);
+        ReleaseDC(grid, dc);
+        return color;
+    };
+    host.set->Table().records = 2;
+    ExpectAsked(Script()
+                    .Do([&] {
+                        EXPECT_EQ(empty(), before);
+                        SetSysColors(1, &element, &other);
+                    })
+                    .Do([&] {
+                        EXPECT_EQ(empty(), other);
+                        SetSysColors(1, &element, &before);
+                    }),
+                {});
 }
 
 TEST_F(PanelUse, AfterACommandThePointerIsTheArrow) {
