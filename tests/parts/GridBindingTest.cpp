@@ -365,6 +365,27 @@ TEST_F(GridBindingTest, NothingIsDoneWithAnotherRecordThanTheOneHighlighted) {
     }
 }
 
+TEST_F(GridBindingTest, ACloneThatLagsBehindIsFoundOutByTheFirstMove) {
+    auto options = Of(Without({&Options::filterAndSort, &Options::dataVersion}, 11), &Options::snapshots);
+    const auto set = com::Make<MemoryRecordSet>(options);
+    set->SetPosition(5); // in the middle: it stays where it is, and what it is, when the others turn round
+    m_grid->SetDataSource(set.Get());
+    set->SetSort(L"Codigo DESC");
+    m_grid->HostChanged();
+    Press(VK_DOWN);
+    EXPECT_EQ(FirstCell(0), L"11");
+    EXPECT_EQ(m_grid->CurrentRow(), set->Position());
+}
+
+TEST_F(GridBindingTest, ASetWithoutRecordsKeepsTheHeadsThatARecordGave) {
+    const auto set = Bind(Of({.rows = 3, .clone = false}, &Options::recordFields));
+    set->Table().records = 0;
+    m_grid->Requeried();
+    EXPECT_EQ(m_grid->RowCount(), 0);
+    EXPECT_EQ(m_grid->ColumnCount(), MemoryRecordSet::kColumns);
+    EXPECT_TRUE(m_failures.empty());
+}
+
 TEST_F(GridBindingTest, AValueThatIsNeverTheSameIsToldOnce) {
     for (const bool getRows : {true, false}) {
         const auto set = Bind({.getRows = getRows});
