@@ -106,9 +106,9 @@ std::vector<short> Grid::MarkColumns() { return m_view->MarkColumns(); }
 
 void Grid::PutMarksFirst() { m_view->PutMarksFirst(); }
 
-void Grid::ToggleMark(short column) {
+bool Grid::ToggleMark(short column) {
     const auto view = m_view;
-    view->ToggleMark(column);
+    return view->ToggleMark(column);
 }
 
 MarkCount Grid::CountMarks(short column) { return m_view->CountMarks(column); }

@@ -134,9 +134,9 @@ public:
     std::vector<short> MarkColumns();
     /// Puts them before all other columns on screen.
     void PutMarksFirst();
-    /// Turns the current row's mark round in the host's record, if Confirm. When the host refuses, its error
-    /// goes on and the mark is as it was.
-    void ToggleMark(short column);
+    /// Turns the current row's mark round in the host's record, if Confirm: whether it did. When the host
+    /// refuses, its error goes on and the mark is as it was.
+    bool ToggleMark(short column);
     /// Of rows that are loaded: all when they are few, else those on screen. Calls no one.
     MarkCount CountMarks(short column);
 

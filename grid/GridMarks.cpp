@@ -35,10 +35,10 @@ void GridView::PutMarksFirst() {
     }
 }
 
-void GridView::ToggleMark(short column) {
+bool GridView::ToggleMark(short column) {
     CheckColumn(column);
     if (!Confirm()) {
-        return;
+        return false;
     }
     m_data.Write(column, com::Variant(!m_data.Value(column).ToBool()));
     Sync(HostDid::Something);
@@ -46,6 +46,7 @@ void GridView::ToggleMark(short column) {
         NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, m_window, OBJID_CLIENT,
                        RowChild(m_data.Current(), m_geometry.top));
     }
+    return true;
 }
 
 MarkCount GridView::CountMarks(short column) {

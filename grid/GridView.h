@@ -75,7 +75,7 @@ public:
     void OfferMarks() { m_offersMarks = true; }
     std::vector<short> MarkColumns();
     void PutMarksFirst();
-    void ToggleMark(short column);
+    bool ToggleMark(short column);
     MarkCount CountMarks(short column);
     void NameField(std::wstring_view field, std::wstring_view caption);
 

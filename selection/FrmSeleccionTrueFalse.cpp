@@ -137,8 +137,9 @@ void FrmSeleccionTrueFalse::ToggleMark() {
         Hint(L"Para marcar, vaya antes a la columna de la casilla.");
         return;
     }
-    DataGrid().ToggleMark(*mark);
-    ShowStatus();
+    if (DataGrid().ToggleMark(*mark)) {
+        ShowStatus();
+    }
 }
 
 void FrmSeleccionTrueFalse::MarkClicked() { Input(kToggle); }

@@ -198,5 +198,46 @@ TEST_F(ShownTest, WhatIsHighlightedIsDeliveredFromEveryKindOfRecordSet) {
     }
 }
 
+TEST_F(ShownTest, EveryCommandLooksBeforeItDoesAnythingWithTheRecord) {
+    const auto doubleClick = [] {
+        PostMessageW(Item(IDC_DATAGRID), WM_LBUTTONDBLCLK, MK_LBUTTON, FirstRow());
+    };
+    struct Case {
+        const wchar_t* operation;
+        const wchar_t* className;
+        Script press;
+    };
+    const Case cases[] = {
+        {L"ShowSelec", L"prueba", Keys({VK_F5})},
+        {L"ShowSelec", L"prueba", Script().Key('C', VK_CONTROL)},
+        {L"ShowSelec", L"prueba", Script().Key('L', VK_CONTROL)},
+        {L"ShowSelec", L"ordenes", Script().Do(doubleClick)},
+        {L"ShowSelec", L"hordenes", Script().Do(doubleClick)},
+        {L"ShowSelecAdd", L"prueba", Keys({VK_RETURN})},
+        {L"ShowSelecTrueFalse", L"prueba", Keys({VK_RETURN})},
+        {L"ShowSelecTrueFalse", L"prueba", Keys({VK_SPACE})},
+        {L"ShowRegistros", L"prueba", Keys({VK_F4})},
+        {L"ShowRegistros", L"prueba", Keys({VK_RETURN})},
+        {L"ShowRegistros", L"prueba", Keys({VK_DELETE})},
+    };
+    for (const wchar_t* member : {L"AceptarModificar", L"AceptarEliminar", L"clsEvents_AceptaSeleccion"}) {
+        host.sink->On(member, [](Invocation&) {});
+    }
+    gdiSlack = 4; // the first opening of each of four forms
+    for (const Case& each : cases) {
+        SCOPED_TRACE(&each - cases);
+        Use(kKinds[0]);
+        host.className = each.className;
+        Script script = Forget();
+        script.Do([this] { host.set->SetPosition(5); }).Append(each.press).Do([this] {
+            EXPECT_EQ(TopWindow(), Panel());
+            EXPECT_THAT(host.log, IsEmpty());
+            EXPECT_THAT(host.set->Table().written, IsEmpty());
+            EXPECT_THAT(ItemText(IDC_STATUS), HasSubstr(L"se ha leído de nuevo"));
+        });
+        EXPECT_FALSE(ShowLate(each.operation, script.Key(VK_ESCAPE)));
+    }
+}
+
 } // namespace
 } // namespace tamvelo::testing
