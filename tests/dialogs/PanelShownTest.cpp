@@ -229,6 +229,7 @@ TEST_F(ShownTest, EveryCommandLooksBeforeItDoesAnythingWithTheRecord) {
     for (const Case& each : cases) {
         SCOPED_TRACE(&each - cases);
         Use(kKinds[0]);
+        host.set->Table().names = {{short{4}, L"Planificar"}};
         host.className = each.className;
         Script script = Forget();
         script.Do([this] { host.set->SetPosition(5); }).Append(each.press).Do([this] {
