@@ -1,6 +1,6 @@
 #include "com/Automation.h"
 
-#include "com/FloatGuard.h"
+#include "com/CallOut.h"
 #include "com/References.h"
 
 namespace tamvelo::com {
@@ -65,6 +65,7 @@ HRESULT Automation::GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT cou
 HRESULT Automation::Invoke(DISPID id, REFIID /*reserved*/, LCID /*locale*/, WORD flags,
                            DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* thrown, UINT* /*wrong*/) {
     const FloatGuard floats;
+    const Watch outermost; // the caller's window is the caller's concern
     if (!parameters) {
         return E_INVALIDARG;
     }

@@ -1,8 +1,12 @@
 #include "com/Collection.h"
 
+#include <optional>
+
 #include "com/Automation.h"
+#include "com/CallOut.h"
 #include "com/Enumerator.h"
 #include "com/Error.h"
+#include "com/Trace.h"
 
 namespace tamvelo::com {
 
@@ -56,18 +60,37 @@ private:
     const std::vector<Variant> m_items;
 };
 
+constexpr wchar_t kNewEnum[] = L"_NewEnum";
+constexpr size_t kMostItems = 100'000; // an enumerator that never ends must not keep us
+
 /// Null when the object has no enumerator.
-ComPtr<IEnumVARIANT> EnumeratorOf(IDispatch* collection) {
+ComPtr<IEnumVARIANT> EnumeratorOf(IDispatch* collection, const wchar_t* role) {
     DISPPARAMS none{};
-    Variant answer;
-    ComPtr<IEnumVARIANT> walk;
-    if (SUCCEEDED(collection->Invoke(DISPID_NEWENUM, IID_NULL, LOCALE_USER_DEFAULT,
-                                     DISPATCH_METHOD | DISPATCH_PROPERTYGET, &none, answer.Address(), nullptr,
-                                     nullptr)) &&
-        answer.IsObject() && answer.Get().punkVal) {
-        answer.Get().punkVal->QueryInterface(IID_PPV_ARGS(&walk));
+    try {
+        const Variant answer = InvokeMember(collection, role, kNewEnum, DISPID_NEWENUM,
+                                            DISPATCH_METHOD | DISPATCH_PROPERTYGET, none);
+        return answer.IsObject() ? Query<IEnumVARIANT>(answer.Get().punkVal) : nullptr;
+    } catch (const Error& error) {
+        if (error.number != DISP_E_MEMBERNOTFOUND && error.number != DISP_E_UNKNOWNNAME &&
+            error.number != E_NOTIMPL) {
+            throw;
+        }
+        return nullptr;
     }
-    return walk;
+}
+
+/// The next item; nothing at the end. A walk that fails half way is the host's error, not the end.
+std::optional<Variant> Next(IEnumVARIANT& walk, const wchar_t* role) {
+    Variant item;
+    const HRESULT code = CallOut([&] { return walk.Next(1, item.Address(), nullptr); });
+    if (Trace::Enabled()) {
+        Trace::Line(std::wstring(role) + L".Next() = " + (code == S_OK ? Trace::Describe(item.Get()) : L"…"));
+    }
+    if (FAILED(code)) {
+        EXCEPINFO none{};
+        throw Error(ErrorOfInvoke(code, none, std::wstring(L"«") + role + L"».Next"));
+    }
+    return code == S_OK ? std::optional(Variant::CopyOf(item.Get())) : std::nullopt;
 }
 
 } // namespace
@@ -81,14 +104,15 @@ std::vector<Variant> ItemsOf(LateObject& collection) {
     if (!collection) {
         return items;
     }
-    if (const ComPtr<IEnumVARIANT> walk = EnumeratorOf(collection.Get())) {
-        for (;;) {
-            Variant item;
-            if (walk->Next(1, item.Address(), nullptr) != S_OK) {
-                return items;
+    if (const ComPtr<IEnumVARIANT> walk = EnumeratorOf(collection.Get(), collection.Role())) {
+        while (std::optional<Variant> item = Next(*walk.Get(), collection.Role())) {
+            items.push_back(std::move(*item));
+            if (items.size() > kMostItems) {
+                throw Error(E_UNEXPECTED,
+                            std::wstring(L"La colección «") + collection.Role() + L"» no se acaba nunca.");
             }
-            items.push_back(std::move(item));
         }
+        return items;
     }
     const long count = collection.Call(L"Count").ToLong();
     for (long i = 1; i <= count; ++i) {

@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <utility>
 
+#include "com/FloatGuard.h"
+
 namespace tamvelo::com {
 
 /// A counted reference to a COM object. Our own, because the one that comes with the compiler takes a
@@ -36,6 +38,7 @@ public:
 
     void Reset() {
         if (T* const leaving = Detach()) {
+            const HostFloats floats; // a last release runs the host's code
             leaving->Release();
         }
     }
@@ -68,16 +71,5 @@ public:
 private:
     T* m_object = nullptr;
 };
-
-/// True when both are the same COM object: identity is decided by IUnknown, never by an interface pointer.
-inline bool SameObject(IUnknown* a, IUnknown* b) {
-    if (a == b) {
-        return true;
-    }
-    ComPtr<IUnknown> first;
-    ComPtr<IUnknown> second;
-    return a && b && SUCCEEDED(a->QueryInterface(IID_PPV_ARGS(&first))) &&
-           SUCCEEDED(b->QueryInterface(IID_PPV_ARGS(&second))) && first.Get() == second.Get();
-}
 
 } // namespace tamvelo::com

@@ -4,9 +4,9 @@
 #include <optional>
 #include <utility>
 
+#include "com/CallOut.h"
 #include "com/Enumerator.h"
 #include "com/Error.h"
-#include "com/FloatGuard.h"
 
 namespace tamvelo::com {
 
@@ -26,15 +26,13 @@ void ConnectionPoint::Raise(DISPID event, DISPPARAMS& parameters) {
     std::optional<Error> failure;
     for (const Listener& listener : now) {
         EXCEPINFO thrown{};
-        HRESULT code;
-        {
-            const HostFloats floats;
-            code = listener.target->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
+        const HRESULT code = WithHostFloats([&] {
+            return listener.target->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
                                            nullptr, &thrown, nullptr);
-        }
+        });
         // A listener need not handle every event.
         if (FAILED(code) && code != DISP_E_MEMBERNOTFOUND && code != E_NOTIMPL && !failure) {
-            failure = ErrorOfInvoke(code, thrown);
+            failure = ErrorOfInvoke(code, thrown, L"«ClsEventos»." + std::to_wstring(event));
         }
     }
     if (failure) {
@@ -79,8 +77,7 @@ HRESULT ConnectionPoint::Advise(IUnknown* listener, DWORD* cookie) {
     *cookie = 0;
     try {
         ComPtr<IDispatch> target;
-        if (FAILED(listener->QueryInterface(m_events, reinterpret_cast<void**>(target.GetAddressOf()))) &&
-            FAILED(listener->QueryInterface(IID_PPV_ARGS(&target)))) {
+        if (!(target = Query<IDispatch>(listener, m_events)) && !(target = Query<IDispatch>(listener))) {
             return CONNECT_E_CANNOTCONNECT;
         }
         m_listeners.push_back({++m_lastCookie, std::move(target)});

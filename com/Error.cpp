@@ -2,7 +2,7 @@
 
 #include <new>
 
-#include "com/ComPtr.h"
+#include "com/CallOut.h"
 
 namespace tamvelo::com {
 
@@ -61,6 +61,8 @@ Error CurrentError() noexcept {
         throw;
     } catch (const Error& error) {
         return error;
+    } catch (const Gone&) {
+        return Error(E_ABORT, L"El formulario se ha cerrado.");
     } catch (const std::bad_alloc&) {
         return Error(E_OUTOFMEMORY, L"No hay memoria suficiente.");
     } catch (const std::exception& error) {
@@ -71,32 +73,52 @@ Error CurrentError() noexcept {
     }
 }
 
-Error ErrorOfInvoke(HRESULT result, EXCEPINFO& info) {
+Error ErrorOfInvoke(HRESULT result, EXCEPINFO& info, const std::wstring& call) {
+    HRESULT number = result;
+    std::wstring source;
+    std::wstring description;
+    std::wstring helpFile;
+    DWORD helpContext = 0;
     if (result == DISP_E_EXCEPTION) {
         if (info.pfnDeferredFillIn) {
-            info.pfnDeferredFillIn(&info);
+            WithHostFloats([&] { return info.pfnDeferredFillIn(&info); });
         }
-        SysFreeString(info.bstrHelpFile);
-        std::wstring source = Take(info.bstrSource);
-        std::wstring description = Take(info.bstrDescription);
-        HRESULT number = info.scode;
+        source = Take(info.bstrSource);
+        description = Take(info.bstrDescription);
+        helpFile = Take(info.bstrHelpFile);
+        helpContext = info.dwHelpContext;
+        number = info.scode;
         if (info.wCode != 0) {
             number = kAutomationNumber | info.wCode;
-        } else if (SUCCEEDED(number) && number > 0 && number <= 0xFFFF) {
+        } else if (number > 0 && number <= 0xFFFF) {
             number = kAutomationNumber | number; // script engines put their plain numbers here
         }
-        return {number, std::move(description), std::move(source)};
+    } else if (ComPtr<IErrorInfo> thrown; GetErrorInfo(0, &thrown) == S_OK) {
+        BSTR text = nullptr;
+        WithHostFloats([&] { return thrown->GetSource(&text); });
+        source = Take(text);
+        WithHostFloats([&] { return thrown->GetDescription(&text); });
+        description = Take(text);
+        WithHostFloats([&] { return thrown->GetHelpFile(&text); });
+        helpFile = Take(text);
+        WithHostFloats([&] { return thrown->GetHelpContext(&helpContext); });
     }
-    ComPtr<IErrorInfo> thrown;
-    if (GetErrorInfo(0, &thrown) == S_OK) {
-        BSTR source = nullptr;
-        BSTR description = nullptr;
-        thrown->GetSource(&source);
-        thrown->GetDescription(&description);
-        std::wstring sourceText = Take(source);
-        return {result, Take(description), std::move(sourceText)};
+    if (source.empty()) {
+        source = call;
     }
-    return {result, {}};
+    if (description.empty()) {
+        description = call + L": " + SystemText(FAILED(number) ? number : E_FAIL);
+    }
+    Error error(number, std::move(description), std::move(source));
+    error.call = call;
+    error.helpFile = std::move(helpFile);
+    error.helpContext = helpContext;
+    return error;
+}
+
+std::wstring DescriptionWithCall(const Error& error) {
+    const bool named = error.call.empty() || error.description.find(error.call) != std::wstring::npos;
+    return named ? error.description : error.description + L"\n(" + error.call + L")";
 }
 
 HRESULT PublishError(const Error& error, REFIID interfaceId) noexcept {
@@ -106,6 +128,8 @@ HRESULT PublishError(const Error& error, REFIID interfaceId) noexcept {
         creator->SetGUID(interfaceId);
         creator->SetSource(const_cast<LPOLESTR>(error.source.c_str()));
         creator->SetDescription(const_cast<LPOLESTR>(error.description.c_str()));
+        creator->SetHelpFile(const_cast<LPOLESTR>(error.helpFile.c_str()));
+        creator->SetHelpContext(error.helpContext);
         SetErrorInfo(0, published.Get());
     }
     return error.number;
@@ -117,6 +141,8 @@ HRESULT FillExcepInfo(const Error& error, EXCEPINFO* info) noexcept {
         info->scode = error.number;
         info->bstrSource = SysAllocString(error.source.c_str());
         info->bstrDescription = SysAllocString(error.description.c_str());
+        info->bstrHelpFile = error.helpFile.empty() ? nullptr : SysAllocString(error.helpFile.c_str());
+        info->dwHelpContext = error.helpContext;
     }
     return DISP_E_EXCEPTION;
 }

@@ -15,6 +15,9 @@ struct Error : std::exception {
     HRESULT number;
     std::wstring source;
     std::wstring description;
+    std::wstring call;     // "«MyClase».Requery" when it came out of a call to the host
+    std::wstring helpFile; // as the host gave them
+    DWORD helpContext = 0;
 
     Error(HRESULT number, std::wstring description, std::wstring source = kOwnSource);
     const char* what() const noexcept override { return "tamvelo::com::Error"; }
@@ -35,8 +38,12 @@ std::wstring SystemText(HRESULT number);
 Error CurrentError() noexcept;
 
 /// The error that a failed Invoke left behind, taken from `info` (released), else from the thread's error
-/// object.
-Error ErrorOfInvoke(HRESULT result, EXCEPINFO& info);
+/// object. `call` names object and member: it is the source of an error that came without one, and stands
+/// before the system's text for one that came without a description.
+Error ErrorOfInvoke(HRESULT result, EXCEPINFO& info, const std::wstring& call);
+
+/// The description with the call that failed, where it does not name it itself: what a user is told.
+std::wstring DescriptionWithCall(const Error& error);
 
 /// Hands an error to an early-bound caller (the thread's error object) and returns its number.
 HRESULT PublishError(const Error& error, REFIID interfaceId) noexcept;

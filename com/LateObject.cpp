@@ -3,9 +3,10 @@
 #include <dispex.h>
 
 #include <array>
+#include <optional>
 
+#include "com/CallOut.h"
 #include "com/Error.h"
-#include "com/FloatGuard.h"
 #include "com/Trace.h"
 
 namespace tamvelo::com {
@@ -18,30 +19,89 @@ constexpr HRESULT kObjectNotSet = static_cast<HRESULT>(0x800A005B); // automatio
 /// How a script engine refuses to call a member that is a plain value: it wants to be asked for it instead.
 constexpr HRESULT kFunctionExpected = static_cast<HRESULT>(0x800A138A);
 
-Error UnknownMember(const std::wstring& role, const wchar_t* member) {
-    return {DISP_E_UNKNOWNNAME, L"El objeto «" + role + L"» no tiene el miembro «" + member + L"»."};
+std::wstring CallName(const wchar_t* role, const wchar_t* member) {
+    return std::wstring(L"«") + role + L"»." + member;
+}
+
+Error UnknownMember(const wchar_t* role, const wchar_t* member) {
+    Error error(DISP_E_UNKNOWNNAME,
+                std::wstring(L"El objeto «") + role + L"» no tiene el miembro «" + member + L"».");
+    error.call = CallName(role, member);
+    return error;
 }
 
 } // namespace
 
-DISPID FindMember(IDispatch* object, const wchar_t* member) noexcept {
+DISPID FindMember(IDispatch* object, const wchar_t* member, const wchar_t* role) {
+    const ComPtr<IDispatch> alive = object;
+    if (Trace::Enabled()) {
+        Trace::Line(std::wstring(role) + L" ? " + member);
+    }
     DISPID id = DISPID_UNKNOWN;
     auto* name = const_cast<LPOLESTR>(member);
-    const HRESULT result = object->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id);
+    const HRESULT result =
+        CallOut([&] { return alive->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id); });
     if (SUCCEEDED(result)) {
         return id;
     }
     // Script engines exist whose classes know their names only through the extended interface.
-    ComPtr<IDispatchEx> extended;
-    if (result != E_NOTIMPL || FAILED(object->QueryInterface(IID_PPV_ARGS(&extended)))) {
+    const ComPtr<IDispatchEx> extended = result == E_NOTIMPL ? Query<IDispatchEx>(object) : nullptr;
+    if (!extended) {
         return DISPID_UNKNOWN;
     }
-    const BSTR text = SysAllocString(member);
-    if (FAILED(extended->GetDispID(text, fdexNameCaseInsensitive, &id))) {
-        id = DISPID_UNKNOWN;
+    const Bstr text(member);
+    return FAILED(CallOut([&] { return extended->GetDispID(text.Get(), fdexNameCaseInsensitive, &id); }))
+               ? DISPID_UNKNOWN
+               : id;
+}
+
+Variant InvokeMember(IDispatch* object, const wchar_t* role, const wchar_t* member, DISPID id, WORD flags,
+                     DISPPARAMS& parameters) {
+    const ComPtr<IDispatch> alive = object; // the host may make us let go of it while it runs
+    const bool put = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
+    const bool traced = Trace::Enabled();
+    if (traced) {
+        std::wstring line = std::wstring(role) + L"." + member + (put ? L" = " : L"(");
+        for (UINT i = 0; i < parameters.cArgs; ++i) {
+            line += (i ? L", " : L"") + Trace::Describe(parameters.rgvarg[parameters.cArgs - 1 - i]);
+        }
+        Trace::Line(line + (put ? L"" : L")"));
     }
-    SysFreeString(text);
-    return id;
+    Variant result;
+    EXCEPINFO thrown{};
+    const Standing before;
+    SetErrorInfo(0, nullptr); // what is left there from before is not this call's error
+    const HRESULT code = WithHostFloats([&] {
+        return alive->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
+                             put ? nullptr : result.Address(), &thrown, nullptr);
+    });
+    const std::optional<Error> error =
+        FAILED(code) ? std::optional(ErrorOfInvoke(code, thrown, CallName(role, member))) : std::nullopt;
+    if (error && error->number == kFunctionExpected && parameters.cArgs == 0 &&
+        flags != DISPATCH_PROPERTYGET) {
+        before.Check();
+        return InvokeMember(object, role, member, id, DISPATCH_PROPERTYGET, parameters);
+    }
+    if (traced && error) {
+        wchar_t number[16];
+        wsprintfW(number, L"%08lX", static_cast<unsigned long>(error->number));
+        Trace::Line(L"  " + std::wstring(member) + L" ! " + number + L" " + error->source + L": " +
+                    error->description);
+    } else if (traced) {
+        std::wstring answer = L"  " + std::wstring(member) + L" = " + Trace::Describe(result.Get());
+        for (UINT i = 0; i < parameters.cArgs; ++i) {
+            const VARIANT& argument = parameters.rgvarg[parameters.cArgs - 1 - i];
+            if (argument.vt & VT_BYREF) {
+                answer += L", " + Trace::Describe(argument);
+            }
+        }
+        Trace::Line(answer);
+    }
+    before.Check();
+    if (error) {
+        throw Error(*error);
+    }
+    return result;
 }
 
 Argument Argument::Reference(VARTYPE type, void* variable) {
@@ -104,21 +164,25 @@ DISPID LateObject::IdOf(const wchar_t* member) {
         }
     }
     if (!m_object) {
-        throw Error(kObjectNotSet, L"El objeto «" + m_role + L"» no está establecido.");
+        throw Error(kObjectNotSet, std::wstring(L"El objeto «") + m_role + L"» no está establecido.");
     }
-    const DISPID id = FindMember(m_object.Get(), member);
+    const ComPtr<IDispatch> asked = m_object;
+    const DISPID id = FindMember(asked.Get(), member, m_role);
     if (id == DISPID_UNKNOWN) {
         throw UnknownMember(m_role, member);
     }
-    m_known.push_back({member, id});
+    if (m_object == asked) {
+        m_known.push_back({member, id});
+    }
     return id;
 }
 
-bool LateObject::Answers(const wchar_t* member) noexcept {
-    return m_object && FindMember(m_object.Get(), member) != DISPID_UNKNOWN;
+bool LateObject::Answers(const wchar_t* member) {
+    return m_object && FindMember(m_object.Get(), member, m_role) != DISPID_UNKNOWN;
 }
 
 Variant LateObject::Call(const wchar_t* member, Arguments arguments) {
+    const ComPtr<IDispatch> object = m_object;
     const DISPID id = IdOf(member);
     std::array<VARIANT, kMostArguments> cells;
     const size_t count = arguments.size();
@@ -129,7 +193,8 @@ Variant LateObject::Call(const wchar_t* member, Arguments arguments) {
         list[i].Load(cells[count - 1 - i]);
     }
     DISPPARAMS parameters{cells.data(), nullptr, static_cast<UINT>(count), 0};
-    Variant result = Invoke(member, id, DISPATCH_METHOD | DISPATCH_PROPERTYGET, parameters);
+    Variant result =
+        InvokeMember(object.Get(), m_role, member, id, DISPATCH_METHOD | DISPATCH_PROPERTYGET, parameters);
     for (size_t i = 0; i < count; ++i) {
         list[i].Store();
     }
@@ -137,60 +202,13 @@ Variant LateObject::Call(const wchar_t* member, Arguments arguments) {
 }
 
 void LateObject::Put(const wchar_t* member, const Argument& value) {
+    const ComPtr<IDispatch> object = m_object;
     const DISPID id = IdOf(member);
     VARIANT cell = value.m_value.Get();
     DISPID put = DISPID_PROPERTYPUT;
     DISPPARAMS parameters{&cell, &put, 1, 1};
-    Invoke(member, id, value.m_value.IsObject() ? DISPATCH_PROPERTYPUTREF : DISPATCH_PROPERTYPUT, parameters);
-}
-
-Variant LateObject::Invoke(const wchar_t* member, DISPID id, WORD flags, DISPPARAMS& parameters) {
-    const bool put = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
-    std::wstring line;
-    if (Trace::Enabled()) {
-        line = m_role + L"." + member + (put ? L" = " : L"(");
-        for (UINT i = 0; i < parameters.cArgs; ++i) {
-            line += (i ? L", " : L"") + Trace::Describe(parameters.rgvarg[parameters.cArgs - 1 - i]);
-        }
-        line += put ? L"" : L")";
-        Trace::Line(line);
-    }
-    Variant result;
-    EXCEPINFO thrown{};
-    HRESULT code;
-    {
-        const ComPtr<IDispatch> alive = m_object; // the host may make us let go of it while it runs
-        const HostFloats floats;
-        code = alive->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
-                             put ? nullptr : result.Address(), &thrown, nullptr);
-    }
-    if (FAILED(code)) {
-        Error error = ErrorOfInvoke(code, thrown);
-        if (error.number == kFunctionExpected && parameters.cArgs == 0 && flags != DISPATCH_PROPERTYGET) {
-            return Invoke(member, id, DISPATCH_PROPERTYGET, parameters);
-        }
-        if (error.source.empty()) {
-            error.source = m_role;
-        }
-        if (!line.empty()) {
-            wchar_t number[16];
-            wsprintfW(number, L"%08lX", static_cast<unsigned long>(error.number));
-            Trace::Line(L"  " + std::wstring(member) + L" ! " + number + L" " + error.source + L": " +
-                        error.description);
-        }
-        throw error;
-    }
-    if (!line.empty()) {
-        std::wstring answer = L"  " + std::wstring(member) + L" = " + Trace::Describe(result.Get());
-        for (UINT i = 0; i < parameters.cArgs; ++i) {
-            const VARIANT& argument = parameters.rgvarg[parameters.cArgs - 1 - i];
-            if (argument.vt & VT_BYREF) {
-                answer += L", " + Trace::Describe(argument);
-            }
-        }
-        Trace::Line(answer);
-    }
-    return result;
+    InvokeMember(object.Get(), m_role, member, id,
+                 value.m_value.IsObject() ? DISPATCH_PROPERTYPUTREF : DISPATCH_PROPERTYPUT, parameters);
 }
 
 } // namespace tamvelo::com

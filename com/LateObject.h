@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "com/CallOut.h"
 #include "com/Variant.h"
 
 namespace tamvelo::com {
@@ -49,15 +50,18 @@ private:
 using Arguments = std::initializer_list<Argument>;
 
 /// An object of the host, reached by member name. Looks each name up once. Errors come out as com::Error with
-/// the host's own number, source and text; an unknown member names itself and the object's role.
+/// the host's own number, source and text; an unknown member names itself and the object's role. Any call may
+/// also throw Gone (CallOut.h), and may make the owner let go of this object: it is held meanwhile.
 class LateObject {
 public:
     LateObject() = default;
-    /// `role` is what the object is called in messages and in the trace ("MyClase", "objClsEvents").
-    LateObject(IDispatch* object, std::wstring_view role) : m_object(object), m_role(role) {}
+    /// `role` is what the object is called in messages and in the trace ("MyClase", "objClsEvents"); a
+    /// literal.
+    LateObject(IDispatch* object, const wchar_t* role) : m_object(object), m_role(role) {}
 
     explicit operator bool() const { return m_object != nullptr; }
     IDispatch* Get() const { return m_object.Get(); }
+    const wchar_t* Role() const { return m_role; }
     void Reset();
 
     /// Calls a method or reads a property; arguments in declared order.
@@ -65,7 +69,7 @@ public:
     void Put(const wchar_t* member, const Argument& value);
     /// Whether the object knows the name. For shapes only (is it a record set, is it a control): whether a
     /// host implements a member of its contract is never asked beforehand.
-    bool Answers(const wchar_t* member) noexcept;
+    bool Answers(const wchar_t* member);
     /// Asks again for names from now on; for an object that may have grown or lost members.
     void ForgetNames() { m_known.clear(); }
 
@@ -75,15 +79,19 @@ private:
         DISPID id;
     };
     DISPID IdOf(const wchar_t* member);
-    Variant Invoke(const wchar_t* member, DISPID id, WORD flags, DISPPARAMS& parameters);
 
     ComPtr<IDispatch> m_object;
-    std::wstring m_role;
+    const wchar_t* m_role = L"Objeto";
     std::vector<Known> m_known;
 };
 
 /// The one name look-up; DISPID_UNKNOWN when the object does not know the name. Objects that answer only
 /// through IDispatchEx (script classes) are asked that way.
-DISPID FindMember(IDispatch* object, const wchar_t* member) noexcept;
+DISPID FindMember(IDispatch* object, const wchar_t* member, const wchar_t* role = L"Objeto");
+
+/// The one Invoke: with trace, the host's floating-point words and its error. `role` and `member`, both
+/// literals, are for people.
+Variant InvokeMember(IDispatch* object, const wchar_t* role, const wchar_t* member, DISPID id, WORD flags,
+                     DISPPARAMS& parameters);
 
 } // namespace tamvelo::com

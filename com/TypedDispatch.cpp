@@ -2,8 +2,8 @@
 
 #include <vector>
 
+#include "com/CallOut.h"
 #include "com/Error.h"
-#include "com/FloatGuard.h"
 #include "com/Module.h"
 #include "com/References.h"
 #include "com/Variant.h"
@@ -155,6 +155,7 @@ ComPtr<ITypeInfo> OwnTypeInfo(REFIID interfaceId) noexcept {
 HRESULT InvokeTyped(ITypeInfo* info, void* self, DISPID id, WORD flags, DISPPARAMS* parameters,
                     VARIANT* result, EXCEPINFO* thrown, UINT* wrong) noexcept {
     const FloatGuard floats;
+    const Watch outermost;
     try {
         const Function function(info, id, flags);
         if (!parameters || !function) {

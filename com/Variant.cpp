@@ -3,6 +3,7 @@
 #include <new>
 #include <utility>
 
+#include "com/CallOut.h"
 #include "com/Error.h"
 
 namespace tamvelo::com {
@@ -57,10 +58,19 @@ Variant& Variant::operator=(const Variant& other) {
 
 Variant& Variant::operator=(Variant&& other) noexcept {
     if (this != &other) {
-        VariantClear(&m_value);
+        Clear(m_value);
         m_value = other.Detach();
     }
     return *this;
+}
+
+void Variant::Clear(VARIANT& value) noexcept {
+    if (value.vt == VT_DISPATCH || value.vt == VT_UNKNOWN || (value.vt & VT_ARRAY)) {
+        const HostFloats floats;
+        VariantClear(&value);
+    } else {
+        VariantClear(&value);
+    }
 }
 
 Variant Variant::Date(DATE value) noexcept {
@@ -144,8 +154,12 @@ ComPtr<IDispatch> Variant::ToObject() const {
     if (!IsObject()) {
         throw Error(DISP_E_TYPEMISMATCH, L"Se esperaba un objeto.");
     }
+    if (m_value.vt == VT_DISPATCH) {
+        return m_value.pdispVal;
+    }
     if (m_value.punkVal) {
-        Check(m_value.punkVal->QueryInterface(IID_PPV_ARGS(&object)), L"El objeto no es de automatización.");
+        object = Query<IDispatch>(m_value.punkVal);
+        Check(object ? S_OK : E_NOINTERFACE, L"El objeto no es de automatización.");
     }
     return object;
 }

@@ -39,7 +39,7 @@ public:
     explicit Variant(std::wstring_view value);
     explicit Variant(const wchar_t* value) : Variant(std::wstring_view(value)) {}
     explicit Variant(IDispatch* value) noexcept;
-    ~Variant() { VariantClear(&m_value); }
+    ~Variant() { Clear(m_value); }
     Variant(const Variant& other);
     Variant& operator=(const Variant& other);
     Variant(Variant&& other) noexcept : m_value(other.m_value) { VariantInit(&other.m_value); }
@@ -80,6 +80,8 @@ public:
     ComPtr<IDispatch> ToObject() const;
 
 private:
+    /// The last release of an object runs the host's code, with the host's floating-point words.
+    static void Clear(VARIANT& value) noexcept;
     bool Absent() const { return IsEmpty() || IsNull() || IsMissing(); }
     Variant As(VARTYPE type) const;
 

@@ -23,7 +23,7 @@ class Sink {
 public:
     Sink() = default;
     /// `role` is the parameter's name in the operation that brought the sink; hosts know it by that name.
-    explicit Sink(IDispatch* object, std::wstring_view role = L"objClsEvents") : m_object(object, role) {}
+    explicit Sink(IDispatch* object, const wchar_t* role = L"objClsEvents") : m_object(object, role) {}
 
     explicit operator bool() const { return static_cast<bool>(m_object); }
     void Reset() { m_object.Reset(); }

@@ -131,10 +131,10 @@ void FrmCita::Mostrar(IDispatch* sink, IDispatch* data, HWND owner, DATE date) {
 }
 
 void FrmCita::OnLoad() {
-    m_clsMeEvents = std::make_unique<frame::OwnRelay>(std::map<DISPID, frame::OwnRelay::Handler>{
-        {frame::AceptaSeleccion, [this](com::Invocation& call) { clsMeEvents_AceptaSeleccion(call); }},
-        {frame::AceptaSeleccionParam,
-         [this](com::Invocation& call) { clsMeEvents_AceptaSeleccionParam(call); }}});
+    m_clsMeEvents = MakeRelay(
+        {{frame::AceptaSeleccion, [this](com::Invocation& call) { clsMeEvents_AceptaSeleccion(call); }},
+         {frame::AceptaSeleccionParam,
+          [this](com::Invocation& call) { clsMeEvents_AceptaSeleccionParam(call); }}});
     for (const Box& box : kBoxes) {
         ObjectOf(box.control, L"TxtFields", box.index);
     }
@@ -148,7 +148,7 @@ void FrmCita::OnLoad() {
         Of(person).watch =
             frame::EditWatch::Start(Control(person.code), {[](wchar_t&) {},
                                                            [this, &person] {
-                                                               Trapped([&] { FillName(person); });
+                                                               Tried([&] { FillName(person); });
                                                                return true;
                                                            },
                                                            {}});

@@ -49,7 +49,7 @@ void CheckedBoxes::Typed(const Box& box, wchar_t& letter) {
 
 bool CheckedBoxes::Left(const Box& box) {
     bool valid = true; // what cannot be checked does not hold the user
-    Trapped([&] { valid = Judge(box); });
+    Tried([&] { valid = Judge(box); });
     return valid;
 }
 

@@ -119,7 +119,10 @@ void MessageBoxErrors::Show(HWND owner, const com::Error& error) {
     const auto number = static_cast<unsigned long>(error.number);
     wsprintfW(code, (number & 0xFFFF0000UL) == 0x800A0000UL ? L"%lu" : L"0x%08lX",
               (number & 0xFFFF0000UL) == 0x800A0000UL ? number & 0xFFFFUL : number);
-    const std::wstring text = error.description + L"\n\nOrigen: " + error.source + L"\nError: " + code;
+    std::wstring text = error.description + L"\n\nOrigen: " + error.source + L"\nError: " + code;
+    if (!error.call.empty() && error.source != error.call) {
+        text += L"\nLlamada: " + error.call;
+    }
     MessageBoxW(owner, text.c_str(), L"Tamvelo", MB_OK | MB_ICONERROR | (owner ? 0U : MB_TASKMODAL));
 }
 

@@ -82,7 +82,8 @@ public:
     explicit LateErrors(IDispatch* object) : m_object(object, L"Errores") {}
     void Show(HWND owner, const com::Error& error) override {
         try {
-            m_object.Call(L"Mostrar", {static_cast<long>(error.number), error.source, error.description});
+            m_object.Call(L"Mostrar",
+                          {static_cast<long>(error.number), error.source, com::DescriptionWithCall(error)});
         } catch (const com::Error&) {
             MessageBoxErrors().Show(owner, error); // an error must not be lost with its reporter
         }
@@ -142,8 +143,10 @@ com::ComPtr<IDispatch> CreateByName(const std::wstring& progId) {
     com::ComPtr<IDispatch> object;
     HRESULT result = CLSIDFromString(progId.c_str(), &id);
     if (SUCCEEDED(result)) {
-        result =
-            CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_PPV_ARGS(&object));
+        result = com::CallOut([&] {
+            return CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER,
+                                    IID_PPV_ARGS(&object));
+        });
     }
     com::Check(result, L"No se puede crear el componente del entorno «" + progId + L"».");
     return object;

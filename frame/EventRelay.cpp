@@ -45,7 +45,8 @@ VARIANT ByReference(Flag flag) {
 /// Forwards events to handlers; it belongs to the relay's connection, not to the form.
 class Listener final : public com::Object<IDispatch> {
 public:
-    explicit Listener(std::map<DISPID, OwnRelay::Handler> handlers) : m_handlers(std::move(handlers)) {}
+    Listener(const HWND* window, std::map<DISPID, OwnRelay::Handler> handlers)
+        : m_window(window), m_handlers(std::move(handlers)) {}
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
         *count = 0;
@@ -58,6 +59,7 @@ public:
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT*,
                                      EXCEPINFO* thrown, UINT*) override {
         const com::FloatGuard floats;
+        const com::Watch watch(m_window);
         const auto found = m_handlers.find(id);
         if (found == m_handlers.end()) {
             return DISP_E_MEMBERNOTFOUND;
@@ -72,6 +74,7 @@ public:
     }
 
 private:
+    const HWND* m_window;
     std::map<DISPID, OwnRelay::Handler> m_handlers;
 };
 
@@ -225,8 +228,9 @@ HRESULT EventRelay::AceptarFechaEntre(VARIANT* from, VARIANT* to) {
     return Raise(AceptaFechaEntre, from, to);
 }
 
-OwnRelay::OwnRelay(std::map<DISPID, Handler> handlers) : m_relay(com::Make<EventRelay>()) {
-    const com::ComPtr<Listener> listener = com::Make<Listener>(std::move(handlers));
+OwnRelay::OwnRelay(const HWND* window, std::map<DISPID, Handler> handlers)
+    : m_relay(com::Make<EventRelay>()) {
+    const com::ComPtr<Listener> listener = com::Make<Listener>(window, std::move(handlers));
     m_subscription =
         com::Subscription(static_cast<IClsEventos*>(m_relay.Get()), kRelayEventsId, listener.Get());
 }

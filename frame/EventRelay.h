@@ -80,8 +80,8 @@ class OwnRelay {
 public:
     using Handler = std::function<void(com::Invocation&)>;
     /// Handlers by event; other events are ignored. What a handler throws goes back to whoever called the
-    /// sink.
-    explicit OwnRelay(std::map<DISPID, Handler> handlers);
+    /// sink. Their calls out belong to the window in `window`, a variable of the owner's.
+    OwnRelay(const HWND* window, std::map<DISPID, Handler> handlers);
     OwnRelay(const OwnRelay&) = delete;
     OwnRelay& operator=(const OwnRelay&) = delete;
 

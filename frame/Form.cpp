@@ -70,7 +70,7 @@ void Form::Load() {
         return;
     }
     CreateWindowHidden();
-    Trapped([&] { Environment::Get().GetSettings().RestorePlacement(Key(), *this); });
+    Using(kSettings, [&] { Environment::Get().GetSettings().RestorePlacement(Key(), *this); });
     PullOntoMonitor();
     LoadToolbar();
     for (FormPart* part : m_parts) {
@@ -121,7 +121,7 @@ void Form::PullOntoMonitor() {
 }
 
 void Form::LoadToolbar() {
-    Trapped([&] {
+    Using(kFiles, [&] {
         FileService& files = Environment::Get().GetFiles();
         m_toolbarFile = files.ToolbarLayoutPath(Name());
         const std::wstring shared = LibraryFolder() + L"\\KvSearchTool.atb";
@@ -169,6 +169,7 @@ void Form::ShowAs(short modal) {
 }
 
 void Form::RunLoop() {
+    m_looping = true;
     while (m_shown) {
         MSG message;
         const BOOL got = GetMessageW(&message, nullptr, 0, 0);
@@ -181,12 +182,22 @@ void Form::RunLoop() {
             DispatchMessageW(&message);
         }
     }
+    m_looping = false;
+}
+
+/// From here on there is nothing to see. What brought that about may have been sent to us, not posted: the
+/// loop, which waits for something posted, has to hear of it.
+void Form::Vanish() noexcept {
+    m_shown = false;
+    if (m_looping) {
+        PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
+    }
 }
 
 void Form::Hide() {
     m_modal.reset(); // the host's windows take input again before this one goes, or another program comes
                      // forward
-    m_shown = false;
+    Vanish();
     if (m_window) {
         ShowWindow(m_window, SW_HIDE);
     }
@@ -231,7 +242,7 @@ void Form::Unload() {
 
 void Form::BeforeDestroy() {
     Trapped([&] { OnBeforeUnload(); });
-    Trapped([&] { Environment::Get().GetSettings().SavePlacement(Key(), *this); });
+    Trapped([&] { Using(kSettings, [&] { Environment::Get().GetSettings().SavePlacement(Key(), *this); }); });
     MousePointer::Default();
 }
 
@@ -240,7 +251,8 @@ void Form::AfterDestroy() noexcept {
     FormPreview::Remove(m_window);
     m_window = nullptr;
     m_container = nullptr;
-    m_shown = false;
+    Vanish();
+    m_outOfOrder = 0;
     m_toolbar.reset();
     m_layout = {};
     m_objects.clear();
@@ -253,7 +265,7 @@ void Form::AfterDestroy() noexcept {
 
 void Form::CheckStands() const {
     if (!m_window) {
-        throw com::Error(E_ABORT, L"El formulario «" + std::wstring(Name()) + L"» se ha cerrado.");
+        throw com::Gone{};
     }
 }
 
@@ -263,6 +275,7 @@ std::wstring Form::Key() const { return Product::Own().FormKey(Name()); }
 
 void Form::ControlErrores(const com::Error& error) noexcept {
     const std::shared_ptr<Form> alive = weak_from_this().lock();
+    const com::Watch outermost; // an error is told to the end, whatever becomes of the form
     try {
         MousePointer::Default();
         Environment::Get().GetErrors().Show(m_shown ? m_window : OwnerForDialog(), error);
@@ -327,8 +340,8 @@ INT_PTR Form::Handle(UINT message, WPARAM first, LPARAM second) {
             if (HIWORD(first) == EN_SETFOCUS || HIWORD(first) == CBN_SETFOCUS) {
                 const int id = LOWORD(first);
                 const auto known = m_objects.find(id);
-                Environment::Get().GetFocus().Receive(
-                    sender, known == m_objects.end() ? nullptr : known->second.Get());
+                const com::ComPtr<ControlObject> object = known == m_objects.end() ? nullptr : known->second;
+                Using(kFocus, [&] { Environment::Get().GetFocus().Receive(sender, object.Get()); });
             }
             for (FormPart* part : m_parts) {
                 part->OnControl(LOWORD(first), HIWORD(first));

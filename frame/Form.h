@@ -8,10 +8,12 @@
 #include <string_view>
 #include <vector>
 
-#include "com/ComPtr.h"
+#include "com/CallOut.h"
 #include "com/Error.h"
+#include "com/Guard.h"
 #include "frame/ControlObject.h"
 #include "frame/Environment.h"
+#include "frame/EventRelay.h"
 #include "frame/Keys.h"
 #include "frame/ModalScope.h"
 #include "frame/RowLayout.h"
@@ -60,7 +62,8 @@ struct FormDesign {
 /// and code.
 ///
 /// Anything may happen while the host runs: it may destroy our owner, and so this window, or call us again.
-/// After each host call `IsLoaded` tells whether the window still stands.
+/// A call out during which the window went throws Gone, which ends the show method, command or handler that
+/// made it; after what else may run the host's code (a menu, a box of the system's) CheckStands does.
 class Form : public PlacedForm, public std::enable_shared_from_this<Form> {
 public:
     virtual ~Form();
@@ -143,9 +146,21 @@ protected:
     void Input(std::wstring_view command);
     /// Runs a command with the hourglass; errors end in ControlErrores.
     void Dispatch(std::wstring_view command);
-    /// Runs code of an event handler under the form's error trap.
+    /// Runs an event handler: errors end in ControlErrores. For the edges; inside other code it is Tried.
     template <class Body>
     void Trapped(const Body& body) noexcept;
+    /// Runs code whose failure is told and does not end what goes on.
+    template <class Body>
+    void Tried(const Body& body);
+    /// A relay for nested dialogs, whose handlers run as code of this form.
+    std::unique_ptr<OwnRelay> MakeRelay(std::map<DISPID, OwnRelay::Handler> handlers) {
+        return std::make_unique<OwnRelay>(&m_window, std::move(handlers));
+    }
+    enum Component : unsigned { kSettings = 1, kFiles = 2, kFocus = 4 };
+    /// Works with a component of the environment that the form can do without. When it fails that is told
+    /// once, and the component is left alone until the form goes.
+    template <class Body>
+    void Using(Component component, const Body& body);
 
     /// A control that the template does not have, last in the tab order; its size in dialog units.
     void AddControl(int id, const wchar_t* windowClass, const wchar_t* text, DWORD style, SIZE units);
@@ -170,7 +185,7 @@ protected:
         CheckStands();
         return *m_toolbar;
     }
-    /// Throws when the window is gone; the command that notices ends there, without a message.
+    /// Throws Gone when there is no window.
     void CheckStands() const;
     /// Lays the rows out again after controls were shown or hidden.
     void Relayout();
@@ -194,6 +209,7 @@ private:
     void AfterDestroy() noexcept;
     void ReportRefusedShow() const;
     void Appear();
+    void Vanish() noexcept;
     struct Hidden { // what hiding took away
         bool shown;
         bool modal;
@@ -228,6 +244,8 @@ private:
     std::optional<ModalScope> m_modal;
     bool m_opening = false;
     bool m_shown = false;
+    bool m_looping = false;
+    unsigned m_outOfOrder = 0; // components that failed
     int m_running = 0;
     SIZE m_smallest{};
     std::map<int, com::ComPtr<ControlObject>> m_objects;
@@ -243,9 +261,13 @@ void Form::Show(const Body& body) {
         ReportRefusedShow();
     }
     m_opening = true; // the host may call again before there is anything to see
+    const com::Watch watch(&m_window);
     try {
         body();
         m_opening = false;
+    } catch (const com::Gone&) { // the host took the window away, as a user may close it
+        m_opening = false;
+        Unload();
     } catch (...) {
         m_opening = false;
         const com::Error error = com::CurrentError();
@@ -276,11 +298,33 @@ void Form::Deliver(const Prepare& prepare, const Body& body) {
 
 template <class Body>
 void Form::Trapped(const Body& body) noexcept {
+    const com::Watch watch(&m_window);
+    com::AtEdge(body, [&](const com::Error& error) { ControlErrores(error); });
+}
+
+template <class Body>
+void Form::Tried(const Body& body) {
+    const com::Watch watch(&m_window); // also where a control's own procedure led here
+    const com::Standing before;
     try {
         body();
+    } catch (const com::Gone&) {
+        throw;
     } catch (...) {
         ControlErrores(com::CurrentError());
+        before.Check(); // the host had all the time of the message
     }
+}
+
+template <class Body>
+void Form::Using(Component component, const Body& body) {
+    Tried([&] {
+        if (!(m_outOfOrder & component)) {
+            m_outOfOrder |= component;
+            body();
+            m_outOfOrder &= ~component;
+        }
+    });
 }
 
 } // namespace tamvelo::frame

@@ -26,6 +26,11 @@ constexpr KeyRow kFrameKeys[] = {
 
 bool IsTextBox(HWND window) { return (SendMessageW(window, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) != 0; }
 
+bool IsPushButton(HWND window) {
+    const LRESULT code = SendMessageW(window, WM_GETDLGCODE, 0, 0);
+    return (code & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) != 0;
+}
+
 } // namespace
 
 template <class Matches>
@@ -97,6 +102,12 @@ bool Form::PreviewKey(UINT key, HWND focus) {
         return true;
     }
     const HWND before = m_window;
+    const int focused = FocusedControl(focus);
+    const KeyRow* const row = focused ? FindKey(focused, key) : nullptr;
+    if (key == VK_RETURN && !row && IsPushButton(focus)) {
+        SendMessageW(focus, BM_CLICK, 0, 0); // not what Enter means elsewhere in the form
+        return true;
+    }
     const KeyRow* const own = IsTextKey(key) && IsTextBox(focus) ? nullptr : FindKey(0, key);
     if (own) {
         Input(own->command);
@@ -105,8 +116,7 @@ bool Form::PreviewKey(UINT key, HWND focus) {
                          // only
         }
     }
-    const int focused = FocusedControl(focus);
-    if (const KeyRow* row = focused ? FindKey(focused, key) : nullptr) {
+    if (row) {
         Input(row->command);
         return true;
     }
@@ -124,15 +134,7 @@ void Form::Dispatch(std::wstring_view command) {
     const std::shared_ptr<Form> alive = shared_from_this();
     MousePointer::Hourglass();
     ++m_running;
-    try {
-        RunCommand(command);
-    } catch (...) {
-        // A form that went while the host ran has let go of all it held: the rest of its command is void.
-        const com::Error error = com::CurrentError();
-        if (m_window || error.source != com::Error::kOwnSource) {
-            ControlErrores(error);
-        }
-    }
+    Trapped([&] { RunCommand(command); });
     --m_running;
     if (command != base::kCerrar) { // that one ends in the unload, which does it
         MousePointer::Default();
@@ -157,11 +159,11 @@ void Form::RunCommand(std::wstring_view command) {
         SendMessageW(m_window, WM_NEXTDLGCTL, 0, FALSE);
     } else if (command == kCustomizeToolbar) {
         MousePointer::Default();
-        m_toolbar->Customize();
+        Bar().Customize();
     } else if (command == kEditingBandOnly) {
-        m_toolbar->SetBandVisible(base::kBandRegistros, false);
-        m_toolbar->SetBandVisible(base::kBandRegistro, false);
-        m_toolbar->SetBandVisible(base::kBandEdicion, true);
+        Bar().SetBandVisible(base::kBandRegistros, false);
+        Bar().SetBandVisible(base::kBandRegistro, false);
+        Bar().SetBandVisible(base::kBandEdicion, true);
         Relayout();
     }
 }

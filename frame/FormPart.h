@@ -20,6 +20,10 @@ protected:
     void Trapped(const Body& body) noexcept {
         m_form.Trapped(body);
     }
+    template <class Body>
+    void Tried(const Body& body) {
+        m_form.Tried(body);
+    }
 
     using MenuItem = Form::MenuItem;
     HWND Control(int id) const { return m_form.Control(id); }

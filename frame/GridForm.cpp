@@ -55,10 +55,9 @@ void GridForm::OnLoad() {
                  SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     DataGrid().SetAccessibleName(m_className);
     const auto selected = [this](com::Invocation& call) { clsMeEvents_AceptaSeleccion(call); };
-    m_relay = std::make_unique<OwnRelay>(std::map<DISPID, OwnRelay::Handler>{
-        {ConfigurarColumnas, [this](com::Invocation&) { clsMeEvents_ConfigurarColumnas(); }},
-        {AceptaSeleccion, selected},
-        {AceptaSeleccionParam, selected}});
+    m_relay = MakeRelay({{ConfigurarColumnas, [this](com::Invocation&) { clsMeEvents_ConfigurarColumnas(); }},
+                         {AceptaSeleccion, selected},
+                         {AceptaSeleccionParam, selected}});
     ObjectOf(IDC_TXTFIELDS0, L"TxtFields", 0);
     SetHeading(Heading({}));
 }
@@ -66,7 +65,7 @@ void GridForm::OnLoad() {
 void GridForm::OnLaidOut() {
     const bool kept = LoadLook();
     // A record set that fails leaves a form that can still be used or closed.
-    Trapped([&] { DataGrid().SetDataSource(m_data.Get()); });
+    Tried([&] { DataGrid().SetDataSource(m_data.Get()); });
     if (!kept) {
         OnDefaultLook();
     }

@@ -52,7 +52,7 @@ protected:
             calls();
         } catch (const com::Error&) {
             if (IsLoaded() && m_grid) {
-                Trapped([&] { m_grid->Reordered(); });
+                Tried([&] { m_grid->Reordered(); });
             }
             throw;
         }
@@ -78,7 +78,7 @@ protected:
             TakeControlBack();
             if (IsLoaded()) {
                 // The record is delivered: whatever becomes of the filter, the panel has done its work.
-                Trapped([&] { m_data.AplyFilter(L""); });
+                Tried([&] { m_data.AplyFilter(L""); });
             }
         });
     }

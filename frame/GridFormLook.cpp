@@ -12,7 +12,7 @@ namespace tamvelo::frame {
 bool GridForm::LoadLook() {
     bool kept = false;
     DataGrid().DefaultLook();
-    Trapped([&] {
+    Tried([&] {
         if (const std::optional<base::GridLayout> saved = m_layoutStore.Load()) {
             DataGrid().Apply(*saved);
             kept = true;

@@ -29,12 +29,13 @@ com::LateObject NewShowSerch() {
     return {g_factory().Get(), L"ClsShowSerch"};
 }
 
-void OpenLookup(const Lookup& lookup, IDispatch* sink, IDispatch* control, short index) {
-    com::LateObject data = MakeList(lookup);
-    com::ComPtr<IDispatch> ctl(control);
+void OpenLookup(const Lookup& lookup, const com::ComPtr<IDispatch>& sink, com::ComPtr<IDispatch> control,
+                short index) {
+    const com::ComPtr<IDispatch> answers = sink; // its owner may go while the list is made
+    const com::LateObject data = MakeList(lookup);
     short column = lookup.column;
     NewShowSerch().Call(lookup.operation,
-                        {sink, data.Get(), com::Argument::Ref(ctl), com::Argument::Ref(column),
+                        {answers.Get(), data.Get(), com::Argument::Ref(control), com::Argument::Ref(column),
                          com::Argument::Ref(index), lookup.find});
 }
 

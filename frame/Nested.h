@@ -26,7 +26,8 @@ struct Lookup {
 
 /// Opens the look-up for a control; the answer goes to `sink`, a relay of the caller's, with `index`. Throws
 /// com::Error when the environment makes no such class, or what the operation raised.
-void OpenLookup(const Lookup& lookup, IDispatch* sink, IDispatch* control, short index);
+void OpenLookup(const Lookup& lookup, const com::ComPtr<IDispatch>& sink, com::ComPtr<IDispatch> control,
+                short index);
 
 /// The name that goes with a code in a look-up's list: the second field of the record that the data class
 /// finds, if its first field is the code, in any case. Nothing when there is no such record. Throws

@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "base/Placement.h"
-#include "com/FloatGuard.h"
+#include "com/Guard.h"
 #include "com/Module.h"
 #include "grid/Dpi.h"
 #include "grid/GridAccessible.h"
@@ -115,12 +115,11 @@ LRESULT CALLBACK GridView::Procedure(HWND window, UINT message, WPARAM w, LPARAM
         view->m_window = nullptr;
         return DefWindowProcW(window, message, w, l);
     }
-    try {
-        return view->Handle(message, w, l);
-    } catch (...) {
-        view->Report(com::CurrentError());
-        return 0;
-    }
+    const com::Watch watch(&view->m_window);
+    LRESULT answer = 0;
+    com::AtEdge([&] { answer = view->Handle(message, w, l); },
+                [&](const com::Error& error) { view->Report(error); });
+    return answer;
 }
 
 LRESULT GridView::Handle(UINT message, WPARAM w, LPARAM l) {
@@ -244,10 +243,12 @@ bool GridView::Load(long top) {
     if (m_geometry.BodyHeight() == 0) {
         return read;
     }
+    const com::Standing before;
     try {
         read = m_data.Load(top, top + m_geometry.LastShown() - m_geometry.top);
-    } catch (...) {
-        Report(com::CurrentError());
+    } catch (const com::Error& error) {
+        Report(error);
+        before.Check();
     }
     if (read && m_window) {
         WidenGuessed();
@@ -265,8 +266,11 @@ void GridView::CatchUp() {
     m_catchingUp = true;
     try {
         Sync(HostDid::Something);
+    } catch (const com::Error& error) {
+        Report(error);
     } catch (...) {
-        Report(com::CurrentError());
+        m_catchingUp = false;
+        throw;
     }
     m_catchingUp = false;
 }

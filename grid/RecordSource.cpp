@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "com/CallOut.h"
 #include "com/Error.h"
-#include "com/FloatGuard.h"
 
 namespace tamvelo::grid {
 
@@ -24,18 +24,13 @@ constexpr const wchar_t* kShape[] = {L"RecordCount", L"Fields", L"EOF", L"MoveFi
 constexpr const wchar_t* kPrimary = L"Primary";
 
 ComPtr<IDispatch> AsRecordSet(IUnknown* object) {
-    ComPtr<IDispatch> set;
-    if (object && SUCCEEDED(object->QueryInterface(IID_PPV_ARGS(&set))) && !LooksLikeRecordSet(set.Get())) {
-        set.Reset();
-    }
-    return set;
+    ComPtr<IDispatch> set = com::Query<IDispatch>(object);
+    return LooksLikeRecordSet(set.Get()) ? set : nullptr;
 }
 
 bool IsAdoRecordSet(IUnknown* object) {
-    return std::any_of(std::begin(kRecordSetIds), std::end(kRecordSetIds), [&](const IID& id) {
-        ComPtr<IUnknown> set;
-        return SUCCEEDED(object->QueryInterface(id, reinterpret_cast<void**>(&set)));
-    });
+    return std::any_of(std::begin(kRecordSetIds), std::end(kRecordSetIds),
+                       [&](const IID& id) { return com::Query<IUnknown>(object, id) != nullptr; });
 }
 
 } // namespace
@@ -50,16 +45,15 @@ RecordSource::RecordSource(IUnknown* source) {
     if (!source) {
         return;
     }
-    ComPtr<IDispatch> object;
-    source->QueryInterface(IID_PPV_ARGS(&object));
+    const ComPtr<IDispatch> object = com::Query<IDispatch>(source);
     // An ADO record set answers DataSource too, but knows no member "Primary": it comes first.
     if (object && IsAdoRecordSet(source)) {
         m_way = Way::Itself;
         m_set = object;
         return;
     }
-    if (SUCCEEDED(source->QueryInterface(kDataSourceId, reinterpret_cast<void**>(&m_members))) &&
-        FindMemberOf()) {
+    m_members = com::Query<IUnknown>(source, kDataSourceId);
+    if (m_members && FindMemberOf()) {
         return;
     }
     if (object && com::FindMember(object.Get(), L"Recordset") != DISPID_UNKNOWN) {
@@ -79,9 +73,9 @@ RecordSource::RecordSource(IUnknown* source) {
 bool RecordSource::FindMemberOf() {
     const ComPtr<DataSource> members(static_cast<DataSource*>(m_members.Get()));
     const auto offered = [&] {
-        const com::HostFloats floats;
         com::Bstr name;
-        return SUCCEEDED(members->getDataMemberName(0, name.Address())) && name.Get()
+        return SUCCEEDED(com::CallOut([&] { return members->getDataMemberName(0, name.Address()); })) &&
+                       name.Get()
                    ? std::optional<std::wstring>(name.View())
                    : std::nullopt;
     };
@@ -104,11 +98,11 @@ bool RecordSource::FindMemberOf() {
 
 ComPtr<IDispatch> RecordSource::FromMember(const std::optional<std::wstring>& member) {
     const ComPtr<DataSource> members(static_cast<DataSource*>(m_members.Get()));
-    const com::HostFloats floats;
     for (const IID& id : {IID_IDispatch, IID_IUnknown}) {
         const com::Bstr name(member.value_or(L""));
         ComPtr<IUnknown> got;
-        if (SUCCEEDED(members->getDataMember(member ? name.Get() : nullptr, id, &got))) {
+        const BSTR asked = member ? name.Get() : nullptr;
+        if (SUCCEEDED(com::CallOut([&] { return members->getDataMember(asked, id, &got); }))) {
             if (ComPtr<IDispatch> set = AsRecordSet(got.Get())) {
                 return set;
             }

@@ -104,8 +104,7 @@ void ReportForm::OnLoad() {
     ListForm::OnLoad();
     SetWindowTextW(Window(), m_report.caption);
     const auto answered = [this](com::Invocation& call) { clsEventos_AceptaSeleccion(call); };
-    m_clsEventos = std::make_unique<frame::OwnRelay>(std::map<DISPID, frame::OwnRelay::Handler>{
-        {frame::AceptaSeleccion, answered}, {frame::AceptaSeleccionParam, answered}});
+    m_clsEventos = MakeRelay({{frame::AceptaSeleccion, answered}, {frame::AceptaSeleccionParam, answered}});
     for (const int control :
          {IDC_LBLFECHA0, IDC_DTPICKER0, IDC_LBLFECHA1, IDC_DTPICKER1, IDC_CMDPERIODO, IDC_LBLINTERVALO}) {
         ShowControl(control, m_report.dates);
@@ -243,7 +242,7 @@ void ReportForm::Accept() {
     contract::ReportChoice choice;
     const auto keep = [&] {
         // The reports are worth more than remembering them.
-        Trapped([&] {
+        Tried([&] {
             frame::Environment::Get().GetSettings().SaveListChoices(ChoicesKey(), *this);
             if (m_report.save) {
                 m_report.save(*this);

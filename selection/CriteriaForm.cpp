@@ -83,15 +83,13 @@ void CriteriaForm::Mostrar(IDispatch* sink, IDispatch* data) {
 void CriteriaForm::OnLoad() {
     SetWindowTextW(Window(), m_dialog.caption);
     Bar().SetBandVisible(base::kBandRegistros, true);
-    m_clsMeEvents = std::make_unique<frame::OwnRelay>(std::map<DISPID, frame::OwnRelay::Handler>{
-        {frame::AceptaSeleccion, [this](com::Invocation& call) { clsMeEvents_AceptaSeleccion(call); }},
-        {frame::AceptaSeleccionParam, [this](com::Invocation& call) { clsMeEvents_AceptaSeleccion(call); }}});
+    const auto answered = [this](com::Invocation& call) { clsMeEvents_AceptaSeleccion(call); };
+    m_clsMeEvents = MakeRelay({{frame::AceptaSeleccion, answered}, {frame::AceptaSeleccionParam, answered}});
     ReadFields();
     CheckStands();
     SetControlText(IDC_LBLBUSCAR, m_fields.empty() ? L"La clase «" + m_className + L"» no tiene campos."
                                                    : L"Criterios para «" + m_className + L"»:");
-    Trapped([&] { FindRelated(); }); // without look-ups the dialog still works
-    CheckStands();
+    Tried([&] { FindRelated(); }); // without look-ups the dialog still works
     MakeFields();
     const bool compares =
         std::ranges::any_of(m_fields, [&](const Field& field) { return IsCompared(field); });
@@ -100,8 +98,7 @@ void CriteriaForm::OnLoad() {
         ShowControl(option, compares);
     }
     CheckRadioButton(Window(), IDC_OPTCOMPARISON0, IDC_OPTCOMPARISON2, IDC_OPTCOMPARISON0);
-    Trapped([&] { CountRecords(); });
-    CheckStands();
+    Tried([&] { CountRecords(); });
     ShowCriteria();
 }
 

@@ -110,7 +110,7 @@ void FrmSelecAdd::AceptarAlta() {
     } catch (const com::Error&) {
         // The record is stored: to offer it for storing again would make a second one.
         if (IsLoaded()) {
-            Trapped([&] { ShowStored(code); });
+            Tried([&] { ShowStored(code); });
         }
         throw;
     }

@@ -102,7 +102,7 @@ std::optional<com::Error> DialogTest::Outcome(HRESULT code) const {
         return {};
     }
     EXCEPINFO none{};
-    return com::ErrorOfInvoke(code, none);
+    return com::ErrorOfInvoke(code, none, L"ClsShowSerch");
 }
 
 std::optional<com::Error> DialogTest::Play(Script script, const std::function<HRESULT()>& call) {

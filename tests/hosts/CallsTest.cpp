@@ -221,7 +221,8 @@ protected:
         UINT wrong = 99;
         const HRESULT code = m_object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
                                               nullptr, &thrown, &wrong);
-        return {code, wrong, FAILED(code) ? com::ErrorOfInvoke(code, thrown) : com::Error(E_FAIL, kNone)};
+        return {code, wrong,
+                FAILED(code) ? com::ErrorOfInvoke(code, thrown, L"ClsShowSerch") : com::Error(E_FAIL, kNone)};
     }
     Outcome Invoke(const Function& function, const std::vector<com::Variant>& values) {
         std::vector<VARIANT> arguments;
@@ -245,7 +246,7 @@ size_t Required(const Function& function) {
 
 com::Error ThreadError(HRESULT code) {
     EXCEPINFO none{};
-    return FAILED(code) ? com::ErrorOfInvoke(code, none) : com::Error(E_FAIL, kNone);
+    return FAILED(code) ? com::ErrorOfInvoke(code, none, L"ClsShowSerch") : com::Error(E_FAIL, kNone);
 }
 
 TEST_F(CallsTest, EarlyBoundFailureBringsItsOwnErrorObject) {

@@ -1,0 +1,18 @@
+#include "com/CallOut.h"
+
+namespace tamvelo::com {
+
+namespace {
+
+thread_local Watch* g_innermost = nullptr;
+
+} // namespace
+
+Watch::Watch(const HWND* window) noexcept : m_window(window), m_outer(g_innermost) { g_innermost = this; }
+
+Watch::~Watch() { g_innermost = m_outer; }
+
+Standing::Standing() noexcept
+    : m_window(g_innermost ? g_innermost->m_window : nullptr), m_before(m_window ? *m_window : nullptr) {}
+
+} // namespace tamvelo::com

@@ -1,0 +1,250 @@
+// Calls out of the library, seen from a host that shares no code with it: what is in force while it runs,
+// what becomes of its errors, and who goes on when its window went meanwhile.
+#include "com/CallOut.h"
+
+#include <float.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <set>
+
+#include "com/Collection.h"
+#include "com/Guard.h"
+#include "com/LateObject.h"
+
+namespace tamvelo::testing {
+namespace {
+
+using com::Error;
+using com::LateObject;
+using com::Variant;
+
+constexpr unsigned kTraps = _EM_ZERODIVIDE | _EM_INVALID | _EM_OVERFLOW;
+
+/// A script engine's object in the rough: it knows any name, through the extended way only where told so,
+/// walks over `items` and fails as it is told. It notes in which of its members the host's traps were not
+/// set.
+class Foreign final : public IDispatch, public IEnumVARIANT {
+public:
+    enum class Failure { None, Bare, Deferred, Full, ErrorObject };
+    Failure failure = Failure::None;
+    HRESULT newEnum = S_OK;
+    int items = 0;
+    HRESULT end = S_FALSE;
+    std::set<std::string> masked;
+    std::function<void()> during = [] {};
+    int references = 1;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** out) override {
+        Note("QueryInterface");
+        *out = id == IID_IUnknown || id == IID_IDispatch ? static_cast<void*>(static_cast<IDispatch*>(this))
+               : id == IID_IEnumVARIANT ? static_cast<void*>(static_cast<IEnumVARIANT*>(this))
+                                        : nullptr;
+        references += *out ? 1 : 0;
+        return *out ? S_OK : E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++references); }
+    ULONG STDMETHODCALLTYPE Release() override {
+        Note("Release");
+        return static_cast<ULONG>(--references);
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID* id) override {
+        Note("GetIDsOfNames");
+        *id = 1;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result,
+                                     EXCEPINFO* thrown, UINT*) override {
+        Note(id == DISPID_NEWENUM ? "_NewEnum" : "Invoke");
+        if (id == DISPID_NEWENUM) {
+            if (SUCCEEDED(newEnum)) {
+                AddRef();
+                result->vt = VT_UNKNOWN;
+                result->punkVal = static_cast<IEnumVARIANT*>(this);
+            }
+            return newEnum;
+        }
+        switch (failure) {
+        case Failure::None:
+            if (result) {
+                result->vt = VT_I2;
+                result->iVal = 2;
+            }
+            return S_OK;
+        case Failure::Bare:
+            return RPC_E_DISCONNECTED;
+        case Failure::Deferred:
+            thrown->pfnDeferredFillIn = [](EXCEPINFO * info) __attribute__((stdcall))->HRESULT {
+                info->scode = E_ACCESSDENIED;
+                info->bstrDescription = SysAllocString(L"Lo pienso y no.");
+                info->bstrSource = SysAllocString(L"Anfitrión");
+                return S_OK;
+            };
+            return DISP_E_EXCEPTION;
+        case Failure::Full:
+            thrown->wCode = 513;
+            thrown->bstrSource = SysAllocString(L"Anfitrión");
+            thrown->bstrDescription = SysAllocString(L"Bloqueado.");
+            thrown->bstrHelpFile = SysAllocString(L"ayuda.chm");
+            thrown->dwHelpContext = 7;
+            return DISP_E_EXCEPTION;
+        default: {
+            ICreateErrorInfo* made = nullptr;
+            CreateErrorInfo(&made);
+            made->SetDescription(const_cast<LPOLESTR>(L"Con objeto."));
+            made->SetHelpContext(9);
+            IErrorInfo* info = nullptr;
+            made->QueryInterface(IID_PPV_ARGS(&info));
+            SetErrorInfo(0, info);
+            info->Release();
+            made->Release();
+            return E_FAIL;
+        }
+        }
+    }
+    HRESULT STDMETHODCALLTYPE Next(ULONG, VARIANT* out, ULONG*) override {
+        Note("Next");
+        if (items == 0) {
+            return end;
+        }
+        --items;
+        out->vt = VT_BSTR;
+        out->bstrVal = SysAllocString(L"uno");
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE Skip(ULONG) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Reset() override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Clone(IEnumVARIANT**) override { return E_NOTIMPL; }
+
+private:
+    void Note(const char* where) {
+        during();
+        if ((_controlfp(0, 0) & kTraps) != 0) {
+            masked.insert(where);
+        }
+    }
+};
+
+TEST(CallOut, TheHostHasItsFloatingPointTrapsInEveryCall) {
+    Foreign host;
+    host.items = 1;
+    const unsigned before = _controlfp(0, 0);
+    _clearfp();
+    _controlfp(before & ~kTraps, _MCW_EM);
+    {
+        const com::FloatGuard floats;
+        LateObject object(static_cast<IDispatch*>(&host), L"MyClase");
+        object.Call(L"Requery");
+        EXPECT_EQ(com::ItemsOf(object).size(), 1U);
+        EXPECT_TRUE(com::SameObject(object.Get(), static_cast<IEnumVARIANT*>(&host)));
+        object.Reset();
+        EXPECT_EQ(_controlfp(0, 0) & kTraps, kTraps) << "and the library has none";
+    }
+    _clearfp();
+    _controlfp(before, _MCW_EM);
+    EXPECT_EQ(host.masked, std::set<std::string>());
+    EXPECT_EQ(host.references, 1);
+}
+
+TEST(CallOut, AnErrorKeepsWhatTheHostSaidAndNamesTheCall) {
+    Foreign host;
+    LateObject object(static_cast<IDispatch*>(&host), L"MyClase");
+    const auto failure = [&](Foreign::Failure kind) {
+        host.failure = kind;
+        try {
+            object.Call(L"Requery");
+            ADD_FAILURE() << "no error";
+        } catch (const Error& error) {
+            EXPECT_EQ(error.call, L"«MyClase».Requery");
+            EXPECT_NE(com::DescriptionWithCall(error).find(L"«MyClase».Requery"), std::wstring::npos);
+            return error;
+        }
+        return Error(S_OK, L"");
+    };
+    com::PublishError(Error(E_FAIL, L"De antes."), IID_NULL); // must not be taken for this call's
+    const Error bare = failure(Foreign::Failure::Bare);
+    EXPECT_EQ(bare.number, RPC_E_DISCONNECTED);
+    EXPECT_EQ(bare.source, L"«MyClase».Requery");
+    EXPECT_EQ(bare.description, L"«MyClase».Requery: " + com::SystemText(RPC_E_DISCONNECTED));
+    const Error deferred = failure(Foreign::Failure::Deferred);
+    EXPECT_EQ(deferred.number, E_ACCESSDENIED);
+    EXPECT_EQ(deferred.description, L"Lo pienso y no.");
+    EXPECT_EQ(deferred.source, L"Anfitrión");
+    const Error full = failure(Foreign::Failure::Full);
+    EXPECT_EQ(full.number, static_cast<HRESULT>(0x800A0201));
+    EXPECT_EQ(full.helpFile, L"ayuda.chm");
+    EXPECT_EQ(full.helpContext, 7U);
+    EXCEPINFO passedOn{};
+    com::FillExcepInfo(full, &passedOn);
+    EXPECT_STREQ(passedOn.bstrHelpFile, L"ayuda.chm");
+    EXPECT_EQ(passedOn.dwHelpContext, 7U);
+    for (BSTR text : {passedOn.bstrSource, passedOn.bstrDescription, passedOn.bstrHelpFile}) {
+        SysFreeString(text);
+    }
+    const Error object9 = failure(Foreign::Failure::ErrorObject);
+    EXPECT_EQ(object9.description, L"Con objeto.");
+    EXPECT_EQ(object9.source, L"«MyClase».Requery");
+    EXPECT_EQ(object9.helpContext, 9U);
+}
+
+TEST(CallOut, AWalkThatFailsIsAnErrorAndNotTheEnd) {
+    Foreign host;
+    LateObject object(static_cast<IDispatch*>(&host), L"cReports");
+    host.items = 2;
+    host.end = E_ACCESSDENIED;
+    try {
+        com::ItemsOf(object);
+        ADD_FAILURE() << "the end";
+    } catch (const Error& error) {
+        EXPECT_EQ(error.number, E_ACCESSDENIED);
+        EXPECT_EQ(error.source, L"«cReports».Next");
+    }
+    host.newEnum = E_ACCESSDENIED;
+    EXPECT_THROW(com::ItemsOf(object), Error);
+    host.newEnum = DISP_E_MEMBERNOTFOUND; // no enumerator: Count and Item, which are 2 for this host
+    EXPECT_EQ(com::ItemsOf(object).size(), 2U);
+    host.newEnum = S_OK;
+    host.items = 10'000'000;
+    EXPECT_THROW(com::ItemsOf(object), Error) << "it never ends";
+}
+
+TEST(CallOut, EndsTheCallerWhoseWindowWentMeanwhile) {
+    Foreign host;
+    LateObject object(static_cast<IDispatch*>(&host), L"MyClase");
+    HWND window = nullptr;
+    const com::Watch watch(&window);
+    const auto made = reinterpret_cast<HWND>(LONG_PTR{4});
+    host.during = [&] { window = made; };
+    object.Call(L"Requery"); // an opening makes it meanwhile
+    host.during = [&] { window = nullptr; };
+    int told = 0;
+    int after = 0;
+    for (const auto failure : {Foreign::Failure::None, Foreign::Failure::Full}) {
+        window = made;
+        host.failure = failure;
+        com::AtEdge(
+            [&] {
+                try {
+                    object.Call(L"Requery");
+                } catch (const Error&) { // as code that can do without an answer does
+                }
+                ++after;
+            },
+            [&](const Error&) { ++told; });
+    }
+    host.failure = Foreign::Failure::None;
+    object.Call(L"Requery"); // what is done after a window went on purpose
+    EXPECT_EQ(after + told, 0);
+    window = made;
+    EXPECT_THROW(object.Answers(L"Sort"), com::Gone);
+    window = made;
+    EXPECT_EQ(com::Guard(IID_NULL, [&] { object.Call(L"Requery"); }), S_OK)
+        << "a call from outside is its own";
+    object.Reset();
+    EXPECT_EQ(host.references, 1);
+}
+
+} // namespace
+} // namespace tamvelo::testing
