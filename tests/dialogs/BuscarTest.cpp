@@ -180,7 +180,7 @@ TEST_F(BuscarTest, EachCommandAsksTheHost) {
     const Log cancelled{L"AplyFilter(\"\")"};
     const Case cases[] = {
         {tool(L"Aceptar"), accepted, true},
-        {Script().Do([] { SetFocus(Item(IDC_CMDBUSCAR)); }).Append(Forget()).Key(VK_RETURN), accepted, true},
+        {Script().Do([] { SetFocus(Item(IDC_OPTBUSCAR0)); }).Append(Forget()).Key(VK_RETURN), accepted, true},
         {tool(L"Cancelar"), cancelled, true},
         {Script().Key(VK_ESCAPE), cancelled, true},
         {tool(L"Cerrar"), {}, true},
