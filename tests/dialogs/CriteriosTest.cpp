@@ -352,10 +352,10 @@ TEST_F(Criterios, AFailingMemberIsReportedAndTheDialogStays) {
     const Log none{L"GetFilter(\"Filter\")", L"SetFilter(&\"\", \"Filter\")", L"GetFilter(\"Filter\")",
                    L"AplyFilter(\"1\")",     L"Requery(\"selec\")",           L"AceptarBuscar()"};
     EXPECT_FALSE(
-        Show(&Server::ShowSelecLab, Script()
-                                        .Until("the dialog", [](HWND) { return Dialog() != nullptr; })
-                                        .Append(Forget())
-                                        .Do([] { ClickTool(L"Aceptar"); })));
+        Show(&Server::ShowSelecLab,
+             Script().Until("the dialog", [](HWND) { return Dialog() != nullptr; }).Append(Forget()).Do([] {
+                 ClickTool(L"Aceptar");
+             })));
     EXPECT_THAT(TakeLog(), ElementsAreArray(none));
     host.data->Without(L"sClassName");
     EXPECT_EQ(Show(&Server::ShowSelecLab, Script())->number, DISP_E_UNKNOWNNAME);
