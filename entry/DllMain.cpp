@@ -11,6 +11,7 @@ BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void* processEnds) {
         frame::ApartmentEnd::Now(); // of a thread that did not end its apartment itself
         entry::Runtime::ThreadEnds();
     } else if (reason == DLL_PROCESS_DETACH && !processEnds) {
+        frame::ApartmentEnd::Unhook();
         entry::Runtime::Detach();
     }
     return TRUE;

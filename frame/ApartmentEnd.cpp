@@ -2,6 +2,8 @@
 
 #include <ole2.h>
 
+#include <utility>
+
 #include "com/FloatGuard.h"
 #include "com/Object.h"
 #include "frame/Environment.h"
@@ -55,6 +57,12 @@ void ApartmentEnd::Now() noexcept {
         FormInstances::CloseThread();
         Environment::Release();
         std::exchange(g_spy, nullptr)->Leave(); // last: closing a form asks for the environment
+    }
+}
+
+void ApartmentEnd::Unhook() noexcept {
+    if (Spy* const spy = std::exchange(g_spy, nullptr)) {
+        spy->Leave();
     }
 }
 

@@ -12,6 +12,8 @@ public:
     /// Closes the calling thread's forms, as if the host had destroyed their windows, and forgets its
     /// components.
     static void Now() noexcept;
+    /// The library goes without having been asked whether it may: the system must not come back to it.
+    static void Unhook() noexcept;
 };
 
 } // namespace tamvelo::frame
