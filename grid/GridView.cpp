@@ -15,7 +15,7 @@ constexpr HRESULT kSubscript = static_cast<HRESULT>(0x800A0009); // automation's
 constexpr int kLeastWidth = 30;                                  // pixels at 96 dpi, as the next
 constexpr int kMostWidth = 320;
 constexpr int kPadding = 4;
-constexpr int kArrowRoom = 20; // beside a caption, for the order mark
+constexpr int kArrowMargins = 24; // beside a caption and the order mark
 
 /// What a value of the kind usually takes, in digits; 0 when its length is the field's own.
 int UsualLength(CellKind kind) {
@@ -125,7 +125,8 @@ void GridView::NameField(std::wstring_view field, std::wstring_view caption) {
 
 /// With room for the order mark beside it.
 int GridView::CaptionWidth(short column) const {
-    return m_font->Width(m_columns[column].caption) + base::Scale(kArrowRoom, 96, m_dpi);
+    const int arrow = m_font->Height() * 5 / 8; // at most, in any system's looks
+    return m_font->Width(m_columns[column].caption) + arrow + base::Scale(kArrowMargins, 96, m_dpi);
 }
 
 int GridView::DefaultWidth(short column) const {
@@ -190,12 +191,10 @@ void GridView::ShowColumns() {
 void GridView::SetMark(const std::optional<OrderMark>& mark) {
     if (mark) {
         CheckColumn(mark->column);
-    }
-    m_mark = mark;
-    if (mark) {
         int& width = m_columns[mark->column].width;
         width = std::max(width, CaptionWidth(mark->column));
     }
+    m_mark = mark;
     ShowColumns();
 }
 
@@ -214,7 +213,7 @@ void GridView::SetFont(const base::GridLayout::Font& font) {
     for (short column = 0; column < m_columns.Count(); ++column) {
         m_columns[column].width = base::Scale(m_columns[column].width, before, after);
     }
-    ShowColumns();
+    SetMark(m_mark);
 }
 
 void GridView::RemakeFont() {

@@ -83,6 +83,7 @@ void GridView::Create(HWND parent, int controlId) {
     m_look = GridLook::Current();
     m_headings.Create(m_window, nullptr);
     RemakeFont();
+    ShowColumns();
 }
 
 void GridView::Close() noexcept {

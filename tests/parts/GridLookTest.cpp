@@ -18,7 +18,30 @@ constexpr COLORREF kLightYellow = RGB(255, 255, 192);
 
 } // namespace
 
-using GridLookTest = GridTest;
+class GridLookTest : public GridTest {
+protected:
+    void SetHeadingWidth(int item, int width) {
+        HDITEMW change{};
+        change.mask = HDI_WIDTH;
+        change.cxy = width;
+        SendMessageW(Header(), HDM_SETITEMW, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&change));
+    }
+    /// Black pixels: the letters and not the order mark.
+    int HeadingInk(int item) {
+        RedrawWindow(Header(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        RECT area;
+        Header_GetItemRect(Header(), item, &area);
+        const HDC dc = GetDC(Header());
+        int ink = 0;
+        for (LONG y = area.top; y < area.bottom - 2; ++y) {
+            for (LONG x = area.left; x < area.right - 2; ++x) {
+                ink += GetPixel(dc, x, y) == RGB(0, 0, 0) ? 1 : 0;
+            }
+        }
+        ReleaseDC(Header(), dc);
+        return ink;
+    }
+};
 
 TEST_F(GridLookTest, TheBarBelowScrollsRowsAndHeadingsSideways) {
     Bind();
@@ -105,9 +128,9 @@ TEST_F(GridLookTest, TheOrderMarkIsInTheHeadingAndItsName) {
 TEST_F(GridLookTest, TheOrderMarkAndALargerFontLeaveTheCaptionsWhole) {
     Bind();
     m_grid->FitColumn(5);
-    Notify(HDN_ENDTRACKW, 3, HDI_WIDTH, 20);
-    EXPECT_LT(WidthOf(3), CaptionWidth(3));
-    m_grid->MarkOrder(3, false);
+    Notify(HDN_ENDTRACKW, 0, HDI_WIDTH, 20);
+    EXPECT_LT(WidthOf(0), CaptionWidth(0));
+    m_grid->MarkOrder(0, false);
     for (const int points : {80, 100, 200, 100}) {
         SCOPED_TRACE(points);
         const int before = WidthOf(1);
@@ -119,6 +142,13 @@ TEST_F(GridLookTest, TheOrderMarkAndALargerFontLeaveTheCaptionsWhole) {
         EXPECT_GT(HeadHeight(), -m_grid->Font().lfHeight);
         for (const short column : {0, 3, 4, 5}) {
             EXPECT_GT(WidthOf(column), CaptionWidth(column) + 10) << column;
+            if (column == 0) {
+                const int width = WidthOf(column);
+                const int ink = HeadingInk(column);
+                SetHeadingWidth(column, width + 60);
+                EXPECT_EQ(HeadingInk(column), ink); // nothing was cut
+                SetHeadingWidth(column, width);
+            }
             RECT heading;
             Header_GetItemRect(Header(), column, &heading);
             EXPECT_EQ(heading.right - heading.left, WidthOf(column));

@@ -238,7 +238,11 @@ TEST_F(GridWindowTest, ARightClickOnAHeadingIsAboutItsColumn) {
     Bind();
     TakeEvents();
     const RECT before = LocationOf(ChildrenOfRole(ROLE_SYSTEM_ROW) + 3);
-    for (const auto& [x, column] : {std::pair{before.left + 4L, 2}, {LONG{kWidth} - 40, 6}}) {
+    int last = 0; // of which something is to be seen
+    for (int right = WidthOf(0); right <= kWidth - 40; right += WidthOf(static_cast<short>(last))) {
+        ++last;
+    }
+    for (const auto& [x, column] : {std::pair{before.left + 4L, 2}, {LONG{kWidth} - 40, last}}) {
         POINT place{x, 4};
         ClientToScreen(m_grid->Window(), &place);
         SendMessageW(Header(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Header()),
