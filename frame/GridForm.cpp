@@ -303,6 +303,7 @@ void GridForm::ContextMenuAsked(POINT screen) {
         {kCopyRow, L"Copiar &fila"},
         {kCopyRowWithHeadings, L"Copiar fila con cabecera&s"},
         {L"", nullptr},
+        {kFitColumn, L"A&justar la columna"},
         {kChooseColumns, L"Ele&gir columnas…"},
         {kChooseFont, L"F&uente…"},
     };
@@ -338,6 +339,7 @@ std::span<const KeyRow> GridForm::SharedKeys() const {
         {0, kCtrl | 'L', kCopyCell},
         {IDC_DATAGRID, kByControl | kCtrl | 'C', kCopyRow},
         {IDC_DATAGRID, kByControl | kCtrl | kShift | 'C', kCopyRowWithHeadings},
+        {IDC_DATAGRID, kByControl | kCtrl | VK_ADD, kFitColumn},
         {IDC_DATAGRID, kByControl | VK_UP, base::kMovePre},
         {IDC_DATAGRID, kByControl | VK_DOWN, base::kMoveNext},
         {IDC_DATAGRID, kByControl | VK_HOME, base::kMoveFirst},
@@ -365,6 +367,7 @@ std::span<const CommandRow> GridForm::SharedCommands() const {
         {kCopyCell, Do<&F::CopyCell>},
         {kCopyRow, Do<&F::CopyRow>},
         {kCopyRowWithHeadings, Do<&F::CopyRowWithHeadings>},
+        {kFitColumn, Do<&F::FitColumn>},
     };
     return kCommands;
 }

@@ -22,6 +22,7 @@ inline constexpr wchar_t kChooseColumns[] = L"{COLUMNAS}";
 inline constexpr wchar_t kCopyCell[] = L"{COPIAR_CELDA}";
 inline constexpr wchar_t kCopyRow[] = L"{COPIAR_FILA}";
 inline constexpr wchar_t kCopyRowWithHeadings[] = L"{COPIAR_CABECERAS}";
+inline constexpr wchar_t kFitColumn[] = L"{AJUSTAR}";
 
 /// A form around a grid over the host's record set: the host's objects, opening on a record, search strip,
 /// sorting, moving, the grid's look kept per class, copying, the record view. A derived form decides what a
@@ -111,6 +112,7 @@ protected:
     void CopyCell() { DataGrid().CopyCell(); }
     void CopyRow() { DataGrid().CopyRow(false); }
     void CopyRowWithHeadings() { DataGrid().CopyRow(true); }
+    void FitColumn();
     /// The answer of the column chooser: the columns are the grid's own, so what is left is to keep them.
     void clsMeEvents_ConfigurarColumnas();
     /// The answer of a look-up that was opened with this form's relay as its sink: index, control, and the

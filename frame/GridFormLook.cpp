@@ -47,6 +47,13 @@ void GridForm::ChooseColumns() {
 
 void GridForm::clsMeEvents_ConfigurarColumnas() { SaveLook(); }
 
+void GridForm::FitColumn() {
+    if (const short column = DataGrid().CurrentColumn(); column >= 0) {
+        DataGrid().FitColumn(column);
+        LayoutChanged();
+    }
+}
+
 void GridForm::LayoutChanged() { m_lookChanged = true; }
 
 } // namespace tamvelo::frame

@@ -205,8 +205,8 @@ TEST_F(EveryForm, NamesTheKeysOfItsCommands) {
                     ElementsAre(L"&Aceptar\tIntro", L"Ver el &registro\tF5", L"&Orden ascendente\tF9",
                                 L"Orden &descendente\tMayús+F9", L"&Buscar\tIns", L"&Quitar el filtro\tSupr",
                                 L"Copiar &celda\tCtrl+L", L"Copiar &fila\tCtrl+C",
-                                L"Copiar fila con cabecera&s\tCtrl+Mayús+C", L"Ele&gir columnas…\tF12",
-                                L"F&uente…\tF3"));
+                                L"Copiar fila con cabecera&s\tCtrl+Mayús+C", L"A&justar la columna\tCtrl++",
+                                L"Ele&gir columnas…\tF12", L"F&uente…\tF3"));
     }));
     Open(L"ShowRegistros", Script().Do([] {
         EXPECT_THAT(Tips(), ::testing::IsSupersetOf({L"Aceptar (F4)", L"Nuevo registro (Ctrl+N)",

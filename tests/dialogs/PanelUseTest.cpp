@@ -231,6 +231,37 @@ TEST_F(PanelUse, TheMenuRunsItsCommands) {
     EXPECT_THAT(TakeLog(), ElementsAreArray(kAccept));
 }
 
+TEST_F(PanelUse, TheMenuOfAHeadingIsAboutItsColumn) {
+    static const auto width = [] {
+        RECT area;
+        Header_GetItemRect(Heading(), 2, &area);
+        return area.right - area.left;
+    };
+    const Script menu = Script()
+                            .Do([] {
+                                RECT area;
+                                Header_GetItemRect(Heading(), 2, &area);
+                                POINT place{area.left + 9, area.bottom / 2};
+                                ClientToScreen(Heading(), &place);
+                                PostMessageW(Heading(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Heading()),
+                                             MAKELPARAM(place.x, place.y));
+                            })
+                            .Append(InMenu());
+    const Log sorted{L"SetOrder(&2, \"\", \"seleccion\")"};
+    ExpectAsked(Script(menu).Append(Keys({VK_DOWN, VK_DOWN, VK_DOWN, VK_RETURN})), sorted);
+    ExpectAsked(Script()
+                    .Do([] {
+                        HDITEMW wide{};
+                        wide.mask = HDI_WIDTH;
+                        wide.cxy = 333;
+                        SendMessageW(Heading(), HDM_SETITEMW, 2, reinterpret_cast<LPARAM>(&wide));
+                    })
+                    .Append(menu)
+                    .Append(Keys({VK_UP, VK_UP, VK_UP, VK_RETURN}))
+                    .Do([] { EXPECT_LT(width(), 200); }),
+                {});
+}
+
 TEST_F(PanelUse, F5ShowsTheWholeRecord) {
     const Script look = Elsewhere().Do([] {
         const HWND list = GetDlgItem(TopWindow(), IDC_RECORD_LIST);
