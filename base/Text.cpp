@@ -121,6 +121,22 @@ std::wstring_view Trim(std::wstring_view text) {
     return text.substr(first, text.find_last_not_of(kSpaces) - first + 1);
 }
 
+std::wstring WithLineEnds(std::wstring_view text, std::wstring_view end) {
+    std::wstring made;
+    made.reserve(text.size());
+    for (size_t at = 0; at < text.size(); ++at) {
+        if (text[at] == L'\n' && at > 0 && text[at - 1] == L'\r') {
+            continue; // the second half
+        }
+        if (text[at] == L'\r' || text[at] == L'\n') {
+            made += end;
+        } else {
+            made += text[at] == L'\0' ? L' ' : text[at];
+        }
+    }
+    return made;
+}
+
 std::vector<std::wstring> Split(std::wstring_view text, std::wstring_view separators) {
     std::vector<std::wstring> pieces;
     for (;;) {

@@ -17,6 +17,10 @@ std::wstring Fold(std::wstring_view text);
 /// The text without the ASCII white space at its ends. Views into `text`.
 std::wstring_view Trim(std::wstring_view text);
 
+/// The text with `end` in place of each line end (CR LF, CR or LF), and a space in place of each zero, at
+/// which the system's controls would stop.
+std::wstring WithLineEnds(std::wstring_view text, std::wstring_view end);
+
 /// The pieces between any of the separator characters, empty ones included; an empty text is one empty piece.
 std::vector<std::wstring> Split(std::wstring_view text, std::wstring_view separators);
 

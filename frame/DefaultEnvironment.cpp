@@ -23,6 +23,10 @@ constexpr PlacementValue kPlacement[] = {
     {L"Height", &base::Rect::height},
 };
 
+constexpr wchar_t kWindowState[] = L"WindowState";
+constexpr wchar_t kNormal[] = L"0";
+constexpr wchar_t kMaximised[] = L"2";
+
 constexpr wchar_t kTicks[] = L"Informes";
 constexpr wchar_t kOutput[] = L"Salida";
 constexpr wchar_t kCopies[] = L"Copias";
@@ -61,6 +65,9 @@ void RegistrySettings::RestorePlacement(const std::wstring& key, PlacedForm& for
     if (base::IsSanePlacement(place)) {
         form.SetPlace(place);
     }
+    if (ReadRegistryText(key, kWindowState) == kMaximised) {
+        form.SetMaximised();
+    }
 }
 
 void RegistrySettings::SavePlacement(const std::wstring& key, PlacedForm& form) {
@@ -68,6 +75,7 @@ void RegistrySettings::SavePlacement(const std::wstring& key, PlacedForm& form) 
     for (const PlacementValue& value : kPlacement) {
         WriteRegistryText(key, value.name, std::to_wstring(place.*value.part));
     }
+    WriteRegistryText(key, kWindowState, form.IsMaximised() ? kMaximised : kNormal);
 }
 
 std::wstring RegistrySettings::ReadValue(const std::wstring& key, const std::wstring& name,

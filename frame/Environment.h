@@ -22,6 +22,9 @@ class PlacedForm {
 public:
     virtual base::Rect Place() const = 0;
     virtual void SetPlace(const base::Rect& place) = 0;
+    /// Its place is then the one that it goes back to.
+    virtual bool IsMaximised() const = 0;
+    virtual void SetMaximised() = 0;
     virtual com::ComPtr<IDispatch> FormObject() = 0;
 
 protected:

@@ -2,11 +2,10 @@
 
 #include <commctrl.h>
 
-#include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "base/Commands.h"
-#include "base/Placement.h"
 #include "com/FloatGuard.h"
 #include "com/Module.h"
 #include "frame/FormInstances.h"
@@ -16,6 +15,7 @@
 #include "frame/Handles.h"
 #include "frame/MousePointer.h"
 #include "frame/Product.h"
+#include "frame/Resources.h"
 #include "frame/ThemeScope.h"
 #include "frame/WindowText.h"
 
@@ -24,29 +24,6 @@ namespace tamvelo::frame {
 namespace {
 
 constexpr HRESULT kAlreadyShown = static_cast<HRESULT>(0x800A0190); // automation's number 400
-
-std::vector<base::Rect> WorkAreas() {
-    std::vector<base::Rect> areas;
-    const MONITORENUMPROC collect =
-        [](HMONITOR monitor, HDC, LPRECT, LPARAM list) __attribute__((stdcall))->BOOL {
-        MONITORINFO info{};
-        info.cbSize = sizeof info;
-        if (GetMonitorInfoW(monitor, &info)) {
-            const RECT& work = info.rcWork;
-            reinterpret_cast<std::vector<base::Rect>*>(list)->push_back(
-                {work.left, work.top, work.right - work.left, work.bottom - work.top});
-        }
-        return TRUE;
-    };
-    EnumDisplayMonitors(nullptr, nullptr, collect, reinterpret_cast<LPARAM>(&areas));
-    return areas;
-}
-
-base::Rect RectOf(HWND window) {
-    RECT place{};
-    GetWindowRect(window, &place);
-    return {place.left, place.top, place.right - place.left, place.bottom - place.top};
-}
 
 } // namespace
 
@@ -80,6 +57,15 @@ void Form::Load() {
     m_layout = RowLayout(m_window, Rows());
     ResizeControls();
     OnLaidOut();
+    if (!m_layoutNote.empty() && Control(IDC_STATUS) && ControlText(IDC_STATUS).empty()) {
+        SetControlText(IDC_STATUS, m_layoutNote);
+    }
+}
+
+void Form::NoteLayout(std::wstring note) {
+    if (!note.empty()) {
+        m_layoutNote = std::move(note);
+    }
 }
 
 void Form::CreateWindowHidden() {
@@ -93,7 +79,7 @@ void Form::CreateWindowHidden() {
     if (!made || !m_window) {
         com::ThrowLastError(L"No se puede crear el formulario «" + std::wstring(Name()) + L"».");
     }
-    const base::Rect design = RectOf(m_window);
+    const base::Rect design = Place();
     m_smallest = {design.width, design.height};
     CentreOnOwner();
     m_toolbar = std::make_unique<Toolbar>(m_window, m_design.tools,
@@ -103,32 +89,15 @@ void Form::CreateWindowHidden() {
                                                          }});
 }
 
-void Form::CentreOnOwner() {
-    base::Rect place = RectOf(m_window);
-    const HWND owner = GetWindow(m_window, GW_OWNER);
-    const base::Rect around = owner ? RectOf(owner) : WorkAreas().empty() ? place : WorkAreas().front();
-    place.left = around.left + (around.width - place.width) / 2;
-    place.top = around.top + (around.height - place.height) * 45 / 100; // where the eye expects the middle
-    SetPlace(place);
-}
-
-void Form::PullOntoMonitor() {
-    const base::Rect now = RectOf(m_window);
-    const base::Rect pulled = base::PullOnto(now, WorkAreas(), {m_smallest.cx, m_smallest.cy});
-    if (pulled != now) {
-        SetPlace(pulled);
-    }
-}
-
 void Form::LoadToolbar() {
     Using(kFiles, [&] {
         FileService& files = Environment::Get().GetFiles();
         m_toolbarFile = files.ToolbarLayoutPath(Name());
         const std::wstring shared = LibraryFolder() + L"\\KvSearchTool.atb";
         if (files.Exists(m_toolbarFile)) {
-            m_toolbar->Load(m_toolbarFile);
+            NoteLayout(m_toolbar->Load(m_toolbarFile));
         } else if (files.Exists(shared)) {
-            m_toolbar->Load(shared);
+            NoteLayout(m_toolbar->Load(shared));
         }
     });
     m_toolbar->SetBandVisible(base::kBandRegistros, false);
@@ -153,7 +122,7 @@ void Form::ShowModeless() {
 
 void Form::Appear() {
     m_shown = true;
-    ShowWindow(m_window, SW_SHOW);
+    ShowWindow(m_window, std::exchange(m_showAs, SW_SHOW));
     SetForegroundWindow(m_window);
     if (const HWND first = FirstFocus()) {
         SetFocus(first);
@@ -258,6 +227,8 @@ void Form::AfterDestroy() noexcept {
     m_objects.clear();
     m_tips = nullptr;
     m_tipTexts.clear();
+    m_layoutNote.clear();
+    m_showAs = SW_SHOW;
     m_formObject.Reset();
     OnUnload();
     FormInstances::Forget(*this);
@@ -391,22 +362,6 @@ void Form::Relayout() {
     if (m_window && m_layout) {
         ResizeControls();
     }
-}
-
-base::Rect Form::Place() const {
-    if (IsIconic(m_window) || IsZoomed(m_window)) {
-        WINDOWPLACEMENT placement{};
-        placement.length = sizeof placement;
-        GetWindowPlacement(m_window, &placement);
-        const RECT& normal = placement.rcNormalPosition;
-        return {normal.left, normal.top, normal.right - normal.left, normal.bottom - normal.top};
-    }
-    return RectOf(m_window);
-}
-
-void Form::SetPlace(const base::Rect& place) {
-    SetWindowPos(m_window, nullptr, place.left, place.top, place.width, place.height,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 com::ComPtr<IDispatch> Form::FormObject() {

@@ -82,6 +82,8 @@ public:
 
     base::Rect Place() const override;
     void SetPlace(const base::Rect& place) override;
+    bool IsMaximised() const override;
+    void SetMaximised() override { m_showAs = SW_SHOWMAXIMIZED; }
     com::ComPtr<IDispatch> FormObject() override;
 
 protected:
@@ -187,6 +189,9 @@ protected:
     }
     /// Throws Gone when there is no window.
     void CheckStands() const;
+    /// For the status line: that a layout file could not be used; "" when there is nothing to say.
+    const std::wstring& LayoutNote() const { return m_layoutNote; }
+    void NoteLayout(std::wstring note);
     /// Lays the rows out again after controls were shown or hidden.
     void Relayout();
     /// A menu of commands at a place of the screen; the chosen one is dispatched.
@@ -246,6 +251,8 @@ private:
     bool m_shown = false;
     bool m_looping = false;
     unsigned m_outOfOrder = 0; // components that failed
+    int m_showAs = SW_SHOW;    // the first time
+    std::wstring m_layoutNote;
     int m_running = 0;
     SIZE m_smallest{};
     std::map<int, com::ComPtr<ControlObject>> m_objects;

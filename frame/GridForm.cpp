@@ -5,6 +5,7 @@
 #include "base/SelectionAnswers.h"
 #include "frame/RecordView.h"
 #include "frame/ThemeScope.h"
+#include "grid/CellText.h"
 
 namespace tamvelo::frame {
 
@@ -272,7 +273,12 @@ void GridForm::VerRegistro() {
     }
     std::vector<RecordField> fields;
     for (short i = 0; i < DataGrid().ColumnCount(); ++i) {
-        fields.push_back({DataGrid().Caption(i), DataGrid().Text(i)});
+        RecordField& field = fields.emplace_back(DataGrid().Caption(i), grid::kErrorText);
+        try {
+            field.value = DataGrid().Text(i);
+        } catch (const com::Error&) {
+            continue; // a value that raises is its row's own trouble
+        }
     }
     ShowRecord(L"Registro de " + m_className, fields);
 }
@@ -381,8 +387,11 @@ void GridForm::ShowStatus() {
     if (!m_grid || !IsLoaded()) {
         return;
     }
-    const std::wstring note = StatusNote();
-    SetControlText(IDC_STATUS, DataGrid().CounterText() + (note.empty() ? L"" : L"   ·   ") + note);
+    std::wstring text = DataGrid().CounterText();
+    for (const std::wstring& note : {StatusNote(), LayoutNote()}) {
+        text += (note.empty() ? L"" : L"   ·   ") + note;
+    }
+    SetControlText(IDC_STATUS, text);
 }
 
 } // namespace tamvelo::frame

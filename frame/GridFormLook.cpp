@@ -13,7 +13,10 @@ bool GridForm::LoadLook() {
     bool kept = false;
     DataGrid().DefaultLook();
     Tried([&] {
-        if (const std::optional<base::GridLayout> saved = m_layoutStore.Load()) {
+        std::wstring note;
+        const std::optional<base::GridLayout> saved = m_layoutStore.Load(note);
+        NoteLayout(std::move(note));
+        if (saved) {
             DataGrid().Apply(*saved);
             kept = true;
         }

@@ -38,6 +38,15 @@ std::string ReadLayoutFile(const std::wstring& path) {
     return text;
 }
 
+std::wstring SetAside(const std::wstring& path, const base::LayoutError& wrong) {
+    const std::wstring name = path.substr(path.find_last_of(L'\\') + 1);
+    const std::wstring note = L"El fichero «" + name + L"» no es válido (línea " +
+                              std::to_wstring(wrong.line) + L"): " + wrong.reason;
+    const bool moved =
+        MoveFileExW(path.c_str(), (path + L".bad").c_str(), MOVEFILE_REPLACE_EXISTING) != FALSE;
+    return moved ? note + L" Se ha apartado como «" + name + L".bad»." : note;
+}
+
 void WriteLayoutFile(const std::wstring& path, const std::string& text) {
     const std::wstring folder = path.substr(0, path.find_last_of(L'\\'));
     CreateDirectoryW(folder.c_str(), nullptr); // if this fails, opening the file tells why

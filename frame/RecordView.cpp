@@ -2,7 +2,10 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+
 #include "base/Commands.h"
+#include "base/Text.h"
 #include "frame/Form.h"
 #include "frame/Resources.h"
 #include "grid/Clipboard.h"
@@ -28,7 +31,13 @@ public:
 private:
     void OnLoad() override;
     std::span<const CommandRow> Commands() const override;
-    std::vector<LayoutRow> Rows() const override { return {{kFill, {{IDC_RECORD_LIST, kFill}}}}; }
+    std::vector<LayoutRow> Rows() const override {
+        return {{kFill, {{IDC_RECORD_LIST, kFill}}},
+                {kOwn, {{IDC_RECORD_LABEL, kFill}}},
+                {kOwn, {{IDC_RECORD_VALUE, kFill}}}};
+    }
+    void ResizeControls() override;
+    bool OnNotify(NMHDR& header, LRESULT& answer) override;
     HWND FirstFocus() const override { return Control(IDC_RECORD_LIST); }
     void CopyValue();
     void AddColumn(int index, const wchar_t* caption);
@@ -50,12 +59,34 @@ void RecordForm::OnLoad() {
         item.pszText = const_cast<wchar_t*>(m_fields[i].caption.c_str());
         SendMessageW(list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
         item.iSubItem = 1;
-        item.pszText = const_cast<wchar_t*>(m_fields[i].value.c_str());
+        std::wstring line = base::WithLineEnds(m_fields[i].value, L" ");
+        item.pszText = line.data();
         SendMessageW(list, LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
     }
-    ListView_SetColumnWidth(list, 0, LVSCW_AUTOSIZE_USEHEADER);
-    ListView_SetColumnWidth(list, 1, LVSCW_AUTOSIZE_USEHEADER);
     ListView_SetItemState(list, 0, LVIS_FOCUSED | LVIS_SELECTED, LVIS_FOCUSED | LVIS_SELECTED);
+}
+
+/// The names as wide as they are, up to half of the list; the values take the rest.
+void RecordForm::ResizeControls() {
+    Form::ResizeControls();
+    const HWND list = Control(IDC_RECORD_LIST);
+    RECT area{};
+    GetClientRect(list, &area);
+    ListView_SetColumnWidth(list, 0, LVSCW_AUTOSIZE_USEHEADER);
+    const int names = std::min(ListView_GetColumnWidth(list, 0), static_cast<int>(area.right) / 2);
+    ListView_SetColumnWidth(list, 0, names);
+    ListView_SetColumnWidth(list, 1, area.right - names);
+}
+
+bool RecordForm::OnNotify(NMHDR& header, LRESULT& /*answer*/) {
+    if (header.idFrom == IDC_RECORD_LIST && header.code == LVN_ITEMCHANGED) {
+        const auto& changed = reinterpret_cast<const NMLISTVIEW&>(header);
+        if (changed.uNewState & LVIS_SELECTED) {
+            SetControlText(IDC_RECORD_VALUE,
+                           base::WithLineEnds(m_fields[static_cast<size_t>(changed.iItem)].value, L"\r\n"));
+        }
+    }
+    return false;
 }
 
 void RecordForm::AddColumn(int index, const wchar_t* caption) {

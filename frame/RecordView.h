@@ -12,8 +12,8 @@ struct RecordField {
     std::wstring value;
 };
 
-/// Shows one record, a line per field with its whole value, until the user closes it. Ctrl+C copies a field's
-/// value.
+/// Shows one record until the user closes it: a line for each field, and below the whole value of the current
+/// one, wrapped, with its line ends. Ctrl+C copies it.
 void ShowRecord(const std::wstring& title, const std::vector<RecordField>& fields);
 
 } // namespace tamvelo::frame

@@ -205,15 +205,13 @@ bool Toolbar::IsEnabled(std::wstring_view id) const {
     return std::find(m_off.begin(), m_off.end(), id) == m_off.end();
 }
 
-void Toolbar::Load(const std::wstring& path) {
-    const auto parsed = base::ParseToolbarLayout(ReadLayoutFile(path));
-    if (const auto* wrong = std::get_if<base::LayoutError>(&parsed)) {
-        throw com::Error(E_INVALIDARG, L"El fichero de barra de herramientas «" + path +
-                                           L"» no es válido (línea " + std::to_wstring(wrong->line) + L"): " +
-                                           wrong->reason);
+std::wstring Toolbar::Load(const std::wstring& path) {
+    std::wstring note;
+    if (const auto saved = LoadLayout(path, base::ParseToolbarLayout, note)) {
+        m_layout = base::Merge(DesignOf(m_uses), *saved);
+        m_stale = true;
     }
-    m_layout = base::Merge(DesignOf(m_uses), std::get<base::ToolbarLayout>(parsed));
-    m_stale = true;
+    return note;
 }
 
 void Toolbar::Save(const std::wstring& path) const {

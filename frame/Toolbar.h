@@ -46,8 +46,8 @@ public:
     void SetEnabled(std::wstring_view id, bool enabled);
     bool IsEnabled(std::wstring_view id) const;
 
-    /// Throws com::Error for a file that cannot be read or is no layout; the bar is then as before.
-    void Load(const std::wstring& path);
+    /// A note for the user when the file cannot be used: the bar is then as before.
+    std::wstring Load(const std::wstring& path);
     void Save(const std::wstring& path) const;
     /// The system's dialog to add, remove and order tools.
     void Customize();

@@ -170,7 +170,7 @@ std::wstring Format(const VARIANT& value, CellKind kind) {
             }
             break;
         case VT_ERROR:
-            return value.scode == DISP_E_PARAMNOTFOUND ? L"" : L"#Error";
+            return value.scode == DISP_E_PARAMNOTFOUND ? L"" : kErrorText;
         case VT_DATE:
             return FormatDate(value.date, kind);
         case VT_DISPATCH:
@@ -190,7 +190,7 @@ std::wstring Format(const VARIANT& value, CellKind kind) {
             return Variant::CopyOf(value).ToText();
         }
     } catch (const com::Error&) {
-        return L"#Error";
+        return kErrorText;
     }
 }
 

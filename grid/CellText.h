@@ -9,6 +9,9 @@ namespace tamvelo::grid {
 /// How a column's values are shown. Any: as each value's own type says.
 enum class CellKind : unsigned char { Any, Text, Number, Money, Date, Time, Check, Binary };
 
+/// In place of a value that raises.
+inline constexpr wchar_t kErrorText[] = L"#Error";
+
 /// From ADO's number for a field's type; Any for 0 and for numbers that we do not know.
 CellKind KindOfField(long type);
 /// What a value of a column of `kind` is shown as: never Any; Text for Null.

@@ -120,7 +120,7 @@ void GridData::SetCell(RowBlock& block, long row, short column, const VARIANT* v
     if (value) {
         block.Set(row, column, *value, m_kinds[static_cast<size_t>(column)]);
     } else {
-        block.Set(row, column, L"#Error", CellKind::Text, false);
+        block.Set(row, column, kErrorText, CellKind::Text, false);
     }
 }
 

@@ -263,13 +263,49 @@ TEST_F(PanelUse, TheMenuOfAHeadingIsAboutItsColumn) {
 }
 
 TEST_F(PanelUse, F5ShowsTheWholeRecord) {
-    const Script look = Elsewhere().Do([] {
+    const std::wstring verse = L"uno\r\ndos\rtres\n" + std::wstring(300, L'n') + L" fin";
+    host.set->Table().value = [&](long record, short column) -> com::Variant {
+        if (column == 6) {
+            RaiseHostError();
+        }
+        return com::Variant(column == 1 ? verse
+                                        : L"f" + std::to_wstring(record) + L"c" + std::to_wstring(column));
+    };
+    const auto value = [](int row) {
+        wchar_t text[512] = L"";
+        ListView_GetItemText(GetDlgItem(TopWindow(), IDC_RECORD_LIST), row, 1, text, ARRAYSIZE(text));
+        return std::wstring(text);
+    };
+    const auto fills = [] {
         const HWND list = GetDlgItem(TopWindow(), IDC_RECORD_LIST);
-        ASSERT_EQ(ListView_GetItemCount(list), MemoryRecordSet::kColumns);
-        wchar_t value[32] = L"";
-        ListView_GetItemText(list, 7, 1, value, ARRAYSIZE(value));
-        EXPECT_STREQ(value, L"f0c7");
-    });
+        RECT area{};
+        GetClientRect(list, &area);
+        EXPECT_EQ(ListView_GetColumnWidth(list, 0) + ListView_GetColumnWidth(list, 1), area.right);
+    };
+    const Script look =
+        Elsewhere()
+            .Do([&] {
+                const HWND list = GetDlgItem(TopWindow(), IDC_RECORD_LIST);
+                ASSERT_EQ(ListView_GetItemCount(list), MemoryRecordSet::kColumns);
+                EXPECT_EQ(value(7), L"f0c7");
+                EXPECT_EQ(value(6), L"#Error");
+                EXPECT_EQ(value(1), L"uno dos tres " + std::wstring(300, L'n') + L" fin");
+                fills();
+                SetWindowPos(TopWindow(), nullptr, 0, 0, 900, 600, SWP_NOMOVE | SWP_NOZORDER);
+                fills();
+            })
+            .Key(VK_DOWN)
+            .Do([] {
+                const HWND whole = GetDlgItem(TopWindow(), IDC_RECORD_VALUE);
+                EXPECT_EQ(TextOf(whole), L"uno\r\ndos\r\ntres\r\n" + std::wstring(300, L'n') + L" fin");
+                EXPECT_GE(SendMessageW(whole, EM_GETLINECOUNT, 0, 0), 4);
+            })
+            .Key('C', VK_CONTROL)
+            .Do([&] {
+                OpenClipboard(TopWindow());
+                EXPECT_EQ(static_cast<const wchar_t*>(GlobalLock(GetClipboardData(CF_UNICODETEXT))), verse);
+                CloseClipboard();
+            });
     ExpectAsked(Script().Key(VK_F5).Append(look).Key(VK_ESCAPE).Do([] {
         EXPECT_EQ(TopWindow(), Panel());
         EXPECT_EQ(GetFocus(), Item(IDC_DATAGRID));

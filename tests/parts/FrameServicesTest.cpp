@@ -156,6 +156,8 @@ class PlacedAnywhere final : public frame::PlacedForm {
 public:
     base::Rect Place() const override { return {1, 2, 3, 4}; }
     void SetPlace(const base::Rect&) override { ADD_FAILURE() << "the component has not asked for it"; }
+    bool IsMaximised() const override { return false; }
+    void SetMaximised() override { ADD_FAILURE() << "nor for this"; }
     com::ComPtr<IDispatch> FormObject() override { return nullptr; }
 };
 
