@@ -3,6 +3,8 @@
 
 #include <commctrl.h>
 
+#include <map>
+
 #include "dates/Resources.h"
 #include "frame/Resources.h"
 #include "tests/dialogs/DialogFixture.h"
@@ -271,6 +273,78 @@ TEST_F(Cita, ACodeTypedLastIsReadBeforeSavingAndANameOfOnesOwnStays) {
     })));
     EXPECT_EQ(host.log[host.log.size() - 2],
               Saved(L"\"f2c0\", \"f2c1\", \"-.-\", \"otro\", \"Sustituta\", \"0\", \"-.-\""));
+}
+
+TEST_F(Cita, TheHostMayDestroyItsWindowOrPumpMessagesInsideALookUp) {
+    Offer(L"Clases");
+    Offer(L"Citas");
+    const std::map<std::wstring, HostObject::Behaviour> usual{
+        {L"CrearClase", [this](com::Invocation& call) { call.Return(com::Variant(host.data.Get())); }},
+        {L"Requery", [](com::Invocation&) {}},
+        {L"FindRecord", [](com::Invocation&) {}},
+        {L"sClassName", [](com::Invocation& call) { call.Return(com::Variant(L"clientes")); }},
+        {L"GuardarCita", [](com::Invocation&) {}},
+    };
+    /// The next call of a member also does something else.
+    const auto once = [&](const std::wstring& member, std::function<void()> act) {
+        const bool environments = member == L"CrearClase" || member == L"GuardarCita";
+        HostObject& object = *(environments ? environment : host.data).Get();
+        object.On(member, [&object, &usual, member, act](com::Invocation& call) {
+            object.On(member, usual.at(member));
+            act();
+            usual.at(member)(call);
+        });
+    };
+    const auto into = [](int id, const wchar_t* text) {
+        return Script().Do([=] {
+            SetFocus(Item(id));
+            SetWindowTextW(Item(id), text);
+        });
+    };
+    const struct {
+        const wchar_t* member;
+        Script way;
+    } cases[] = {
+        {L"CrearClase", into(IDC_TXTCITA10, L"").Key(VK_F4)},
+        {L"CrearClase", into(IDC_TXTCITA6, L"f1c0").Key(VK_RETURN)},
+        {L"CrearClase", into(IDC_TXTCITA6, L"f1c0").Key(VK_TAB)},
+        {L"Requery", Script().Do([] { PostMessageW(Item(IDC_CMDCITA15), BM_CLICK, 0, 0); })},
+        {L"FindRecord", into(IDC_TXTCITA10, L"f1c0").Do([] { ClickTool(L"Aceptar"); })},
+        {L"sClassName", into(IDC_TXTCITA0, L"").Key(VK_F4)},
+        {L"GuardarCita", Script().Do([] { ClickTool(L"Aceptar"); })},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(&row - cases);
+        const HWND before = owner;
+        owner = CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 300, nullptr,
+                                nullptr, nullptr, nullptr);
+        SetActiveWindow(owner);
+        EXPECT_FALSE(Show(Focus(IDC_DTPICHORA)
+                              .Do([&] { once(row.member, [this] { DestroyWindow(owner); }); })
+                              .Append(row.way)));
+        EXPECT_EQ(Dialog(), nullptr);
+        EXPECT_THAT(TakeLog(), ::testing::Not(::testing::Contains(kTold)));
+        owner = before;
+        SetActiveWindow(owner);
+    }
+    // A tool that is pressed meanwhile does nothing.
+    EXPECT_FALSE(Show(Focus(IDC_DTPICHORA)
+                          .Do([&] {
+                              once(L"CrearClase", [] {
+                                  ClickTool(L"Aceptar");
+                                  MSG message;
+                                  while (PeekMessageW(&message, nullptr, WM_COMMAND, WM_COMMAND, PM_REMOVE)) {
+                                      DispatchMessageW(&message);
+                                  }
+                              });
+                          })
+                          .Append(into(IDC_TXTCITA10, L""))
+                          .Key(VK_F4)
+                          .Append(Panel())
+                          .Key(VK_ESCAPE)
+                          .Append(Focus(IDC_TXTCITA10))
+                          .Do([&] { EXPECT_THAT(host.log, ::testing::Not(::testing::Contains(kTold))); })
+                          .Key(VK_ESCAPE)));
 }
 
 TEST_F(Cita, GoesWithTheHostsWindowAndKeepsTheLibraryUntilThen) {

@@ -283,6 +283,42 @@ TEST_F(Criterios, ALookUpAnswersThroughTheRelayThreeLevelsDown) {
     EXPECT_THAT(host.log, ::testing::Not(::testing::Contains(HasSubstr(L"AceptarSeleccion"))));
 }
 
+TEST_F(Criterios, TheHostMayDestroyItsWindowInsideALookUp) {
+    const auto crear = [this](Invocation& call) { call.Return(Variant(other.data.Get())); };
+    const auto nothing = [](Invocation&) {};
+    const auto name = [](Invocation& call) { call.Return(Variant(L"clientes")); };
+    const struct {
+        HostObject& object;
+        const wchar_t* member;
+        HostObject::Behaviour usual;
+    } cases[] = {
+        {*classes.Get(), L"CrearClase", crear},
+        {*other.data.Get(), L"Requery", nothing},
+        {*other.data.Get(), L"sClassName", name},
+    };
+    for (const auto& row : cases) {
+        for (const bool key : {true, false}) {
+            SCOPED_TRACE(base::ToUtf8(row.member));
+            const HWND before = owner;
+            owner = CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 300,
+                                    nullptr, nullptr, nullptr, nullptr);
+            SetActiveWindow(owner);
+            row.object.On(row.member, [&](Invocation& call) {
+                row.object.On(row.member, row.usual);
+                DestroyWindow(owner);
+                row.usual(call);
+            });
+            const Script press = Script().Do([] { PostMessageW(Part(Codigo, 3), BM_CLICK, 0, 0); });
+            EXPECT_FALSE(
+                Show(&Server::ShowSeleccionar, Focused(Codigo).Append(key ? Script().Key(VK_F4) : press)));
+            EXPECT_EQ(Dialog(), nullptr);
+            owner = before;
+            SetActiveWindow(owner);
+        }
+    }
+    EXPECT_THAT(host.log, ::testing::Not(::testing::Contains(L"AceptarBuscar()")));
+}
+
 TEST_F(Criterios, TheFocusScrollsTheRows) {
     const auto isInView = [](int field) {
         RECT panel{};
