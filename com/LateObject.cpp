@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "com/CallOut.h"
+#include "com/CallTimer.h"
 #include "com/Error.h"
 #include "com/Trace.h"
 
@@ -72,6 +73,7 @@ Variant InvokeMember(IDispatch* object, const wchar_t* role, const wchar_t* memb
     const Standing before;
     SetErrorInfo(0, nullptr); // what is left there from before is not this call's error
     const HRESULT code = WithHostFloats([&] {
+        const CallTimer timer(member);
         return alive->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
                              put ? nullptr : result.Address(), &thrown, nullptr);
     });

@@ -5,6 +5,7 @@
 
 #include "base/Text.h"
 #include "com/FloatGuard.h"
+#include "frame/BusyCursor.h"
 #include "grid/TextSearch.h"
 
 namespace tamvelo::frame {
@@ -131,6 +132,7 @@ bool CheckList::Matches(const Entry& entry) const { return grid::Contains(entry.
 // The window
 
 void CheckList::ShowAll() {
+    const BusyWork busy(GetAncestor(m_list, GA_ROOT), m_entries.size());
     m_showing = true;
     SendMessageW(m_list, WM_SETREDRAW, FALSE, 0);
     SendMessageW(m_list, LVM_DELETEALLITEMS, 0, 0);

@@ -8,6 +8,7 @@
 #include "base/Commands.h"
 #include "com/FloatGuard.h"
 #include "com/Module.h"
+#include "frame/BusyCursor.h"
 #include "frame/FormInstances.h"
 #include "frame/FormObject.h"
 #include "frame/FormPart.h"
@@ -332,6 +333,11 @@ INT_PTR Form::Handle(UINT message, WPARAM first, LPARAM second) {
         }
         return FALSE;
     }
+    case WM_ACTIVATE:
+        if (LOWORD(first) == WA_INACTIVE) {
+            BusyCommand::End(); // the window in front has the mouse
+        }
+        return FALSE;
     case WM_CLOSE:
         Input(base::kCerrar);
         return TRUE;

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "base/Commands.h"
+#include "frame/BusyCursor.h"
 #include "frame/Form.h"
 #include "frame/FormPart.h"
 #include "frame/FormPreview.h"
@@ -133,6 +134,7 @@ void Form::Input(std::wstring_view command) {
 void Form::Dispatch(std::wstring_view command) {
     const std::shared_ptr<Form> alive = shared_from_this();
     MousePointer::Hourglass();
+    const BusyCommand busy(m_window, command);
     ++m_running;
     Trapped([&] { RunCommand(command); });
     --m_running;

@@ -1,6 +1,6 @@
 #include "frame/MousePointer.h"
 
-#include "com/WinHeaders.h"
+#include "frame/BusyCursor.h"
 
 namespace tamvelo::frame {
 
@@ -17,6 +17,7 @@ void MousePointer::Hourglass() {
 
 void MousePointer::Default() {
     g_hourglass = false;
+    BusyCommand::End();
     SetCursor(LoadCursorW(nullptr, IDC_ARROW));
 }
 

@@ -2,6 +2,7 @@
 
 #include "base/Commands.h"
 #include "base/FilterText.h"
+#include "frame/BusyCursor.h"
 #include "frame/Resources.h"
 #include "search/FrmBuscar.h"
 #include "search/Resources.h"
@@ -24,6 +25,7 @@ bool FrmBuscar::PasteValues(const std::wstring& text) {
 
 void FrmBuscar::AddValues(std::span<const std::wstring> values) {
     const HWND list = Control(IDC_LIST2);
+    const frame::BusyWork busy(Window(), values.size());
     LRESULT last = 0;
     ShowWindow(list, SW_HIDE); // or each value would be drawn, and the bar with it
     for (const std::wstring& value : values) {

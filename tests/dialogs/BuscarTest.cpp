@@ -297,7 +297,10 @@ TEST_F(BuscarTest, ManyPastedValuesAreShownAndCountedOnce) {
                                    __attribute__((stdcall))
                                        ->LRESULT {
         ++messages[message];
-        EXPECT_FALSE(message == LB_ADDSTRING && IsWindowVisible(window)) << "drawn";
+        if (message == LB_ADDSTRING) {
+            EXPECT_FALSE(IsWindowVisible(window)) << "drawn";
+            EXPECT_EQ(GetCapture(), Dialog()) << "no busy cursor";
+        }
         return DefSubclassProc(window, message, first, second);
     };
     std::wstring text;
@@ -311,6 +314,7 @@ TEST_F(BuscarTest, ManyPastedValuesAreShownAndCountedOnce) {
                                   SetWindowSubclass(Item(id), count, 1, 0);
                               }
                               Paste(text);
+                              EXPECT_EQ(GetCapture(), nullptr);
                               for (const int id : {IDC_LIST2, IDC_LBLLIST2}) {
                                   RemoveWindowSubclass(Item(id), count, 1);
                               }
@@ -326,6 +330,53 @@ TEST_F(BuscarTest, ManyPastedValuesAreShownAndCountedOnce) {
                           .Key(VK_RETURN)
                           .Do([&] { EXPECT_EQ(host.stored, L"codigo de 20000 hasta 20000"); })
                           .Key(VK_ESCAPE)));
+}
+
+TEST_F(BuscarTest, AHostThatTakesItsTimeIsWaitedForWithTheAnimatedCursor) {
+    std::wstring slow;
+    Log shown; // the members that were called under it
+    bool comesForward = false;
+    for (const wchar_t* member : {L"CreateFilter", L"SetFilter", L"GetFilter", L"AplyFilter"}) {
+        host.data->On(member, [&, member](Invocation& call) {
+            if (GetCapture() == Dialog() && GetCursor() && GetCursor() != LoadCursorW(nullptr, IDC_WAIT)) {
+                shown.push_back(member);
+            }
+            if (slow == member) {
+                Sleep(600);
+            }
+            if (comesForward) { // a window of the host's takes the mouse
+                const HWND other = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 9, 9,
+                                                   owner, nullptr, nullptr, nullptr);
+                SetActiveWindow(other);
+                EXPECT_EQ(GetCapture(), nullptr);
+                DestroyWindow(other);
+                SetActiveWindow(Dialog());
+            }
+            call.Return(Variant(L"x"));
+        });
+    }
+    const auto search = [&](const wchar_t* member, const Log& expected) {
+        return Script()
+            .Do([&, member] {
+                slow = member;
+                shown.clear();
+            })
+            .Key(VK_RETURN)
+            .Do([&, expected] {
+                EXPECT_EQ(shown, expected);
+                EXPECT_EQ(GetCapture(), nullptr);
+                EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, IDC_ARROW));
+            });
+    };
+    EXPECT_FALSE(Show(
+        search(L"AplyFilter", {}) // nobody could know
+            .Append(search(L"", {L"AplyFilter"}))
+            .Append(search(L"", {})) // it was quick again
+            .Append(search(L"CreateFilter", {L"SetFilter", L"GetFilter", L"AplyFilter"}))
+            .Do([&] { comesForward = true; })
+            .Append(search(L"CreateFilter", {L"CreateFilter", L"SetFilter", L"GetFilter", L"AplyFilter"}))
+            .Do([&] { comesForward = false; })
+            .Key(VK_ESCAPE)));
 }
 
 TEST_F(BuscarTest, WhatIsChosenAgainLosesNothingAndARefusedValueStopsEveryChoice) {
