@@ -72,11 +72,14 @@ Variant InvokeMember(IDispatch* object, const wchar_t* role, const wchar_t* memb
     EXCEPINFO thrown{};
     const Standing before;
     SetErrorInfo(0, nullptr); // what is left there from before is not this call's error
-    const HRESULT code = WithHostFloats([&] {
-        const CallTimer timer(member);
+    const auto invoke = [&] {
         return alive->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
                              put ? nullptr : result.Address(), &thrown, nullptr);
-    });
+    };
+    const HRESULT code = [&] {
+        const CallTimer timer(member);
+        return WithHostFloats(invoke);
+    }();
     const std::optional<Error> error =
         FAILED(code) ? std::optional(ErrorOfInvoke(code, thrown, CallName(role, member))) : std::nullopt;
     if (error && error->number == kFunctionExpected && parameters.cArgs == 0 &&
