@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+
 #include "base/Commands.h"
 #include "frame/Clock.h"
 #include "frame/FormPreview.h"
@@ -94,17 +96,19 @@ std::span<const KeyRow> DateRangeControl::Keys() const {
 }
 
 bool DateRangeControl::OnCommand(std::wstring_view command) {
+    const auto presets = base::DatePresets();
+    const auto preset = std::ranges::find(presets, command, &base::DatePreset::command);
     if (command == kPeriodBefore || command == kPeriodAfter) {
         Set(base::Step(Range(), command == kPeriodAfter ? 1 : -1));
-        return true;
+    } else if (preset != presets.end()) {
+        Set(preset->Of(Today()));
+    } else {
+        return false;
     }
-    for (const base::DatePreset& preset : base::DatePresets()) {
-        if (command == preset.command) {
-            Set(preset.Of(Today()));
-            return true;
-        }
+    if (GetFocus() == Control(IDC_CMDPERIODO)) {
+        SetFocus(FirstFocus()); // Enter goes on, and does not open the menu again
     }
-    return false;
+    return true;
 }
 
 } // namespace tamvelo::frame

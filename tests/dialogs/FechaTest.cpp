@@ -24,11 +24,13 @@ protected:
         return Script().Until("focus on " + std::to_string(id),
                               [id](HWND) { return Item(id) && GetFocus() == Item(id); });
     }
-    /// The menu of presets by its access key, and a key there. The focus stays on its button.
+    /// The menu of presets by its access key, and a key there. What is chosen sends the focus to the dates.
     static Script Preset(UINT key) {
         Script script;
         script.Do([] { PostMessageW(GetFocus(), WM_SYSCHAR, L'p', 1 | 1 << 29); });
-        return script.Append(InMenu()).Key(key).Append(Focus(IDC_CMDPERIODO));
+        const bool leaves = key == VK_ESCAPE;
+        script.Append(InMenu()).Key(key).Append(Focus(leaves ? IDC_CMDPERIODO : IDC_DTPICKER0));
+        return leaves ? script.Key(VK_TAB).Append(Focus(IDC_DTPICKER0)) : script;
     }
     /// A date typed field by field into the picker with the focus, in the user's own order.
     static Script TypeDate(const std::wstring& year, const std::wstring& month, const std::wstring& day) {

@@ -22,7 +22,9 @@ TEST(ScriptHost, ChecksWhatIsTypedAndFiltersByAListOfValues) {
         ASSERT_TRUE(Eventually([&] { return SendMessageW(list, LB_GETCOUNT, 0, 0) == 2; }));
         tamvelo::testing::PostKeyTo(panel, VK_RETURN);
         tamvelo::testing::PostKeyTo(panel, VK_TAB);
-        ASSERT_TRUE(FocusReaches(panel, IDC_CMDBUSCAR));
+        ASSERT_TRUE(FocusReaches(panel, IDC_CMDBUSCAR)); // where Enter would search again
+        tamvelo::testing::PostKeyTo(panel, VK_TAB);
+        ASSERT_TRUE(FocusReaches(panel, IDC_LIST2));
         tamvelo::testing::PostKeyTo(panel, VK_RETURN);
         EXPECT_TRUE(Eventually([&] { return !IsWindow(panel); }));
     });
