@@ -78,6 +78,8 @@ constexpr Stroke kMailDraft[] = {{Stroke::Box, L"Informes:"},  {Stroke::Key, L""
                                  {Stroke::Key, L"", VK_END},   {Stroke::Box, L"Informes:"}};
 constexpr Stroke kChooseCustomer[] = {{Stroke::Box, L"Cliente :"}, {Stroke::Key, L"", VK_F4}};
 
+constexpr Stroke kRecordView[] = {{Stroke::Key, L"", VK_F5}, {Stroke::Key, L"", VK_DOWN}};
+
 constexpr Stroke kSearchNow{Stroke::Key, L"", VK_F5};
 constexpr Stroke kCriteriaOfSales[] = {kTab, kTab, kTab, kTab, {Stroke::Text, L"000025"}, kSearchNow};
 constexpr Stroke kCriteriaOfPurchases[] = {kTab, {Stroke::Text, L"tornillo"}, kSearchNow};
@@ -133,6 +135,7 @@ constexpr Stop kStops[] = {
     {L"seleccion-clientes", L"ShowSelec", L"clientes", L"000025", kTwoDown, VK_RETURN},
     {L"seleccion-ordenes", L"ShowSelec", L"Ordenes", L"100200", {}, VK_RETURN},
     {L"seleccion-empleados", L"ShowSelec", L"empleados", L"elena", {}, VK_RETURN},
+    {L"registro", L"ShowSelec", L"clientes", L"000025", kRecordView, VK_ESCAPE},
     {L"verificacion", L"ShowSelecVerif", L"articulos", nullptr, {}, VK_ESCAPE},
     {L"control-verificacion", L"ShowSelecControlVerif", L"articulos", nullptr, {}, VK_ESCAPE},
     {L"seleccion-directa", L"ShowSelecDirecta", L"proveedores", L"dental", {}, VK_RETURN},

@@ -298,7 +298,7 @@ TEST_F(PanelUse, F5ShowsTheWholeRecord) {
             .Do([] {
                 const HWND whole = GetDlgItem(TopWindow(), IDC_RECORD_VALUE);
                 EXPECT_EQ(TextOf(whole), L"uno\r\ndos\r\ntres\r\n" + std::wstring(300, L'n') + L" fin");
-                EXPECT_GE(SendMessageW(whole, EM_GETLINECOUNT, 0, 0), 4);
+                EXPECT_GT(SendMessageW(whole, EM_GETLINECOUNT, 0, 0), 4);
             })
             .Key('C', VK_CONTROL)
             .Do([&] {
