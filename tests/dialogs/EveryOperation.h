@@ -37,6 +37,18 @@ protected:
     }
 
     void Open(const demo::Operation& operation, Script script) {
+        const Player player(std::move(script), [this] { return Notes(); });
+        Unwatched(operation);
+        while (Dialog() != nullptr) { // one that does not wait for its end
+            MSG message;
+            GetMessageW(&message, nullptr, 0, 0);
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
+    }
+
+    /// Nobody there who would close it.
+    void Unwatched(const demo::Operation& operation) {
         demo::Request request;
         request.sink = sink;
         request.dataClass = data;
@@ -47,14 +59,7 @@ protected:
         request.window = static_cast<long>(reinterpret_cast<LONG_PTR>(owner));
         request.date = 46000;
         com::LateObject late(server.Get(), L"servidor");
-        const Player player(std::move(script), [this] { return Notes(); });
         operation.Perform(late, request);
-        while (Dialog() != nullptr) { // one that does not wait for its end
-            MSG message;
-            GetMessageW(&message, nullptr, 0, 0);
-            TranslateMessage(&message);
-            DispatchMessageW(&message);
-        }
     }
 };
 

@@ -31,7 +31,8 @@ std::wstring NameOf(IDispatch* object) {
         }
         return L"[" + list + L"]";
     }
-    return control.Call(L"Name").ToText() + L"(" + control.Call(L"Index").ToText() + L")";
+    const std::wstring name = control.Answers(L"Name") ? control.Call(L"Name").ToText() : L"objeto";
+    return control.Answers(L"Index") ? name + L"(" + control.Call(L"Index").ToText() + L")" : name;
 }
 
 std::wstring Describe(const VARIANT& argument) {
@@ -111,6 +112,10 @@ HRESULT HostObject::Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags, 
             line += Describe(parameters->rgvarg[i]) + (i ? L", " : L"");
         }
         m_log.push_back(line + L")");
+    }
+    if (beforeEach) {
+        const auto hook = beforeEach; // it may take itself away
+        hook(m_entries[index].name);
     }
     m_running.push_back(index);
     const HRESULT code = Automation::Invoke(id, reserved, locale, flags, parameters, result, thrown, wrong);

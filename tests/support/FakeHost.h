@@ -28,6 +28,9 @@ public:
     const std::wstring& Name() const { return m_name; }
     long References();
 
+    /// Runs before each call of any of them, with the member's name.
+    static inline std::function<void(const std::wstring&)> beforeEach;
+
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags,
                                      DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* thrown,
                                      UINT* wrong) override;
