@@ -80,6 +80,10 @@ TEST_F(BuscarTest, EachCommandAsksTheHost) {
     const Case cases[] = {
         {tool(L"Aceptar"), accepted, true},
         {Script().Do([] { SetFocus(Item(IDC_OPTBUSCAR0)); }).Append(Forget()).Key(VK_RETURN), accepted, true},
+        {Script().Do([] { SetFocus(Item(IDC_CMDBUSCAR)); }).Append(Forget()).Key(VK_RETURN), // it is pressed
+         {L"CreateFilter(&TxtFields(0), 0)", L"SetFilter(&\"\", \"Filter\")", L"GetFilter(\"Filter\")",
+          L"AplyFilter(\"\")"},
+         false},
         {tool(L"Cancelar"), cancelled, true},
         {Script().Key(VK_ESCAPE), cancelled, true},
         {tool(L"Cerrar"), {}, true},
