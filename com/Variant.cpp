@@ -114,7 +114,8 @@ VARIANT Variant::Detach() noexcept {
 
 Variant Variant::As(VARTYPE type) const {
     Variant made;
-    const HRESULT result = VariantChangeType(&made.m_value, In(), VARIANT_LOCALBOOL, type);
+    const auto convert = [&] { return VariantChangeType(&made.m_value, In(), VARIANT_LOCALBOOL, type); };
+    const HRESULT result = IsObject() ? CallOut(convert) : convert(); // an object is asked for its value
     if (result == DISP_E_OVERFLOW) {
         throw Error(result, L"Desbordamiento: el valor no cabe en el tipo pedido.");
     }

@@ -170,6 +170,42 @@ TEST_F(ReportsInUse, TabGoesThroughTheConditionsBeforeTheOutput) {
                       Script().Do([] { EXPECT_EQ(ItemText(IDC_LBLLIST1), L"&Etiquetas:"); }).Key(VK_ESCAPE)));
 }
 
+/// A collection whose walk breaks off after the first item.
+class HalfWay final : public com::Automation {
+    struct Walk final : com::Object<IEnumVARIANT> {
+        HRESULT STDMETHODCALLTYPE Next(ULONG, VARIANT* out, ULONG*) override {
+            *out = com::Variant(L"Ventas").Detach();
+            return given++ == 0 ? S_OK : E_ACCESSDENIED;
+        }
+        HRESULT STDMETHODCALLTYPE Skip(ULONG) override { return E_NOTIMPL; }
+        HRESULT STDMETHODCALLTYPE Reset() override { return E_NOTIMPL; }
+        HRESULT STDMETHODCALLTYPE Clone(IEnumVARIANT**) override { return E_NOTIMPL; }
+        int given = 0;
+    };
+    std::span<const com::Member> Members() const override {
+        static constexpr com::Member kMembers[] = {
+            {L"_NewEnum", DISPID_NEWENUM, com::Member::Get, 0, 0, com::Run<&HalfWay::NewEnum>}};
+        return kMembers;
+    }
+    void NewEnum(com::Invocation& call) {
+        com::Variant walk;
+        walk.Address()->punkVal = com::Make<Walk>().Detach();
+        walk.Address()->vt = VT_UNKNOWN;
+        call.Return(std::move(walk));
+    }
+};
+
+TEST_F(ReportsInUse, AListThatBreaksOffIsTheHostsErrorAndKeepsTheTicks) {
+    const std::wstring key = ChoicesKey(L"frmRpts", L"Pedidos");
+    SetValue(key, L"Informes", L"Ventas|Compras|");
+    reports = com::Make<HalfWay>();
+    const auto error = Show(&Server::ShowRpt, Script());
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->number, E_ACCESSDENIED);
+    EXPECT_EQ(error->source, L"«cReports».Next");
+    EXPECT_EQ(GetValue(key, L"Informes"), L"Ventas|Compras|");
+}
+
 TEST_F(ReportsInUse, AReportWithoutATitleIsCalledByItsPlace) {
     com::ComPtr<HostObject> bare = com::Make<HostObject>(L"informe", host.log);
     com::ComPtr<HostObject> named = com::Make<HostObject>(L"informe", host.log);

@@ -138,6 +138,9 @@ TEST(CallOut, TheHostHasItsFloatingPointTrapsInEveryCall) {
         LateObject object(static_cast<IDispatch*>(&host), L"MyClase");
         object.Call(L"Requery");
         EXPECT_EQ(com::ItemsOf(object).size(), 1U);
+        Variant value(object.Get());
+        EXPECT_EQ(value.ToShort(), 2) << "the object's own value";
+        value = Variant();
         EXPECT_TRUE(com::SameObject(object.Get(), static_cast<IEnumVARIANT*>(&host)));
         object.Reset();
         EXPECT_EQ(_controlfp(0, 0) & kTraps, kTraps) << "and the library has none";
