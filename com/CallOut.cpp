@@ -1,5 +1,9 @@
 #include "com/CallOut.h"
 
+#include <string>
+
+#include "com/Trace.h"
+
 namespace tamvelo::com {
 
 namespace {
@@ -14,5 +18,14 @@ Watch::~Watch() { g_innermost = m_outer; }
 
 Standing::Standing() noexcept
     : m_window(g_innermost ? g_innermost->m_window : nullptr), m_before(m_window ? *m_window : nullptr) {}
+
+void QueryOut(IUnknown* object, REFIID id, void** found) {
+    if (Trace::Enabled()) {
+        wchar_t name[40] = L"";
+        StringFromGUID2(id, name, ARRAYSIZE(name));
+        Trace::Line(std::wstring(L"Objeto ? ") + name);
+    }
+    CallOut([&] { return object->QueryInterface(id, found); });
+}
 
 } // namespace tamvelo::com

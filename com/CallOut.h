@@ -63,12 +63,15 @@ HRESULT CallOut(Call&& call) {
     return result;
 }
 
-/// QueryInterface of an object that may be the host's; null when it has no such interface, or is null.
+/// QueryInterface of an object that may be the host's, with its trace; `found` stays null where there is none.
+void QueryOut(IUnknown* object, REFIID id, void** found);
+
+/// The same; null when the object has no such interface, or is null.
 template <class T>
 ComPtr<T> Query(IUnknown* object, REFIID id = __uuidof(T)) {
     ComPtr<T> found;
     if (const ComPtr<IUnknown> held = object) {
-        CallOut([&] { return held->QueryInterface(id, reinterpret_cast<void**>(&found)); });
+        QueryOut(held.Get(), id, reinterpret_cast<void**>(&found));
     }
     return found;
 }
