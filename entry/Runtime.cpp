@@ -7,14 +7,16 @@
 #include <utility>
 
 // What the run-time library has, and declares nowhere.
+// NOLINTBEGIN(bugprone-reserved-identifier, readability-identifier-naming)
 extern "C" {
-void __register_frame_info(const void* begin, void* object); // NOLINT(bugprone-reserved-identifier)
-void* __deregister_frame_info(const void* begin);            // NOLINT(bugprone-reserved-identifier)
-extern const char tamvelo_unwind_frames[];                   // the section's start, from the linker
+void __register_frame_info(const void* begin, void* object);
+void* __deregister_frame_info(const void* begin);
+extern const char tamvelo_unwind_frames[]; // the section's start, from the linker
 }
-namespace __gnu_cxx { // NOLINT(bugprone-reserved-identifier)
+namespace __gnu_cxx {
 void __freeres();
 }
+// NOLINTEND(bugprone-reserved-identifier, readability-identifier-naming)
 
 namespace tamvelo::entry {
 

@@ -117,7 +117,7 @@ void BusyCommand::Called(const wchar_t* member, ULONGLONG milliseconds) noexcept
     if (milliseconds < kLong && known != std::end(g_slow)) {
         *known = nullptr;
     } else if (milliseconds >= kLong && known == std::end(g_slow)) {
-        std::ranges::rotate(g_slow, std::begin(g_slow) + 1);
+        std::rotate(std::begin(g_slow), std::begin(g_slow) + 1, std::end(g_slow));
         g_slow[std::size(g_slow) - 1] = member;
     }
 }

@@ -48,7 +48,7 @@ void Form::Load() {
         return;
     }
     CreateWindowHidden();
-    Using(kSettings, [&] { Environment::Get().GetSettings().RestorePlacement(Key(), *this); });
+    Using(Component::Settings, [&] { Environment::Get().GetSettings().RestorePlacement(Key(), *this); });
     PullOntoMonitor();
     LoadToolbar();
     for (FormPart* part : m_parts) {
@@ -91,7 +91,7 @@ void Form::CreateWindowHidden() {
 }
 
 void Form::LoadToolbar() {
-    Using(kFiles, [&] {
+    Using(Component::Files, [&] {
         FileService& files = Environment::Get().GetFiles();
         m_toolbarFile = files.ToolbarLayoutPath(Name());
         const std::wstring shared = LibraryFolder() + L"\\KvSearchTool.atb";
@@ -212,7 +212,9 @@ void Form::Unload() {
 
 void Form::BeforeDestroy() {
     Trapped([&] { OnBeforeUnload(); });
-    Trapped([&] { Using(kSettings, [&] { Environment::Get().GetSettings().SavePlacement(Key(), *this); }); });
+    Trapped([&] {
+        Using(Component::Settings, [&] { Environment::Get().GetSettings().SavePlacement(Key(), *this); });
+    });
     MousePointer::Default();
 }
 
@@ -273,6 +275,7 @@ INT_PTR CALLBACK Form::Procedure(HWND window, UINT message, WPARAM first, LPARAM
     }
     const std::shared_ptr<Form> alive = form->weak_from_this().lock();
     INT_PTR handled = FALSE;
+    // cppcheck-suppress throwInNoexceptFunction; what it throws ends in Trapped
     form->Trapped([&] { handled = form->Handle(message, first, second); });
     return handled;
 }
@@ -313,7 +316,7 @@ INT_PTR Form::Handle(UINT message, WPARAM first, LPARAM second) {
                 const int id = LOWORD(first);
                 const auto known = m_objects.find(id);
                 const com::ComPtr<ControlObject> object = known == m_objects.end() ? nullptr : known->second;
-                Using(kFocus, [&] { Environment::Get().GetFocus().Receive(sender, object.Get()); });
+                Using(Component::Focus, [&] { Environment::Get().GetFocus().Receive(sender, object.Get()); });
             }
             for (FormPart* part : m_parts) {
                 part->OnControl(LOWORD(first), HIWORD(first));

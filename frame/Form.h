@@ -158,7 +158,7 @@ protected:
     std::unique_ptr<OwnRelay> MakeRelay(std::map<DISPID, OwnRelay::Handler> handlers) {
         return std::make_unique<OwnRelay>(&m_window, std::move(handlers));
     }
-    enum Component : unsigned { kSettings = 1, kFiles = 2, kFocus = 4 };
+    enum class Component : unsigned { Settings = 1, Files = 2, Focus = 4 };
     /// Works with a component of the environment that the form can do without. When it fails that is told
     /// once, and the component is left alone until the form goes.
     template <class Body>
@@ -326,10 +326,11 @@ void Form::Tried(const Body& body) {
 template <class Body>
 void Form::Using(Component component, const Body& body) {
     Tried([&] {
-        if (!(m_outOfOrder & component)) {
-            m_outOfOrder |= component;
+        const auto bit = static_cast<unsigned>(component);
+        if (!(m_outOfOrder & bit)) {
+            m_outOfOrder |= bit; // also while it runs: the message about it gives the focus back
             body();
-            m_outOfOrder &= ~component;
+            m_outOfOrder &= ~bit;
         }
     });
 }

@@ -273,7 +273,7 @@ void GridForm::VerRegistro() {
     }
     std::vector<RecordField> fields;
     for (short i = 0; i < DataGrid().ColumnCount(); ++i) {
-        RecordField& field = fields.emplace_back(DataGrid().Caption(i), grid::kErrorText);
+        RecordField& field = fields.emplace_back(RecordField{DataGrid().Caption(i), grid::kErrorText});
         try {
             field.value = DataGrid().Text(i);
         } catch (const com::Error&) {

@@ -31,7 +31,7 @@ com::LateObject NewShowSerch() {
 
 void OpenLookup(const Lookup& lookup, const com::ComPtr<IDispatch>& sink, com::ComPtr<IDispatch> control,
                 short index) {
-    const com::ComPtr<IDispatch> answers = sink; // its owner may go while the list is made
+    const com::ComPtr<IDispatch> answers(sink.Get()); // its owner may go while the list is made
     const com::LateObject data = MakeList(lookup);
     short column = lookup.column;
     NewShowSerch().Call(lookup.operation,

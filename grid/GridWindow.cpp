@@ -68,7 +68,7 @@ public:
 
 } // namespace
 
-void GridView::RegisterWindowClass() { static const WindowClass s_registered(Procedure); }
+void GridView::RegisterWindowClass() { static const WindowClass registered(Procedure); }
 
 void GridView::Create(HWND parent, int controlId) {
     RegisterWindowClass();

@@ -188,7 +188,7 @@ void FrmBuscar::Watch(short index) {
 void FrmBuscar::Remember(const std::wstring& name, int value) {
     if (m_orders) {
         // A choice that cannot be kept is still the user's choice.
-        Using(kSettings, [&] {
+        Using(Component::Settings, [&] {
             frame::Environment::Get().GetSettings().WriteValue(
                 frame::Product::Own().SesionKey(base::kSesionOrdenes), name, std::to_wstring(value));
         });
