@@ -55,9 +55,8 @@ constexpr Stroke kSearchAndShowLinks[] = {{Stroke::Key, L"", VK_RIGHT}, {Stroke:
                                           {Stroke::Key, L"", VK_TAB}};
 // Over marks, dates, period, output, copies, printer and automatic printing to the button.
 constexpr Stroke kTab{Stroke::Key, L"", VK_TAB};
-constexpr Stroke kFilterTypes[] = {
-    {Stroke::Box, L"Informes:"}, kTab, kTab, kTab, kTab, kTab, kTab, kTab, kTab, kTab,
-    {Stroke::Key, L"", VK_SPACE}};
+constexpr Stroke kFilterTypes[] = {{Stroke::Box, L"Informes:"}, kTab, kTab, kTab, kTab, kTab, kTab,
+                                   {Stroke::Key, L"", VK_SPACE}};
 constexpr Stroke kFindPrice[] = {{Stroke::Access, L"b"}, {Stroke::Text, L"pre"}};
 
 // Two reports of what the clinics have not been invoiced yet, as a preview.
@@ -68,7 +67,7 @@ constexpr Stroke kPreviewTwo[] = {
     {Stroke::Key, L"", VK_UP},        {Stroke::Box, L"Salida:"},   {Stroke::Key, L"", VK_DOWN},
     {Stroke::Box, L"Informes:"}};
 constexpr Stroke kTickFirst[] = {
-    {Stroke::Box, L"Informes:"}, {Stroke::Key, L"", VK_HOME}, {Stroke::Key, L"", VK_SPACE}};
+    {Stroke::Box, L"Etiquetas:"}, {Stroke::Key, L"", VK_HOME}, {Stroke::Key, L"", VK_SPACE}};
 constexpr Stroke kTickEleventh[] = {{Stroke::Box, L"Informes:"}, {Stroke::Key, L"", VK_END},
                                     {Stroke::Key, L"", VK_UP},   {Stroke::Key, L"", VK_UP},
                                     {Stroke::Key, L"", VK_UP},   {Stroke::Key, L"", VK_UP},
