@@ -63,7 +63,8 @@ HRESULT CallOut(Call&& call) {
     return result;
 }
 
-/// QueryInterface of an object that may be the host's, with its trace; `found` stays null where there is none.
+/// QueryInterface of an object that may be the host's, with its trace; `found` stays null where there is
+/// none.
 void QueryOut(IUnknown* object, REFIID id, void** found);
 
 /// The same; null when the object has no such interface, or is null.
