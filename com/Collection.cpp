@@ -66,8 +66,9 @@ constexpr size_t kMostItems = 100'000; // an enumerator that never ends must not
 /// Null when the object has no enumerator.
 ComPtr<IEnumVARIANT> EnumeratorOf(IDispatch* collection, const wchar_t* role) {
     DISPPARAMS none{};
+    const ComPtr<IDispatch> held = collection;
     try {
-        const Variant answer = InvokeMember(collection, role, kNewEnum, DISPID_NEWENUM,
+        const Variant answer = InvokeMember(held.Get(), role, kNewEnum, DISPID_NEWENUM,
                                             DISPATCH_METHOD | DISPATCH_PROPERTYGET, none);
         return answer.IsObject() ? Query<IEnumVARIANT>(answer.Get().punkVal) : nullptr;
     } catch (const Error& error) {

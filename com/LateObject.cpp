@@ -58,7 +58,7 @@ DISPID FindMember(IDispatch* object, const wchar_t* member, const wchar_t* role)
 
 Variant InvokeMember(IDispatch* object, const wchar_t* role, const wchar_t* member, DISPID id, WORD flags,
                      DISPPARAMS& parameters) {
-    const ComPtr<IDispatch> alive = object; // the host may make us let go of it while it runs
+    // The caller holds the object: the host may make us let go of it while it runs.
     const bool put = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
     const bool traced = Trace::Enabled();
     if (traced) {
@@ -73,8 +73,8 @@ Variant InvokeMember(IDispatch* object, const wchar_t* role, const wchar_t* memb
     const Standing before;
     SetErrorInfo(0, nullptr); // what is left there from before is not this call's error
     const auto invoke = [&] {
-        return alive->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
-                             put ? nullptr : result.Address(), &thrown, nullptr);
+        return object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
+                              put ? nullptr : result.Address(), &thrown, nullptr);
     };
     const HRESULT code = [&] {
         const CallTimer timer(member);
