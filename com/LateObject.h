@@ -90,7 +90,7 @@ private:
 DISPID FindMember(IDispatch* object, const wchar_t* member, const wchar_t* role = L"Objeto");
 
 /// The one Invoke: with trace, the host's floating-point words and its error. `role` and `member`, both
-/// literals, are for people.
+/// literals, are for people. The caller holds the object: the host may make its owner let go of it.
 Variant InvokeMember(IDispatch* object, const wchar_t* role, const wchar_t* member, DISPID id, WORD flags,
                      DISPPARAMS& parameters);
 
