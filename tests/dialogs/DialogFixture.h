@@ -6,7 +6,6 @@
 #include <optional>
 
 #include "com/LateObject.h"
-#include "frame/Resources.h"
 #include "tests/hosts/Server.h"
 #include "tests/support/Drive.h"
 #include "tests/support/FakeHost.h"
@@ -43,25 +42,7 @@ protected:
         return Script().Do([this] { host.log.clear(); });
     }
     static Script Keys(std::initializer_list<UINT> keys);
-    /// Expects that the host was asked just that since the last time.
-    Script Asked(Log asked);
-
-    // Steps that wait: for the focus in a control, for a dialog that has one, for a menu.
-    static Script Focused(std::function<HWND()> control);
-    static Script Focused(int id);
-    static Script Showing(int id);
     static Script InMenu();
-    // Steps that do: go to a control and type there, press Tab and arrive, press a button, a tool, the close
-    // box, answer a question that contains the text (0: by Enter).
-    static Script Into(int id, const std::wstring& text = L"");
-    static Script TabTo(int id);
-    static Script Click(int id);
-    static Script Tool(const wchar_t* caption);
-    static Script Close();
-    static Script Question(int button, const std::wstring& text = L"");
-    // Steps that expect a control's text, the status line's.
-    static Script Says(int id, const std::wstring& text);
-    static Script Says(const std::wstring& status) { return Says(IDC_STATUS, status); }
 
     /// The topmost dialog of the library on this thread; null when none is open.
     static HWND Dialog();

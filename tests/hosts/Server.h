@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "com/ComPtr.h"
 #include "entry/Interfaces.h"
@@ -27,23 +26,5 @@ public:
 private:
     HMODULE m_module; // stays loaded until the program ends, unless it is told to go
 };
-
-struct Parameter {
-    std::wstring name;
-    WORD flags;
-    VARTYPE type;
-    bool byReference;
-    std::wstring standIn; // the declared default, "" without one
-    bool Optional() const { return flags & PARAMFLAG_FOPT; }
-};
-
-struct Function {
-    DISPID id;
-    std::wstring name;
-    std::vector<Parameter> parameters;
-};
-
-/// The functions of an interface; of a dual one, as a late-bound caller sees them.
-std::vector<Function> Functions(ITypeInfo* info);
 
 } // namespace tamvelo::hosts

@@ -7,9 +7,14 @@
 #include "Server.h"
 #include "com/Error.h"
 #include "com/Variant.h"
+#include "tests/support/Operations.h"
 
 namespace tamvelo::hosts {
 namespace {
+
+using tamvelo::testing::Functions;
+using tamvelo::testing::Operation;
+using tamvelo::testing::Parameter;
 
 std::string Narrow(const std::wstring& text) {
     return {text.begin(), text.end()}; // names are ASCII
@@ -77,7 +82,7 @@ void Write(std::ostream& out, ITypeInfo* info) {
         }
     }
     info->ReleaseTypeAttr(attributes);
-    for (const Function& function : Functions(info)) {
+    for (const Operation& function : Functions(info)) {
         out << "  " << std::hex << function.id << std::dec << ' ' << Narrow(function.name) << '(';
         const char* separator = "";
         for (const Parameter& parameter : function.parameters) {
