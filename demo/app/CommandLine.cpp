@@ -23,10 +23,8 @@ std::optional<CommandLine> ReadCommandLine() {
         std::wstring_view name;
         std::variant<std::wstring*, long*> target;
     };
-    const Option options[] = {{L"tour", &wanted.tour},
-                              {L"--only", &wanted.only},
-                              {L"--dpi", &wanted.dpi},
-                              {L"--db", &wanted.database},
+    const Option options[] = {{L"tour", &wanted.tour},   {L"soak", &wanted.soak}, {L"--seed", &wanted.seed},
+                              {L"--only", &wanted.only}, {L"--dpi", &wanted.dpi}, {L"--db", &wanted.database},
                               {L"--rows", &wanted.rows}};
     for (std::size_t i = 0; i < given.size(); i += 2) {
         const auto option = std::ranges::find(options, given[i], &Option::name);

@@ -8,11 +8,11 @@
 
 namespace tamvelo::demo {
 
-void Say(std::wstring_view line) {
+bool Say(std::wstring_view line) {
     const std::string bytes = base::ToUtf8(line) + "\r\n";
     DWORD written = 0;
-    WriteFile(GetStdHandle(STD_OUTPUT_HANDLE), bytes.data(), static_cast<DWORD>(bytes.size()), &written,
-              nullptr);
+    return WriteFile(GetStdHandle(STD_OUTPUT_HANDLE), bytes.data(), static_cast<DWORD>(bytes.size()),
+                     &written, nullptr) != FALSE;
 }
 
 } // namespace tamvelo::demo

@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <optional>
 
 #include "com/Error.h"
@@ -9,6 +10,7 @@
 #include "demo/app/MainWindow.h"
 #include "demo/app/PrivateSettings.h"
 #include "demo/app/SampleFile.h"
+#include "demo/app/Soak.h"
 #include "demo/app/Tour.h"
 #include "demo/host/HostObjects.h"
 
@@ -18,6 +20,8 @@ namespace {
 
 constexpr CLSID kClases = {0x5be1f9a4, 0x0c57, 0x4f0e, {0x9c, 0x1d, 0x3e, 0x52, 0x77, 0x60, 0xa8, 0x4b}};
 constexpr CLSID kCitas = {0x8c0d7e12, 0x4b6a, 0x4d35, {0xa3, 0x5e, 0x90, 0x1f, 0x2c, 0xd4, 0x66, 0x71}};
+
+constexpr long kSoakRows = 2000;
 
 enum Exit { Good, Failed, UsageError };
 
@@ -54,15 +58,26 @@ void UseResolution(long dpi) {
     }
 }
 
+/// For the data and layouts of a soak: each begins with the same.
+std::wstring EmptyFolder() {
+    const std::filesystem::path folder = std::filesystem::temp_directory_path() / L"TamveloSoak";
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directory(folder);
+    return folder.wstring();
+}
+
 int Run(const CommandLine& wanted) {
     UseResolution(wanted.dpi);
     const Apartment apartment;
     std::optional<PrivateSettings> unchanged;
-    if (!wanted.tour.empty()) {
-        unchanged.emplace(wanted.tour);
-        CreateDirectoryW(wanted.tour.c_str(), nullptr);
+    const std::wstring folder = wanted.soak > 0 ? EmptyFolder() : wanted.tour;
+    if (!folder.empty()) {
+        unchanged.emplace(folder);
+        CreateDirectoryW(folder.c_str(), nullptr);
     }
-    const std::shared_ptr<Database> database = OpenSampleFile(wanted.database, wanted.rows);
+    const std::shared_ptr<Database> database = wanted.soak > 0
+                                                   ? OpenSampleFile(folder + L"\\datos.sqlite", kSoakRows)
+                                                   : OpenSampleFile(wanted.database, wanted.rows);
     Components components;
     components.Add(L"Clases", kClases, [database] { return MakeDataClasses(database); });
     components.Add(L"Citas", kCitas, [database] { return MakeAppointments(database); });
@@ -70,6 +85,9 @@ int Run(const CommandLine& wanted) {
     window.Show();
     if (!wanted.tour.empty()) {
         return TakeTour(window, wanted.tour, wanted.only) ? Good : Failed;
+    }
+    if (wanted.soak > 0) {
+        return Soak(window, wanted.soak, wanted.seed) ? Good : Failed;
     }
     window.Run();
     return Good;
@@ -93,8 +111,8 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int) {
             exit = demo::Failed;
         }
     }
-    demo::Say(complaint);
-    if (!wanted || wanted->tour.empty()) { // nobody looks at the screen during a tour
+    // A box that nobody sees would wait for ever: only where nobody reads what we say either.
+    if (!demo::Say(complaint)) {
         MessageBoxW(nullptr, complaint.c_str(), L"TamveloDemo", MB_ICONERROR);
     }
     return exit;

@@ -253,7 +253,7 @@ void MainWindow::PerformFor(const Operation& operation, std::size_t field) {
     }
 }
 
-void MainWindow::Perform(const Operation& operation, std::size_t field) {
+void MainWindow::Perform(const Operation& operation, std::size_t field, const Vary& vary) {
     if (!m_showSerch) {
         m_showSerch = MakeShowSerch();
     }
@@ -279,10 +279,21 @@ void MainWindow::Perform(const Operation& operation, std::size_t field) {
     if (operation.name == std::wstring_view(L"ShowNuevaCita")) {
         request.sink = AppointmentSink(request.date); // it hears when others have been opened since
     }
+    if (vary) {
+        vary(request);
+    }
 
     Log(std::wstring(operation.name) + L": " + className);
     operation.Perform(m_showSerch, request);
     m_preview = m_reports->ShowPreview(m_window);
+}
+
+void MainWindow::Forget() {
+    m_showSerch = {};
+    m_dataClass = {};
+    m_reports.reset();
+    m_columns.clear();
+    SetDlgItemTextW(m_window, IDC_LOG, L"");
 }
 
 void MainWindow::ReportError(std::wstring_view what) {

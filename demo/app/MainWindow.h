@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -30,8 +31,12 @@ public:
     void Run();
 
     /// One operation on a field of the form (its place in the table of fields), as the menu and F4 do it.
-    /// Comes back when the dialog is closed. Throws com::Error.
-    void Perform(const Operation& operation, std::size_t field);
+    /// Comes back when the dialog is closed. `vary` may change what the operation is given. Throws
+    /// com::Error.
+    using Vary = std::function<void(Request& request)>;
+    void Perform(const Operation& operation, std::size_t field, const Vary& vary = {});
+    /// Lets everything of the library go that operations left, empties the log.
+    void Forget();
     /// The field for a class: its own, else the value that the menu works with, set to that class's table.
     std::size_t FieldFor(std::wstring_view className);
     void Type(std::size_t field, const std::wstring& text);

@@ -6,6 +6,7 @@
 #include "com/Error.h"
 #include "demo/app/Console.h"
 #include "demo/app/Describe.h"
+#include "demo/app/Hands.h"
 #include "demo/app/Picture.h"
 
 namespace tamvelo::demo {
@@ -181,31 +182,6 @@ constexpr Stop kStops[] = {
     {L"pedidos", nullptr, nullptr, nullptr, {}, 0},
 };
 
-/// The window of this thread that takes input: the topmost visible and enabled one.
-HWND TopWindow() {
-    HWND found = nullptr;
-    const WNDENUMPROC look = [](HWND window, LPARAM out) __attribute__((stdcall))->BOOL {
-        wchar_t name[32] = L"";
-        GetClassNameW(window, name, ARRAYSIZE(name));
-        const bool input = IsWindowVisible(window) && IsWindowEnabled(window) &&
-                           std::wstring_view(name) != L"tooltips_class32" &&
-                           std::wstring_view(name) != L"IME";
-        return input ? (*reinterpret_cast<HWND*>(out) = window, FALSE) : TRUE;
-    };
-    EnumThreadWindows(GetCurrentThreadId(), look, reinterpret_cast<LPARAM>(&found));
-    return found;
-}
-
-/// The text of a message box; empty for any other window.
-std::wstring BoxText(HWND window) {
-    constexpr int kMessage = 0xFFFF; // the control that every message box keeps its text in
-    wchar_t text[512] = L"";
-    if (GetDlgItem(window, IDOK) != nullptr || GetDlgItem(window, IDCANCEL) != nullptr) {
-        GetDlgItemTextW(window, kMessage, text, ARRAYSIZE(text));
-    }
-    return text;
-}
-
 /// The control that a label names: the one after it that is no label. Null when there is none.
 HWND BoxAfter(HWND window, std::wstring_view label) {
     const auto isLabel = [](HWND control) {
@@ -231,7 +207,6 @@ HWND BoxAfter(HWND window, std::wstring_view label) {
 }
 
 void Press(const Stroke& stroke) {
-    const HWND focus = GetFocus();
     switch (stroke.kind) {
     case Stroke::Box:
         if (const HWND box = BoxAfter(GetActiveWindow(), stroke.text)) {
@@ -241,24 +216,18 @@ void Press(const Stroke& stroke) {
         }
         break;
     case Stroke::Text:
-        for (const wchar_t* letter = stroke.text; *letter != L'\0'; ++letter) {
-            PostMessageW(focus, WM_CHAR, *letter, 1);
-        }
+        TypeText(stroke.text);
         break;
-    case Stroke::Key: {
-        const LPARAM scan = static_cast<LPARAM>(MapVirtualKeyW(stroke.key, MAPVK_VK_TO_VSC)) << 16;
-        PostMessageW(focus, WM_KEYDOWN, stroke.key, scan | 1);
-        PostMessageW(focus, WM_KEYUP, stroke.key, scan | static_cast<LPARAM>(0xC0000001));
+    case Stroke::Key:
+        PressKey(stroke.key);
         break;
-    }
     case Stroke::Access:
-        PostMessageW(focus, WM_SYSCHAR, *stroke.text, 1 | 1 << 29);
+        PressAccess(*stroke.text);
         break;
     }
 }
 
-/// The user of one dialog. A timer has him act inside the dialog's own loop; its turn comes only when all
-/// that was posted before has been handled and painted.
+/// The user of one dialog. A timer has him act inside the dialog's own loop.
 class Visitor {
 public:
     Visitor(HWND main, const Stop& stop, std::wstring picture)
@@ -306,10 +275,6 @@ private:
         const HWND top = TopWindow();
         if (top == nullptr || top == m_main) {
             return;
-        }
-        // Another program may be in front: the thread's own idea of its active window is what counts here.
-        if (GetActiveWindow() != top) {
-            SetActiveWindow(top);
         }
         if (const std::wstring text = BoxText(top); !text.empty()) {
             Complain(L"mensaje: " + text);
