@@ -131,6 +131,40 @@ Script DialogTest::Keys(std::initializer_list<UINT> keys) {
     return script;
 }
 
+Script DialogTest::Question(int button) {
+    return {Until("the question", [](HWND top) { return GetDlgItem(top, IDNO) != nullptr; }),
+            Do([button] { PostMessageW(GetDlgItem(TopWindow(), button), BM_CLICK, 0, 0); })};
+}
+
+Script DialogTest::On(int id) {
+    return Do([id] { SetFocus(Item(id)); });
+}
+
+Script DialogTest::Focused(int id) {
+    return Until("the focus in " + std::to_string(id),
+                 [id](HWND) { return Item(id) && GetFocus() == Item(id); });
+}
+
+Script DialogTest::Click(int id) {
+    return Do([id] { PostMessageW(Item(id), BM_CLICK, 0, 0); });
+}
+
+Script DialogTest::Tool(const wchar_t* caption) {
+    return Do([caption] { ClickTool(caption); });
+}
+
+Script DialogTest::CloseBox() {
+    return Do([] { PostMessageW(Dialog(), WM_CLOSE, 0, 0); });
+}
+
+Script DialogTest::Says(int id, std::wstring text) {
+    return Do([id, text = std::move(text)] { EXPECT_EQ(ItemText(id), text) << id; });
+}
+
+Script DialogTest::In(int id) {
+    return Until("control " + std::to_string(id), [id](HWND top) { return top == Dialog() && Item(id); });
+}
+
 Script DialogTest::InMenu() {
     return Script().Until("the menu", [](HWND) {
         GUITHREADINFO info{};

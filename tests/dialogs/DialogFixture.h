@@ -41,8 +41,31 @@ protected:
     Script Forget() {
         return Script().Do([this] { host.log.clear(); });
     }
+
+    // Steps of a script, which is a list of them: {On(IDC_X), Type(L"a"), Key(VK_RETURN)}.
     static Script Keys(std::initializer_list<UINT> keys);
+    static Script Key(UINT key, UINT held = 0) { return Script().Key(key, held); }
+    static Script Type(std::wstring text) { return Script().Type(std::move(text)); }
+    static Script Do(std::function<void()> action) { return Script().Do(std::move(action)); }
+    static Script Until(std::string what, Script::Step condition) {
+        return Script().Until(std::move(what), std::move(condition));
+    }
+    /// A message box that says this, closed with Enter; or a question, answered with that button.
+    static Script Box(std::wstring part) { return Script().Box(std::move(part)); }
+    static Script Question(int button);
+    /// Gives the focus to a control; waits for it; writes there.
+    static Script On(int id);
+    static Script Focused(int id);
+    static Script Write(int id, std::wstring text) { return {On(id), Type(std::move(text))}; }
+    /// A button, a tool, the close box.
+    static Script Click(int id);
+    static Script Tool(const wchar_t* caption);
+    static Script CloseBox();
+    /// Expects the text of a control.
+    static Script Says(int id, std::wstring text);
     static Script InMenu();
+    /// Waits until the topmost dialog has a control: for another dialog, or for the way back.
+    static Script In(int id);
 
     /// The topmost dialog of the library on this thread; null when none is open.
     static HWND Dialog();

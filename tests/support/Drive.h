@@ -3,6 +3,7 @@
 #include "com/WinHeaders.h"
 
 #include <functional>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,13 @@ class Script {
 public:
     /// True: done, go on. False: not yet, ask again.
     using Step = std::function<bool(HWND top)>;
+
+    Script() = default;
+    Script(std::initializer_list<Script> parts) {
+        for (const Script& part : parts) {
+            Append(part);
+        }
+    }
 
     /// A key at the focus; `held` is a modifier or 0.
     Script& Key(UINT key, UINT held = 0);
