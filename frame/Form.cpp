@@ -123,6 +123,7 @@ void Form::ShowModeless() {
 
 void Form::Appear() {
     m_shown = true;
+    m_left = nullptr;
     ShowWindow(m_window, std::exchange(m_showAs, SW_SHOW));
     SetForegroundWindow(m_window);
     if (const HWND first = FirstFocus()) {
@@ -312,7 +313,9 @@ INT_PTR Form::Handle(UINT message, WPARAM first, LPARAM second) {
         if (m_toolbar && sender == m_toolbar->Window()) {
             OnTool(m_toolbar->IdOf(LOWORD(first)));
         } else if (sender) {
-            if (HIWORD(first) == EN_SETFOCUS || HIWORD(first) == CBN_SETFOCUS) {
+            const bool arrives = HIWORD(first) == EN_SETFOCUS || HIWORD(first) == CBN_SETFOCUS;
+            const HWND left = arrives ? std::exchange(m_left, nullptr) : nullptr;
+            if (arrives && left != sender && !IsChild(sender, left)) {
                 const int id = LOWORD(first);
                 const auto known = m_objects.find(id);
                 const com::ComPtr<ControlObject> object = known == m_objects.end() ? nullptr : known->second;
@@ -339,6 +342,7 @@ INT_PTR Form::Handle(UINT message, WPARAM first, LPARAM second) {
     case WM_ACTIVATE:
         if (LOWORD(first) == WA_INACTIVE) {
             BusyCommand::End(); // the window in front has the mouse
+            m_left = GetFocus();
         }
         return FALSE;
     case WM_CLOSE:

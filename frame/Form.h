@@ -243,6 +243,7 @@ private:
     HWND m_owner = nullptr;
     HWND m_window = nullptr;
     HWND m_container = nullptr;
+    HWND m_left = nullptr; // had the focus when another window came in front: that one has it back as it was
     std::unique_ptr<Toolbar> m_toolbar;
     std::wstring m_toolbarFile;
     RowLayout m_layout;

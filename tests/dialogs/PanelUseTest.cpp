@@ -82,6 +82,19 @@ TEST_F(PanelUse, KeysInTheSearchBoxAndOnTheForm) {
     ExpectAsked(InBox().Type(L"xma").Key(VK_HOME).Key(VK_DELETE).Key(VK_INSERT).Do(
                     [] { EXPECT_EQ(ItemText(IDC_TXTFIELDS0), L"ma"); }),
                 {});
+    // Another window comes in front and goes: the box is as it was left, not selected anew.
+    ExpectAsked(InBox()
+                    .Type(L"xma")
+                    .Key(VK_HOME)
+                    .Do([this] {
+                        const HWND dialog = Dialog();
+                        SetActiveWindow(owner);
+                        EXPECT_NE(GetFocus(), GetDlgItem(dialog, IDC_TXTFIELDS0));
+                        SetActiveWindow(dialog);
+                    })
+                    .Key(VK_DELETE)
+                    .Do([] { EXPECT_EQ(ItemText(IDC_TXTFIELDS0), L"ma"); }),
+                {});
     ExpectAsked(OnButton().Key(VK_DELETE).Key(VK_INSERT).Key(VK_HOME), {});
     for (const Script& where : {InBox(), OnButton()}) {
         EXPECT_FALSE(Show(Forget().Append(where).Key(VK_ESCAPE)));
