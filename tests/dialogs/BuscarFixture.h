@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "base/Text.h"
-#include "frame/Resources.h"
 #include "search/Resources.h"
 #include "tests/dialogs/DialogFixture.h"
 
@@ -67,18 +66,11 @@ protected:
             return server->ShowBuscar(sink.GetAddressOf(), data.GetAddressOf(), columns.GetAddressOf());
         });
     }
-    static Script Focused(int id) {
-        return Script().Until("the focus in " + std::to_string(id),
-                              [id](HWND) { return GetFocus() == Item(id); });
-    }
     /// A mode by its key, then the focus in the box that it gives it to.
     static Script Mode(UINT number) {
         constexpr int kFirst[] = {IDC_TXTFIELDS0, IDC_TXTFIELDS1, IDC_TXTFIELDS1, IDC_TXTFIELDS2,
                                   IDC_TXTFIELDS0};
         return Script().Key('1' + number, VK_CONTROL).Append(Focused(kFirst[number]));
-    }
-    static Script Click(int id) {
-        return Script().Do([id] { PostMessageW(Item(id), BM_CLICK, 0, 0); });
     }
     static std::wstring Shown() {
         std::wstring shown;

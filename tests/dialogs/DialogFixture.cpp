@@ -131,40 +131,6 @@ Script DialogTest::Keys(std::initializer_list<UINT> keys) {
     return script;
 }
 
-Script DialogTest::Question(int button) {
-    return {Until("the question", [](HWND top) { return GetDlgItem(top, IDNO) != nullptr; }),
-            Do([button] { PostMessageW(GetDlgItem(TopWindow(), button), BM_CLICK, 0, 0); })};
-}
-
-Script DialogTest::On(int id) {
-    return Do([id] { SetFocus(Item(id)); });
-}
-
-Script DialogTest::Focused(int id) {
-    return Until("the focus in " + std::to_string(id),
-                 [id](HWND) { return Item(id) && GetFocus() == Item(id); });
-}
-
-Script DialogTest::Click(int id) {
-    return Do([id] { PostMessageW(Item(id), BM_CLICK, 0, 0); });
-}
-
-Script DialogTest::Tool(const wchar_t* caption) {
-    return Do([caption] { ClickTool(caption); });
-}
-
-Script DialogTest::CloseBox() {
-    return Do([] { PostMessageW(Dialog(), WM_CLOSE, 0, 0); });
-}
-
-Script DialogTest::Says(int id, std::wstring text) {
-    return Do([id, text = std::move(text)] { EXPECT_EQ(ItemText(id), text) << id; });
-}
-
-Script DialogTest::In(int id) {
-    return Until("control " + std::to_string(id), [id](HWND top) { return top == Dialog() && Item(id); });
-}
-
 Script DialogTest::InMenu() {
     return Script().Until("the menu", [](HWND) {
         GUITHREADINFO info{};
@@ -172,6 +138,63 @@ Script DialogTest::InMenu() {
         GetGUIThreadInfo(GetCurrentThreadId(), &info);
         return (info.flags & GUI_INMENUMODE) != 0;
     });
+}
+
+Script DialogTest::Asked(Log asked) {
+    return Script().Do([this, asked = std::move(asked)] { EXPECT_THAT(TakeLog(), ElementsAreArray(asked)); });
+}
+
+Script DialogTest::Focused(std::function<HWND()> control) {
+    return Script().Until("the focus", [control = std::move(control)](HWND) {
+        const HWND wanted = control();
+        return wanted && GetFocus() == wanted;
+    });
+}
+
+Script DialogTest::Focused(int id) {
+    return Script().Until("the focus in " + std::to_string(id),
+                          [id](HWND) { return Item(id) && GetFocus() == Item(id); });
+}
+
+Script DialogTest::Showing(int id) {
+    return Script().Until("a dialog with " + std::to_string(id),
+                          [id](HWND top) { return GetDlgItem(top, id) != nullptr; });
+}
+
+Script DialogTest::Into(int id, const std::wstring& text) {
+    return Script().Do([id] { SetFocus(Item(id)); }).Append(Focused(id)).Type(text);
+}
+
+Script DialogTest::TabTo(int id) { return Script().Key(VK_TAB).Append(Focused(id)); }
+
+Script DialogTest::Click(int id) {
+    return Script().Do([id] { PostMessageW(Item(id), BM_CLICK, 0, 0); });
+}
+
+Script DialogTest::Tool(const wchar_t* caption) {
+    return Script().Do([caption] { ClickTool(caption); });
+}
+
+Script DialogTest::Close() {
+    return Script().Do([] { PostMessageW(Dialog(), WM_CLOSE, 0, 0); });
+}
+
+Script DialogTest::Question(int button, const std::wstring& text) {
+    constexpr int kMessage = 0xFFFF; // the control that every message box keeps its text in
+    return Script()
+        .Until("the question",
+               [=](HWND top) {
+                   return GetDlgItem(top, IDNO) &&
+                          TextOf(GetDlgItem(top, kMessage)).find(text) != std::wstring::npos;
+               })
+        .Do([button] {
+            button ? PostMessageW(GetDlgItem(TopWindow(), button), BM_CLICK, 0, 0)
+                   : PostMessageW(GetFocus(), WM_KEYDOWN, VK_RETURN, 1);
+        });
+}
+
+Script DialogTest::Says(int id, const std::wstring& text) {
+    return Script().Do([=] { EXPECT_EQ(ItemText(id), text); });
 }
 
 void DialogTest::ClickTool(const wchar_t* caption) {

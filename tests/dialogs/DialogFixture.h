@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "com/LateObject.h"
+#include "frame/Resources.h"
 #include "tests/hosts/Server.h"
 #include "tests/support/Drive.h"
 #include "tests/support/FakeHost.h"
@@ -42,7 +43,7 @@ protected:
         return Script().Do([this] { host.log.clear(); });
     }
 
-    // Steps of a script, which is a list of them: {On(IDC_X), Type(L"a"), Key(VK_RETURN)}.
+    // Steps of a script, which is a list of them: {Into(IDC_X, L"a"), Key(VK_RETURN), Box(L"No")}.
     static Script Keys(std::initializer_list<UINT> keys);
     static Script Key(UINT key, UINT held = 0) { return Script().Key(key, held); }
     static Script Type(std::wstring text) { return Script().Type(std::move(text)); }
@@ -50,22 +51,26 @@ protected:
     static Script Until(std::string what, Script::Step condition) {
         return Script().Until(std::move(what), std::move(condition));
     }
-    /// A message box that says this, closed with Enter; or a question, answered with that button.
     static Script Box(std::wstring part) { return Script().Box(std::move(part)); }
-    static Script Question(int button);
-    /// Gives the focus to a control; waits for it; writes there.
-    static Script On(int id);
+    /// Expects that the host was asked just that since the last time.
+    Script Asked(Log asked);
+
+    // Steps that wait: for the focus in a control, for a dialog that has one, for a menu.
+    static Script Focused(std::function<HWND()> control);
     static Script Focused(int id);
-    static Script Write(int id, std::wstring text) { return {On(id), Type(std::move(text))}; }
-    /// A button, a tool, the close box.
+    static Script Showing(int id);
+    static Script InMenu();
+    // Steps that do: go to a control and type there, press Tab and arrive, press a button, a tool, the close
+    // box, answer a question that contains the text (0: by Enter).
+    static Script Into(int id, const std::wstring& text = L"");
+    static Script TabTo(int id);
     static Script Click(int id);
     static Script Tool(const wchar_t* caption);
-    static Script CloseBox();
-    /// Expects the text of a control.
-    static Script Says(int id, std::wstring text);
-    static Script InMenu();
-    /// Waits until the topmost dialog has a control: for another dialog, or for the way back.
-    static Script In(int id);
+    static Script Close();
+    static Script Question(int button, const std::wstring& text = L"");
+    // Steps that expect a control's text, the status line's.
+    static Script Says(int id, const std::wstring& text);
+    static Script Says(const std::wstring& status) { return Says(IDC_STATUS, status); }
 
     /// The topmost dialog of the library on this thread; null when none is open.
     static HWND Dialog();

@@ -43,6 +43,14 @@ Script PanelTest::Elsewhere() {
     return Script().Until("another dialog", [](HWND top) { return top != Panel(); });
 }
 
+Script PanelTest::Back() {
+    return Script().Until("the panel", [](HWND top) { return top == Panel(); });
+}
+
+Script PanelTest::DoubleClick() {
+    return Script().Do([] { PostMessageW(Item(IDC_DATAGRID), WM_LBUTTONDBLCLK, MK_LBUTTON, FirstRow()); });
+}
+
 HWND PanelTest::Panel() {
     HWND panel = nullptr;
     const WNDENUMPROC look = [](HWND window, LPARAM out) __attribute__((stdcall))->BOOL {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "frame/Resources.h"
 #include "selection/Resources.h"
 #include "tests/dialogs/DialogFixture.h"
 
@@ -33,8 +32,14 @@ protected:
     /// As a late-bound caller, by name and with the three objects only.
     std::optional<com::Error> ShowLate(const wchar_t* operation, Script script);
 
-    /// Waits for a dialog over the panel.
+    // Waits for a dialog over the panel, and for the panel again.
     static Script Elsewhere();
+    static Script Back();
+    // Goes to the search box, the button beside it, the list.
+    static Script InBox() { return Into(IDC_TXTFIELDS0); }
+    static Script OnButton() { return Into(IDC_CMDBUSCAR); }
+    static Script InGrid() { return Into(IDC_DATAGRID); }
+    static Script DoubleClick();
 
     static HWND Panel();
     /// A place in the first row of the grid, or in its heading, as a mouse message has it.

@@ -38,43 +38,11 @@ protected:
         EXPECT_FALSE(Show({}, whole));
         EXPECT_THAT(TakeLog(), ElementsAreArray(asked));
     }
-    static Script InBox() {
-        return Script().Key('E', VK_CONTROL).Until("the box", [](HWND) {
-            return GetFocus() == Item(IDC_TXTFIELDS0);
-        });
+    /// The question before deleting, answered with a button or, for 0, with Enter.
+    static Script Asks(int button) {
+        return Question(button, L"¿Desea eliminar este registro?\n\nCódigo: f0c0\n");
     }
-    static Script OnButton() {
-        return Script().Do([] { SetFocus(Item(IDC_CMDBUSCAR)); });
-    }
-    static Script DoubleClick() {
-        return Script().Do(
-            [] { PostMessageW(Item(IDC_DATAGRID), WM_LBUTTONDBLCLK, MK_LBUTTON, FirstRow()); });
-    }
-    static Script Tool(const wchar_t* caption) {
-        return Script().Do([caption] { ClickTool(caption); });
-    }
-    static Script Says(int control, std::wstring text) {
-        return Script().Do([control, text = std::move(text)] { EXPECT_EQ(ItemText(control), text); });
-    }
-    /// Waits for the question, and answers it with a button of the box or, for 0, with Enter.
-    static Script Question(int button) {
-        return Script()
-            .Until("the question",
-                   [](HWND top) {
-                       const HWND text = GetDlgItem(top, 0xFFFF);
-                       return text &&
-                              TextOf(text).find(L"¿Desea eliminar este registro?\n\nCódigo: f0c0\n") == 0;
-                   })
-            .Do([button] {
-                button ? PostMessageW(GetDlgItem(TopWindow(), button), BM_CLICK, 0, 0)
-                       : PostMessageW(GetFocus(), WM_KEYDOWN, VK_RETURN, 1);
-            });
-    }
-    void Offer() {
-        for (const wchar_t* member : {L"AceptarNuevo", L"AceptarModificar", L"AceptarEliminar"}) {
-            host.sink->On(member, [](Invocation&) {});
-        }
-    }
+    void Offer() { host.sink->Accepts({L"AceptarNuevo", L"AceptarModificar", L"AceptarEliminar"}); }
 };
 
 TEST_F(RegistrosTest, OpeningLooksForTheControlsText) {
@@ -194,9 +162,9 @@ TEST_F(RegistrosTest, NewModifyAndDeleteAreTheHostsWhereItOffersThem) {
         {Tool(L"Modificar el registro"), L"modificar registros", {L"AceptarModificar(&0, &ctl)"}},
         {Script().Key('N', VK_CONTROL), L"de alta registros", {L"AceptarNuevo(&0, &ctl)"}},
         {InBox().Key(VK_INSERT), L"de alta registros", {L"AceptarNuevo(&0, &ctl)"}},
-        {Keys({VK_DELETE}).Append(Question(IDYES)), L"eliminar registros", {L"AceptarEliminar(&0, &ctl)"}},
-        {OnButton().Key(VK_DELETE).Append(Question(IDNO)), L"Registro 1 de 20", {}},
-        {Keys({VK_DELETE}).Append(Question(0)), L"Registro 1 de 20", {}},
+        {Keys({VK_DELETE}).Append(Asks(IDYES)), L"eliminar registros", {L"AceptarEliminar(&0, &ctl)"}},
+        {OnButton().Key(VK_DELETE).Append(Asks(IDNO)), L"Registro 1 de 20", {}},
+        {Keys({VK_DELETE}).Append(Asks(0)), L"Registro 1 de 20", {}},
     };
     for (const Case& each : cases) {
         SCOPED_TRACE(&each - cases);
@@ -220,7 +188,7 @@ TEST_F(RegistrosTest, AFailingHostLeavesItOpen) {
     const std::tuple<HostObject*, const wchar_t*, Script> cases[] = {
         {host.sink.Get(), L"AceptarSeleccion", Keys({VK_F4})},
         {host.sink.Get(), L"AceptarModificar", Keys({VK_RETURN})},
-        {host.sink.Get(), L"AceptarEliminar", Keys({VK_DELETE}).Append(Question(IDYES))},
+        {host.sink.Get(), L"AceptarEliminar", Keys({VK_DELETE}).Append(Asks(IDYES))},
         {host.data.Get(), L"GetFilter", Keys({VK_F7})},
         {host.data.Get(), L"AplyFilter", Keys({VK_F7})},
         {host.data.Get(), L"Requery", Keys({VK_F7})},

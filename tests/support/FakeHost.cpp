@@ -81,6 +81,21 @@ void HostObject::Without(const std::wstring& member) {
     Renumber();
 }
 
+void HostObject::Returns(const std::wstring& member, Variant value, bool quiet) {
+    On(
+        member, [value = std::move(value)](Invocation& call) { call.Return(value); }, quiet);
+}
+
+void HostObject::Raises(const std::wstring& member) {
+    On(member, [](Invocation&) { RaiseHostError(); });
+}
+
+void HostObject::Accepts(std::initializer_list<const wchar_t*> members) {
+    for (const wchar_t* member : members) {
+        On(member, [](Invocation&) {});
+    }
+}
+
 void HostObject::Renumber() {
     constexpr auto kRun = [](com::Automation& self, Invocation& call) {
         auto& object = static_cast<HostObject&>(self);

@@ -25,6 +25,10 @@ public:
     /// A member, or another behaviour for one. A quiet one is not written down.
     void On(const std::wstring& member, Behaviour behaviour, bool quiet = false);
     void Without(const std::wstring& member);
+    // Members that do no more than that.
+    void Returns(const std::wstring& member, com::Variant value, bool quiet = false);
+    void Raises(const std::wstring& member);
+    void Accepts(std::initializer_list<const wchar_t*> members);
     const std::wstring& Name() const { return m_name; }
     long References();
 
