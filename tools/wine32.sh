@@ -11,6 +11,7 @@
 #   TAMVELO_WINE_DPI=144     a screen of 144 dpi, with a prefix of its own. A program sees it once it asks for it:
 #                            SetThreadDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2)
 #   WINEPREFIX=<folder>      a prefix of your own; made and set up on first use
+#   CTEST_RESOURCE_GROUP_0_SEAT=id:2,slots:1   as ctest says it: another prefix, for tests that run side by side
 #
 # Wine decides once per server whether there is a display: with DISPLAY and without it are two prefixes.
 set -euo pipefail
@@ -143,7 +144,12 @@ else
 fi
 [ -z "${DISPLAY-}" ] || mode=$mode-display
 [ "$dpi" = 96 ] || mode=$mode-$dpi
-export WINEPREFIX=${WINEPREFIX:-$cache/prefix-$mode}
+seat=${CTEST_RESOURCE_GROUP_0_SEAT-id:1,}
+seat=${seat#id:}
+seat=${seat%%,*}
+WINEPREFIX=${WINEPREFIX:-$cache/prefix-$mode}
+[ "$seat" = 1 ] || WINEPREFIX+=-$seat
+export WINEPREFIX
 # Spanish throughout; no questions about .NET and HTML, no menus, and a crash ends the program at once.
 export WINEDEBUG=${WINEDEBUG:--all}
 export WINEDLLOVERRIDES=${WINEDLLOVERRIDES:-mscoree,mshtml=;winemenubuilder.exe,winedbg.exe=d}

@@ -23,9 +23,10 @@ std::optional<CommandLine> ReadCommandLine() {
         std::wstring_view name;
         std::variant<std::wstring*, long*> target;
     };
-    const Option options[] = {{L"tour", &wanted.tour},   {L"soak", &wanted.soak}, {L"--seed", &wanted.seed},
-                              {L"--only", &wanted.only}, {L"--dpi", &wanted.dpi}, {L"--db", &wanted.database},
-                              {L"--rows", &wanted.rows}};
+    const Option options[] = {{L"tour", &wanted.tour},     {L"soak", &wanted.soak},
+                              {L"--seed", &wanted.seed},   {L"--from", &wanted.from},
+                              {L"--only", &wanted.only},   {L"--dpi", &wanted.dpi},
+                              {L"--db", &wanted.database}, {L"--rows", &wanted.rows}};
     for (std::size_t i = 0; i < given.size(); i += 2) {
         const auto option = std::ranges::find(options, given[i], &Option::name);
         if (option == std::end(options) || i + 1 == given.size() || given[i + 1].empty()) {

@@ -6,7 +6,7 @@
 namespace tamvelo::demo {
 
 inline constexpr wchar_t kUsage[] =
-    L"TamveloDemo [tour CARPETA [--only PARADA] | soak N [--seed N]] [--dpi N] "
+    L"TamveloDemo [tour CARPETA [--only PARADA] | soak N [--seed N] [--from N]] [--dpi N] "
     L"[--db ARCHIVO] [--rows N]";
 
 struct CommandLine {
@@ -14,6 +14,7 @@ struct CommandLine {
     std::wstring only;     // the one stop to make; empty for all
     long soak = 0;         // operations used at random; 0 for the window
     long seed = 1;         // what they are made from
+    long from = 1;         // the first of them, to see a later one alone
     long dpi = 0;          // that the windows shall have; 0 for the screen's
     std::wstring database; // empty for the usual place
     long rows = 0;         // articles of the sample; 0 for the usual number

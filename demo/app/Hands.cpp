@@ -37,7 +37,8 @@ HWND TopWindow() {
 std::wstring BoxText(HWND window) {
     constexpr int kMessage = 0xFFFF; // the control that every message box keeps its text in
     wchar_t text[512] = L"";
-    if (GetDlgItem(window, IDOK) != nullptr || GetDlgItem(window, IDCANCEL) != nullptr) {
+    const auto has = [window](int button) { return GetDlgItem(window, button) != nullptr; };
+    if (has(IDOK) || has(IDCANCEL) || has(IDYES)) {
         GetDlgItemTextW(window, kMessage, text, ARRAYSIZE(text));
     }
     return text;

@@ -87,7 +87,7 @@ int Run(const CommandLine& wanted) {
         return TakeTour(window, wanted.tour, wanted.only) ? Good : Failed;
     }
     if (wanted.soak > 0) {
-        return Soak(window, wanted.soak, wanted.seed) ? Good : Failed;
+        return Soak(window, wanted.from, wanted.soak, wanted.seed) ? Good : Failed;
     }
     window.Run();
     return Good;

@@ -183,7 +183,9 @@ private:
             Say(L"FALLO: no se cierra «" + std::wstring(name) + L"»");
             TerminateProcess(GetCurrentProcess(), 1);
         }
-        if (const UINT key = kWays[m_tries % std::size(kWays)]) {
+        if (GetDlgItem(top, IDYES) != nullptr) { // whether what was typed may be lost
+            PostMessageW(top, WM_COMMAND, IDYES, 0);
+        } else if (const UINT key = kWays[m_tries % std::size(kWays)]) {
             PressKey(key);
         } else {
             PostMessageW(top, WM_CLOSE, 0, 0);
@@ -260,7 +262,7 @@ bool Usual(HWND window, const Held& usual) {
 
 } // namespace
 
-bool Soak(MainWindow& window, long count, long seed) {
+bool Soak(MainWindow& window, long first, long last, long seed) {
     if (OpenClipboard(window.Handle())) {
         EmptyClipboard();
         CloseClipboard();
@@ -275,7 +277,7 @@ bool Soak(MainWindow& window, long count, long seed) {
     const long gdi = GdiObjects();
     const long long heap = HeapInUse();
     long faults = 0;
-    for (long i = 1; i <= count; ++i) {
+    for (long i = first; i <= last; ++i) {
         watchdog.Feed();
         std::seed_seq mixed{seed, i};
         Random random(mixed);
@@ -302,7 +304,7 @@ bool Soak(MainWindow& window, long count, long seed) {
             request.mode = static_cast<short>(Below(random, 3));
         });
         faults += !Usual(window.Handle(), usual);
-        if (i % 250 == 0 || i == count) {
+        if (i % 250 == 0 || i == last) {
             Say(L"== " + std::to_wstring(i) + L" operaciones: GDI " + std::to_wstring(gdi) + L" -> " +
                 std::to_wstring(GdiObjects()) + L", heap " + std::to_wstring(heap / 1024) + L" -> " +
                 std::to_wstring(HeapInUse() / 1024) + L" KB, fallos " + std::to_wstring(faults));
