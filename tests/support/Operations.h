@@ -14,8 +14,7 @@ namespace tamvelo::testing {
 struct Parameter {
     std::wstring name;
     WORD flags;
-    VARTYPE
-    type; // of the caller's variable: VT_DISPATCH, VT_I2, VT_I4, VT_BOOL, VT_BSTR, VT_DATE, VT_VARIANT
+    VARTYPE type; // of the variable that a caller has
     bool byReference;
     std::wstring standIn; // the declared default, "" without one
     bool Optional() const { return flags & PARAMFLAG_FOPT; }
