@@ -143,23 +143,6 @@ TEST_F(RegistrationTest, NotNeededByAProgramWithAManifest) {
     }
 }
 
-/// Scripts of a host, by their own interpreter. It ends with 0 whatever happens, so each says itself that it
-/// got to its end and how many faults it found.
-class ScriptTest : public RegistrationTest, public testing::WithParamInterface<const wchar_t*> {};
-
-TEST_P(ScriptTest, FindsNothingWrong) {
-    ASSERT_EQ(RunRegsvr32(L""), 0U);
-    wchar_t script[MAX_PATH]; // a slash at the start would be a switch
-    GetFullPathNameW((std::wstring(L"" TAMVELO_HOSTS L"/") + GetParam()).c_str(), ARRAYSIZE(script), script,
-                     nullptr);
-    const Finished finished = RunProgram(L"cscript.exe //nologo \"" + std::wstring(script) + L"\"");
-    EXPECT_EQ(finished.code, 0U);
-    EXPECT_TRUE(finished.output.ends_with("fin: 0 fallos\r\n")) << finished.output;
-    EXPECT_EQ(RunRegsvr32(L"/u"), 0U);
-}
-
-INSTANTIATE_TEST_SUITE_P(, ScriptTest, testing::Values(L"operaciones.vbs"));
-
 /// Presses Enter in the dialog of another program, if it is there and has the focus.
 void PressEnter() {
     const HWND dialog = FindWindowW(nullptr, L"Selección de articulos");

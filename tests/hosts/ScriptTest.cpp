@@ -1,0 +1,344 @@
+// Hosts in scripts, under the interpreter that they are written for, and a person at the keyboard: every
+// operation with what the script is asked and answered.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <thread>
+
+#include "Programs.h"
+#include "Server.h"
+#include "com/Automation.h"
+#include "dates/Resources.h"
+#include "frame/Resources.h"
+#include "search/Resources.h"
+#include "selection/Resources.h"
+#include "tests/support/Operations.h"
+#include "tests/support/OtherProcess.h"
+#include "tests/support/ShownGrid.h"
+
+namespace tamvelo::hosts {
+namespace {
+
+using tamvelo::testing::Eventually;
+using tamvelo::testing::FocusIn;
+
+/// What a user does, or sees, in place of a key.
+enum : UINT { kClick = 0x1000, kSays, kShows, kGoTo };
+
+/// Waits until a control has the focus, types and presses a key. In place of a key: a click on the control
+/// wherever the focus is; a control says the text, or a grid shows its rows, the current one in brackets;
+/// another window comes forward.
+struct Step {
+    int control;
+    UINT key;
+    std::wstring text = {};
+};
+using Steps = std::vector<Step>;
+
+struct Row {
+    std::wstring statement;
+    std::wstring caption; // of the dialog that opens; none for a statement that fails
+    Steps steps;
+    std::string transcript;
+};
+
+const Steps kLeave{{IDC_DATAGRID, VK_ESCAPE}};
+const Steps kAccept{{IDC_DATAGRID, VK_RETURN}};
+const Steps kMarkOne{{IDC_LIST1, VK_SPACE}, {IDC_LIST1, VK_RETURN}};
+const Steps kThird{{IDC_LIST1, VK_DOWN}, {IDC_LIST1, VK_DOWN}, {IDC_LIST1, VK_SPACE}, {IDC_LIST1, VK_RETURN}};
+const Steps kCode{
+    {IDC_CRITERIA_FIELDS + 1, 0, L"a1b"}, {IDC_CRITERIA_FIELDS + 1, kSays, L"ab"}, {0, VK_RETURN}};
+
+constexpr wchar_t kPanel[] = L"Selección de fichas";
+constexpr wchar_t kDocuments[] = L"Selección de Documentos e informes";
+constexpr char kFiltered[] =
+    "ValidaValue TxtFields0 [ab]; CreateFilter TxtFields0codigo 0; CreateFilter TxtFields1nombre 0; "
+    "CreateFilter TxtFields2familia 0; CreateFilter TxtFields3precio 0; "
+    "CreateFilter TxtFields4Planificar 0; SetFilter 'codigo=ab' 'Filter'; AplyFilter 'codigo=ab'; "
+    "Requery 'selec'; AceptarBuscar";
+constexpr wchar_t kReports[] = L"Selección de Informes";
+
+const Row kRows[] = {
+    {L"ShowSelecDate p", L"Seleccionar Fechas", {{IDC_DTPICKER0, VK_ESCAPE}}, ""},
+    {L"ShowSelecDate p",
+     L"Seleccionar Fechas",
+     {{IDC_DTPICKER0, VK_RETURN}},
+     "AceptarFechaEntre 'Date' Double:0 'Date' Double:0"},
+    {L"ShowBuscar busca, busca, cuadro",
+     L"Buscar Registros",
+     {{IDC_TXTFIELDS0, 0},
+      {IDC_OPTBUSCAR4, kClick},
+      {IDC_TXTFIELDS0, VK_RETURN, L"li7ma"},
+      {IDC_TXTFIELDS0, VK_RETURN, L"pera"},
+      {IDC_TXTFIELDS0, VK_RETURN},
+      {IDC_TXTFIELDS0, VK_TAB},
+      {IDC_CMDBUSCAR, VK_TAB}, // where Enter would search again
+      {IDC_LIST2, VK_RETURN}},
+     "ValidaValue TxtFields0 []; ValidaValue TxtFields0 [lima]; ValidaValue TxtFields0 [pera]; "
+     "CreateFilter List20nombre 0; SetFilter ',lima,pera' 'Filter'; AplyFilter ',lima,pera'; "
+     "ValidaValue TxtFields0 []; AceptarBuscar"},
+    {L"ShowColums p, cuadro", L"Columnas visibles", kThird, "Codigo True; Nombre True; Saldo True"},
+    {L"ShowOrder modo, p, cuadro", L"Columna de orden", kThird, "ActualizaOrden 1 7"},
+    {L"ShowSelec p, lista, p, columna, indice, hallar, existencias",
+     kPanel,
+     {{IDC_DATAGRID, VK_INSERT}, {IDC_TXTFIELDS0, VK_RETURN, L"-3"}},
+     "Requery 'seleccion'; FindRecord 'C-2'; CreateFilter TxtFields0codigo [-3]; "
+     "SetFilter '-3' 'FilterSelec'; AplyFilter '-3'; Requery 'selec'; AceptarSeleccion 0 [C-2] 'C-3'; "
+     "AplyFilter ''; Queda [C-3]"},
+    {L"ShowSelec p, lista, p, , , , True", kPanel, kLeave, "Requery 'seleccion_stock'; FindRecord 'C-2'"},
+    {L"ShowSelec p, busca, p, (columna) + 1, 1 + 1, Not hallar, \"False\"", kPanel, kAccept,
+     "Requery 'seleccion'; AceptarSeleccion 1 [C-2] 'Iban~ez'; AplyFilter ''; Queda [Iban~ez]"},
+    {L"ShowSelecNoVerif p, lista, p, columna, 3, True, True", kPanel, kAccept,
+     "Requery 'seleccion'; AceptarSeleccion 0 [C-2] 'C-1'; AplyFilter ''; Queda [C-1]"},
+    {L"ShowSelecVerif p, lista, p",
+     kPanel,
+     {{IDC_DATAGRID, VK_TAB}, {IDC_CMD1, VK_RETURN}},
+     "Requery 'seleccionar'; FindRecord 'C-2'; AceptarSeleccion 0 [C-2] True"},
+    {L"ShowSelecControlVerif p, lista, p, columna",
+     kPanel,
+     {{IDC_DATAGRID, VK_TAB}, {IDC_CMD3, VK_RETURN}},
+     "Requery 'seleccionar'; FindRecord 'C-2'; AceptarSeleccion 0 [C-2] False"},
+    {L"ShowSelecTrueFalse p, lista, p",
+     L"Lista con casillas de fichas",
+     {{IDC_STATUS, kSays, L"Registro 2 de 3   ·   1 marcada"},
+      {IDC_LBLNINGUNO, kClick},
+      {IDC_LBLNINGUNO, VK_TAB},
+      {IDC_TXTFIELDS0, VK_TAB},
+      {IDC_DATAGRID, VK_SPACE},
+      {IDC_DATAGRID, VK_DOWN},
+      {IDC_DATAGRID, VK_DOWN},
+      {IDC_DATAGRID, VK_SPACE},
+      {IDOK, VK_RETURN},
+      {IDC_DATAGRID, VK_RETURN}},
+     "Requery 'seleccion'; FindRecord 'C-2'; Denegar_todos 'conexion'; Requery 'seleccion'; "
+     "Value de C-1 True; Update; Value de C-3 True; AceptarSeleccion 0 [C-2] 'C-3'; "
+     "clsEvents_AceptaSeleccion 0 [C-3] 'C-3' 'C-3' 'Mun~oz'; AplyFilter ''; Queda [C-3]"},
+    {L"ShowSelecAdd p, lista, p",
+     kPanel,
+     {{IDC_DATAGRID, 0},
+      {IDC_CMDNUEVO, kClick},
+      {IDC_RECORD_BOXES + 4 * 3 + 1, VK_TAB, L"7"}, // the family
+      {IDC_RECORD_BOXES + 1 * 3 + 1, VK_TAB},       // its code
+      {IDC_RECORD_BOXES + 2 * 3 + 1, VK_RETURN, L"Puente"}},
+     "Requery 'seleccion'; FindRecord 'C-2'; InsertarArticulo '7-001' 'Puente' '7' Empty: Empty:; "
+     "AceptarSeleccion 0 [C-2] '7-001'; AplyFilter ''; Queda [7-001]"},
+    {L"ShowRegistros p, busca, p, 1, 0, True",
+     L"Registros de fichas",
+     {{IDC_DATAGRID, VK_DELETE}, {IDNO, VK_LEFT}, {IDYES, VK_RETURN}, {IDC_DATAGRID, VK_F4}},
+     "Requery 'seleccion'; FindRecord 'C-2' 1; AceptarEliminar de C-2 0 [C-2]; "
+     "AceptarSeleccion 0 [C-2] 'C-3'; Queda [C-3]"},
+    {L"ShowSelecDirecta p, lista, p, columna, indice, hallar, modal", kPanel, kAccept,
+     "Requery 'seleccion'; FindRecord 'C-2'; CreateFilter TxtFields0codigo [*C-2]; "
+     "SetFilter 'C-2' 'FilterSelec'; AplyFilter 'C-2'; Requery 'selec'; AceptarSeleccion 0 [C-2] 'C-2'; "
+     "AplyFilter ''"},
+    {L"ShowSelecInDirecta p, lista, p, columna, texto, hallar, modal",
+     kPanel,
+     {{IDC_TXTFIELDS0, kSays, L"A"}, {IDC_DATAGRID, VK_RETURN}},
+     "Requery 'seleccion'; FindRecord 'C-2'; AceptarSeleccion 0 [C-2] 'C-2'; AplyFilter ''"},
+    {L"ShowSelecInDirecta p, lista, p, , \"B\", , 1", kPanel, kLeave,
+     "Requery 'seleccion'; FindRecord 'C-2'"},
+    {L"ShowRpt clave, p, informes", L"Selección de Documentos", kMarkOne, "AceptarReports(-10) 0 1"},
+    {L"ShowSql clave, p, informes", kReports, kMarkOne, "AceptarReports(-10) 0 0"},
+    {L"ShowEtiq clave, p, informes", L"Selección de Etiquetas", kMarkOne, "AceptarEtiqueta(-10)"},
+    {L"PrintEtiq clave, p, informes", L"", {}, "AceptarEtiqueta(-10)"},
+    {L"ShowRptListas clave, p, informes", L"Selección de Listas", kMarkOne,
+     "AceptarListasParam(-10) 0 1 'PRC'"},
+    {L"ShowRptCond clave, p, informes", kDocuments, kMarkOne,
+     "AceptarReportsParam(-10) 0 1 mes fin '' 2 2 '' 'PRC'"},
+    {L"ShowRptInfCond clave, p, informes", kDocuments, kMarkOne,
+     "AceptarReportsInformesParam(-10) 0 1 mes fin '' 2 2 ''"},
+    {L"ShowRptMailCond clave, p, informes", kDocuments, kMarkOne,
+     "AceptarReportsParamMail(-10) 0 1 mes fin '' 2 2 '' 'PRC'"},
+    {L"ShowRptBorrador clave & 2, p, informes", kDocuments, kMarkOne,
+     "AceptarReportsParamMail(-10) 0 1 mes fin 'Borrador' 2 2 '' 'PRC'"},
+    {L"ShowRptCondHr clave, p, informes", kDocuments, kMarkOne,
+     "AceptarReportsParamHr(-10) 0 1 mes fin '' False False 7:0 23:59"},
+    {L"ShowRptFchAuto clave, p, informes", kDocuments, kMarkOne, "AceptarReportsFchAuto(-10) 0 1 mes fin 0"},
+    {L"ShowRptFchAutoInf clave, p, informes, False", kReports, kMarkOne,
+     "AceptarInformesFchAuto(-10) 0 1 mes fin 0"},
+    {L"ShowRptsInfFch clave, p, informes", kReports, kMarkOne, "AceptarInformesFch(-10) 0 1 mes fin ''"},
+    {L"ShowRptFchCliDirec clave, New PantallaBreve, informes", kReports, kMarkOne,
+     "AceptarInformesFchAuto(-10) 0 1 mes fin"},
+    {L"ShowRptInfOrdenes clave, p, informes, True", kReports, kMarkOne,
+     "AceptarInformesFchAutoTipoTime(-10) 0 1 mes fin 0 '' 0:0 23:59 2 2 ''"},
+    {L"ShowRptNumAut clave, p, informes", L"Selección de Documentos", kMarkOne,
+     "AceptarDocNumAut(-10) 0 1 Empty: Empty: False"},
+    {L"PrintRptNumAut clave, p, informes", L"", {}, "AceptarDocNumAut(-10) 0 1 Empty: Empty: False"},
+    {L"ShowSeleccionar busca, busca", L"Criterios de ventas", kCode, kFiltered},
+    {L"ShowSelecLab busca, busca", L"Criterios de laboratorio", kCode, kFiltered},
+    {L"ShowSelecMinim busca, busca", L"Criterios de mínimos", kCode, kFiltered},
+    {L"ShowSeleccionarComp busca, busca", L"Criterios de compras", kCode, kFiltered},
+    {L"ShowSeleccionarRecibo busca, busca", L"Criterios de recibos", kCode, kFiltered},
+    {L"ShowNuevaCita p, lista, ventana, fecha : MsgBox \"Acepte.\", 0, \"Agenda\"",
+     L"Agenda",
+     {{0, kGoTo, L"Nueva Cita :  21/11/2026"},
+      {IDC_DTPICHORA, VK_RETURN}, // there is nothing to save with
+      {IDOK, VK_RETURN},
+      {IDC_DTPICHORA, VK_ESCAPE},
+      {0, kGoTo, L"Agenda"},
+      {IDOK, VK_RETURN}},
+     "AceptarBuscar"},
+    {L"ShowSelec p, lista, \"texto\"", L"", {}, "Error 13"},
+    {L"ShowSelec p, lista, dialogos", L"", {}, "Error 13"},
+    {L"ShowSelec p, lista, p, \"uno\"", L"", {}, "Error 13"},
+    {L"ShowSelec p, lista", L"", {}, "Error 450"},
+    {L"NoExiste", L"", {}, "Error 438"},
+};
+
+bool Reads(const Step& step, HWND control) {
+    if (step.key == kSays) {
+        wchar_t text[128] = L"";
+        SendMessageTimeoutW(control, WM_GETTEXT, ARRAYSIZE(text), reinterpret_cast<LPARAM>(text),
+                            SMTO_ABORTIFHUNG, 2000, nullptr);
+        return text == step.text;
+    }
+    const auto shown = tamvelo::testing::ReadGrid(control);
+    std::wstring rows;
+    for (const std::wstring& row : shown.rows) {
+        rows += &row == &shown.rows[0] + shown.selected ? L"[" + row + L"]" : L" " + row + L" ";
+    }
+    return rows == step.text;
+}
+
+/// True when it could be done.
+bool Do(const Step& step, HWND& window) {
+    if (step.key == kGoTo) {
+        window = tamvelo::testing::WindowOfAnyProcess(step.text);
+        return window && SetForegroundWindow(window);
+    }
+    const HWND control = GetDlgItem(window, step.control);
+    if (step.key == kClick) {
+        return PostMessageW(control, BM_CLICK, 0, 0);
+    }
+    if (step.key == kSays || step.key == kShows) {
+        return Eventually(
+            [&] { return Reads(step, step.key == kSays && !control ? FocusIn(window) : control); });
+    }
+    const bool there = Eventually([&] { // it may be still to be made, in a panel of the dialog's
+        const HWND focus = FocusIn(window);
+        return focus && (step.control == 0 || GetDlgCtrlID(focus) == step.control);
+    });
+    tamvelo::testing::PostTextTo(window, step.text);
+    if (step.key != 0) {
+        tamvelo::testing::PostKeyTo(window, step.key);
+    }
+    return there;
+}
+
+/// Works through the dialogs from outside, as a person would; ends the program where that cannot go on.
+void Work(std::span<const Row> rows) {
+    CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+    for (const Row& row : rows) {
+        if (row.caption.empty()) {
+            continue;
+        }
+        SCOPED_TRACE(::testing::PrintToString(row.statement + L": " + row.caption));
+        HWND window = nullptr;
+        bool well = Do({0, kGoTo, row.caption}, window);
+        EXPECT_TRUE(well) << "it did not open";
+        for (size_t i = 0; well && i < row.steps.size(); ++i) {
+            well = Do(row.steps[i], window);
+            EXPECT_TRUE(well) << "step " << i;
+        }
+        well = well && Eventually([&] { return !IsWindow(window); });
+        EXPECT_TRUE(well) << "it stays open";
+        if (!well) {
+            DWORD script = 0; // it would wait for ever
+            GetWindowThreadProcessId(window, &script);
+            TerminateProcess(OpenProcess(PROCESS_TERMINATE, FALSE, script), 1);
+            break;
+        }
+    }
+    CoUninitialize();
+}
+
+/// Takes away what dialogs have kept for the script's screen, in this run or an earlier one.
+void ForgetChoices() {
+    constexpr wchar_t kForms[] = L"SOFTWARE\\Tamvelo\\Tamvelo\\1.0\\Configuracion";
+    HKEY forms = nullptr;
+    wchar_t form[64];
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, kForms, 0, KEY_ALL_ACCESS, &forms) == ERROR_SUCCESS) {
+        for (DWORD i = 0; RegEnumKeyW(forms, i, form, ARRAYSIZE(form)) == ERROR_SUCCESS; ++i) {
+            for (const wchar_t* screen : {L"\\rptsPruebas", L"\\rptsPruebas2"}) {
+                RegDeleteTreeW(forms, (std::wstring(form) + screen).c_str());
+            }
+        }
+        RegCloseKey(forms);
+    }
+}
+
+class ScriptTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ForgetChoices();
+        ASSERT_EQ(RunRegsvr32(L""), 0U);
+    }
+    void TearDown() override {
+        EXPECT_EQ(RunRegsvr32(L"/u"), 0U);
+        ForgetChoices();
+    }
+    /// Runs a script while somebody works its dialogs; what it printed, its lines parted by LF.
+    static std::string Run(const std::filesystem::path& script, std::span<const Row> rows) {
+        wchar_t path[MAX_PATH]; // a slash at the start would be a switch
+        GetFullPathNameW(script.c_str(), ARRAYSIZE(path), path, nullptr);
+        std::thread person([rows] { Work(rows); });
+        Finished finished = RunProgram(L"cscript.exe //nologo \"" + std::wstring(path) + L"\"");
+        person.join();
+        EXPECT_EQ(finished.code, 0U);
+        std::erase(finished.output, '\r');
+        return finished.output;
+    }
+    const std::filesystem::path m_sources = L"" TAMVELO_HOSTS;
+};
+
+TEST_F(ScriptTest, EveryOperationAsksAndAnswersExactlyThis) {
+    const std::filesystem::path script = std::filesystem::path(Folder()) / L"host.vbs";
+    std::ostringstream text;
+    text << std::ifstream(m_sources / L"host.vbs", std::ios::binary).rdbuf();
+    std::string expected;
+    for (size_t i = 0; i < std::size(kRows); ++i) {
+        const std::wstring& statement = kRows[i].statement;
+        text << "Empieza " << i << "\ndialogos." << std::string(statement.begin(), statement.end()) << "\n";
+    }
+    text << "Empieza " << std::size(kRows) << "\n";
+    std::ofstream(script, std::ios::binary) << text.str();
+    std::istringstream output(Run(script, kRows));
+    std::string got, line;
+    std::getline(output, line);
+    for (const Row& row : kRows) {
+        EXPECT_EQ(line, "== " + std::to_string(&row - kRows));
+        for (got.clear(); std::getline(output, line) && !line.starts_with("== ");) {
+            got += (got.empty() ? "" : "; ") + line;
+        }
+        EXPECT_EQ(got, row.transcript) << ::testing::PrintToString(row.statement);
+    }
+    for (const tamvelo::testing::Operation& operation : tamvelo::testing::Operations()) {
+        EXPECT_TRUE(std::ranges::any_of(kRows, [&](const Row& row) {
+            return row.statement.starts_with(operation.name + L" ") && !row.transcript.starts_with("Error");
+        })) << ::testing::PrintToString(operation.name);
+    }
+}
+
+// The program that others copy: its fields belong to a record, and it has neither clones nor bookmarks.
+TEST_F(ScriptTest, TheExampleShowsItsRowsAndDeliversTheOneHighlighted) {
+    const Row rows[] = {{L"",
+                         L"Selección de articulos",
+                         {{IDC_DATAGRID, VK_DOWN},
+                          {IDC_DATAGRID, kShows, L" A-1; Tornillo [A-2; Tuerca] A-3; Arandela "},
+                          {IDC_DATAGRID, VK_RETURN}},
+                         {}}};
+    EXPECT_EQ(Run(m_sources / L"../../examples/seleccion.vbs", rows), "Elegido: A-2\n");
+}
+
+// No answer: Wine's engine for this language takes no arguments by reference, and the sink's are.
+TEST_F(ScriptTest, ObjectsWithoutTypesServeToo) {
+    const Row rows[] = {
+        {L"", L"Selección de familias", {{IDC_DATAGRID, VK_DOWN}, {IDC_DATAGRID, VK_ESCAPE}}, {}}};
+    EXPECT_EQ(Run(m_sources / L"panel.js", rows), "Requery seleccion\nQueda en 2\n");
+}
+
+} // namespace
+} // namespace tamvelo::hosts
