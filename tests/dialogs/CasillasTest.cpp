@@ -1,4 +1,4 @@
-// The check list: what it asks of the host, how marks are made, and hosts that refuse or go.
+// The check list: what it answers, how marks are made, and a record set that refuses one.
 #include "com/WinHeaders.h"
 
 #include <commctrl.h>
@@ -21,10 +21,10 @@ protected:
     CasillasTest() {
         host.set->Table().names = {{kMark, L"Planificar"}};
         MarkFirst(3);
-        host.data->On(L"GetConnection", [](Invocation& call) { call.Return(Variant(L"conexión")); });
+        host.data->Returns(L"GetConnection", Variant(L"conexión"));
         host.data->On(L"Aceptar_todos", [this](Invocation&) { MarkFirst(20); });
         host.data->On(L"Denegar_todos", [this](Invocation&) { MarkFirst(0); });
-        host.sink->On(L"clsEvents_AceptaSeleccion", [](Invocation&) {});
+        host.sink->Accepts({L"clsEvents_AceptaSeleccion"});
     }
     void MarkFirst(long records) {
         host.set->Table().written.clear();
@@ -41,24 +41,11 @@ protected:
                                               &column, &indx, &find);
         });
     }
-    void ExpectAsked(const Script& script, const Log& asked) {
-        MarkFirst(3);
-        host.set->SetFilter(L"");
-        host.stored.clear();
-        EXPECT_FALSE(Show(0, 0, Forget().Append(script).Key(VK_ESCAPE)));
-        EXPECT_THAT(TakeLog(), ElementsAreArray(asked));
-    }
-    static Script Says(std::wstring status) {
-        return Script().Do([status = std::move(status)] { EXPECT_EQ(ItemText(IDC_STATUS), status); });
-    }
-    static Script On(int control, UINT key) {
-        return Script().Do([control] { SetFocus(Item(control)); }).Key(key);
-    }
-    static Script Click(int control) {
-        return Script().Do([control] { PostMessageW(Item(control), BM_CLICK, 0, 0); });
+    static Script Counts(const std::wstring& marked, int row = 1) {
+        return Says(L"Registro " + std::to_wstring(row) + L" de 20   ·   " + marked);
     }
     static Script ClickMark(UINT message) {
-        return Script().Do([message] {
+        return Do([message] {
             RECT mark{};
             SendMessageW(Heading(), HDM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&mark));
             PostMessageW(Item(IDC_DATAGRID), message, MK_LBUTTON,
@@ -67,78 +54,73 @@ protected:
     }
 };
 
-TEST_F(CasillasTest, TheClassDecidesTheAnswerAndTheEventFollowsIt) {
+TEST_F(CasillasTest, TheEventFollowsTheAnswerWithThreeTexts) {
     const struct {
         const wchar_t* className;
         short column;
         short indx;
-        Log asked;
+        const wchar_t* found; // of the column, by that number
+        const wchar_t* answer;
+        const wchar_t* more; // what the event has beyond the answer
     } cases[] = {
-        {L"hordenes",
-         1,
-         5,
-         {L"AceptarSeleccionParam(&1, &ctl, \"f0c1\", \"f0c0\", \"f0c2\")",
-          L"clsEvents_AceptaSeleccion(&1, &ctl, \"f0c1\", \"f0c0\", \"f0c2\")"}},
-        {L"Fases",
-         2,
-         0,
-         {L"AceptarSeleccionParam(&2, &ctl, \"f0c2\", \"f0c0\", \"f0c1\")",
-          L"clsEvents_AceptaSeleccion(&2, &ctl, \"f0c2\", \"f0c0\", \"f0c1\")"}},
-        {L"Familias",
-         0,
-         3,
-         {L"AceptarSeleccion(&3, &ctl, \"f0c0\")",
-          L"clsEvents_AceptaSeleccion(&3, &ctl, \"f0c0\", \"f0c0\", \"f0c1\")"}},
-        {L"tipos_producto",
-         9,
-         2,
-         {L"AceptarSeleccion(&0, &ctl, \"f0c2\")",
-          L"clsEvents_AceptaSeleccion(&0, &ctl, \"f0c2\", \"f0c0\", \"f0c1\")"}},
+        {L"hordenes", 1, 5, L", 1", L"AceptarSeleccionParam(&1, &ctl, \"f0c1\", \"f0c0\", \"f0c2\"", L""},
+        {L"Familias", 0, 3, L"", L"AceptarSeleccion(&3, &ctl, \"f0c0\"", L", \"f0c0\", \"f0c1\""},
+        {L"tipos_producto", 9, 2, nullptr, L"AceptarSeleccion(&0, &ctl, \"f0c2\"", L", \"f0c0\", \"f0c1\""},
     };
+    host.text = L"A-1";
     for (const auto& each : cases) {
         SCOPED_TRACE(::testing::PrintToString(std::wstring(each.className)));
         host.className = each.className;
-        host.text = L"A-1";
-        EXPECT_FALSE(Show(each.column, each.indx, Keys({VK_RETURN})));
-        Log expected{L"sClassName()", kRequery};
-        if (each.column < 3) {
-            expected.push_back(L"FindRecord(\"A-1\"" +
-                               (each.column ? L", " + std::to_wstring(each.column) : std::wstring()) + L")");
+        const std::wstring answer = each.answer;
+        Log asked{L"sClassName()", kRequery};
+        if (each.found) {
+            asked.push_back(L"FindRecord(\"A-1\"" + std::wstring(each.found) + L")");
         }
-        expected.insert(expected.end(), each.asked.begin(), each.asked.end());
-        expected.emplace_back(kClear);
-        EXPECT_THAT(TakeLog(), ElementsAreArray(expected));
+        asked.insert(
+            asked.end(),
+            {answer + L")",
+             L"clsEvents_AceptaSeleccion" + answer.substr(answer.find(L'(')) + each.more + L")", kClear});
+        EXPECT_FALSE(Show(each.column, each.indx, Key(VK_RETURN)));
+        EXPECT_THAT(TakeLog(), ElementsAreArray(asked));
     }
     host.sink->Without(L"clsEvents_AceptaSeleccion"); // as the library's own relay
-    EXPECT_FALSE(Show(0, 0, Forget().Key(VK_RETURN)));
+    EXPECT_FALSE(Show(0, 0, {Forget(), Key(VK_RETURN)}));
     EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarSeleccion(&0, &ctl, \"f0c0\")", kClear));
 }
 
 TEST_F(CasillasTest, MarksAreMadeOneByOneAndAllAtOnce) {
     const Log all{L"GetConnection()", L"Aceptar_todos(&\"conexión\")", kRequery};
     const Log none{L"GetConnection()", L"Denegar_todos(&\"conexión\")", kRequery};
-    const Script every = Says(L"Registro 1 de 20   ·   20 marcadas");
-    const Script no = Says(L"Registro 1 de 20   ·   0 marcadas");
-    const Script two = Says(L"Registro 1 de 20   ·   2 marcadas");
-    const Script three = Says(L"Registro 1 de 20   ·   3 marcadas");
+    const Script every = Counts(L"20 marcadas");
+    const Script no = Counts(L"0 marcadas");
+    const Script two = Counts(L"2 marcadas");
+    const Script three = Counts(L"3 marcadas");
     const std::pair<Script, Log> cases[] = {
-        {Script(three).Key(VK_SPACE).Append(two).Key(VK_SPACE).Append(three), {}},
-        {ClickMark(WM_LBUTTONDOWN).Append(two).Append(ClickMark(WM_LBUTTONDBLCLK)).Append(three), {}},
-        {ClickMark(WM_RBUTTONDOWN).Append(three), {}}, // that is for the menu
-        {Keys({VK_DOWN, VK_DOWN, VK_SPACE, VK_UP, VK_SPACE})
-             .Append(Says(L"Registro 2 de 20   ·   1 marcada")),
-         {}},
-        {Click(IDC_LBLTODOS).Append(every), all},
-        {On(IDC_LBLTODOS, VK_SPACE).Append(every), all},
-        {On(IDC_LBLTODOS, VK_RETURN).Append(every), all},
-        {Script().Key('T', VK_CONTROL).Append(every), all},
-        {Click(IDC_LBLNINGUNO).Append(no), none},
-        {On(IDC_LBLNINGUNO, VK_RETURN).Append(no), none},
-        {Script().Key('U', VK_CONTROL).Append(no), none},
+        {{three, Key(VK_SPACE), two, Key(VK_SPACE), three}, {}},
+        {{ClickMark(WM_LBUTTONDOWN), two, ClickMark(WM_LBUTTONDBLCLK), three}, {}},
+        {{ClickMark(WM_RBUTTONDOWN), three}, {}}, // that is for the menu
+        {{Keys({VK_DOWN, VK_DOWN, VK_SPACE, VK_UP, VK_SPACE}), Counts(L"1 marcada", 2)}, {}},
+        {{Click(IDC_LBLTODOS), every}, all},
+        {{Into(IDC_LBLTODOS), Key(VK_SPACE), every}, all},
+        {{Into(IDC_LBLTODOS), Key(VK_RETURN), every}, all},
+        {{Key('T', VK_CONTROL), every}, all},
+        {{Into(IDC_LBLNINGUNO), Key(VK_RETURN), no}, none},
+        {{Key('U', VK_CONTROL), no}, none},
+        // While a search hides rows the links say that they reach them; then every record is there.
+        {{Says(IDC_LBLTODOS, L"    Selec. Todos"), Says(IDC_LBLNINGUNO, L"Selec. Ninguno"),
+          Do([] { EXPECT_FALSE(IsShown(IDC_LBLALCANCE)); }), Into(IDC_TXTFIELDS0, L"ma"),
+          Click(IDC_CMDBUSCAR), Do([] { EXPECT_TRUE(IsShown(IDC_LBLALCANCE)); }),
+          Says(IDC_LBLTABLE, L"Filtro: campo=ma"), Says(L"Registro 1 de 10   ·   2 marcadas"), Forget(),
+          Do([this] { host.data->On(L"Requery", [this](Invocation&) { host.set->SetFilter(L""); }); }),
+          Click(IDC_LBLTODOS), every, Do([] { EXPECT_FALSE(IsShown(IDC_LBLALCANCE)); }),
+          Says(IDC_LBLTABLE, L"")},
+         all},
     };
     for (const auto& [script, asked] : cases) {
         SCOPED_TRACE((&asked - &cases[0].second) / 2);
-        ExpectAsked(script, asked);
+        MarkFirst(3);
+        EXPECT_FALSE(Show(0, 0, {Forget(), script, Key(VK_ESCAPE)}));
+        EXPECT_THAT(TakeLog(), ElementsAreArray(asked));
     }
 }
 
@@ -150,28 +132,23 @@ TEST_F(CasillasTest, SpaceMarksTheCurrentColumnOrTheFirstToPlanNeverOtherData) {
     table.value = [](long, short column) {
         return column == kActivo || column == kPlanificar ? Variant(false) : Variant(L"x");
     };
+    const Script toActivo = Keys({VK_HOME, VK_LEFT, VK_LEFT, VK_LEFT, VK_LEFT});
     const struct {
         std::map<short, const wchar_t*> names;
-        std::initializer_list<UINT> keys;
+        Script keys;
         std::vector<short> written;
-        const wchar_t* says;
+        Script says;
     } cases[] = {
-        {{{kPlanificar, L"PLANIFICAR_2"}},
-         {VK_SPACE},
-         {kPlanificar},
-         L"Registro 1 de 20   ·   0 y 1 marcadas"},
-        {{{kPlanificar, L"Planificar"}},
-         {VK_HOME, VK_LEFT, VK_LEFT, VK_LEFT, VK_LEFT, VK_SPACE},
-         {kActivo},
-         L"Registro 1 de 20   ·   1 y 0 marcadas"},
-        {{}, {VK_SPACE}, {}, L"Para marcar, vaya antes a la columna de la casilla."},
+        {{{kPlanificar, L"PLANIFICAR_2"}}, {}, {kPlanificar}, Counts(L"0 y 1 marcadas")},
+        {{{kPlanificar, L"Planificar"}}, toActivo, {kActivo}, Counts(L"1 y 0 marcadas")},
+        {{}, {}, {}, Says(L"Para marcar, vaya antes a la columna de la casilla.")},
     };
     for (const auto& each : cases) {
         SCOPED_TRACE(&each - cases);
         table.names = each.names;
         table.written.clear();
         ++table.version;
-        EXPECT_FALSE(Show(0, 0, Keys(each.keys).Append(Says(each.says)).Key(VK_ESCAPE)));
+        EXPECT_FALSE(Show(0, 0, {each.keys, Key(VK_SPACE), each.says, Key(VK_ESCAPE)}));
         std::vector<short> written;
         for (const auto& [cell, value] : table.written) {
             written.push_back(cell.second);
@@ -180,88 +157,38 @@ TEST_F(CasillasTest, SpaceMarksTheCurrentColumnOrTheFirstToPlanNeverOtherData) {
     }
 }
 
-TEST_F(CasillasTest, WhileASearchHidesRowsTheLinksSayThatTheyReachThem) {
-    const Script search =
-        Script()
-            .Do([] {
-                EXPECT_EQ(ItemText(IDC_LBLTODOS), L"    Selec. Todos");
-                EXPECT_EQ(ItemText(IDC_LBLNINGUNO), L"Selec. Ninguno");
-                EXPECT_FALSE(IsShown(IDC_LBLALCANCE));
-                SetFocus(Item(IDC_TXTFIELDS0));
-            })
-            .Type(L"ma")
-            .Append(Click(IDC_CMDBUSCAR))
-            .Do([] {
-                EXPECT_TRUE(IsShown(IDC_LBLALCANCE));
-                EXPECT_EQ(ItemText(IDC_LBLTABLE), L"Filtro: campo=ma");
-                EXPECT_EQ(ItemText(IDC_STATUS), L"Registro 1 de 10   ·   2 marcadas");
-            })
-            .Do([this] {
-                host.log.clear();
-                host.data->On(L"Requery", [this](Invocation&) { host.set->SetFilter(L""); });
-            })
-            .Append(Click(IDC_LBLTODOS))
-            .Append(Says(L"Registro 1 de 20   ·   20 marcadas"))
-            .Do([] { EXPECT_FALSE(IsShown(IDC_LBLALCANCE)); });
-    ExpectAsked(search, {L"GetConnection()", L"Aceptar_todos(&\"conexión\")", kRequery});
-}
-
-TEST_F(CasillasTest, AFailingHostLeavesItOpenAndTheMarksAsTheyWere) {
-    const auto fail = [](Invocation&) { RaiseHostError(); };
+TEST_F(CasillasTest, AMarkThatTheRecordSetRefusesStaysAsItWas) {
     host.set->Table().onCall = [](const std::wstring& member) {
         if (member == L"Value=") {
             RaiseHostError();
         }
     };
-    const std::tuple<HostObject*, const wchar_t*, Script> cases[] = {
-        {nullptr, L"", Keys({VK_SPACE})},
-        {host.data.Get(), L"GetConnection", Click(IDC_LBLTODOS)},
-        {host.data.Get(), L"Denegar_todos", Click(IDC_LBLNINGUNO)},
-        {host.data.Get(), L"Requery", Click(IDC_LBLTODOS)},
-        {host.sink.Get(), L"clsEvents_AceptaSeleccion", Keys({VK_RETURN})},
-        {host.sink.Get(), L"AceptarSeleccion", Keys({VK_RETURN})},
-    };
-    for (const auto& [object, member, script] : cases) {
-        SCOPED_TRACE(::testing::PrintToString(std::wstring(member)));
-        MarkFirst(3);
-        HostObject* const owned = object;
-        const wchar_t* const name = member;
-        EXPECT_FALSE(Show(0, 0,
-                          Script()
-                              .Do([=] { owned ? owned->On(name, fail) : void(); })
-                              .Append(script)
-                              .Box(kHostErrorText)
-                              .Append(Says(L"Registro 1 de 20   ·   3 marcadas"))
-                              .Do([=] { owned ? owned->On(name, [](Invocation&) {}) : void(); })
-                              .Key(VK_ESCAPE)));
-    }
-}
-
-TEST_F(CasillasTest, ItGoesAlongWithTheHostsForm) {
-    host.set->Table().onCall = [this](const std::wstring& member) {
-        if (member == L"Value=") {
-            DestroyWindow(owner);
-        }
-    };
-    EXPECT_FALSE(Show(0, 0, Keys({VK_SPACE})));
-    EXPECT_EQ(Panel(), nullptr);
+    EXPECT_FALSE(Show(0, 0, {Key(VK_SPACE), Box(kHostErrorText), Counts(L"3 marcadas"), Key(VK_ESCAPE)}));
 }
 
 TEST_F(CasillasTest, TheLookIsKeptForTheClassAndItsNumber) {
-    EXPECT_FALSE(Show(0, 7, Script().Key(VK_ADD, VK_CONTROL).Key(VK_ESCAPE)));
+    host.set->Table().names = {{kMark, L"Planificar"}, {6, L"Planificar_2"}};
+    host.set->Table().options.fieldTypes = false;
+    host.set->Table().value = [](long, short column) {
+        return column == kMark || column == 6 ? Variant(false) : Variant(L"x");
+    };
+    EXPECT_FALSE(Show(0, 7, {Key(VK_ADD, VK_CONTROL), Key(VK_ESCAPE)}));
     EXPECT_THAT(ReadText(File(L"frmSelecTFprueba_7.grx")), HasSubstr("[columna Planificar]"));
-    wchar_t caption[32] = L"";
+    std::vector<std::wstring> captions;
     EXPECT_FALSE(Show(0, 7,
-                      Script()
-                          .Do([&] {
-                              HDITEMW item{};
-                              item.mask = HDI_TEXT;
-                              item.pszText = caption;
-                              item.cchTextMax = ARRAYSIZE(caption);
-                              SendMessageW(Heading(), HDM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-                          })
-                          .Key(VK_ESCAPE)));
-    EXPECT_STREQ(caption, L"Planificar 1 ?");
+                      {Do([&] {
+                           for (const WPARAM place : {0, 1}) {
+                               wchar_t caption[32] = L"";
+                               HDITEMW item{};
+                               item.mask = HDI_TEXT;
+                               item.pszText = caption;
+                               item.cchTextMax = ARRAYSIZE(caption);
+                               SendMessageW(Heading(), HDM_GETITEMW, place, reinterpret_cast<LPARAM>(&item));
+                               captions.emplace_back(caption);
+                           }
+                       }),
+                       Key(VK_ESCAPE)}));
+    EXPECT_THAT(captions, ElementsAre(L"Planificar 1 ?", L"Planificar 2 ?"));
 }
 
 } // namespace
