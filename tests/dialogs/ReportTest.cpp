@@ -4,7 +4,6 @@
 #include <dlgs.h>
 #include <winspool.h>
 
-#include "frame/Resources.h"
 #include "tests/dialogs/ReportFixture.h"
 
 namespace tamvelo::testing {
@@ -49,191 +48,214 @@ private:
 };
 
 TEST_F(Reports, EachDialogHandsOverItsOwnCall) {
-    const std::wstring ticks = L"(&[True False False]";
-    const std::wstring choice = ticks + L", &0, &1";
-    const std::wstring dated = choice + L", " + Month();
+    const std::wstring ledger = L"Articulos_Movimientos_ALMACEN";
+    const Script written{Set(0, L"C-1"), Set(1, L"A"), Choose(2, 1),
+                         Tick(5)}; // Repetición: No, Facturado: Sí
+    const Script priced{written, Choose(6, 9)};
+    // Each as it opens, and with something in every condition: places, not numbers; the third list before the
+    // first.
     const struct {
         Operation operation;
-        std::wstring call;
-        const wchar_t* screen = L"Pedidos";
+        const wchar_t* member;
+        bool dates;
+        const wchar_t* opening;
+        Script fill;
+        const wchar_t* filled;
+        std::wstring screen = L"Pedidos";
     } cases[] = {
-        {&Server::ShowRpt, L"AceptarReports" + choice},
-        {&Server::ShowSql, L"AceptarReports" + ticks + L", 0, 0"},
-        {&Server::ShowEtiq, L"AceptarEtiqueta" + ticks},
-        {&Server::ShowRptListas, L"AceptarListasParam" + choice + L", \"PRC\""},
-        {&Server::ShowRptCond, L"AceptarReportsParam" + dated + L", \"\", &2, &2, \"\", &\"PRC\""},
-        {&Server::ShowRptInfCond, L"AceptarReportsInformesParam" + dated + L", \"\", &2, &2, \"\""},
-        {&Server::ShowRptMailCond, L"AceptarReportsParamMail" + dated + L", \"\", &2, &2, \"\", &\"PRC\""},
+        {&Server::ShowRpt, L"AceptarReports", false, L"", {}, L""},
+        {&Server::ShowRptListas, L"AceptarListasParam", false, L", \"PRC\"", Choose(0, 4), L", \"SL4\""},
+        {&Server::ShowRptCond, L"AceptarReportsParam", true, L", \"\", &2, &2, \"\", &\"PRC\"", priced,
+         L", \"C-1\", &0, &1, \"A\", &\"TDS\""},
+        {&Server::ShowRptInfCond, L"AceptarReportsInformesParam", true, L", \"\", &2, &2, \"\"", written,
+         L", \"C-1\", &0, &1, \"A\""},
+        {&Server::ShowRptMailCond, L"AceptarReportsParamMail", true, L", \"\", &2, &2, \"\", &\"PRC\"",
+         priced, L", \"C-1\", &0, &1, \"A\", &\"TDS\""},
         {&Server::ShowRptBorrador,
-         L"AceptarReportsParamMail" + dated + L", \"Borrador\", &2, &2, \"\", &\"PRC\"", L"Presupuestos"},
+         L"AceptarReportsParamMail",
+         true,
+         L", \"Borrador\", &2, &2, \"\", &\"PRC\"",
+         {Enabled(0, false), Set(1, L"A")},
+         L", \"Borrador\", &2, &2, \"A\", &\"PRC\"",
+         L"Presupuestos"},
         {&Server::ShowRptCondHr,
-         L"AceptarReportsParamHr" + dated + L", \"\", False, False, #1899-12-30 07:00#, #1899-12-30 23:59#"},
-        {&Server::ShowRptFchAuto, L"AceptarReportsFchAuto" + dated + L", 0"},
-        {&Server::ShowRptFchAuto, L"AceptarInformesFchAuto" + dated + L", 0",
-         L"Articulos_Movimientos_ALMACEN"},
-        {&Server::ShowRptFchAutoInf, L"AceptarInformesFchAuto" + dated + L", 0"},
-        {&Server::ShowRptsInfFch, L"AceptarInformesFch" + dated + L", \"\""},
-        {&Server::ShowRptFchCliDirec, L"AceptarInformesFchAuto" + dated},
-        {&Server::ShowRptInfOrdenes, L"AceptarInformesFchAutoTipoTime" + dated +
-                                         L", 0, \"\", #1899-12-30#, #1899-12-30 23:59#, 2, 2, \"\""},
-        {&Server::ShowRptNumAut, L"AceptarDocNumAut" + choice + L", Empty, Empty, False"},
+         L"AceptarReportsParamHr",
+         true,
+         L", \"\", False, False, #1899-12-30 07:00#, #1899-12-30 23:59#",
+         {Set(0, L"C-1"), Set(1, L"7.05"), Set(2, L"2130"), Tick(4)},
+         L", \"C-1\", False, True, #1899-12-30 07:05#, #1899-12-30 21:30#"},
+        {&Server::ShowRptFchAuto, L"AceptarReportsFchAuto", true, L", 0", Tick(0), L", 1"},
+        {&Server::ShowRptFchAuto, L"AceptarInformesFchAuto", true, L", 0", Tick(0), L", 1", ledger},
+        {&Server::ShowRptFchAutoInf, L"AceptarInformesFchAuto", true, L", 0", Tick(0), L", 1"},
+        {&Server::ShowRptFchAutoInf,
+         L"AceptarInformesFchAuto",
+         true,
+         L", 0",
+         {Enabled(0, false), Tick(0)},
+         L", 0",
+         L"Pedidos_Reclamaciones"}, // never printed unseen
+        {&Server::ShowRptsInfFch, L"AceptarInformesFch", true, L", \"\"", Set(0, L"A"), L", \"A\""},
+        {&Server::ShowRptFchCliDirec, L"AceptarInformesFchAuto", true, L"", {}, L""},
+        {&Server::ShowRptInfOrdenes,
+         L"AceptarInformesFchAutoTipoTime",
+         true,
+         L", 0, \"\", #1899-12-30#, #1899-12-30 23:59#, 2, 2, \"\"",
+         {Set(0, L"C-1"), Set(1, L"T"), Set(2, L"8"), Set(3, L"9"), Choose(4, 0), Choose(5, 1), Tick(6)},
+         L", 1, \"T\", #1899-12-30 08:00#, #1899-12-30 09:00#, 0, 1, \"C-1\""},
+        {&Server::ShowRptNumAut,
+         L"AceptarDocNumAut",
+         false,
+         L", Empty, Empty, False",
+         {Set(0, L"100"), Set(1, L"200"), Tick(2)},
+         L", \"100\", \"200\", True"},
     };
-    for (const auto& [operation, call, screen] : cases) {
-        SCOPED_TRACE(::testing::PrintToString(call));
-        EXPECT_FALSE(Show(operation, screen, Keys({VK_SPACE, VK_RETURN})));
-        EXPECT_THAT(TakeLog(), ElementsAre(call + L")"));
-        EXPECT_FALSE(Show(operation, screen, Keys({VK_SPACE, VK_ESCAPE})));
-        EXPECT_THAT(TakeLog(), IsEmpty());
+    const std::wstring next = Logged(base::Step(ThisMonth(), 1));
+    for (const auto& row : cases) {
+        SCOPED_TRACE(::testing::PrintToString(row.member + row.screen));
+        const std::wstring call = row.member + std::wstring(L"(&[True False False], ");
+        EXPECT_FALSE(Show(row.operation, Keys({VK_SPACE, VK_RETURN}), row.screen));
+        EXPECT_FALSE(Show(row.operation,
+                          {row.dates ? Key(VK_NEXT, VK_CONTROL) : Script(), row.fill, Output(1),
+                           Copies(L" 7"), Key(VK_RETURN)},
+                          row.screen));
+        EXPECT_THAT(TakeLog(),
+                    ElementsAre(call + L"&0, &1" + (row.dates ? L", " + month : L"") + row.opening + L")",
+                                call + L"&1, &7" + (row.dates ? L", " + next : L"") + row.filled + L")"));
     }
+    EXPECT_FALSE(Show(&Server::ShowRptFchAutoInf, {Tick(0), Key(VK_RETURN)}, L"pedidos_reclamaciones"));
+    EXPECT_FALSE(Show(&Server::ShowSql, Keys({VK_SPACE, VK_RETURN})));
+    EXPECT_FALSE(Show(&Server::ShowEtiq, {Says(IDC_LBLLIST1, L"&Etiquetas:"), Keys({VK_SPACE, VK_RETURN})}));
+    EXPECT_FALSE(Show(&Server::ShowRptFchAuto,
+                      {Do([] { EXPECT_FALSE(IsWindowVisible(Part(0))); }), Key(VK_RETURN)}, L"Otra",
+                      VARIANT_FALSE));
+    EXPECT_FALSE(Show(&Server::ShowRpt, Keys({VK_SPACE, VK_ESCAPE})));
+    EXPECT_THAT(
+        TakeLog(),
+        ElementsAre(L"AceptarInformesFchAuto(&[True False False], &1, &7, " + month + L", 1)",
+                    L"AceptarReports(&[True False False], 0, 0)", L"AceptarEtiqueta(&[True False False])",
+                    L"AceptarReportsFchAuto(&[False False False], &0, &1, " + month + L", 0)"));
 }
 
-TEST_F(Reports, WhatTheUserChoseTravels) {
-    // Places, not numbers; the third list before the first; texts where the host expects them.
-    const std::wstring ticks = L"(&[False True True], &2, &7, ";
-    const Script fill = Script()
-                            .Key(VK_DOWN)
-                            .Key(VK_SPACE)
-                            .Key(VK_DOWN)
-                            .Key(VK_SPACE)
-                            .Do([] {
-                                SendMessageW(Item(IDC_CMBSELEC), CB_SETCURSEL, 2, 0);
-                                SetWindowTextW(Item(IDC_TXTCOPIAS), L"7");
-                            })
-                            .Append(TypeInto(0, L"C-1"))
-                            .Append(TypeInto(1, L"A"))
-                            .Do([] {
-                                Choose(2, 0);                          // Repetición: Sí
-                                SendMessageW(Part(5), BM_CLICK, 0, 0); // Solo los Facturados
-                                Choose(6, 9);
-                            });
-    EXPECT_FALSE(Show(&Server::ShowRptMailCond, Script(fill).Key(VK_RETURN)));
-    EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarReportsParamMail" + ticks + Month() +
-                                       L", \"C-1\", &0, &0, \"A\", &\"TDS\")"));
-    // Repetición and Facturado are the first and the third list: the third goes first.
-    const Script swapped = Script(fill).Do([] { Choose(2, 1); });
-    EXPECT_FALSE(Show(&Server::ShowRptMailCond, L"Otra", Script(swapped).Key(VK_RETURN)));
-    EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarReportsParamMail" + ticks + Month() +
-                                       L", \"C-1\", &0, &1, \"A\", &\"TDS\")"));
-    // The conditions begin anew; what was ticked, the output and the copies come back.
-    EXPECT_FALSE(Show(&Server::ShowRptMailCond, Keys({VK_RETURN})));
-    EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarReportsParamMail" + ticks + Month() +
-                                       L", \"\", &2, &2, \"\", &\"PRC\")"));
+TEST_F(Reports, ABoxIsAShortWayToYesOfItsList) {
+    const auto chosen = [](LRESULT entry, bool ticked) {
+        return Do([=] {
+            EXPECT_EQ(SendMessageW(Part(4), CB_GETCURSEL, 0, 0), entry);
+            EXPECT_EQ(SendMessageW(Part(5), BM_GETCHECK, 0, 0) != 0, ticked);
+        });
+    };
+    EXPECT_FALSE(Show(&Server::ShowRptCond,
+                      {chosen(2, false), Tick(5), chosen(0, true), Tick(5), chosen(2, false), Choose(4, 0),
+                       chosen(0, true), Choose(4, 1), chosen(1, false), Key(VK_ESCAPE)}));
 }
 
 TEST_F(Reports, ChoicesAreKeptPerScreenAndFollowTheReports) {
-    EXPECT_FALSE(Show(&Server::ShowRpt, L"Pedidos", Keys({VK_DOWN, VK_SPACE, VK_RETURN})));
-    EXPECT_EQ(GetValue(ChoicesKey(L"frmRpts", L"Pedidos"), L"Informes"), L"Resumen|");
+    // Ticks by title, the output by its text, the copies; the conditions begin anew.
+    EXPECT_FALSE(Show(&Server::ShowRptMailCond,
+                      {Keys({VK_DOWN, VK_SPACE}), Output(2), Copies(L"7"), Set(0, L"C-1"), Key(VK_RETURN)}));
+    EXPECT_EQ(GetValue(ChoicesKey(L"frmRptsMailCond", L"Pedidos"), L"Informes"), L"Resumen|");
     host.log.clear();
-    titles = {L"Nuevo", L"Resumen", L"Listado"};
-    EXPECT_FALSE(Show(&Server::ShowRpt, L"Pedidos", Keys({VK_RETURN})));
-    EXPECT_FALSE(Show(&Server::ShowRpt, L"Facturas", Keys({VK_RETURN})));
-    EXPECT_FALSE(Show(&Server::ShowRpt, L"Pedidos", Keys({VK_SPACE, VK_ESCAPE}))); // keeps nothing
+    titles = {L"Nuevo", L"Listado", L"Resumen"};
+    EXPECT_FALSE(Show(&Server::ShowRptMailCond, Key(VK_RETURN)));
+    EXPECT_FALSE(Show(&Server::ShowRptMailCond, Key(VK_RETURN), L"Facturas"));
+    EXPECT_FALSE(Show(&Server::ShowRptMailCond, Keys({VK_SPACE, VK_ESCAPE}))); // keeps nothing
     titles.clear();
-    EXPECT_FALSE(Show(&Server::ShowRpt, L"Pedidos", Keys({VK_RETURN})));
+    EXPECT_FALSE(Show(&Server::ShowRptMailCond, Key(VK_RETURN)));
+    const std::wstring start = L"AceptarReportsParamMail(&[";
+    const std::wstring rest = month + L", \"\", &2, &2, \"\", &\"PRC\")";
     EXPECT_THAT(TakeLog(),
-                ElementsAre(L"AceptarReports(&[False True False], &0, &1)",
-                            L"AceptarReports(&[False False False], &0, &1)", L"AceptarReports(&[], &0, &1)"));
+                ElementsAre(start + L"False False True], &2, &7, " + rest,
+                            start + L"False False False], &0, &1, " + rest, start + L"], &2, &7, " + rest));
+    // Some conditions are remembered too, where the host looks for them.
+    const std::wstring session = L"SOFTWARE\\Tamvelo\\Global\\Configuracion\\Sesion\\";
+    const std::wstring ledger = L"articulos_movimientos_almacen";
+    const struct {
+        Operation operation;
+        std::wstring screen;
+        int condition;
+        std::wstring key;
+        const wchar_t* name;
+    } remembered[] = {
+        {&Server::ShowRptInfCond, L"CLIENTES", 0, session + L"Personal\\Clientes", L"Cliente"},
+        {&Server::ShowRptFchAuto, ledger, 1, ChoicesKey(L"frmRptsFchAuto", ledger), L"Seccion"},
+        {&Server::ShowRptInfOrdenes, L"Ordenes", 1, session + L"Ordenes\\Informes", L"Tipo"},
+    };
+    for (const auto& row : remembered) {
+        EXPECT_FALSE(Show(row.operation, {Set(row.condition, L"Norte"), Key(VK_RETURN)}, row.screen));
+        EXPECT_EQ(GetValue(row.key, row.name), L"Norte");
+        EXPECT_FALSE(Show(row.operation, {Holds(row.condition, L"Norte"), Key(VK_ESCAPE)}, row.screen));
+    }
     // A screen's name is part of a key: only what would be another key, or none, is refused.
+    titles = {L"Uno"};
     for (const std::wstring& screen :
-         {std::wstring(L"Pedidos/Clientes"), std::wstring(L"Pedidos: abiertos"), std::wstring(L"Pedidos."),
-          std::wstring(L"Pedidos "), std::wstring(L".."), std::wstring(L"¿Año 2026? *"),
-          std::wstring(251, L'x')}) {
-        SCOPED_TRACE(::testing::PrintToString(screen));
-        titles = {L"Uno"};
-        EXPECT_FALSE(Show(&Server::ShowRpt, screen, Keys({VK_SPACE, VK_RETURN})));
+         {std::wstring(L"Pedidos/Clientes: ¿Año? *."), std::wstring(L".."), std::wstring(251, L'x')}) {
+        EXPECT_FALSE(Show(&Server::ShowRpt, Keys({VK_SPACE, VK_RETURN}), screen));
         EXPECT_EQ(GetValue(ChoicesKey(L"frmRpts", screen), L"Informes"), L"Uno|");
     }
     for (const std::wstring& screen :
          {std::wstring(L"..\\Otra"), std::wstring(L"a\0b", 3), std::wstring(252, L'x')}) {
-        EXPECT_TRUE(Show(&Server::ShowRpt, screen, Script()));
+        EXPECT_TRUE(Show(&Server::ShowRpt, {}, screen));
     }
 }
 
 TEST_F(Reports, CopiesAndPrinterBelongToThePrinter) {
     const auto enabled = [](bool printer) {
-        return Script().Do([printer] {
+        return Do([printer] {
             for (const int id : {IDC_LBLCOPIAS, IDC_TXTCOPIAS, IDC_CMDPRINTER}) {
                 EXPECT_EQ(IsWindowEnabled(Item(id)) != FALSE, printer) << id;
             }
         });
     };
-    EXPECT_FALSE(
-        Show(&Server::ShowRpt, L"Tercera",
-             Script().Do([] { SetFocus(Item(IDC_TXTCOPIAS)); }).Key(VK_UP).Key(VK_UP).Key(VK_RETURN)));
-    EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarReports(&[False False False], &0, &3)"));
-    const Script away = Script().Do([] { SetFocus(Item(IDC_CMBSELEC)); }).Key(VK_DOWN);
-    EXPECT_FALSE(Show(&Server::ShowRpt, enabled(true).Append(away).Append(enabled(false)).Key(VK_RETURN)));
+    const Script away{Into(IDC_CMBSELEC), Key(VK_DOWN)};
+    EXPECT_FALSE(Show(&Server::ShowRpt, {enabled(true), Into(IDC_TXTCOPIAS), Keys({VK_UP, VK_UP}), away,
+                                         enabled(false), Key(VK_RETURN)}));
     // The copies travel all the same, and the choice is there again.
-    EXPECT_FALSE(Show(&Server::ShowRpt, enabled(false).Key(VK_ESCAPE)));
-    EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarReports(&[False False False], &1, &1)"));
-    EXPECT_FALSE(Show(&Server::ShowRpt, L"Otra",
-                      Script()
-                          .Do([] { PostMessageW(Item(IDC_CMDPRINTER), BM_CLICK, 0, 0); })
-                          .Box(L"No hay ninguna impresora")
-                          .Do([] { EXPECT_TRUE(IsWindowVisible(Dialog())); })
-                          .Key(VK_ESCAPE)));
+    EXPECT_FALSE(Show(&Server::ShowRpt, {enabled(false), Key(VK_ESCAPE)}));
+    EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarReports(&[False False False], &1, &3)"));
+    EXPECT_FALSE(Show(&Server::ShowRpt,
+                      {Click(IDC_CMDPRINTER), Box(L"No hay ninguna impresora"),
+                       Do([] { EXPECT_TRUE(IsWindowVisible(Dialog())); }), Key(VK_ESCAPE)},
+                      L"Otra"));
 }
 
 TEST_F(Reports, ThePrinterIsNamedAndChosenInTheSystemsDialog) {
     const Printer printer;
-    const Script choose = Script()
-                              .Do([] { PostMessageW(Item(IDC_CMDPRINTER), BM_CLICK, 0, 0); })
-                              .Until("the printer dialog", [](HWND top) { return top != Dialog(); })
-                              .Do([] { // only what is kept
-                                  EXPECT_TRUE(IsWindowVisible(GetDlgItem(TopWindow(), cmb1)));
-                                  for (const int id : {psh2, cmb2, cmb3, rad1, rad2}) {
-                                      EXPECT_FALSE(IsWindowVisible(GetDlgItem(TopWindow(), id))) << id;
-                                  }
-                              });
-    const Script back = Script().Until("the dialog", [](HWND top) { return top == Dialog(); }).Do([] {
-        EXPECT_EQ(ItemText(IDC_LBLPRINTER), L"Prueba");
-    });
-    EXPECT_FALSE(Show(&Server::ShowRpt, Script(choose)
-                                            .Key(VK_ESCAPE)
-                                            .Append(back)
-                                            .Append(choose)
-                                            .Key(VK_RETURN)
-                                            .Append(back)
-                                            .Do([] { SetFocus(Item(IDC_LIST1)); })
-                                            .Key(VK_RETURN)));
+    const Script choose{Click(IDC_CMDPRINTER),
+                        Until("the printer dialog", [](HWND top) { return top != Dialog(); }),
+                        Do([] { // only what is kept
+                            EXPECT_TRUE(IsWindowVisible(GetDlgItem(TopWindow(), cmb1)));
+                            for (const int id : {psh2, cmb2, cmb3, rad1, rad2}) {
+                                EXPECT_FALSE(IsWindowVisible(GetDlgItem(TopWindow(), id))) << id;
+                            }
+                        })};
+    const Script back{Showing(IDC_LBLPRINTER), Says(IDC_LBLPRINTER, L"Prueba")};
+    EXPECT_FALSE(Show(&Server::ShowRpt, {choose, Key(VK_ESCAPE), back, choose, Key(VK_RETURN), back,
+                                         Into(IDC_LIST1), Key(VK_RETURN)}));
     EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarReports(&[False False False], &0, &1)"));
 }
 
-TEST_F(Reports, AutomaticPrintingCanBeKeptFromTheUser) {
-    const auto tick = [] { SendMessageW(Part(0), BM_CLICK, 0, 0); };
-    const auto off = [] { EXPECT_FALSE(IsWindowEnabled(Part(0))); };
-    EXPECT_FALSE(Show(&Server::ShowRptFchAuto, L"Pedidos", Script().Do(tick).Key(VK_RETURN)));
-    EXPECT_FALSE(Show(&Server::ShowRptFchAuto, L"Pedidos",
-                      Script().Do([] { EXPECT_FALSE(IsWindowVisible(Part(0))); }).Key(VK_RETURN),
-                      VARIANT_FALSE));
-    EXPECT_FALSE(Show(&Server::ShowRptFchAutoInf, L"Pedidos", Script().Do(tick).Key(VK_RETURN)));
-    EXPECT_FALSE(Show(&Server::ShowRptFchAutoInf, L"Pedidos_Reclamaciones", Script().Do(off).Key(VK_RETURN)));
-    const std::wstring start = L"(&[False False False], &0, &1, " + Month();
-    EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarReportsFchAuto" + start + L", 1)",
-                                       L"AceptarReportsFchAuto" + start + L", 0)",
-                                       L"AceptarInformesFchAuto" + start + L", 1)",
-                                       L"AceptarInformesFchAuto" + start + L", 0)"));
-}
-
 TEST_F(Reports, WhatIsPrintedWithoutADialogIsWhatWasTickedLast) {
-    const auto nothingShown = Script();
-    EXPECT_FALSE(Show(&Server::PrintEtiq, nothingShown));
+    EXPECT_FALSE(Show(&Server::PrintEtiq, {}));
     EXPECT_FALSE(Show(&Server::ShowEtiq, Keys({VK_DOWN, VK_SPACE, VK_F8, VK_RETURN})));
-    EXPECT_FALSE(Show(&Server::PrintEtiq, nothingShown));
-    EXPECT_FALSE(Show(&Server::PrintRptNumAut, nothingShown));
+    EXPECT_FALSE(Show(&Server::PrintEtiq, {}));
+    EXPECT_FALSE(Show(&Server::PrintRptNumAut, {}));
     EXPECT_THAT(TakeLog(),
                 ElementsAre(L"AceptarEtiqueta(&[False False False])", L"AceptarEtiqueta(&[False True False])",
                             L"AceptarEtiqueta(&[False True False])",
                             L"AceptarDocNumAut(&[False False False], &0, &1, Empty, Empty, False)"));
+    // There is no dialog to mend them in: the caller is told.
+    SetValue(ChoicesKey(L"frmRptNumAut", L"Pedidos"), L"Copias", L"muchas");
+    const std::optional<com::Error> error = Show(&Server::PrintRptNumAut, {});
+    ASSERT_TRUE(error);
+    EXPECT_THAT(error->description, HasSubstr(L"El número de copias «muchas»"));
+    EXPECT_EQ(Dialog(), nullptr);
 }
 
 TEST_F(Reports, AComponentOfTheEnvironmentFillsAndKeepsTheLists) {
     com::ComPtr<HostObject> settings = com::Make<HostObject>(L"Configuracion", host.log);
     for (const wchar_t* quiet : {L"RestaurarPosicion", L"GuardarPosicion", L"LeerValor", L"GuardarValor"}) {
-        settings->On(
-            quiet, [](com::Invocation&) {}, true);
+        settings->Returns(quiet, {}, true);
     }
-    settings->On(L"GuardarLista", [](com::Invocation&) {});
+    settings->Accepts({L"GuardarLista"});
     const auto fill = [](com::Invocation& call) {
         com::LateObject list(call[2].ToObject().Get(), L"List1");
         for (const wchar_t* title : {L"Uno", L"Dos"}) {
@@ -249,27 +271,19 @@ TEST_F(Reports, AComponentOfTheEnvironmentFillsAndKeepsTheLists) {
     };
     settings->On(L"CargarLista", fill);
     settings->On(L"CargarEtiquetas", fill);
-    const Component component(settings.Get());
-    SetValue(kEnvironmentKey, L"Configuracion", component.Name());
+    Offer(L"Configuracion", *settings.Get());
+    EXPECT_FALSE(Show(&Server::ShowRptMailCond,
+                      {Do([] { EXPECT_EQ(SendMessageW(Item(IDC_CMBSELEC), CB_GETCOUNT, 0, 0), 2); }),
+                       Keys({VK_SPACE, VK_RETURN})}));
     const std::wstring key = L"(\"" + FormKey(L"frmRptsMailCond") + L"\\rptsPedidos\", ";
-    EXPECT_FALSE(Show(&Server::ShowRptMailCond, Script()
-                                                    .Do([] {
-                                                        const HWND list = Item(IDC_CMBSELEC);
-                                                        EXPECT_EQ(SendMessageW(list, CB_GETCOUNT, 0, 0), 2);
-                                                    })
-                                                    .Key(VK_SPACE)
-                                                    .Key(VK_RETURN)));
-    EXPECT_THAT(
-        TakeLog(),
-        ElementsAre(L"CargarLista" + key +
-                        L"[\"Listado\" \"Resumen\" \"Etiquetas\"], List1(0), CmbSelec(0), TxtFields(0), "
-                        L"False, False)",
-                    L"GuardarLista" + key + L"List1(0), CmbSelec(0), TxtFields(0))",
-                    L"AceptarReportsParamMail(&[False True], &0, &3, " + Month() +
-                        L", \"\", &2, &2, \"\", &\"PRC\")"));
-    EXPECT_FALSE(Show(&Server::PrintEtiq, Script()));
-    EXPECT_THAT(host.log[0], HasSubstr(L"CargarEtiquetas"));
-    EXPECT_THAT(host.log[0], HasSubstr(L", List1(0))"));
+    const std::wstring boxes = L"List1(0), CmbSelec(0), TxtFields(0)";
+    EXPECT_THAT(TakeLog(), ElementsAre(L"CargarLista" + key + L"[\"Listado\" \"Resumen\" \"Etiquetas\"], " +
+                                           boxes + L", False, False)",
+                                       L"GuardarLista" + key + boxes + L")",
+                                       L"AceptarReportsParamMail(&[False True], &0, &3, " + month +
+                                           L", \"\", &2, &2, \"\", &\"PRC\")"));
+    EXPECT_FALSE(Show(&Server::PrintEtiq, {}));
+    EXPECT_THAT(host.log[0], ::testing::AllOf(HasSubstr(L"CargarEtiquetas"), HasSubstr(L", List1(0))")));
 }
 
 } // namespace
