@@ -3,13 +3,12 @@
 #include <mutex>
 
 #include "base/Text.h"
+#include "base/TraceText.h"
 #include "com/Variant.h"
 
 namespace tamvelo::com {
 
 namespace {
-
-constexpr size_t kLongestText = 200;
 
 std::mutex g_lock;
 std::wstring g_path;
@@ -62,15 +61,7 @@ std::wstring DescribePlain(const VARIANT& value) {
                                    0, VT_BSTR))) {
         return TypeName(value.vt);
     }
-    std::wstring shown = text.ToText();
-    if (shown.size() > kLongestText) {
-        const std::wstring length = std::to_wstring(shown.size());
-        shown.resize(kLongestText);
-        shown += L"…(" + length + L")";
-    }
-    for (wchar_t& letter : shown) {
-        letter = letter < L' ' ? L' ' : letter;
-    }
+    const std::wstring shown = base::TraceText(text.ToText());
     if (value.vt == VT_BSTR) {
         return L"\"" + shown + L"\"";
     }

@@ -1,6 +1,6 @@
 #include "base/ToolbarLayout.h"
 
-#include "tests/base/fuzz/RoundTrip.h"
+#include "tests/base/fuzz/Check.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace tamvelo::base;

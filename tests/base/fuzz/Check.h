@@ -6,6 +6,25 @@
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
+
+#include "base/Text.h"
+
+inline void Check(bool good) {
+    if (!good) {
+        std::abort();
+    }
+}
+
+/// Text from outside may be anything: what is no UTF-8 becomes a character for each byte.
+inline std::wstring AnyText(const std::uint8_t* data, std::size_t size) {
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    if (auto text = tamvelo::base::FromUtf8(bytes)) {
+        Check(tamvelo::base::ToUtf8(*text) == bytes);
+        return *text;
+    }
+    return {data, data + size};
+}
 
 /// Whatever a layout file holds, reading it must not fail, and what it was read as must survive being
 /// written.
@@ -21,8 +40,6 @@ void CheckRoundTrip(const std::uint8_t* data, std::size_t size, std::string_view
     if (const auto* layout = std::get_if<Layout>(&first)) {
         const auto second = parse(format(*layout));
         const auto* again = std::get_if<Layout>(&second);
-        if (again == nullptr || *again != *layout) {
-            std::abort();
-        }
+        Check(again != nullptr && *again == *layout);
     }
 }
