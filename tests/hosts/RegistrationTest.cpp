@@ -194,7 +194,6 @@ TEST_P(ExampleTest, PicksTheFirstRecordWithEnter) {
 
 INSTANTIATE_TEST_SUITE_P(, ExampleTest,
                          testing::Values(Example{L"seleccion-example.exe", "Elegido: A-1\r\n"},
-                                         Example{L"cscript.exe //nologo seleccion.vbs", "Elegido: A-1\r\n"},
                                          Example{L"cscript.exe //nologo readme.vbs", "A-1\r\n"},
                                          Example{L"guests\\seleccion-static.exe", "Elegido: A-1\r\n", false},
                                          Example{L"guests\\seleccion-shared.exe", "Elegido: A-1\r\n",

@@ -75,11 +75,11 @@ TEST(DemoData, TheSameNumberOfArticlesMakesTheSameDataAndAForeignFileIsLeftAlone
 class DemoHost : public testing::Test {
 protected:
     DemoHost() {
-        objects[L"articles"] = MakeDataClass(database, L"ARTICULOS");
-        objects[L"box"] = MakeTextControl(edit, L"TxtFields", 3);
-        objects[L"columns"] = MakeColumns(L"articulos");
-        objects[L"reports"] = MakeReports({L"Listado", L"Etiquetas"});
-        objects[L"classes"] = MakeDataClasses(database);
+        objects[L"articles"] = Variant(MakeDataClass(database, L"ARTICULOS").Get());
+        objects[L"box"] = Variant(MakeTextControl(edit, L"TxtFields", 3).Get());
+        objects[L"columns"] = Variant(MakeColumns(L"articulos").Get());
+        objects[L"reports"] = Variant(MakeReports({L"Listado", L"Etiquetas"}).Get());
+        objects[L"classes"] = Variant(MakeDataClasses(database).Get());
         Do(L"set=articles.Recordset");
     }
     void TearDown() override {
@@ -98,7 +98,8 @@ protected:
         const bool put = call.ends_with(L":=");
         const wchar_t* member =
             names.insert(call.substr(dot + 1, call.size() - dot - (put ? 3 : 1))).first->c_str();
-        IDispatch* object = objects.at(call.substr(equals + 1, dot - equals - 1)).Get();
+        const ComPtr<IDispatch> holder = objects.at(call.substr(equals + 1, dot - equals - 1)).ToObject();
+        IDispatch* object = holder.Get();
         std::vector<VARIANT> reversed;
         for (auto each = arguments.rbegin(); each != arguments.rend(); ++each) {
             reversed.push_back(each->Get());
@@ -110,8 +111,8 @@ protected:
             const Variant answer = com::InvokeMember(
                 object, L"anfitrión", member, com::FindMember(object, member),
                 put ? DISPATCH_PROPERTYPUT : DISPATCH_METHOD | DISPATCH_PROPERTYGET, parameters);
-            if (answer.Type() == VT_DISPATCH) {
-                objects[equals == std::wstring::npos ? L"it" : call.substr(0, equals)] = answer.ToObject();
+            if (answer.Type() == VT_DISPATCH || equals != std::wstring::npos) {
+                objects[equals == std::wstring::npos ? L"it" : call.substr(0, equals)] = answer;
             }
             return answer.IsEmpty() ? Where() : Shown(answer);
         } catch (const com::Error& error) {
@@ -165,7 +166,7 @@ protected:
             return Variant(word.substr(1, word.size() - 2));
         }
         if (const auto known = objects.find(word); known != objects.end()) {
-            return Variant(known->second.Get());
+            return known->second;
         }
         return word == L"Null"      ? Variant::Null()
                : word == L"Missing" ? Variant::Missing()
@@ -190,7 +191,7 @@ protected:
     }
 
     std::shared_ptr<Database> database = std::make_shared<Database>(OpenSampleData(L":memory:", kArticles));
-    std::map<std::wstring, ComPtr<IDispatch>> objects;
+    std::map<std::wstring, Variant> objects; // and the bookmarks
     HWND edit = CreateWindowW(L"EDIT", L"", WS_CHILD | WS_VISIBLE, 0, 0, 50, 20, HWND_MESSAGE, nullptr,
                               nullptr, nullptr);
 };
@@ -213,9 +214,12 @@ TEST_F(DemoHost, TheRecordSetKeepsItsContract) {
         set.MoveLast => 320/320 | set.MoveNext => -3/320 EOF | set.MoveNext => -3/320 EOF |
         set.MovePrevious => 320/320 | set.AbsolutePosition:= 321 => invalid | articles.MoveNext => 320/320 |
         articles.MoveFirst => 1/320 | articles.MovePrevious => 1/320 | articles.MoveLast => 320/320 |
-        set.AbsolutePosition:= 40 => 40/320 | clone=set.Clone 1 => object | clone.MoveLast => 40/320 |
+        set.AbsolutePosition:= 40 => 40/320 | clone=set.Clone 1 => object | mark=set.Bookmark => bookmark |
+        clone.MoveLast => 40/320 |
         clone.AbsolutePosition => 320 | articles.SetOrder 1; " DESC"; "seleccion" => 92/320 |
-        code.Value => 02000020 | clone.Sort => descripcion DESC | articles.SetOrder 99; ""; "seleccion" => invalid |
+        code.Value => 02000020 | clone.Sort => descripcion DESC | set.MoveFirst => 1/320 |
+        set.Bookmark:= mark => 92/320 | clone.Bookmark:= mark => 92/320 | clone.AbsolutePosition => 92 |
+        articles.SetOrder 99; ""; "seleccion" => invalid |
         articles.AplyFilter "id <= 3" => 1/3 | clone.EOF => True | clone.MovePrevious => 1/3 |
         clone.AbsolutePosition => 3 | set.Bookmark:= 40 => no record |
         articles.AplyFilter "id < 0" => -1/0 BOF EOF | set.MoveFirst => -1/0 BOF EOF |
@@ -230,9 +234,11 @@ TEST_F(DemoHost, TheRecordSetKeepsItsContract) {
     EXPECT_NE(Do(L"set.DataVersion"), version);
     ComPtr<DataSource> source;
     ComPtr<IUnknown> found;
-    ASSERT_EQ(objects[L"articles"]->QueryInterface(kDataSourceId, reinterpret_cast<void**>(&source)), S_OK);
+    ASSERT_EQ(
+        objects[L"articles"].ToObject()->QueryInterface(kDataSourceId, reinterpret_cast<void**>(&source)),
+        S_OK);
     EXPECT_EQ(source->getDataMember(com::Bstr(L"Primary").Get(), IID_IDispatch, &found), S_OK);
-    EXPECT_TRUE(com::SameObject(found.Get(), objects[L"set"].Get()));
+    EXPECT_TRUE(com::SameObject(found.Get(), objects[L"set"].ToObject().Get()));
     EXPECT_TRUE(FAILED(source->getDataMember(com::Bstr(L"Secundario").Get(), IID_IDispatch, &found)));
 }
 
@@ -276,12 +282,12 @@ TEST_F(DemoHost, TheDataClassKeepsItsContract) {
         it.Requery "seleccionar" => 1/320 | classes.CrearClase "facturas" => no item |
         classes.ClaseRelacionada "Ordenes"; "CLIENTE" => clientes |
         classes.ClaseRelacionada "Ordenes"; "Orden" =>)");
-    Do(L"articles.Denegar_todos", {Variant(objects.at(L"link").Get())});
+    Do(L"articles.Denegar_todos", {objects.at(L"link")});
     EXPECT_EQ(database->Number(L"select count(*) from articulos where activo = 1"), 0);
     short key = L'ñ';
-    com::LateObject articles(objects[L"articles"].Get(), L"MyClase");
+    com::LateObject articles(objects[L"articles"].ToObject().Get(), L"MyClase");
     Do(L"box.DataField:=", {Variant(L"codigo")});
-    articles.Call(L"ValidaKey", {objects[L"box"].Get(), com::Argument::Ref(key)});
+    articles.Call(L"ValidaKey", {objects[L"box"], com::Argument::Ref(key)});
     EXPECT_EQ(key, L'Ñ');
 
     SAFEARRAY* array = SafeArrayCreateVector(VT_VARIANT, 0, 5);

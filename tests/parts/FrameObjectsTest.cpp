@@ -4,14 +4,17 @@
 #include <commctrl.h>
 #include <gmock/gmock.h>
 
+#include <map>
 #include <memory>
 
 #include "com/LateObject.h"
+#include "com/TypedDispatch.h"
 #include "frame/CheckList.h"
 #include "frame/ControlObject.h"
 #include "frame/EventRelay.h"
 #include "frame/RowLayout.h"
 #include "tests/support/FakeHost.h"
+#include "tests/support/Operations.h"
 
 namespace tamvelo::testing {
 namespace {
@@ -215,36 +218,6 @@ TEST_F(FrameObjects, AFrameGoesAroundItsRows) {
     EXPECT_THAT(Place(2), ElementsAre(2 * x, 300 - 4 * y - 30, 300 - 2 * x, 300 - 4 * y - 20));
 }
 
-/// The relay's methods: o object, i 16-bit, b boolean, d date, s string, v variant.
-struct Relayed {
-    const wchar_t* method;
-    frame::RelayEvent event;
-    std::string_view types;
-};
-constexpr Relayed kRelayed[] = {
-    {L"AceptarListasParam", frame::AceptaListasParam, "oiis"},
-    {L"AceptarEtiqueta", frame::AceptaEtiqueta, "o"},
-    {L"ActualizaOrden", frame::AceptaOrden, "ii"},
-    {L"ActualizaColumnas", frame::ConfigurarColumnas, "o"},
-    {L"AceptarSeleccion", frame::AceptaSeleccion, "iov"},
-    {L"AceptarSeleccionParam", frame::AceptaSeleccionParam, "iovvv"},
-    {L"AceptarConvertir", frame::AceptaConvertir, ""},
-    {L"AceptarConvertirImprimir", frame::AceptaConvertirImprimir, "ibbii"},
-    {L"AceptarBuscar", frame::AceptaBuscar, ""},
-    {L"AceptarRegistro", frame::AceptaRegistro, ""},
-    {L"AceptarAbrir", frame::AceptaAbrir, ""},
-    {L"AceptarReports", frame::AceptaReports, "oii"},
-    {L"AceptarReportsParam", frame::AceptaReportsParam, "oiiddsiiss"},
-    {L"AceptarReportsParamMail", frame::AceptaReportsParamMail, "oiiddsiiss"},
-    {L"AceptarReportsInformesParam", frame::AceptaReportsInformesParam, "oiiddsiis"},
-    {L"AceptarReportsParamHr", frame::AceptaReportsParamHr, "oiiddsbbdd"},
-    {L"AceptarReportsFchAuto", frame::AceptaReportsFchAuto, "oiiddb"},
-    {L"AceptarInformesFchAuto", frame::AceptaInformesFchAuto, "oiiddb"},
-    {L"AceptarInformesFch", frame::AceptaInformesFch, "oiidds"},
-    {L"AceptarDocNumAut", frame::AceptaDocNumAut, "oiivvb"},
-    {L"AceptarFechaEntre", frame::AceptaFechaEntre, "vv"},
-};
-
 /// Writes down what it hears, and adds 100 to every number that came by reference.
 class Ear final : public com::Object<IDispatch> {
 public:
@@ -285,83 +258,70 @@ protected:
     com::Subscription Listen(const com::ComPtr<Ear>& listener) const {
         return {static_cast<frame::IClsEventos*>(relay.Get()), frame::kRelayEventsId, listener.Get()};
     }
-    /// Calls by name with arguments by reference: 1, 2, 3...
-    void CallWith(const Relayed& each, std::array<short, 10>& shorts, size_t count) {
-        VARIANT raw[10]{};
-        DISPPARAMS given{raw, nullptr, static_cast<UINT>(count), 0};
-        DATE date = 2;
-        VARIANT_BOOL flag = VARIANT_TRUE;
-        com::Bstr text(L"t");
-        Variant any(L"v");
-        IDispatch* object = ear.Get();
+    /// Calls one of its methods with variables of the declared types: objects, texts, and numbers that count
+    /// on.
+    void CallWith(const Operation& method, size_t count) {
+        values.clear();
+        std::vector<VARIANT> reversed(count);
         for (size_t i = 0; i < count; ++i) {
-            VARIANT& cell = raw[count - 1 - i];
-            switch (each.types[i]) {
-            case 'o':
-                cell.vt = VT_BYREF | VT_DISPATCH;
-                cell.ppdispVal = &object;
-                break;
-            case 'i':
-                cell.vt = VT_BYREF | VT_I2;
-                cell.piVal = &shorts[i];
-                break;
-            case 'b':
-                cell.vt = VT_BYREF | VT_BOOL;
-                cell.pboolVal = &flag;
-                break;
-            case 'd':
-                cell.vt = VT_BYREF | VT_DATE;
-                cell.pdate = &date;
-                break;
-            case 's':
-                cell.vt = VT_BYREF | VT_BSTR;
-                cell.pbstrVal = text.Address();
-                break;
-            default:
-                cell.vt = VT_BYREF | VT_VARIANT;
-                cell.pvarVal = any.Address();
-            }
+            const VARTYPE type = method.parameters[i].type;
+            values.push_back(type == VT_DISPATCH ? Variant(static_cast<IDispatch*>(ear.Get()))
+                             : type == VT_I2     ? Variant(static_cast<short>(i + 1))
+                             : type == VT_BOOL   ? Variant(true)
+                             : type == VT_DATE   ? Variant::Date(2)
+                                                 : Variant(L"t"));
         }
-        const DISPID id = com::FindMember(relay.Get(), each.method);
-        ASSERT_NE(id, DISPID_UNKNOWN);
-        EXPECT_EQ(relay->Invoke(id, IID_NULL, 0, DISPATCH_METHOD, &given, nullptr, nullptr, nullptr), S_OK);
+        for (size_t i = 0; i < count; ++i) {
+            VARIANT& cell = reversed[count - 1 - i];
+            cell.vt = static_cast<VARTYPE>(method.parameters[i].type | VT_BYREF);
+            cell.byref = cell.vt == (VT_VARIANT | VT_BYREF) ? static_cast<void*>(values[i].Address())
+                                                            : &values[i].Address()->lVal;
+        }
+        DISPPARAMS given{reversed.data(), nullptr, static_cast<UINT>(count), 0};
+        EXPECT_EQ(relay->Invoke(method.id, IID_NULL, 0, DISPATCH_METHOD, &given, nullptr, nullptr, nullptr),
+                  S_OK);
     }
+
+    std::vector<Variant> values; // the caller's
 };
 
+// The type library has both sides, and their names belong together.
 TEST_F(FrameRelay, EachMethodRaisesItsEventWithTheSameArguments) {
     const com::Subscription subscription = Listen(ear);
-    const std::wstring date = Variant::Date(2).ToText();
-    const std::wstring yes = Variant(true).ToText();
-    for (const Relayed& each : kRelayed) {
-        SCOPED_TRACE(::testing::PrintToString(std::wstring(each.method)));
-        std::wstring expected;
-        for (size_t i = 0; i < each.types.size(); ++i) {
-            const char type = each.types[i];
-            expected += L"&" +
-                        (type == 'o'   ? L"o"
-                         : type == 'i' ? std::to_wstring(i + 1)
-                         : type == 'b' ? yes
-                         : type == 'd' ? date
-                         : type == 's' ? L"t"
-                                       : L"v") +
-                        L" ";
-        }
-        std::array<short, 10> shorts{1, 2, 3, 4, 5, 6, 7, 8, 9, 10};
-        CallWith(each, shorts, each.types.size());
-        ASSERT_EQ(ear->heard.size(), 1U);
-        EXPECT_EQ(ear->heard[0].first, each.event);
-        EXPECT_EQ(ear->heard[0].second, expected);
-        for (size_t i = 0; i < each.types.size(); ++i) {
-            EXPECT_EQ(shorts[i], static_cast<short>(i + (each.types[i] == 'i' ? 101 : 1)));
-        }
-        ear->heard.clear();
+    std::map<std::wstring, Operation> events;
+    for (const Operation& event : Functions(com::OwnTypeInfo(frame::kRelayEventsId).Get())) {
+        events[event.name] = event;
     }
+    EXPECT_EQ(events.size(), 21U);
+    for (const Operation& method : Functions(com::OwnTypeInfo(__uuidof(frame::IClsEventos)).Get())) {
+        SCOPED_TRACE(::testing::PrintToString(method.name));
+        const std::wstring name = method.name == L"ActualizaColumnas" ? L"ConfigurarColumnas"
+                                  : method.name == L"ActualizaOrden"  ? L"AceptaOrden"
+                                                                      : L"Acepta" + method.name.substr(7);
+        CallWith(method, method.parameters.size());
+        ASSERT_EQ(ear->heard.size(), 1U);
+        EXPECT_EQ(ear->heard[0].first, events[name].id);
+        std::wstring expected;
+        for (size_t i = 0; i < values.size(); ++i) {
+            const bool number = values[i].Type() == VT_I2;
+            expected += L"&" +
+                        (values[i].IsObject() ? L"o"
+                         : number             ? std::to_wstring(i + 1)
+                                              : values[i].ToText()) +
+                        L" ";
+            EXPECT_TRUE(!number || values[i].ToShort() == static_cast<short>(i + 101));
+        }
+        EXPECT_EQ(ear->heard[0].second, expected);
+        ear->heard.clear();
+        events.erase(name);
+    }
+    EXPECT_EQ(events.size(), 0U) << "events that nothing raises";
 }
 
 TEST_F(FrameRelay, FiveArgumentsLeaveTheSixthMissingOrFalse) {
     const com::Subscription subscription = Listen(ear);
-    std::array<short, 10> shorts{};
-    CallWith({L"AceptarInformesFchAuto", frame::AceptaInformesFchAuto, "oiidd"}, shorts, 5);
+    const auto methods = Functions(com::OwnTypeInfo(__uuidof(frame::IClsEventos)).Get());
+    CallWith(*std::ranges::find(methods, L"AceptarInformesFchAuto", &Operation::name), 5);
     ASSERT_EQ(ear->heard.size(), 1U);
     IDispatch* object = ear.Get();
     short number = 1;
