@@ -31,6 +31,7 @@ TEST(BlockCache, TheLeastRecentlyUsedBlockGivesWay) {
     // A second reading of a block takes its own slot, not another block's.
     cache.Insert(cache.Epoch(), 130, "2b");
     EXPECT_EQ(*cache.Find(128), "2b");
+    EXPECT_EQ(cache.FirstRows(), (std::vector<long>{0, 128}));
     EXPECT_NE(cache.Find(0), nullptr);
 }
 
@@ -42,6 +43,7 @@ TEST(BlockCache, NothingCrossesAnEpoch) {
     EXPECT_EQ(cache.Find(0), nullptr);
     EXPECT_EQ(cache.Insert(began, 0, "read while the record set changed"), nullptr);
     EXPECT_EQ(cache.Find(0), nullptr);
+    EXPECT_EQ(cache.FirstRows(), std::vector<long>());
     ASSERT_NE(cache.Insert(cache.Epoch(), 0, "new"), nullptr);
     EXPECT_EQ(*cache.Find(0), "new");
 }
