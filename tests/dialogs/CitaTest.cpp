@@ -17,6 +17,7 @@ class Cita : public DialogTest {
 protected:
     Cita() {
         gdiSlack = 16; // of a window that is hidden before it goes
+        host.TextCells();
         host.data->On(L"FindRecord", [this](com::Invocation& call) {
             host.set->SetPosition(std::wcstol(call[0].ToText().c_str() + 1, nullptr, 10)); // "f<record>c0"
         });

@@ -26,6 +26,7 @@ protected:
     Criterios() {
         gdiSlack = 16; // of a window that is hidden before it goes
         other.className = L"clientes";
+        other.TextCells();
         classes->Returns(L"CrearClase", Variant(other.data.Get()), true);
         classes->On(
             L"ClaseRelacionada",

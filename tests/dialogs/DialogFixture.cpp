@@ -41,6 +41,7 @@ void DialogTest::SetUp() {
     sink = com::ComPtr<IDispatch>(host.sink.Get());
     data = com::ComPtr<IDispatch>(host.data.Get());
     columns = com::ComPtr<IDispatch>(host.columns.Get());
+    checks.emplace(HostChecks::Traps::Set);
     server = Library().Create();
     static bool warm = false;
     if (!std::exchange(warm, true)) {
@@ -57,6 +58,7 @@ void DialogTest::TearDown() {
     data.Reset();
     columns.Reset();
     server.Reset();
+    checks.reset();
     EXPECT_THAT(Windows(), ElementsAreArray(m_windows)) << "windows left";
     EXPECT_LE(GdiCount(), m_gdi + gdiSlack) << "GDI objects left";
     EXPECT_EQ(host.References(), m_references) << "references to host objects left";

@@ -10,6 +10,7 @@
 #include "tests/hosts/Server.h"
 #include "tests/support/Drive.h"
 #include "tests/support/FakeHost.h"
+#include "tests/support/HostChecks.h"
 
 namespace tamvelo::testing {
 
@@ -100,6 +101,7 @@ protected:
     com::ComPtr<IDispatch> sink;
     com::ComPtr<IDispatch> data;
     com::ComPtr<IDispatch> columns;
+    std::optional<HostChecks> checks;
     unsigned gdiSlack = 1; // objects of the system's own that come and go
     HWND owner = nullptr;
     HWND ownerBox = nullptr;

@@ -86,25 +86,26 @@ struct AnswerCase {
 
 TEST_F(PanelTest, EachClassWantsItsOwnAnswer) {
     const AnswerCase cases[] = {
-        {L"hordenes", 1, 3, L"AceptarSeleccionParam(&1, &ctl, \"f0c1\", \"f0c0\", \"f0c2\")"},
-        {L"fases", 2, 3, L"AceptarSeleccionParam(&2, &ctl, \"f0c2\", \"f0c0\", \"f0c1\")"},
-        {L"pruebas", 0, 3, L"AceptarSeleccionParam(&0, &ctl, \"f0c0\", \"f0c0\", \"f0c1\")"},
-        {L"rutas", 1, 3, L"AceptarSeleccionParam(&1, &ctl, \"f0c1\", \"f0c0\", \"f0c1\")"},
-        {L"empleados", 4, 3, L"AceptarSeleccionParam(&4, &ctl, \"f0c4\", \"f0c0\", \"f0c1\")"},
-        {L"Clientes_Direcciones", 1, 3, L"AceptarSeleccionParam(&1, &ctl, \"f0c1\", \"f0c0\", \"f0c1\")"},
-        {L"Ordenes", 5, 3, L"AceptarSeleccionParam(0, &ctl, \"f0c0\", \"f0c0\", \"f0c1\")"},
-        {L"familias", 1, 3, L"AceptarSeleccion(&3, &ctl, \"f0c0\")"},
-        {L"secciones", 1, 0, L"AceptarSeleccion(&0, &ctl, \"f0c0\")"},
-        {L"IMPUESTOS", 1, 2, L"AceptarSeleccion(&2, &ctl, \"f0c0\")"},
-        {L"clientes", 1, 3, L"AceptarSeleccion(&1, &ctl, \"f0c0\")"},
-        {L"proveedores", 2, 3, L"AceptarSeleccion(&2, &ctl, \"f0c0\")"},
-        {L"cuentas", 9, 3, L"AceptarSeleccion(&0, &ctl, \"f0c0\")"},
-        {L"productos", 2, 3, L"AceptarSeleccion(&2, &ctl, \"f0c1\")"},
-        {L"tipos_producto", 1, 3, L"AceptarSeleccion(&1, &ctl, \"f0c3\")"},
-        {L"ordenes_lineas", 0, 2, L"AceptarSeleccion(&0, &ctl, \"f0c2\")"},
-        {L"articulos", 2, 4, L"AceptarSeleccion(&2, &ctl, \"f0c4\")"},
-        {L"otra", 3, 1, L"AceptarSeleccion(&3, &ctl, \"f0c3\")"},
-        {L"", 9, 1, L"AceptarSeleccion(&0, &ctl, \"f0c0\")"},
+        {L"hordenes", 1, 3, L"AceptarSeleccionParam(&1, &ctl, \"Artículo 1\", \"1\", \"1,23\")"},
+        {L"fases", 2, 3, L"AceptarSeleccionParam(&2, &ctl, \"1,23\", \"1\", \"Artículo 1\")"},
+        {L"pruebas", 0, 3, L"AceptarSeleccionParam(&0, &ctl, \"1\", \"1\", \"Artículo 1\")"},
+        {L"rutas", 1, 3, L"AceptarSeleccionParam(&1, &ctl, \"Artículo 1\", \"1\", \"Artículo 1\")"},
+        {L"empleados", 4, 3, L"AceptarSeleccionParam(&4, &ctl, \"Sí\", \"1\", \"Artículo 1\")"},
+        {L"Clientes_Direcciones", 1, 3,
+         L"AceptarSeleccionParam(&1, &ctl, \"Artículo 1\", \"1\", \"Artículo 1\")"},
+        {L"Ordenes", 5, 3, L"AceptarSeleccionParam(0, &ctl, \"1\", \"1\", \"Artículo 1\")"},
+        {L"familias", 1, 3, L"AceptarSeleccion(&3, &ctl, \"1\")"},
+        {L"secciones", 1, 0, L"AceptarSeleccion(&0, &ctl, \"1\")"},
+        {L"IMPUESTOS", 1, 2, L"AceptarSeleccion(&2, &ctl, \"1\")"},
+        {L"clientes", 1, 3, L"AceptarSeleccion(&1, &ctl, \"1\")"},
+        {L"proveedores", 2, 3, L"AceptarSeleccion(&2, &ctl, \"1\")"},
+        {L"cuentas", 9, 3, L"AceptarSeleccion(&0, &ctl, \"1\")"},
+        {L"productos", 2, 3, L"AceptarSeleccion(&2, &ctl, \"Artículo 1\")"},
+        {L"tipos_producto", 1, 3, L"AceptarSeleccion(&1, &ctl, \"1/1/2000\")"},
+        {L"ordenes_lineas", 0, 2, L"AceptarSeleccion(&0, &ctl, \"1,23\")"},
+        {L"articulos", 2, 4, L"AceptarSeleccion(&2, &ctl, \"Sí\")"},
+        {L"otra", 3, 1, L"AceptarSeleccion(&3, &ctl, \"1/1/2000\")"},
+        {L"", 9, 1, L"AceptarSeleccion(&0, &ctl, \"1\")"},
     };
     for (const AnswerCase& each : cases) {
         SCOPED_TRACE(::testing::PrintToString(std::wstring(each.className)));
@@ -124,9 +125,9 @@ TEST_F(PanelTest, AColumnOneAboveTheLastHasNoText) {
 
 TEST_F(PanelTest, ADoubleClickAcceptsExceptWhereTheHostWantsItsCode) {
     const std::pair<const wchar_t*, Log> cases[] = {
-        {L"Ordenes", {L"AceptarSeleccion(2000, &ctl, \"f0c0\")"}},
-        {L"articulos_lotes", {L"AceptarSeleccion(2000, &ctl, \"f0c0\")"}},
-        {L"clientes", {L"AceptarSeleccion(&1, &ctl, \"f0c0\")", kClear}},
+        {L"Ordenes", {L"AceptarSeleccion(2000, &ctl, 1L)"}},
+        {L"articulos_lotes", {L"AceptarSeleccion(2000, &ctl, 1L)"}},
+        {L"clientes", {L"AceptarSeleccion(&1, &ctl, \"1\")", kClear}},
     };
     for (const auto& [className, asked] : cases) {
         host.className = className;
@@ -211,7 +212,7 @@ TEST_F(PanelTest, NothingIsAControlWithoutText) {
     ctl.Reset();
     EXPECT_FALSE(Show(Keys({VK_RETURN})));
     EXPECT_THAT(TakeLog(), ElementsAre(L"sClassName()", L"Requery(\"seleccion\")",
-                                       L"AceptarSeleccion(&0, &Nothing, \"f0c0\")", kClear));
+                                       L"AceptarSeleccion(&0, &Nothing, \"1\")", kClear));
     EXPECT_EQ(ctl.Get(), nullptr);
 }
 

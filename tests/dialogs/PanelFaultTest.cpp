@@ -160,7 +160,7 @@ TEST_F(PanelFault, AHostWithoutRecordsOrClearingStillGetsItsAnswer) {
 TEST_F(PanelFault, ARecordIsDeliveredEvenIfTheFilterCannotBeCleared) {
     Break(L"AplyFilter", Fault::Raises);
     EXPECT_FALSE(Show(Script().Key(VK_RETURN).Box(kHostErrorText)));
-    EXPECT_EQ(host.log[2], L"AceptarSeleccion(&0, &ctl, \"f0c0\")");
+    EXPECT_EQ(host.log[2], L"AceptarSeleccion(&0, &ctl, \"1\")");
 }
 
 /// However a panel answers: by then it is hidden and the host's windows take input, the host may open the
@@ -289,7 +289,7 @@ TEST_F(PanelFault, ModelessItLivesInTheHostsLoop) {
             DispatchMessageW(&message);
         }
         if (last == VK_RETURN) {
-            EXPECT_THAT(host.log, ElementsAre(L"MoveFirst()", L"AceptarSeleccion(&0, &ctl, \"f0c0\")",
+            EXPECT_THAT(host.log, ElementsAre(L"MoveFirst()", L"AceptarSeleccion(&0, &ctl, \"1\")",
                                               L"AplyFilter(\"\")"));
         } else {
             EXPECT_THAT(host.log, ElementsAre(L"MoveFirst()"));

@@ -14,7 +14,7 @@ const Log kSearch{L"CreateFilter(&TxtFields(0))", L"SetFilter(&\"campo=ma\", \"F
                   L"GetFilter(\"FilterSelec\")",  L"AplyFilter(\"campo=ma\")",
                   L"Requery(\"selec\")",          L"GetFilter(\"FilterSelec\")",
                   L"existenregistros()"};
-constexpr wchar_t kAnswer[] = L"AceptarSeleccion(&0, &ctl, \"f0c0\")";
+constexpr wchar_t kAnswer[] = L"AceptarSeleccion(&0, &ctl, \"1\")";
 
 class RegistrosTest : public PanelTest {
 protected:
@@ -40,7 +40,7 @@ protected:
     }
     /// The question before deleting, answered with a button or, for 0, with Enter.
     static Script Asks(int button) {
-        return Question(button, L"¿Desea eliminar este registro?\n\nCódigo: f0c0\n");
+        return Question(button, L"¿Desea eliminar este registro?\n\nCódigo: 1\n");
     }
     void Offer() { host.sink->Accepts({L"AceptarNuevo", L"AceptarModificar", L"AceptarEliminar"}); }
 };
@@ -68,9 +68,9 @@ TEST_F(RegistrosTest, OpeningLooksForTheControlsText) {
 
 TEST_F(RegistrosTest, TheClassAndIndxDecideTheAnswer) {
     const std::tuple<const wchar_t*, short, const wchar_t*> cases[] = {
-        {L"hordenes", 3, L"AceptarSeleccionParam(&3, &ctl, \"f0c3\", \"f0c0\", \"f0c2\")"},
-        {L"EMPLEADOS", 2, L"AceptarSeleccionParam(&2, &ctl, \"f0c2\", \"f0c0\", \"f0c1\")"},
-        {L"ordenes", 4, L"AceptarSeleccion(&4, &ctl, \"f0c4\")"},
+        {L"hordenes", 3, L"AceptarSeleccionParam(&3, &ctl, \"1/1/2000\", \"1\", \"1,23\")"},
+        {L"EMPLEADOS", 2, L"AceptarSeleccionParam(&2, &ctl, \"1,23\", \"1\", \"Artículo 1\")"},
+        {L"ordenes", 4, L"AceptarSeleccion(&4, &ctl, \"Sí\")"},
     };
     for (const auto& [className, indx, asked] : cases) {
         host.className = className;

@@ -40,6 +40,7 @@ protected:
     using Operation = std::variant<Plain, WithAuto>;
 
     Reports() {
+        host.TextCells();
         gdiSlack = 16; // a hidden window leaves pictures that the system keeps for others
         host.sink->Accepts({L"AceptarReports", L"AceptarReportsParam", L"AceptarReportsParamMail",
                             L"AceptarReportsParamHr", L"AceptarReportsFchAuto",

@@ -317,7 +317,7 @@ TEST_F(GridWindowTest, AReaderFindsRowsCellsStatesAndPlaces) {
     EXPECT_GT(rows, 10);
     EXPECT_LT(rows, 64);
     EXPECT_EQ(ChildrenOfRole(ROLE_SYSTEM_COLUMNHEADER), 8);
-    EXPECT_EQ(NameOf(2).substr(0, 25), L"2; Artículo 2; 1,23; 2/1/");
+    EXPECT_EQ(NameOf(2).substr(0, 25), L"2; Artículo 2; 2,47; 2/1/");
     EXPECT_NE(NameOf(2).find(L"; No; "), std::wstring::npos);
 
     Press(VK_DOWN);

@@ -1,6 +1,7 @@
 #include "tests/support/FakeHost.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "com/Collection.h"
 
@@ -20,7 +21,7 @@ std::wstring NameOf(IDispatch* object) {
     if (!object) {
         return L"Nothing";
     }
-    if (const auto* host = dynamic_cast<HostObject*>(object)) {
+    if (const auto* host = dynamic_cast<Fake*>(object)) {
         return host->Name();
     }
     com::LateObject control(object, L"control");
@@ -35,10 +36,35 @@ std::wstring NameOf(IDispatch* object) {
     return control.Answers(L"Index") ? name + L"(" + control.Call(L"Index").ToText() + L")" : name;
 }
 
+/// With a point, whatever the user's language; 4 decimals are money's.
+std::wstring Number(double value) {
+    std::wstring text = std::to_wstring(std::llround(value * 10000));
+    const bool negative = text[0] == L'-';
+    text.erase(0, negative ? 1 : 0);
+    text.insert(0, text.size() < 5 ? 5 - text.size() : 0, L'0');
+    text.insert(text.size() - 4, L".");
+    text.erase(text.find_last_not_of(L'0') + 1);
+    text.erase(text.find_last_not_of(L'.') + 1);
+    return (negative ? L"-" : L"") + text;
+}
+
 std::wstring Describe(const VARIANT& argument) {
     const std::wstring mark = argument.vt & VT_BYREF ? L"&" : L"";
     const Variant value = Variant::CopyOf(argument);
     switch (value.Type()) {
+    case VT_NULL:
+        return mark + L"Null";
+    case VT_CY:
+        return mark + Number(static_cast<double>(value.Get().cyVal.int64) / 10000) + L"@";
+    case VT_R8:
+        return mark + Number(value.Get().dblVal) + L"#";
+    case VT_ARRAY | VT_VARIANT: {
+        std::wstring list;
+        for (ULONG i = 0; i < value.Get().parray->rgsabound[0].cElements; ++i) {
+            list += (i ? L", " : L"") + Describe(static_cast<const VARIANT*>(value.Get().parray->pvData)[i]);
+        }
+        return mark + L"{" + list + L"}";
+    }
     case VT_BSTR:
         return mark + L"\"" + value.ToText() + L"\"";
     case VT_I2:
@@ -115,27 +141,24 @@ long HostObject::References() {
     return static_cast<long>(Release());
 }
 
-HRESULT HostObject::Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* parameters,
-                           VARIANT* result, EXCEPINFO* thrown, UINT* wrong) {
-    const auto index = static_cast<size_t>(id - 1);
-    if (index >= m_entries.size()) {
-        return DISP_E_MEMBERNOTFOUND;
+void HostObject::Entered(DISPID id, const DISPPARAMS& parameters) {
+    m_running.push_back(static_cast<size_t>(id - 1));
+    if (m_running.back() >= m_entries.size()) {
+        return; // a name that is known from before it went
     }
-    if (!m_entries[index].quiet) {
-        std::wstring line = m_entries[index].name + L"(";
-        for (UINT i = parameters->cArgs; i-- > 0;) {
-            line += Describe(parameters->rgvarg[i]) + (i ? L", " : L"");
+    const Entry& entry = m_entries[m_running.back()];
+    const std::wstring name = entry.name;
+    if (!entry.quiet) {
+        std::wstring line = name + L"(";
+        for (UINT i = parameters.cArgs; i-- > 0;) {
+            line += Describe(parameters.rgvarg[i]) + (i ? L", " : L"");
         }
         m_log.push_back(line + L")");
     }
     if (beforeEach) {
         const auto hook = beforeEach; // it may take itself away
-        hook(m_entries[index].name);
+        hook(name);
     }
-    m_running.push_back(index);
-    const HRESULT code = Automation::Invoke(id, reserved, locale, flags, parameters, result, thrown, wrong);
-    m_running.pop_back();
-    return code;
 }
 
 void RaiseHostError() { throw com::Error(kHostErrorNumber, kHostErrorText, kHostErrorSource); }
@@ -150,10 +173,6 @@ FakeHost::FakeHost(long records)
       sink(com::Make<HostObject>(L"objClsEvents", log)),
       ctl(com::Make<HostObject>(L"ctl", log)),
       columns(com::Make<HostObject>(L"Columns", log)) {
-    set->Table().value = [](long record, short column) {
-        return Variant(L"f" + std::to_wstring(record) + L"c" + std::to_wstring(column));
-    };
-    const auto nothing = [](Invocation&) {};
     data->On(L"sClassName", [this](Invocation& call) { call.Return(Variant(className)); });
     data->On(
         L"Recordset", [this](Invocation& call) { call.Return(Variant(set.Get())); }, true);
@@ -161,7 +180,7 @@ FakeHost::FakeHost(long records)
         set->SetSort(L"");
         set->SetPosition(0);
     });
-    data->On(L"FindRecord", nothing);
+    data->Accepts({L"FindRecord"});
     data->On(L"CreateFilter", [](Invocation& call) {
         const std::wstring typed = com::LateObject(call[0].ToObject().Get(), L"box").Call(L"Text").ToText();
         call.Return(Variant(typed.empty() ? L"" : L"campo=" + typed));
@@ -175,8 +194,8 @@ FakeHost::FakeHost(long records)
     data->On(L"MoveLast", [this](Invocation&) { set->SetPosition(set->Count() - 1); });
     data->On(L"MoveNext", [this](Invocation&) { set->SetPosition(set->Position() + 1); });
     data->On(L"MovePrevious", [this](Invocation&) { set->SetPosition(set->Position() - 1); });
-    sink->On(L"AceptarSeleccion", nothing);
-    sink->On(L"AceptarSeleccionParam", nothing);
+    sink->Accepts({L"AceptarSeleccion", L"AceptarSeleccionParam", L"AceptarBuscar", L"ActualizaColumnas",
+                   L"ActualizaOrden", L"AceptarFechaEntre"});
     ctl->On(
         L"Text", [this](Invocation& call) { call.Return(Variant(text)); }, true);
     columns->On(
@@ -189,20 +208,20 @@ FakeHost::FakeHost(long records)
             call.Return(Variant(m_columns.at(index)->object.Get()));
         },
         true);
-    sink->On(L"AceptarBuscar", nothing);
-    sink->On(L"ActualizaColumnas", nothing);
-    sink->On(L"ActualizaOrden", nothing);
-    sink->On(L"AceptarFechaEntre", nothing);
+}
+
+void FakeHost::TextCells() {
+    set->Table().value = [](long record, short column) {
+        return Variant(L"f" + std::to_wstring(record) + L"c" + std::to_wstring(column));
+    };
 }
 
 HostObject& FakeHost::AddColumn(const wchar_t* caption, const wchar_t* field, bool visible) {
     const std::wstring name = L"columna " + std::to_wstring(m_columns.size());
     Column& column =
         *m_columns.emplace_back(std::make_unique<Column>(Column{com::Make<HostObject>(name, log), visible}));
-    column.object->On(
-        L"Caption", [caption](Invocation& call) { call.Return(Variant(caption)); }, true);
-    column.object->On(
-        L"DataField", [field](Invocation& call) { call.Return(Variant(field)); }, true);
+    column.object->Returns(L"Caption", Variant(caption), true);
+    column.object->Returns(L"DataField", Variant(field), true);
     column.object->On(
         L"Visible",
         [&column, name, this](Invocation& call) {

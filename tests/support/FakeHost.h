@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "com/Automation.h"
+#include "tests/support/Fake.h"
 #include "tests/support/RecordSets.h"
 
 /// A host that does what the test tells it and writes down every call.
@@ -14,13 +14,13 @@ namespace tamvelo::testing {
 using Log = std::vector<std::wstring>;
 
 /// An automation object whose members are functions. Each call is written as text with its arguments as they
-/// came:
-/// "&" before one by reference, 1 for a 16-bit integer, 1L for a 32-bit one, "a" for a string, #2026-12-31#
-/// for a date, objects by name.
-class HostObject final : public com::Automation {
+/// came: "&" before one by reference, 1 for a 16-bit integer, 1L for a 32-bit one, 1.5# for a floating-point
+/// number, 1.5@ for money, "a" for a string, #2026-12-31# for a date, True, Null, Empty, {1L, "a"} for an
+/// array, objects by name.
+class HostObject final : public Fake {
 public:
     using Behaviour = std::function<void(com::Invocation&)>;
-    HostObject(std::wstring name, Log& log) : m_name(std::move(name)), m_log(log) {}
+    HostObject(std::wstring name, Log& log) : Fake(std::move(name)), m_log(log) {}
 
     /// A member, or another behaviour for one. A quiet one is not written down.
     void On(const std::wstring& member, Behaviour behaviour, bool quiet = false);
@@ -29,15 +29,10 @@ public:
     void Returns(const std::wstring& member, com::Variant value, bool quiet = false);
     void Raises(const std::wstring& member);
     void Accepts(std::initializer_list<const wchar_t*> members);
-    const std::wstring& Name() const { return m_name; }
     long References();
 
     /// Runs before each call of any of them, with the member's name.
     static inline std::function<void(const std::wstring&)> beforeEach;
-
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags,
-                                     DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* thrown,
-                                     UINT* wrong) override;
 
 private:
     struct Entry {
@@ -46,9 +41,10 @@ private:
         bool quiet;
     };
     std::span<const com::Member> Members() const override { return m_members; }
+    void Entered(DISPID id, const DISPPARAMS& parameters) override;
+    void Left() override { m_running.pop_back(); }
     void Renumber();
 
-    const std::wstring m_name;
     Log& m_log;
     std::vector<Entry> m_entries;
     std::vector<com::Member> m_members;
@@ -60,8 +56,9 @@ private:
 /// accepts everything.
 class FakeHost {
 public:
-    /// Cells hold "f<record>c<column>", from 0.
     explicit FakeHost(long records = 20);
+    /// In place of the set's own values texts that tell their place, "f<record>c<column>" from 0.
+    void TextCells();
 
     Log log;
     std::wstring className = L"prueba";

@@ -72,7 +72,7 @@ Variant RecordTable::ValueOf(long record, short column) const {
     case 2: {
         Variant price;
         price.Address()->vt = VT_CY;
-        price.Address()->cyVal.int64 = (record % 5000) * 12345;
+        price.Address()->cyVal.int64 = (record % 5000 + 1) * 12345;
         return price;
     }
     case 3:
@@ -80,19 +80,19 @@ Variant RecordTable::ValueOf(long record, short column) const {
     case 4:
         return Variant(record % 2 == 0);
     case 5:
-        return Variant(static_cast<double>(record % 700) / 4);
+        return Variant(static_cast<double>(record % 700 + 1) / 4);
     case 6:
         return record % 3 == 0 ? Variant::Null() : Variant(L"Nota de " + std::to_wstring(record));
     default:
-        return Variant(static_cast<short>(record % 12));
+        return Variant(static_cast<short>(record % 12 + 30));
     }
 }
 
 /// Of the record with that number, or for -1 of the set's current one.
-class MemoryField : public com::Automation {
+class MemoryField : public Fake {
 public:
     MemoryField(ComPtr<MemoryRecordSet> set, short column, long record)
-        : m_set(std::move(set)), m_column(column), m_record(record) {}
+        : Fake(L"Field"), m_set(std::move(set)), m_column(column), m_record(record) {}
 
     void Name(Invocation& call) {
         const auto named = m_set->m_table->names.find(m_column);
@@ -132,9 +132,10 @@ private:
     const long m_record;
 };
 
-class MemoryFields : public com::Automation {
+class MemoryFields : public Fake {
 public:
-    MemoryFields(ComPtr<MemoryRecordSet> set, long record) : m_set(std::move(set)), m_record(record) {}
+    MemoryFields(ComPtr<MemoryRecordSet> set, long record)
+        : Fake(L"Fields"), m_set(std::move(set)), m_record(record) {}
 
     void Count(Invocation& call) { call.Return(Variant(MemoryRecordSet::kColumns)); }
     void Item(Invocation& call) {
@@ -163,7 +164,8 @@ private:
 MemoryRecordSet::MemoryRecordSet(const RecordSetOptions& options)
     : MemoryRecordSet(std::make_shared<RecordTable>(options)) {}
 
-MemoryRecordSet::MemoryRecordSet(std::shared_ptr<RecordTable> table) : m_table(std::move(table)) {
+MemoryRecordSet::MemoryRecordSet(std::shared_ptr<RecordTable> table)
+    : Fake(L"Recordset"), m_table(std::move(table)) {
     using Set = MemoryRecordSet;
     const RecordSetOptions& options = m_table->options;
     m_members = {

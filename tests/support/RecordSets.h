@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "com/Automation.h"
+#include "tests/support/Fake.h"
 
 /// Record sets for tests: what a host may bring, and what it may leave out.
 namespace tamvelo::testing {
@@ -58,7 +58,7 @@ struct RecordTable {
 /// Records computed on demand, so that a million cost nothing. Codigo, Nombre, Precio, Alta, Activo,
 /// Cantidad, Notas (Null in every third), Grupo. The filter "pares" leaves every second record; the sort
 /// "Codigo DESC" turns them round. As in ADO, a clone has a filter and a sort of its own.
-class MemoryRecordSet : public com::Automation {
+class MemoryRecordSet : public Fake {
 public:
     static constexpr short kColumns = 8;
 
@@ -119,8 +119,9 @@ private:
 com::ComPtr<IDispatch> AsScript(IDispatch* object);
 
 /// A data class as far as binding goes: its `Recordset` is whatever stands in `set`.
-class RecordsetOwner : public com::Automation {
+class RecordsetOwner : public Fake {
 public:
+    RecordsetOwner() : Fake(L"MyClase") {}
     com::ComPtr<IDispatch> set;
     /// In place of `set`: a property that makes a new one each time.
     std::function<com::ComPtr<IDispatch>()> make;
