@@ -267,9 +267,9 @@ protected:
             const VARTYPE type = method.parameters[i].type;
             values.push_back(type == VT_DISPATCH ? Variant(static_cast<IDispatch*>(ear.Get()))
                              : type == VT_I2     ? Variant(static_cast<short>(i + 1))
-                             : type == VT_BOOL   ? Variant(true)
-                             : type == VT_DATE   ? Variant::Date(2)
-                                                 : Variant(L"t"));
+                             : type == VT_BOOL   ? Variant(i % 2 == 1)
+                             : type == VT_DATE   ? Variant::Date(static_cast<DATE>(i + 1))
+                                                 : Variant(L"t" + std::to_wstring(i)));
         }
         for (size_t i = 0; i < count; ++i) {
             VARIANT& cell = reversed[count - 1 - i];
