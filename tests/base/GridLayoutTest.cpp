@@ -87,7 +87,7 @@ TEST(GridLayout, BadLinesAreRefusedWithTheirNumber) {
         {"[fuente]\nnegrita=2", 3, L"entre 0 y 1"},
         {"[fuente]\nnegrita=sí", 3, L"entre 0 y 1"},
         {"[fuente]\nnombre=12345678901234567890123456789012", 3, L"caracteres"},
-        {"[fuente]\nnombre=\\00", 3, L"bien escrito"},
+        {"[fuente]\nnombre=Arial\\00", 3, L"bien escrito"},
         {"[fuente]\nnombre=\\00g0", 3, L"bien escrito"},
         {"[fuente]\n[fuente]", 3, L"repetida"},
         {"[columna a]\nancho=10001", 3, L"entre 0 y 10000"},
