@@ -54,12 +54,14 @@ TEST(RecordBoxes, EachCaptionGetsAKeyOfItsOwn) {
     const std::pair<const wchar_t*, const wchar_t*> captions[] = {
         {L"Código", L"&Código"}, {L"Nombre corto", L"N&ombre corto"},
         {L"Cc", L"Cc"},          {L"Área & año", L"&Área && año"},
-        {L"Año", L"Año"},        {L"", L""},
+        {L"Año", L"Año"},        {L"ñ0", L"ñ&0"},
+        {L"ñ9z", L"ñ&9z"},       {L"{z`", L"{&z`"},
+        {L"/:", L"/:"},          {L"", L""},
     };
     for (const auto& [caption, marked] : captions) {
         EXPECT_EQ(ToUtf8(WithAccessKey(caption, taken)), ToUtf8(marked));
     }
-    EXPECT_EQ(ToUtf8(taken), "bncoa");
+    EXPECT_EQ(ToUtf8(taken), "bncoa09z");
 }
 
 } // namespace

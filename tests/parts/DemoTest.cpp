@@ -214,10 +214,10 @@ TEST_F(DemoHost, TheRecordSetKeepsItsContract) {
         set.MoveLast => 320/320 | set.MoveNext => -3/320 EOF | set.MoveNext => -3/320 EOF |
         set.MovePrevious => 320/320 | set.AbsolutePosition:= 321 => invalid | articles.MoveNext => 320/320 |
         articles.MoveFirst => 1/320 | articles.MovePrevious => 1/320 | articles.MoveLast => 320/320 |
-        set.AbsolutePosition:= 40 => 40/320 | clone=set.Clone 1 => object | mark=set.Bookmark => bookmark |
+        set.AbsolutePosition:= 40 => 40/320 | clone=set.Clone 1 => object |
         clone.MoveLast => 40/320 |
         clone.AbsolutePosition => 320 | articles.SetOrder 1; " DESC"; "seleccion" => 92/320 |
-        code.Value => 02000020 | clone.Sort => descripcion DESC | set.MoveFirst => 1/320 |
+        code.Value => 02000020 | clone.Sort => descripcion DESC | mark=set.Bookmark => bookmark | set.MoveFirst => 1/320 |
         set.Bookmark:= mark => 92/320 | clone.Bookmark:= mark => 92/320 | clone.AbsolutePosition => 92 |
         articles.SetOrder 99; ""; "seleccion" => invalid |
         articles.AplyFilter "id <= 3" => 1/3 | clone.EOF => True | clone.MovePrevious => 1/3 |
