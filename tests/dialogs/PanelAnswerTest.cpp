@@ -53,9 +53,7 @@ TEST_F(PanelTest, OpeningAsksForTheSelectionAndLooksForTheControlsText) {
         host.stored.clear();
         PanelCall call = each.call;
         EXPECT_FALSE(Show(call, Keys({VK_ESCAPE})));
-        Log expected{L"sClassName()"};
-        expected.insert(expected.end(), each.asked.begin(), each.asked.end());
-        EXPECT_THAT(TakeLog(), ElementsAreArray(expected));
+        EXPECT_THAT(TakeLog(), ElementsAreArray(Log{L"sClassName()"} + each.asked));
         EXPECT_EQ(call.column, each.call.column);
     }
 }
@@ -131,9 +129,7 @@ TEST_F(PanelTest, ADoubleClickAcceptsExceptWhereTheHostWantsItsCode) {
     };
     for (const auto& [className, asked] : cases) {
         host.className = className;
-        const Script script =
-            Forget().Do([] { PostMessageW(Item(IDC_DATAGRID), WM_LBUTTONDBLCLK, MK_LBUTTON, FirstRow()); });
-        EXPECT_FALSE(Show({&IClsShowSerch::ShowSelec, 1}, script));
+        EXPECT_FALSE(Show({&IClsShowSerch::ShowSelec, 1}, {Forget(), DoubleClick()}));
         EXPECT_THAT(TakeLog(), ElementsAreArray(asked));
     }
 }
@@ -185,8 +181,7 @@ TEST_F(PanelTest, AVerificationButtonAnswersTrueOrFalse) {
     };
     for (const Case& each : cases) {
         SCOPED_TRACE(&each - cases);
-        const Script script = Forget().Do([&] { PostMessageW(Item(each.button), BM_CLICK, 0, 0); });
-        EXPECT_FALSE(Show({each.operation, each.column}, script));
+        EXPECT_FALSE(Show({each.operation, each.column}, {Forget(), Click(each.button)}));
         EXPECT_THAT(TakeLog(), ElementsAreArray(each.asked));
     }
 }

@@ -47,9 +47,9 @@ protected:
 };
 
 TEST_F(PanelFiles, AFontIsKeptPerClass) {
-    ExpectUsable(Script().Key(VK_F3).Append(Elsewhere()).Key(VK_ESCAPE));
+    ExpectUsable({Key(VK_F3), Elsewhere(), Key(VK_ESCAPE)});
     EXPECT_FALSE(std::filesystem::exists(File(look)));
-    ExpectUsable(Script().Key(VK_F3).Append(Elsewhere()).Key(VK_RETURN));
+    ExpectUsable({Key(VK_F3), Elsewhere(), Key(VK_RETURN)});
     EXPECT_THAT(ReadText(File(look)), HasSubstr("nombre=Tahoma"));
     WriteText(
         File(look),
@@ -60,20 +60,14 @@ TEST_F(PanelFiles, AFontIsKeptPerClass) {
 }
 
 TEST_F(PanelFiles, AColumnIsTakenAwayInTheColumnChooser) {
-    const auto untick = Script()
-                            .Do([] { PostMessageW(Item(IDC_DATAGRID), WM_CONTEXTMENU, 0, FirstRow()); })
-                            .Append(InMenu())
-                            .Key('G')
-                            .Append(Elsewhere())
-                            .Append(Keys({VK_DOWN, VK_SPACE}));
-    const auto panel = Script().Until("the panel", [](HWND top) { return top == Panel(); });
-    ExpectUsable(Script(untick).Key(VK_ESCAPE).Append(panel));
+    const Script untick = {Do([] { PostMessageW(Item(IDC_DATAGRID), WM_CONTEXTMENU, 0, FirstRow()); }),
+                           InMenu(), Key('G'), Elsewhere(), Keys({VK_DOWN, VK_SPACE})};
+    const Script fewer = Do([] { EXPECT_EQ(Headings(), MemoryRecordSet::kColumns - 1); });
+    ExpectUsable({untick, Key(VK_ESCAPE), Back()});
     EXPECT_FALSE(std::filesystem::exists(File(look)));
-    ExpectUsable(Script(untick).Key(VK_RETURN).Append(panel).Do([this] {
-        EXPECT_EQ(Headings(), MemoryRecordSet::kColumns - 1);
-        EXPECT_THAT(ReadText(File(look)), HasSubstr("visible=0"));
-    }));
-    ExpectUsable(Script().Do([] { EXPECT_EQ(Headings(), MemoryRecordSet::kColumns - 1); }));
+    ExpectUsable({untick, Key(VK_RETURN), Back(), fewer,
+                  Do([this] { EXPECT_THAT(ReadText(File(look)), HasSubstr("visible=0")); })});
+    ExpectUsable(fewer);
 }
 
 TEST_F(PanelFiles, ALayoutThatCannotBeReadLeavesTheDefaultLookAndANote) {
@@ -88,7 +82,7 @@ TEST_F(PanelFiles, ALayoutThatCannotBeReadLeavesTheDefaultLookAndANote) {
     ExpectUsable(notes(L"«frmSelecprueba.grx» no es válido (línea 2)").Key(VK_DOWN).Append(notes(L".bad»")));
     EXPECT_EQ(ReadText(File(look + L".bad")), "Tamvelo cuadrícula 1\nppp=doce\n");
     EXPECT_FALSE(std::filesystem::exists(File(look)));
-    ExpectUsable(Script().Do([] { EXPECT_EQ(ItemText(IDC_STATUS), L"Registro 1 de 20"); })); // said once
+    ExpectUsable(Says(L"Registro 1 de 20")); // said once
     WriteText(File(bar), "Tamvelo barra 1\n[banda]\n");
     ExpectUsable(notes(L"«frmSeleccion.atb» no es válido (línea 2)").Do([] {
         EXPECT_GE(ToolCommand(L"Aceptar"), 0);
@@ -104,17 +98,14 @@ TEST_F(PanelFiles, ALayoutThatCannotBeReadLeavesTheDefaultLookAndANote) {
 TEST_F(PanelFiles, ALayoutThatCannotBeWrittenIsToldAndTheOldOneStays) {
     WriteText(File(look) + L".tmp\\x", ""); // a folder where the new file should be
     WriteText(File(look), "Tamvelo cuadrícula 1\n");
-    ExpectUsable(
-        Script().Key(VK_F3).Append(Elsewhere()).Key(VK_RETURN).Box(L"No se puede escribir el fichero"));
+    ExpectUsable({Key(VK_F3), Elsewhere(), Key(VK_RETURN), Box(L"No se puede escribir el fichero")});
     EXPECT_EQ(ReadText(File(look)), "Tamvelo cuadrícula 1\n");
 }
 
 TEST_F(PanelFiles, AClassNameThatIsNoFileNameKeepsNothingAndSaysNothing) {
     for (const wchar_t* name : {L"..\\x", L"a:b", L"a/b", L"a\tb"}) {
         host.className = name;
-        ExpectUsable(Script().Key(VK_F3).Append(Elsewhere()).Key(VK_RETURN).Until("the panel", [](HWND top) {
-            return top == Panel();
-        }));
+        ExpectUsable({Key(VK_F3), Elsewhere(), Key(VK_RETURN), Back()});
     }
     EXPECT_FALSE(std::filesystem::exists(File(L"")));
     host.className = L"CON"; // harmless: the file is called frmSelecCON
@@ -187,7 +178,7 @@ TEST_F(PanelFiles, ARegistryThatRefusesIsTold) {
 
 TEST_F(PanelFiles, TheTerminalStandsInTheStatusLine) {
     SetValue(L"SOFTWARE\\Tamvelo\\Global\\Configuracion\\Sesion\\Terminal", L"Int", L"12");
-    ExpectUsable(Script().Do([] { EXPECT_EQ(ItemText(IDC_STATUS), L"Registro 1 de 20   ·   Terminal 12"); }));
+    ExpectUsable(Says(L"Registro 1 de 20   ·   Terminal 12"));
 }
 
 TEST_F(PanelFiles, TheOwnBarComesFirstThenTheSharedThenTheDesign) {
@@ -224,22 +215,14 @@ TEST_F(PanelFiles, TheOwnBarComesFirstThenTheSharedThenTheDesign) {
 }
 
 TEST_F(PanelFiles, TheUserArrangesTheBar) {
-    const Script customise = Script().Key(VK_F6).Append(Elsewhere());
-    ExpectUsable(Script(customise).Append(Press(L"errar")).Until("the panel", [](HWND top) {
-        return top == Panel();
-    }));
+    const Script customise = {Key(VK_F6), Elsewhere()};
+    ExpectUsable({customise, Press(L"errar"), Back()});
     EXPECT_FALSE(std::filesystem::exists(File(bar))); // nothing was changed
-    ExpectUsable(Script(customise)
-                     .Append(Keys({VK_DOWN, VK_HOME})) // to the first tool, Aceptar
-                     .Append(Press(L"liminar"))
-                     .Append(Press(L"errar"))
-                     .Until("the panel", [](HWND top) { return top == Panel(); })
-                     .Do([] { EXPECT_LT(ToolCommand(L"Aceptar"), 0); }));
+    const Script gone = Do([] { EXPECT_LT(ToolCommand(L"Aceptar"), 0); });
+    ExpectUsable({customise, Keys({VK_DOWN, VK_HOME}), // to the first tool, Aceptar
+                  Press(L"liminar"), Press(L"errar"), Back(), gone});
     EXPECT_THAT(ReadText(File(bar)), HasSubstr("[herramienta ID_Aceptar]\nbanda=Edición\nvisible=0"));
-    ExpectUsable(Script().Do([] {
-        EXPECT_LT(ToolCommand(L"Aceptar"), 0);
-        EXPECT_GE(ToolCommand(L"Cancelar"), 0);
-    }));
+    ExpectUsable({gone, Do([] { EXPECT_GE(ToolCommand(L"Cancelar"), 0); })});
 }
 
 TEST_F(PanelFiles, F8LeavesTheEditingBandOnly) {

@@ -16,6 +16,17 @@ struct PanelCall {
     short last = 0; // bStock, or iModal of the direct ones
 };
 
+inline Log operator+(Log first, const Log& second) {
+    first.insert(first.end(), second.begin(), second.end());
+    return first;
+}
+
+/// What a search for "ma" asks.
+inline const Log kSearch{L"CreateFilter(&TxtFields(0))", L"SetFilter(&\"campo=ma\", \"FilterSelec\")",
+                         L"GetFilter(\"FilterSelec\")",  L"AplyFilter(\"campo=ma\")",
+                         L"Requery(\"selec\")",          L"GetFilter(\"FilterSelec\")",
+                         L"existenregistros()"};
+
 /// The selection panel's operations.
 class PanelTest : public DialogTest {
 protected:

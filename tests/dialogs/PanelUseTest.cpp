@@ -8,17 +8,8 @@
 namespace tamvelo::testing {
 namespace {
 
-const Log kSearch{L"CreateFilter(&TxtFields(0))", L"SetFilter(&\"campo=ma\", \"FilterSelec\")",
-                  L"GetFilter(\"FilterSelec\")",  L"AplyFilter(\"campo=ma\")",
-                  L"Requery(\"selec\")",          L"GetFilter(\"FilterSelec\")",
-                  L"existenregistros()"};
 const Log kNoFilter{L"AplyFilter(\"\")", L"Requery(\"selec\")"};
 const Log kAccept{L"AceptarSeleccion(&0, &ctl, \"1\")", L"AplyFilter(\"\")"};
-
-Log operator+(Log first, const Log& second) {
-    first.insert(first.end(), second.begin(), second.end());
-    return first;
-}
 
 class PanelUse : public PanelTest {
 protected:
@@ -169,8 +160,17 @@ TEST_F(PanelUse, TheLabelNamesTheColumnThatIsSearched) {
     EXPECT_THAT(TakeLog(), ElementsAreArray(kAccept));
 }
 
-TEST_F(PanelUse, TheSearchButtonInsertAndDelete) {
-    ExpectAsked(InBox().Type(L"ma").Do([] { PostMessageW(Item(IDC_CMDBUSCAR), BM_CLICK, 0, 0); }), kSearch);
+TEST_F(PanelUse, TheSearchButtonInsertDeleteAndAnAsterisk) {
+    ExpectAsked({InBox(), Type(L"ma"), Click(IDC_CMDBUSCAR)}, kSearch);
+    const Log everything{L"SetFilter(&\"\", \"FilterSelec\")",
+                         L"GetFilter(\"FilterSelec\")",
+                         L"AplyFilter(\"\")",
+                         L"Requery(\"selec\")",
+                         L"GetFilter(\"FilterSelec\")",
+                         L"existenregistros()"};
+    ExpectAsked({InBox(), Type(L"ma"), Key(VK_RETURN), Do([] { SetWindowTextW(Item(IDC_TXTFIELDS0), L"*"); }),
+                 Key(VK_RETURN), Says(L"Registro 1 de 20")},
+                kSearch + everything);
     const auto toGrid = [] { SetFocus(Item(IDC_DATAGRID)); };
     const Script applied = InBox().Type(L"ma").Do(toGrid).Key(VK_INSERT).Do([] {
         EXPECT_FALSE(IsShown(IDC_TXTFIELDS0));
@@ -192,22 +192,6 @@ TEST_F(PanelUse, TheSearchButtonInsertAndDelete) {
                         EXPECT_EQ(ItemText(IDC_STATUS), L"Registro 1 de 20");
                     }),
                 kSearch + kNoFilter);
-}
-
-TEST_F(PanelUse, AnAsteriskAloneAsksForEverything) {
-    const Log searched{L"SetFilter(&\"\", \"FilterSelec\")",
-                       L"GetFilter(\"FilterSelec\")",
-                       L"AplyFilter(\"\")",
-                       L"Requery(\"selec\")",
-                       L"GetFilter(\"FilterSelec\")",
-                       L"existenregistros()"};
-    ExpectAsked(InBox()
-                    .Type(L"ma")
-                    .Key(VK_RETURN)
-                    .Do([] { SetWindowTextW(Item(IDC_TXTFIELDS0), L"*"); })
-                    .Key(VK_RETURN)
-                    .Do([] { EXPECT_EQ(ItemText(IDC_STATUS), L"Registro 1 de 20"); }),
-                kSearch + searched);
 }
 
 TEST_F(PanelUse, TheToolsAndTheHeadingAsk) {
@@ -329,25 +313,14 @@ TEST_F(PanelUse, F5ShowsTheWholeRecord) {
 }
 
 TEST_F(PanelUse, AGridWithoutColumnsHasNothingToSortAndAnEmptyHeading) {
-    const auto make = [&](const wchar_t* name,
-                          std::initializer_list<std::pair<const wchar_t*, com::Variant>> members) {
-        auto object = com::Make<HostObject>(name, host.log);
-        for (const auto& [member, value] : members) {
-            object->On(
-                member, [value](com::Invocation& call) { call.Return(value); }, true);
-        }
-        return object;
-    };
-    const auto fields = make(L"Fields", {{L"Count", com::Variant(0L)}});
-    const auto bare = make(L"Recordset", {{L"RecordCount", com::Variant(0L)},
-                                          {L"BOF", com::Variant(true)},
-                                          {L"EOF", com::Variant(true)},
-                                          {L"MoveFirst", {}},
-                                          {L"MoveNext", {}},
-                                          {L"Bookmark", com::Variant(0L)},
-                                          {L"Fields", com::Variant(fields.Get())}});
-    host.data->On(
-        L"Recordset", [&](com::Invocation& call) { call.Return(com::Variant(bare.Get())); }, true);
+    const auto fields = com::Make<HostObject>(L"Fields", host.log);
+    fields->Returns(L"Count", com::Variant(0L), true);
+    const auto bare = com::Make<HostObject>(L"Recordset", host.log);
+    for (const wchar_t* member : {L"RecordCount", L"BOF", L"EOF", L"MoveFirst", L"MoveNext", L"Bookmark"}) {
+        bare->Returns(member, com::Variant(member[1] == L'O' ? -1L : 0L), true); // BOF and EOF are true
+    }
+    bare->Returns(L"Fields", com::Variant(fields.Get()), true);
+    host.data->Returns(L"Recordset", com::Variant(bare.Get()), true);
     const Script click = At(MAKELPARAM(20, 5), {WM_LBUTTONDOWN, WM_LBUTTONUP}, Heading);
     ExpectAsked(Script()
                     .Key(VK_F9)
