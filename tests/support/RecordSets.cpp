@@ -61,9 +61,10 @@ Variant RecordTable::ValueOf(long record, short column) const {
     if (const auto cell = written.find({record, column}); cell != written.end()) {
         return cell->second;
     }
-    if (value) {
-        return value(record, column);
-    }
+    return value ? value(record, column) : TypedValue(record, column);
+}
+
+Variant RecordTable::TypedValue(long record, short column) {
     switch (column) {
     case 0:
         return Variant(record + 1);

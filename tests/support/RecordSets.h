@@ -53,6 +53,8 @@ struct RecordTable {
     int Calls(const std::wstring& member) const;
     void Note(const std::wstring& member);
     com::Variant ValueOf(long record, short column) const;
+    /// What a cell holds where nothing else was said.
+    static com::Variant TypedValue(long record, short column);
 };
 
 /// Records computed on demand, so that a million cost nothing. Codigo, Nombre, Precio, Alta, Activo,
