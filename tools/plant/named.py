@@ -1,0 +1,58 @@
+"""Faults by name, for `./run plant named`: (what goes wrong, file, text, text with the fault); @ stands for the switch."""
+
+
+def left_out(title, file, text):
+    return title, file, text, "if (!@) { %s }" % text
+
+
+faults = [
+    ("the host's members run with our floating-point words", "com/FloatGuard.cpp",
+     "m_switched(g_innermost != nullptr)", "m_switched(g_innermost != nullptr && !@)"),
+    ("the host's floating-point words are not restored", "com/FloatGuard.cpp",
+     "m_outer;\n    Write(m_host);", "m_outer;\n    if (!@) { Write(m_host); }"),
+    ("deferred exception data is ignored", "com/Error.cpp", "if (info.pfnDeferredFillIn)", "if (info.pfnDeferredFillIn && !@)"),
+    left_out("the error object of before is not cleared", "com/LateObject.cpp", "SetErrorInfo(0, nullptr);"),
+    left_out("what the host put into our variables is not taken", "com/LateObject.cpp", "list[i].Store();"),
+    left_out("a reference is not released", "com/Variant.cpp", "const HostFloats floats;\n        VariantClear(&value);"),
+    ("a text ends at an embedded zero", "com/Variant.cpp", "raw ? std::wstring(raw, SysStringLen(raw))",
+     "raw ? @ ? std::wstring(raw) : std::wstring(raw, SysStringLen(raw))"),
+    ("AltGr is taken for Ctrl", "frame/FormCommands.cpp", "GetKeyState(VK_MENU) >= 0", "(@ || GetKeyState(VK_MENU) >= 0)"),
+    ("letters with AltGr are not searched for", "grid/GridInput.cpp", "!Down(VK_MENU)", "(@ || !Down(VK_MENU))"),
+    left_out("a box that gets the focus is not selected", "frame/DefaultEnvironment.cpp",
+             "SendMessageW(window, combo ? CB_SETEDITSEL : EM_SETSEL, 0, combo ? MAKELPARAM(0, -1) : -1);"),
+    left_out("no least size", "frame/Form.cpp",
+             "reinterpret_cast<MINMAXINFO*>(second)->ptMinTrackSize = {m_smallest.cx, m_smallest.cy};"),
+    left_out("the horizontal bar is dead", "grid/GridWindow.cpp", "ScrollHorizontally(LOWORD(w));"),
+    ("the wheel does not scroll to the side", "grid/GridWindow.cpp",
+     "across = message == WM_MOUSEHWHEEL || (LOWORD(w) & MK_SHIFT);", "across = !@ && (message == WM_MOUSEHWHEEL || (LOWORD(w) & MK_SHIFT));"),
+    left_out("a change of dpi is not seen", "grid/GridWindow.cpp", "ChangeDpi(DpiOf(window));"),
+    left_out("the grid keeps its old colours", "grid/GridWindow.cpp", "m_look = GridLook::Current();\n        SendMessageW(m_headings.Window(), message, w, l);"),
+    left_out("the controls are not told of new colours", "frame/Form.cpp", "SendMessageW(child, message, first, second);"),
+    ("a text is sent where a value belongs", "frame/GridFormAnswer.cpp", "answer.asValue ?", "answer.asValue && !@ ?"),
+    ("a report's range ends where it begins", "contract/Sink.cpp", "return Day(dates.last);", "return Day(@ ? dates.first : dates.last);"),
+    ("«desde» is sent twice", "dates/FrmSeleccionFecha.cpp", "range.last)", "@ ? range.first : range.last)"),
+    left_out("ticks are not remembered", "frame/DefaultEnvironment.cpp", "WriteValue(key, kTicks, base::RememberTicks(lists.Titles(), lists.Ticks()));"),
+    ("ticks come back by place, not by title", "base/ListChoices.cpp", "ticked.contains(own)",
+     "@ ? ticks.size() < ticked.size() : ticked.contains(own)"),
+    left_out("a report's own conditions are not remembered", "reports/ReportForm.cpp", "m_report.save(*this);"),
+    left_out("the place is not remembered", "frame/DefaultEnvironment.cpp", "WriteRegistryText(key, value.name, std::to_wstring(place.*value.part));"),
+    left_out("the search panel's choices are not remembered", "search/FrmBuscar.cpp", "Remember(kMode + m_className, m_mode);"),
+    ("weeks begin on Sunday", "base/Calendar.cpp", "chrono::weekday(Point(day)).iso_encoding() - 1",
+     "@ ? chrono::weekday(Point(day)).c_encoding() : chrono::weekday(Point(day)).iso_encoding() - 1"),
+    ("the calendar begins on Sunday", "dates/FrmCita.cpp", "MonthCal_SetFirstDayOfWeek(calendar, 0)", "MonthCal_SetFirstDayOfWeek(calendar, @ ? 6 : 0)"),
+    ("a hidden form does not come back", "frame/Form.cpp", "    Appear();\n    if (IsChild", "    if (!@) { Appear(); }\n    if (IsChild"),
+    left_out("the focus does not go back to the host", "frame/ModalScope.cpp", "SetFocus(m_focus);"),
+    left_out("the host's windows stay disabled", "frame/ModalScope.cpp", "EnableWindow(window, TRUE);"),
+    left_out("the list does not follow its search box in the tab order", "frame/GridForm.cpp",
+             "SetWindowPos(m_grid->Window(), Control(IDC_TXTFIELDS0), 0, 0, 0, 0,\n                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);"),
+    ("the direction of a sort is lost", "frame/GridForm.cpp", "m_orderDescending = descending;", "m_orderDescending = descending && !@;"),
+    ("a count is one too many", "frame/CheckList.cpp", "std::ranges::count_if(m_entries, &Entry::ticked))",
+     "std::ranges::count_if(m_entries, &Entry::ticked) + (@ ? 1 : 0))"),
+    ("a blank at the end of a text is lost", "grid/CellText.cpp", "std::wstring(value.bstrVal, SysStringLen(value.bstrVal))",
+     "std::wstring(value.bstrVal, SysStringLen(value.bstrVal) - (@ && SysStringLen(value.bstrVal) > 0 && "
+     "value.bstrVal[SysStringLen(value.bstrVal) - 1] == L' ' ? 1U : 0U))"),
+    left_out("a decimal point whatever the locale", "grid/CellText.cpp", "text.replace(point, 1, sign);"),
+    ("copies end at nine", "reports/ReportForm.cpp", "UDM_SETRANGE32, 1, SHRT_MAX", "UDM_SETRANGE32, 1, @ ? 9 : SHRT_MAX"),
+    ("the busy cursor stays on", "frame/BusyCursor.cpp", "    End();\n    g_command", "    if (!@) { End(); }\n    g_command"),
+    ("a command runs during a command", "frame/FormCommands.cpp", "m_running == 0 &&", "(@ || m_running == 0) &&"),
+]
