@@ -45,6 +45,8 @@ void Database::Execute(std::wstring_view sql) {
     }
 }
 
+long long Database::MemoryInUse() { return sqlite3_memory_used(); }
+
 std::int64_t Database::Number(std::wstring_view sql) {
     Statement statement(*this, sql);
     return statement.Step() ? statement.Integer(0) : 0;

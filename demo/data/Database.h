@@ -41,6 +41,8 @@ public:
     std::int64_t LastId() const;
     /// Its file; empty for one in memory.
     std::wstring Path() const;
+    /// Bytes that SQLite holds for this process: statements and pages of every database.
+    static long long MemoryInUse();
     sqlite3* Handle() const { return m_handle.get(); }
 
 private:
