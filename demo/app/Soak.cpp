@@ -23,7 +23,7 @@ constexpr int kTriesToLeave = 60;
 // What the system keeps for itself: grows at first, and a little for good.
 constexpr long kGdiSlack = 40;
 constexpr long long kHeapSlack = 1 << 20;
-constexpr long long kHeapEach = 1024;
+constexpr long long kHeapEach = 3072;
 
 using Random = std::mt19937; // the same everywhere, as its distributions are not
 
