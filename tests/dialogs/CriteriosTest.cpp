@@ -3,6 +3,8 @@
 
 #include <commctrl.h>
 
+#include <map>
+
 #include "base/Text.h"
 #include "frame/Resources.h"
 #include "selection/Resources.h"
@@ -37,7 +39,13 @@ protected:
             },
             true);
         host.data->On(
-            L"ValidaKey", [](Invocation& call) { call.Return(Variant(call[1].ToLong() != 'x')); }, true);
+            L"ValidaKey",
+            [](Invocation& call) { // refuses one key and changes another
+                call.WriteBack(1,
+                               Variant(static_cast<short>(call[1].ToLong() == 'y' ? 'b' : call[1].ToLong())));
+                call.Return(Variant(call[1].ToLong() != 'x'));
+            },
+            true);
         host.data->Returns(L"ValidaDefinedSize", Variant(8L));
         host.data->On(L"ValidaValue", [](Invocation& call) {
             com::LateObject box(call[0].ToObject().Get(), L"box");
@@ -109,23 +117,19 @@ TEST_F(Criterios, EachDialogLooksUpWithItsOwnSelectionsAndAppliesInOrder) {
     const struct {
         Operation operation;
         const wchar_t* caption;
-        Log selections; // of Codigo, Nombre, Cantidad and Grupo
+        std::wstring selections; // of Codigo, Nombre, Cantidad and Grupo
         bool options;
         int list = -1;
     } cases[] = {
-        {&Server::ShowSeleccionar, L"Criterios de ventas", {L"cion", L"cionmixta", L"cion", L"cion"}, false},
-        {&Server::ShowSeleccionarComp,
-         L"Criterios de compras",
-         {L"cionmixta", L"cion", L"cion", L"cion"},
-         false},
-        {&Server::ShowSelecMinim, L"Criterios de mínimos", {L"cion", L"cion", L"c", L"cion"}, true},
-        {&Server::ShowSelecLab,
-         L"Criterios de laboratorio",
-         {L"cion", L"cionmixta", L"c", L"cion"},
-         true,
-         Activo},
-        {&Server::ShowSeleccionarRecibo, L"Criterios de recibos", {L"cion", L"cion", L"cion", L"cion"}, true},
+        {&Server::ShowSeleccionar, L"Criterios de ventas", L"_m__", false},
+        {&Server::ShowSeleccionarComp, L"Criterios de compras", L"m___", false},
+        {&Server::ShowSelecMinim, L"Criterios de mínimos", L"__c_", true},
+        {&Server::ShowSelecLab, L"Criterios de laboratorio", L"_mc_", true, Activo},
+        {&Server::ShowSeleccionarRecibo, L"Criterios de recibos", L"____", true},
     };
+    const std::map<wchar_t, Log> looked{{L'_', {L"Requery(\"seleccion\")"}},
+                                        {L'm', {L"Requery(\"seleccionmixta\")"}},
+                                        {L'c', {L"Requery(\"selecc\")"}}};
     for (const auto& row : cases) {
         SCOPED_TRACE(base::ToUtf8(row.caption));
         Script script{In(Codigo), Says(IDC_LBLBUSCAR, L"Criterios para «prueba»:"), Do([&] {
@@ -136,8 +140,8 @@ TEST_F(Criterios, EachDialogLooksUpWithItsOwnSelectionsAndAppliesInOrder) {
         Log asked;
         for (const int field : {Codigo, Nombre, Cantidad, Grupo}) {
             script.Append({LookUp(field), Key(VK_ESCAPE), In(field)});
-            asked = With(asked, {L"Requery(\"selec" + row.selections[asked.size() / 3] + L"\")",
-                                 L"sClassName()", L"Requery(\"seleccion\")"});
+            asked = With(With(asked, looked.at(row.selections[asked.size() / 3])),
+                         {L"sClassName()", L"Requery(\"seleccion\")"});
         }
         EXPECT_FALSE(Show(row.operation, {script, Forget(), Key(VK_RETURN)}));
         EXPECT_THAT(std::exchange(other.log, {}), ElementsAreArray(asked));
@@ -160,32 +164,19 @@ TEST_F(Criterios, BoxesAreCheckedAndBecomeOneFilter) {
     };
     const auto pressed = [](bool is) {
         return Do([is] {
-            EXPECT_EQ(SendMessageW(Bar(), TB_ISBUTTONCHECKED,
-                                   static_cast<WPARAM>(ToolCommand(L"Limpiar los criterios")), 0) != 0,
-                      is);
+            const auto tool = static_cast<WPARAM>(ToolCommand(L"Limpiar los criterios"));
+            EXPECT_EQ(SendMessageW(Bar(), TB_ISBUTTONCHECKED, tool, 0) != 0, is);
         });
     };
     const auto tick = Do([] { SendMessageW(Part(Activo, 2), BM_CLICK, 0, 0); });
-    const Script fill{Write(Nombre, L"axb"),
-                      Key(VK_TAB),
-                      texts(Nombre, L"ab"), // to the button
-                      Write(Alta, L"8:30"),
-                      Key(VK_TAB),
-                      texts(Alta, L"8:30"),
-                      Do([] { SetWindowTextW(Part(Alta, 1), L""); }),
-                      Write(Alta, L"2026-2-3"),
-                      Key(VK_TAB),
-                      In(Activo),
-                      Key(VK_HOME),
-                      texts(Alta, day),
-                      texts(Activo, L"-1 - Sí"),
-                      ticked(true),
-                      Key(VK_DOWN),
-                      texts(Activo, L" 0 - No"),
-                      ticked(false)};
-    EXPECT_FALSE(Show(&Server::ShowSelecLab, {pressed(false), fill, Do([] {
-                                                  SendMessageW(Item(IDC_OPTCOMPARISON1), BM_CLICK, 0, 0);
-                                              }),
+    const auto from = Do([] { SendMessageW(Item(IDC_OPTCOMPARISON1), BM_CLICK, 0, 0); });
+    const auto none = Do([] { SetWindowTextW(Part(Alta, 1), L""); });
+    const Script fill =
+        Script({Write(Nombre, L"axy"), Key(VK_TAB), texts(Nombre, L"ab"), Write(Alta, L"8:30"), Key(VK_TAB),
+                texts(Alta, L"8:30"), none, Write(Alta, L"2026-2-3"), Key(VK_TAB), In(Activo), Key(VK_HOME),
+                texts(Alta, day), texts(Activo, L"-1 - Sí"), ticked(true), Key(VK_DOWN),
+                texts(Activo, L" 0 - No"), ticked(false)});
+    EXPECT_FALSE(Show(&Server::ShowSelecLab, {pressed(false), fill, from,
                                               Says(L"20 Registros   ·   3 criterios: Nombre, Alta, Activo"),
                                               pressed(true), Forget(), Key(VK_RETURN)}));
     Log asked = Applied(L"campo=ab And campo=" + std::wstring(day) + L" And campo= 0 - No", true, -1, L'1');
@@ -200,12 +191,10 @@ TEST_F(Criterios, BoxesAreCheckedAndBecomeOneFilter) {
 }
 
 TEST_F(Criterios, ARefusedValueHoldsTheUserButNotTheDialog) {
-    const Script refused{Write(Nombre, L"mal"), Key(VK_TAB), Until("the complaint", [](HWND) {
-                             return ItemText(IDC_STATUS).find(L"«mal»") == 0;
-                         })};
+    const auto complains = [](HWND) { return ItemText(IDC_STATUS).find(L"«mal»") == 0; };
+    const Script refused{Write(Nombre, L"mal"), Key(VK_TAB), Until("the complaint", complains)};
     const Script lookUp = Do([] { PostMessageW(Part(Nombre, 3), BM_CLICK, 0, 0); });
-    for (const Script& act :
-         {Key(VK_RETURN), Key(VK_F5), Click(IDC_CMDBUSCAR), lookUp}) { // nothing of which happens
+    for (const Script& act : {Key(VK_RETURN), Key(VK_F5), Click(IDC_CMDBUSCAR), lookUp}) { // none happens
         EXPECT_FALSE(Show(&Server::ShowSeleccionar,
                           {refused, In(Nombre), Forget(), act,
                            Asked({L"ValidaDefinedSize(&TxtFields(1))", L"ValidaValue(&TxtFields(1))"}),
@@ -262,13 +251,12 @@ TEST_F(Criterios, TheFocusScrollsTheRows) {
     for (const int field : {Grupo, Codigo, Notas}) {
         script.Append({Write(field), Do([=] { EXPECT_TRUE(isInView(field)) << field; })});
     }
-    EXPECT_FALSE(Show(&Server::ShowSeleccionarRecibo, {script, Do([=] {
-                                                           EXPECT_FALSE(isInView(Codigo));
-                                                           SendMessageW(Item(IDC_CRITERIA), WM_MOUSEWHEEL,
-                                                                        MAKEWPARAM(0, 1200), 0);
-                                                           EXPECT_TRUE(isInView(Codigo));
-                                                       }),
-                                                       Key(VK_ESCAPE)}));
+    script.Append(Do([=] {
+        EXPECT_FALSE(isInView(Codigo));
+        SendMessageW(Item(IDC_CRITERIA), WM_MOUSEWHEEL, MAKEWPARAM(0, 1200), 0);
+        EXPECT_TRUE(isInView(Codigo));
+    }));
+    EXPECT_FALSE(Show(&Server::ShowSeleccionarRecibo, {script, Key(VK_ESCAPE)}));
 }
 
 TEST_F(Criterios, WithoutLookUpsAndWithoutFieldsThereIsStillADialog) {

@@ -42,11 +42,16 @@ protected:
     Reports() {
         host.TextCells();
         gdiSlack = 16; // a hidden window leaves pictures that the system keeps for others
-        host.sink->Accepts({L"AceptarReports", L"AceptarReportsParam", L"AceptarReportsParamMail",
-                            L"AceptarReportsParamHr", L"AceptarReportsFchAuto",
-                            L"AceptarReportsInformesParam", L"AceptarInformesFchAuto", L"AceptarInformesFch",
-                            L"AceptarInformesFchAutoTipoTime", L"AceptarDocNumAut", L"AceptarListasParam",
-                            L"AceptarEtiqueta"});
+        for (const wchar_t* member :
+             {L"AceptarReports", L"AceptarReportsParam", L"AceptarReportsParamMail", L"AceptarReportsParamHr",
+              L"AceptarReportsFchAuto", L"AceptarReportsInformesParam", L"AceptarInformesFchAuto",
+              L"AceptarInformesFch", L"AceptarInformesFchAutoTipoTime", L"AceptarDocNumAut",
+              L"AceptarListasParam", L"AceptarEtiqueta"}) {
+            host.sink->On(member, [](com::Invocation& call) { // which changes what it gets by reference
+                call.WriteBack(1, com::Variant(short{9}));
+                call.WriteBack(2, com::Variant(short{9}));
+            });
+        }
     }
     void WarmUp() override {
         Show(&Server::ShowRptCond, Key(VK_ESCAPE));

@@ -52,6 +52,12 @@ TEST_F(Reports, EachDialogHandsOverItsOwnCall) {
     const Script written{Set(0, L"C-1"), Set(1, L"A"), Choose(2, 1),
                          Tick(5)}; // Repetición: No, Facturado: Sí
     const Script priced{written, Choose(6, 9)};
+    const Script draft{Enabled(0, false), Set(1, L"A")};
+    const Script hours{Set(0, L"C-1"), Set(1, L"7.05"), Set(2, L"2130"), Tick(4)};
+    const Script complaint{Enabled(0, false), Tick(0)}; // never printed unseen
+    const Script orders{Set(0, L"C-1"), Set(1, L"T"), Set(2, L"8"), Set(3, L"9"),
+                        Choose(4, 0),   Choose(5, 1), Tick(6)};
+    const Script numbers{Set(0, L"100"), Set(1, L"200"), Tick(2)};
     // Each as it opens, and with something in every condition: places, not numbers; the third list before the
     // first.
     const struct {
@@ -71,42 +77,23 @@ TEST_F(Reports, EachDialogHandsOverItsOwnCall) {
          L", \"C-1\", &0, &1, \"A\""},
         {&Server::ShowRptMailCond, L"AceptarReportsParamMail", true, L", \"\", &2, &2, \"\", &\"PRC\"",
          priced, L", \"C-1\", &0, &1, \"A\", &\"TDS\""},
-        {&Server::ShowRptBorrador,
-         L"AceptarReportsParamMail",
-         true,
-         L", \"Borrador\", &2, &2, \"\", &\"PRC\"",
-         {Enabled(0, false), Set(1, L"A")},
-         L", \"Borrador\", &2, &2, \"A\", &\"PRC\"",
+        {&Server::ShowRptBorrador, L"AceptarReportsParamMail", true,
+         L", \"Borrador\", &2, &2, \"\", &\"PRC\"", draft, L", \"Borrador\", &2, &2, \"A\", &\"PRC\"",
          L"Presupuestos"},
-        {&Server::ShowRptCondHr,
-         L"AceptarReportsParamHr",
-         true,
-         L", \"\", False, False, #1899-12-30 07:00#, #1899-12-30 23:59#",
-         {Set(0, L"C-1"), Set(1, L"7.05"), Set(2, L"2130"), Tick(4)},
+        {&Server::ShowRptCondHr, L"AceptarReportsParamHr", true,
+         L", \"\", False, False, #1899-12-30 07:00#, #1899-12-30 23:59#", hours,
          L", \"C-1\", False, True, #1899-12-30 07:05#, #1899-12-30 21:30#"},
         {&Server::ShowRptFchAuto, L"AceptarReportsFchAuto", true, L", 0", Tick(0), L", 1"},
         {&Server::ShowRptFchAuto, L"AceptarInformesFchAuto", true, L", 0", Tick(0), L", 1", ledger},
         {&Server::ShowRptFchAutoInf, L"AceptarInformesFchAuto", true, L", 0", Tick(0), L", 1"},
-        {&Server::ShowRptFchAutoInf,
-         L"AceptarInformesFchAuto",
-         true,
-         L", 0",
-         {Enabled(0, false), Tick(0)},
-         L", 0",
-         L"Pedidos_Reclamaciones"}, // never printed unseen
+        {&Server::ShowRptFchAutoInf, L"AceptarInformesFchAuto", true, L", 0", complaint, L", 0",
+         L"Pedidos_Reclamaciones"},
         {&Server::ShowRptsInfFch, L"AceptarInformesFch", true, L", \"\"", Set(0, L"A"), L", \"A\""},
         {&Server::ShowRptFchCliDirec, L"AceptarInformesFchAuto", true, L"", {}, L""},
-        {&Server::ShowRptInfOrdenes,
-         L"AceptarInformesFchAutoTipoTime",
-         true,
-         L", 0, \"\", #1899-12-30#, #1899-12-30 23:59#, 2, 2, \"\"",
-         {Set(0, L"C-1"), Set(1, L"T"), Set(2, L"8"), Set(3, L"9"), Choose(4, 0), Choose(5, 1), Tick(6)},
+        {&Server::ShowRptInfOrdenes, L"AceptarInformesFchAutoTipoTime", true,
+         L", 0, \"\", #1899-12-30#, #1899-12-30 23:59#, 2, 2, \"\"", orders,
          L", 1, \"T\", #1899-12-30 08:00#, #1899-12-30 09:00#, 0, 1, \"C-1\""},
-        {&Server::ShowRptNumAut,
-         L"AceptarDocNumAut",
-         false,
-         L", Empty, Empty, False",
-         {Set(0, L"100"), Set(1, L"200"), Tick(2)},
+        {&Server::ShowRptNumAut, L"AceptarDocNumAut", false, L", Empty, Empty, False", numbers,
          L", \"100\", \"200\", True"},
     };
     const std::wstring next = Logged(base::Step(ThisMonth(), 1));
