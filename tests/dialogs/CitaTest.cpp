@@ -27,7 +27,12 @@ protected:
         });
         environment->Accepts({L"GuardarCita"});
     }
-    void WarmUp() override { Show(Key(VK_ESCAPE)); }
+    void WarmUp() override {
+        Offer(L"Clases");
+        Show({Into(IDC_TXTCITA10), Key(VK_F4), Showing(IDC_DATAGRID), Key(VK_ESCAPE), Focused(IDC_TXTCITA10),
+              Key(VK_ESCAPE)});
+        SetValue(kEnvironmentKey, L"Clases", L"");
+    }
 
     HRESULT Ask(HWND over, DATE date) {
         long window = static_cast<long>(reinterpret_cast<LONG_PTR>(over));
@@ -60,9 +65,9 @@ protected:
         return Do([day] {
             MCHITTESTINFO at{};
             at.cbSize = MCHITTESTINFO_V1_SIZE;
-            for (LONG place = 0; place < 90000 && !(at.uHit == MCHT_CALENDARDATE && at.st.wDay == day);
+            for (LONG place = 0; place < 5000 && !(at.uHit == MCHT_CALENDARDATE && at.st.wDay == day);
                  ++place) {
-                at.pt = {place % 300, place / 300};
+                at.pt = {place % 70 * 4, place / 70 * 4};
                 MonthCal_HitTest(Item(IDC_MTHVFECHA), &at);
             }
             PostMessageW(Item(IDC_MTHVFECHA), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(at.pt.x, at.pt.y));
@@ -206,13 +211,14 @@ TEST_F(Cita, LookUpsFillTheirBoxesAndMoveOn) {
               boxes({L"f1c0", L"f1c1", L"f1c0", L"f1c1", L"f1c1"}), Click(IDC_CMDCITA0),
               Showing(IDC_DATAGRID), Key(VK_ESCAPE), Focused(IDC_TXTCITA0),
               // A code is read when Enter is pressed or the box is left; what is not found is said.
-              Set(IDC_TXTCITA10, L"F3C0"), Key(VK_RETURN), Focused(IDC_TXTCITA14),
+              Set(IDC_TXTCITA10, L"F3C0"), Key(VK_RETURN), Focused(IDC_TXTCITA14), noNotice,
               boxes({L"F3C0", L"f3c1", L"f1c0", L"f1c1", L"f1c1"}), Set(IDC_TXTCITA6, L"no"),
               TabTo(IDC_TXTCITA1), notice, boxes({L"F3C0", L"f3c1", L"no", L"", L"f1c1"}),
               // Enter on it opens the list; a code that was read is not asked for again.
               Set(IDC_TXTCITA6, L"no"), Key(VK_RETURN), Showing(IDC_DATAGRID), Key(VK_ESCAPE),
-              Focused(IDC_TXTCITA6), Forget(), TabTo(IDC_TXTCITA1), Asked({}), Set(IDC_TXTCITA10, L""),
-              TabTo(IDC_TXTCITA0), Until("no name", [](HWND) { return ItemText(IDC_TXTCITA0).empty(); }),
+              Focused(IDC_TXTCITA6), Forget(), TabTo(IDC_TXTCITA1), Asked({}),
+              lookUp(IDC_TXTCITA6, IDC_TXTCITA13), noNotice, Set(IDC_TXTCITA10, L""), TabTo(IDC_TXTCITA0),
+              Until("no name", [](HWND) { return ItemText(IDC_TXTCITA0).empty(); }),
               // One that is typed last is read before saving, and a name of the user's own stays.
               Set(IDC_TXTCITA10, L"otro"), Set(IDC_TXTCITA0, L"Sustituta"), Into(IDC_DTPICHORA), Hour(10, 15),
               Set(IDC_TXTCITA6, L"f2c0"), Tool(L"Aceptar")}));
