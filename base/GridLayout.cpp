@@ -68,6 +68,9 @@ public:
         if (!key) {
             return LayoutError{section.line, L"El nombre de la columna no está bien escrito."};
         }
+        if (key->field.size() > kMaxLayoutName) {
+            return std::nullopt; // as none is written
+        }
         if (m_columns.size() == kMaxLayoutItems) {
             return LayoutError{section.line, L"Hay demasiadas columnas."};
         }
@@ -98,17 +101,26 @@ std::string FormatGridLayout(const GridLayout& layout) {
     text += WriteLayoutSection({}, {}, FieldsOf(copy));
     text += WriteLayoutSection(kFontSection, {}, FieldsOf(copy.font));
 
+    // What is written can be read: a column that would make the file too large is left out, and with it those
+    // of its name that follow, which are larger.
+    std::string utf8 = ToUtf8(text);
     std::map<std::wstring, std::size_t> counts;
     copy.columns.resize(std::min(copy.columns.size(), kMaxLayoutItems));
     for (GridLayout::Column& column : copy.columns) {
+        if (column.field.size() > kMaxLayoutName) {
+            continue;
+        }
         std::wstring name = EscapeLayoutText(column.field);
         const std::size_t occurrence = ++counts[name];
         if (occurrence > 1) {
             name += kOccurrenceMark + std::to_wstring(occurrence);
         }
-        text += WriteLayoutSection(kColumnSection, name, FieldsOf(column));
+        const std::string section = ToUtf8(WriteLayoutSection(kColumnSection, name, FieldsOf(column)));
+        if (utf8.size() + section.size() <= kMaxLayoutBytes) {
+            utf8 += section;
+        }
     }
-    return ToUtf8(text);
+    return utf8;
 }
 
 std::variant<GridLayout, LayoutError> ParseGridLayout(std::string_view utf8) {

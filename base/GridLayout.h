@@ -37,7 +37,8 @@ struct GridLayout {
     bool operator==(const GridLayout&) const = default;
 };
 
-/// The file's text. Values out of range are brought into it, columns after the first 1000 are left out.
+/// The file's text. Values out of range are brought into it; columns after the first 1000, those whose names
+/// are too long and those for which the file has no room are left out.
 std::string FormatGridLayout(const GridLayout& layout);
 
 /// Refuses what is malformed, repeated or out of range, with the line and the reason.

@@ -23,6 +23,7 @@ namespace tamvelo::base {
 
 inline constexpr std::size_t kMaxLayoutBytes = 1 << 20;
 inline constexpr std::size_t kMaxLayoutItems = 1000;
+inline constexpr std::size_t kMaxLayoutName = 1000; // characters of a section's name, before it is escaped
 
 struct LayoutError {
     int line = 0;        // from 1; 0 when the file as a whole is refused

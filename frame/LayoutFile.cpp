@@ -1,5 +1,7 @@
 #include "frame/LayoutFile.h"
 
+#include <atomic>
+
 #include "com/Error.h"
 #include "frame/Handles.h"
 
@@ -10,14 +12,50 @@ namespace {
 constexpr LONGLONG kLargestFile = 1 << 20;
 
 UniqueFile Open(const std::wstring& path, DWORD access, DWORD disposition) {
-    const HANDLE file = CreateFileW(path.c_str(), access, FILE_SHARE_READ, nullptr, disposition,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    const HANDLE file = CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
+                                    disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) {
         const wchar_t* what = disposition == OPEN_EXISTING ? L"No se puede leer el fichero «"
                                                            : L"No se puede escribir el fichero «";
         com::ThrowLastError(what + path + L"».");
     }
     return UniqueFile(file);
+}
+
+// A save takes milliseconds. What is older than an hour was left behind by a host that was ended in it.
+constexpr wchar_t kTemporary[] = L"Tamvelo-";
+constexpr wchar_t kTemporaryEnd[] = L".tmp";
+constexpr ULONGLONG kHour = 36'000'000'000; // of file times
+constexpr int kTries = 10;
+constexpr DWORD kPause = 10; // milliseconds
+
+/// A name that no other save has, of this process or another.
+std::wstring TemporaryIn(const std::wstring& folder) {
+    static std::atomic<unsigned> saves{0};
+    return folder + L"\\" + kTemporary + std::to_wstring(GetCurrentProcessId()) + L"-" +
+           std::to_wstring(++saves) + kTemporaryEnd;
+}
+
+ULONGLONG Number(const FILETIME& time) {
+    return (static_cast<ULONGLONG>(time.dwHighDateTime) << 32) | time.dwLowDateTime;
+}
+
+/// By the clock of the disk, which may be another machine's: that of the file just made.
+void DeleteLeftovers(const std::wstring& folder, HANDLE made) {
+    FILETIME now{};
+    GetFileTime(made, nullptr, nullptr, &now);
+    WIN32_FIND_DATAW found;
+    const HANDLE search =
+        FindFirstFileW((folder + L"\\" + kTemporary + L"*" + kTemporaryEnd).c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) {
+        return;
+    }
+    do {
+        if (Number(found.ftLastWriteTime) + kHour < Number(now)) {
+            DeleteFileW((folder + L"\\" + found.cFileName).c_str());
+        }
+    } while (FindNextFileW(search, &found));
+    FindClose(search);
 }
 
 } // namespace
@@ -50,21 +88,30 @@ std::wstring SetAside(const std::wstring& path, const base::LayoutError& wrong) 
 void WriteLayoutFile(const std::wstring& path, const std::string& text) {
     const std::wstring folder = path.substr(0, path.find_last_of(L'\\'));
     CreateDirectoryW(folder.c_str(), nullptr); // if this fails, opening the file tells why
-    const std::wstring temporary = path + L".tmp";
+    const std::wstring temporary = TemporaryIn(folder);
+    DWORD reason = ERROR_SUCCESS;
     {
         const UniqueFile file = Open(temporary, GENERIC_WRITE, CREATE_ALWAYS);
+        DeleteLeftovers(folder, file.get());
         DWORD written = 0;
-        if (!WriteFile(file.get(), text.data(), static_cast<DWORD>(text.size()), &written, nullptr) ||
-            written != text.size()) {
-            com::ThrowLastError(L"No se puede escribir el fichero «" + path + L"».");
+        if (!WriteFile(file.get(), text.data(), static_cast<DWORD>(text.size()), &written, nullptr)) {
+            reason = GetLastError();
+        } else if (written != text.size()) {
+            reason = ERROR_DISK_FULL;
         }
     }
-    if (!MoveFileExW(temporary.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING)) {
-        const DWORD reason = GetLastError();
-        DeleteFileW(temporary.c_str());
-        SetLastError(reason);
-        com::ThrowLastError(L"No se puede escribir el fichero «" + path + L"».");
+    for (int tries = 0; reason == ERROR_SUCCESS && tries < kTries; ++tries) {
+        if (MoveFileExW(temporary.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING)) {
+            return;
+        }
+        const DWORD refused = GetLastError();
+        const bool busy = refused == ERROR_SHARING_VIOLATION || refused == ERROR_ACCESS_DENIED;
+        reason = busy && tries + 1 < kTries ? ERROR_SUCCESS : refused;
+        Sleep(busy ? kPause : 0); // another host reads it, or saves the same class
     }
+    DeleteFileW(temporary.c_str());
+    SetLastError(reason);
+    com::ThrowLastError(L"No se puede escribir el fichero «" + path + L"».");
 }
 
 } // namespace tamvelo::frame

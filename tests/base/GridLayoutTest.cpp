@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "base/Text.h"
 
 namespace tamvelo::base {
@@ -147,6 +149,14 @@ TEST(GridLayout, WhatIsWrittenCanAlwaysBeRead) {
     EXPECT_EQ(read.dpi, 48);
     EXPECT_EQ(read.font, (GridLayout::Font{std::wstring(31, L'f'), 960}));
     EXPECT_EQ(read.columns, std::vector<GridLayout::Column>(1000, {L"a", 10000, true, 0}));
+    // Names that no file has room for are left out, and all of that name with them.
+    for (std::size_t i = 0; i < layout.columns.size(); ++i) {
+        layout.columns[i].field = i % 2 == 0 ? L"c" : std::wstring(i < 10 ? 1'000'000 : 1000, L'\n');
+    }
+    const std::vector<GridLayout::Column> kept = Parsed(FormatGridLayout(layout)).columns;
+    EXPECT_GT(std::ranges::count(kept, L"c", &GridLayout::Column::field), 100);
+    EXPECT_GT(std::ranges::count(kept, std::wstring(1000, L'\n'), &GridLayout::Column::field), 100);
+    EXPECT_EQ(Parsed(kTitle + "[columna a]\n[columna " + std::string(1001, 'x') + "]\n").columns.size(), 1U);
 }
 
 } // namespace

@@ -96,9 +96,14 @@ TEST_F(PanelFiles, ALayoutThatCannotBeReadLeavesTheDefaultLookAndANote) {
 }
 
 TEST_F(PanelFiles, ALayoutThatCannotBeWrittenIsToldAndTheOldOneStays) {
-    WriteText(File(look) + L".tmp\\x", ""); // a folder where the new file should be
     WriteText(File(look), "Tamvelo cuadrícula 1\n");
-    ExpectUsable({Key(VK_F3), Elsewhere(), Key(VK_RETURN), Box(L"No se puede escribir el fichero")});
+    frame::UniqueFile locked; // by another program, from when it was read to when it is told
+    ExpectUsable({Do([&] {
+                      locked.reset(CreateFileW(File(look).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                               FILE_ATTRIBUTE_NORMAL, nullptr));
+                  }),
+                  Key(VK_F3), Elsewhere(), Key(VK_RETURN), Box(L"No se puede escribir el fichero"),
+                  Do([&] { locked.reset(); })});
     EXPECT_EQ(ReadText(File(look)), "Tamvelo cuadrícula 1\n");
 }
 
