@@ -132,6 +132,15 @@ TEST_F(RegistrationTest, RefusedHalfWayTakesBackWhatWasWritten) {
 
 // Programs whose own manifest names the library, in a folder with it; of both kinds of run-time library.
 TEST_F(RegistrationTest, NotNeededByAProgramWithAManifest) {
+    // What somebody put into the registry for our class, for everybody or for the user, is not asked.
+    wchar_t id[39];
+    StringFromGUID2(entry::kClsShowSerchId, id, ARRAYSIZE(id));
+    const std::wstring path = std::wstring(L"Software\\Classes\\CLSID\\") + id + L"\\InprocServer32";
+    constexpr wchar_t kOther[] = L"C:\\no\\hay.dll";
+    for (const HKEY hive : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER}) {
+        ASSERT_EQ(m_install(TRUE, hive == HKEY_CURRENT_USER ? L"user" : L""), S_OK);
+        RegSetKeyValueW(hive, path.c_str(), nullptr, REG_SZ, kOther, sizeof(kOther));
+    }
     EXPECT_THROW(CreateByName(), com::Error);
     for (const wchar_t* runtime : {L"static", L"shared"}) {
         SCOPED_TRACE(testing::PrintToString(runtime));
@@ -141,6 +150,7 @@ TEST_F(RegistrationTest, NotNeededByAProgramWithAManifest) {
                     finished.output.ends_with("\r\nPropio: luego\r\n"))
             << finished.output;
     }
+    Clean();
 }
 
 /// Presses Enter in the dialog of another program, if it is there and has the focus.
