@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "base/MessageText.h"
 #include "com/LateObject.h"
 
 namespace tamvelo::contract {
@@ -13,7 +14,9 @@ public:
     class Column {
     public:
         explicit Column(IDispatch* object) : m_object(object, L"Column") {}
-        std::wstring Caption() { return m_object.Call(L"Caption").ToText(); }
+        std::wstring Caption() {
+            return base::Shortened(m_object.Call(L"Caption").ToText(), base::kLongestLabel);
+        }
         std::wstring DataField() { return m_object.Call(L"DataField").ToText(); }
         bool Visible() { return m_object.Call(L"Visible").ToBool(); }
         void SetVisible(bool visible) { m_object.Put(L"Visible", visible); }

@@ -1,5 +1,6 @@
 #include "contract/ReportCollection.h"
 
+#include "base/MessageText.h"
 #include "com/Collection.h"
 #include "com/Error.h"
 
@@ -29,7 +30,8 @@ std::vector<std::wstring> ReportTitles(IDispatch* reports) {
     std::vector<std::wstring> titles;
     for (const com::Variant& item : com::ItemsOf(collection)) {
         const std::wstring title = TitleOf(item);
-        titles.push_back(!title.empty() ? title : L"Informe " + std::to_wstring(titles.size() + 1));
+        titles.push_back(!title.empty() ? base::Shortened(title, base::kLongestLabel)
+                                        : L"Informe " + std::to_wstring(titles.size() + 1));
     }
     return titles;
 }

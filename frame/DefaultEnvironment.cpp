@@ -3,8 +3,10 @@
 #include <optional>
 
 #include "base/ListChoices.h"
+#include "base/MessageText.h"
 #include "base/Text.h"
 #include "contract/ReportCollection.h"
+#include "frame/Message.h"
 #include "frame/Registry.h"
 
 namespace tamvelo::frame {
@@ -127,11 +129,12 @@ void MessageBoxErrors::Show(HWND owner, const com::Error& error) {
     const auto number = static_cast<unsigned long>(error.number);
     wsprintfW(code, (number & 0xFFFF0000UL) == 0x800A0000UL ? L"%lu" : L"0x%08lX",
               (number & 0xFFFF0000UL) == 0x800A0000UL ? number & 0xFFFFUL : number);
-    std::wstring text = error.description + L"\n\nOrigen: " + error.source + L"\nError: " + code;
+    std::wstring tail = L"\n\nOrigen: " + base::Named(error.source) + L"\nError: " + code;
     if (!error.call.empty() && error.source != error.call) {
-        text += L"\nLlamada: " + error.call;
+        tail += L"\nLlamada: " + error.call;
     }
-    MessageBoxW(owner, text.c_str(), L"Tamvelo", MB_OK | MB_ICONERROR | (owner ? 0U : MB_TASKMODAL));
+    ShowMessage(owner, error.description, L"Tamvelo", MB_OK | MB_ICONERROR | (owner ? 0U : MB_TASKMODAL),
+                tail);
 }
 
 void SelectAllOnFocus::Receive(HWND window, IDispatch* /*control*/) {

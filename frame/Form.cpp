@@ -14,6 +14,7 @@
 #include "frame/FormPart.h"
 #include "frame/FormPreview.h"
 #include "frame/Handles.h"
+#include "frame/Message.h"
 #include "frame/MousePointer.h"
 #include "frame/Product.h"
 #include "frame/Resources.h"
@@ -256,7 +257,7 @@ void Form::ControlErrores(const com::Error& error) noexcept {
         Environment::Get().GetErrors().Show(m_shown ? m_window : OwnerForDialog(), error);
     } catch (...) {
         // The reporter itself is out of order: the plain box needs nothing but the system.
-        MessageBoxW(m_shown ? m_window : nullptr, error.description.c_str(), Name(), MB_OK | MB_ICONERROR);
+        ShowMessage(m_shown ? m_window : nullptr, error.description, Name(), MB_OK | MB_ICONERROR);
     }
 }
 

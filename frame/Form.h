@@ -165,7 +165,7 @@ protected:
     void Using(Component component, const Body& body);
 
     /// A control that the template does not have, last in the tab order; its size in dialog units.
-    void AddControl(int id, const wchar_t* windowClass, const wchar_t* text, DWORD style, SIZE units);
+    HWND AddControl(int id, const wchar_t* windowClass, const wchar_t* text, DWORD style, SIZE units);
     /// A push button that the template does not have, last in the tab order; the width in dialog units.
     void AddButton(int id, const wchar_t* caption, int width);
     HWND Control(int id) const;

@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "base/MessageText.h"
 #include "com/Module.h"
 #include "frame/Form.h"
 #include "frame/ThemeScope.h"
@@ -35,7 +36,7 @@ int Form::WidthOf(const wchar_t* text, HFONT font) const {
     return static_cast<int>(size.cx * 4 / unit.right) + 2;
 }
 
-void Form::AddControl(int id, const wchar_t* windowClass, const wchar_t* text, DWORD style, SIZE units) {
+HWND Form::AddControl(int id, const wchar_t* windowClass, const wchar_t* text, DWORD style, SIZE units) {
     const ThemeScope theme;
     RECT size{0, 0, units.cx, units.cy};
     MapDialogRect(m_window, &size);
@@ -48,6 +49,7 @@ void Form::AddControl(int id, const wchar_t* windowClass, const wchar_t* text, D
     }
     SetWindowLongPtrW(control, GWLP_ID, id);
     SendMessageW(control, WM_SETFONT, static_cast<WPARAM>(SendMessageW(m_window, WM_GETFONT, 0, 0)), FALSE);
+    return control;
 }
 
 void Form::AddButton(int id, const wchar_t* caption, int width) {
@@ -105,7 +107,11 @@ void Form::PlaceTips() const {
 
 std::wstring Form::ControlText(int id) const { return TextOf(Control(id)); }
 
-void Form::SetControlText(int id, const std::wstring& text) { SetWindowTextW(Control(id), text.c_str()); }
+void Form::SetControlText(int id, const std::wstring& text) {
+    const HWND control = Control(id);
+    const bool label = (SendMessageW(control, WM_GETDLGCODE, 0, 0) & DLGC_STATIC) != 0;
+    SetWindowTextW(control, label ? base::Shortened(text, base::kLongestLabel).c_str() : text.c_str());
+}
 
 com::ComPtr<ControlObject> Form::ObjectOf(int id, const wchar_t* name, short index) {
     com::ComPtr<ControlObject>& object = m_objects[id];

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "base/Commands.h"
+#include "base/MessageText.h"
 #include "base/Text.h"
 #include "frame/Form.h"
 #include "frame/Resources.h"
@@ -39,6 +40,7 @@ private:
     void ResizeControls() override;
     bool OnNotify(NMHDR& header, LRESULT& answer) override;
     HWND FirstFocus() const override { return Control(IDC_RECORD_LIST); }
+    void ShowValue(const std::wstring& value);
     void CopyValue();
     void AddColumn(int index, const wchar_t* caption);
 
@@ -59,7 +61,7 @@ void RecordForm::OnLoad() {
         item.pszText = const_cast<wchar_t*>(m_fields[i].caption.c_str());
         SendMessageW(list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
         item.iSubItem = 1;
-        std::wstring line = base::WithLineEnds(m_fields[i].value, L" ");
+        std::wstring line = base::Shortened(base::WithLineEnds(m_fields[i].value, L" "), base::kLongestLabel);
         item.pszText = line.data();
         SendMessageW(list, LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
     }
@@ -82,11 +84,20 @@ bool RecordForm::OnNotify(NMHDR& header, LRESULT& /*answer*/) {
     if (header.idFrom == IDC_RECORD_LIST && header.code == LVN_ITEMCHANGED) {
         const auto& changed = reinterpret_cast<const NMLISTVIEW&>(header);
         if (changed.uNewState & LVIS_SELECTED) {
-            SetControlText(IDC_RECORD_VALUE,
-                           base::WithLineEnds(m_fields[static_cast<size_t>(changed.iItem)].value, L"\r\n"));
+            ShowValue(m_fields[static_cast<size_t>(changed.iItem)].value);
         }
     }
     return false;
+}
+
+void RecordForm::ShowValue(const std::wstring& value) {
+    constexpr size_t kMost = 10'000; // a text box breaks lines over and over
+    std::wstring shown = base::WithLineEnds(value.substr(0, kMost), L"\r\n");
+    if (value.size() > kMost) {
+        shown += L"…\r\n\r\n(El valor tiene " + std::to_wstring(value.size()) +
+                 L" caracteres; Ctrl+C en la lista lo copia entero.)";
+    }
+    SetControlText(IDC_RECORD_VALUE, shown);
 }
 
 void RecordForm::AddColumn(int index, const wchar_t* caption) {

@@ -12,11 +12,21 @@ constexpr int kFrameTop = 10; // dialog units, from the top of a frame to its fi
 } // namespace
 
 RowLayout::RowLayout(HWND dialog, std::vector<LayoutRow> rows) : m_dialog(dialog), m_rows(std::move(rows)) {
+    std::map<int, HWND> windows;
+    for (HWND child = GetWindow(m_dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        windows.emplace(GetDlgCtrlID(child), child);
+    }
+    const auto note = [&](int control) {
+        RECT own{};
+        GetWindowRect(windows[control], &own);
+        m_own[control] = {windows[control], {own.right - own.left, own.bottom - own.top}};
+    };
     for (const LayoutRow& row : m_rows) {
+        if (row.frame) {
+            note(row.frame);
+        }
         for (const LayoutCell& cell : row.cells) {
-            RECT own{};
-            GetWindowRect(GetDlgItem(m_dialog, cell.control), &own);
-            m_own[cell.control] = {own.right - own.left, own.bottom - own.top};
+            note(cell.control);
         }
     }
 }
@@ -29,14 +39,14 @@ SIZE RowLayout::Units(int width, int height) const {
 
 bool RowLayout::Shown(int control) const {
     // The style, not IsWindowVisible: the dialog itself may not be shown yet.
-    return (GetWindowLongW(GetDlgItem(m_dialog, control), GWL_STYLE) & WS_VISIBLE) != 0;
+    return (GetWindowLongW(m_own.at(control).window, GWL_STYLE) & WS_VISIBLE) != 0;
 }
 
 int RowLayout::RowHeight(const LayoutRow& row) const {
     int height = 0;
     for (const LayoutCell& cell : row.cells) {
         if (Shown(cell.control)) {
-            const int own = static_cast<int>(m_own.at(cell.control).cy);
+            const int own = static_cast<int>(m_own.at(cell.control).size.cy);
             // A filling row has some height even when its control was made without one.
             height = std::max({height, row.height > 0 ? static_cast<int>(Units(0, row.height).cy) : own, 1});
         }
@@ -103,7 +113,7 @@ void RowLayout::ArrangeRow(const LayoutRow& row, const RECT& place, HDWP& batch)
     const int gap = static_cast<int>(Units(kMargin, 0).cx);
     const auto widthOf = [&](const LayoutCell& cell) {
         return cell.width > 0 ? static_cast<int>(Units(cell.width, 0).cx)
-                              : static_cast<int>(m_own.at(cell.control).cx);
+                              : static_cast<int>(m_own.at(cell.control).size.cx);
     };
     int taken = -gap;
     int fillers = 0;
@@ -122,7 +132,7 @@ void RowLayout::ArrangeRow(const LayoutRow& row, const RECT& place, HDWP& batch)
         }
         const int width = cell.width == kFill ? left / fillers : widthOf(cell);
         const int own =
-            row.height == kOwn ? std::min(height, static_cast<int>(m_own.at(cell.control).cy)) : height;
+            row.height == kOwn ? std::min(height, static_cast<int>(m_own.at(cell.control).size.cy)) : height;
         const LONG top = place.top + (height - own) / 2;
         Move(cell.control, {x, top, x + width, top + own}, batch);
         x += width + gap;
@@ -133,7 +143,7 @@ void RowLayout::Move(int control, const RECT& place, HDWP& batch) const {
     // Before the dialog is shown there is nothing to draw again.
     const UINT quiet = IsWindowVisible(m_dialog) ? 0 : SWP_NOREDRAW;
     if (batch) {
-        batch = DeferWindowPos(batch, GetDlgItem(m_dialog, control), nullptr, place.left, place.top,
+        batch = DeferWindowPos(batch, m_own.at(control).window, nullptr, place.left, place.top,
                                place.right - place.left, place.bottom - place.top,
                                SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS | quiet);
     }

@@ -38,6 +38,10 @@ public:
     int Height() const { return Measure().height; }
 
 private:
+    struct Own {
+        HWND window;
+        SIZE size; // as the template has it
+    };
     bool Shown(int control) const;
     struct Measures {
         int height;
@@ -51,7 +55,8 @@ private:
 
     HWND m_dialog = nullptr;
     std::vector<LayoutRow> m_rows;
-    std::map<int, SIZE> m_own;
+    std::map<int, Own>
+        m_own; // by the control's number; looking windows up by it takes as long as there are many
 };
 
 } // namespace tamvelo::frame

@@ -26,7 +26,7 @@ void GridColumns::SetFields(const std::vector<FieldInfo>& fields, int dpi) {
     for (const FieldInfo& field : fields) {
         GridColumn& column = m_columns.emplace_back();
         column.field = field.name;
-        column.caption = field.caption.empty() ? field.name : field.caption;
+        column.caption = field.caption;
     }
     m_order.resize(m_columns.size());
     std::iota(m_order.begin(), m_order.end(), short{0});

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/MessageText.h"
 #include "com/Error.h"
 
 namespace tamvelo::grid {
@@ -82,7 +83,8 @@ std::vector<FieldInfo> RecordCursor::FieldsOf(LateObject& set) {
         LateObject field(fields.Call(L"Item", {i}).ToObject().Get(), L"Field");
         FieldInfo& info = read[static_cast<size_t>(i)];
         info.name = field.Call(L"Name").ToText();
-        info.caption = Ask(field, caption).ToText();
+        const std::wstring shown = Ask(field, caption).ToText();
+        info.caption = base::Shortened(shown.empty() ? info.name : shown, base::kLongestLabel);
         const Variant number = Ask(field, type);
         info.type = number.IsEmpty() ? 0 : number.ToLong();
         const Variant length = Ask(field, size);

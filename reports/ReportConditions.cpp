@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "base/HourText.h"
-#include "frame/MousePointer.h"
+#include "frame/Message.h"
 #include "reports/ReportForm.h"
 #include "reports/Resources.h"
 
@@ -153,10 +153,9 @@ bool ReportForm::CheckHours() const {
     for (const Condition& condition : m_report.conditions) {
         const int control = ControlOf(condition) + Entry;
         if (condition.kind == Kind::Hour && !base::ParseHour(ControlText(control))) {
-            frame::MousePointer::Default();
             SetFocus(Control(control));
-            MessageBoxW(Window(), NoHour(ControlText(control)).c_str(), m_report.caption,
-                        MB_OK | MB_ICONWARNING);
+            frame::ShowMessage(Window(), NoHour(ControlText(control)), m_report.caption,
+                               MB_OK | MB_ICONWARNING);
             return false;
         }
     }

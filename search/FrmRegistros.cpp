@@ -4,7 +4,9 @@
 
 #include "base/Commands.h"
 #include "base/FilterText.h"
+#include "base/MessageText.h"
 #include "base/SelectionAnswers.h"
+#include "frame/Message.h"
 #include "frame/MousePointer.h"
 #include "search/Resources.h"
 
@@ -142,11 +144,11 @@ bool FrmRegistros::ConfirmsDeletion() {
     constexpr short kShown = 3; // enough columns to recognise the record by
     std::wstring question = L"¿Desea eliminar este registro?\n";
     for (short column = 0; column < std::min(DataGrid().ColumnCount(), kShown); ++column) {
-        question += L"\n" + DataGrid().Caption(column) + L": " + DataGrid().Text(column);
+        question +=
+            L"\n" + base::Named(DataGrid().Caption(column)) + L": " + base::Named(DataGrid().Text(column));
     }
-    frame::MousePointer::Default();
-    const int answer = MessageBoxW(Window(), question.c_str(), (L"Registros de " + ClassName()).c_str(),
-                                   MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2);
+    const int answer = frame::ShowMessage(Window(), question, L"Registros de " + ClassName(),
+                                          MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2);
     return answer == IDYES && IsLoaded();
 }
 

@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "base/FilterText.h"
+#include "base/MessageText.h"
 #include "base/Text.h"
 #include "frame/Resources.h"
 #include "frame/WindowText.h"
@@ -29,7 +30,8 @@ constexpr int kButtonWidth = 16;
 constexpr int kWidestLabel = 100;
 constexpr int kTickWidth = 14;
 
-constexpr long kShortText = 12; // characters that a short box shows
+constexpr size_t kMostFields = 300; // with a box: a process has room for 10,000 windows
+constexpr long kShortText = 12;     // characters that a short box shows
 
 /// A date that was typed, as the user's short format has it; what is none, or has a time, stays as it is.
 void ShowAsShortDate(HWND box) {
@@ -52,6 +54,7 @@ int CriteriaForm::ControlOf(size_t field, Part part) {
 
 void CriteriaForm::ReadFields() {
     m_fields.clear();
+    m_unasked = 0;
     const com::ComPtr<IDispatch> set(m_records.Set());
     if (!set) {
         return;
@@ -61,9 +64,13 @@ void CriteriaForm::ReadFields() {
         return;
     }
     for (const grid::FieldInfo& info : cursor.ReadFields()) {
+        if (m_fields.size() == kMostFields) {
+            ++m_unasked;
+            continue;
+        }
         Field field;
         field.name = info.name;
-        field.caption = info.caption.empty() ? info.name : info.caption;
+        field.caption = info.caption;
         field.kind = grid::KindOfField(info.type);
         const bool text = field.kind == CellKind::Text || field.kind == CellKind::Any;
         field.isShort =
@@ -118,10 +125,12 @@ void CriteriaForm::MakeFields() {
     for (size_t i = 0; i < m_fields.size(); ++i) {
         MakeField(i, labelWidth);
         LayoutRow& row = rows.emplace_back();
-        for (const Part part : {Label, Entry, OnlyYes, Search}) {
-            if (Control(ControlOf(i, part))) {
-                row.cells.push_back({ControlOf(i, part)});
-            }
+        row.cells = {{ControlOf(i, Label)}, {ControlOf(i, Entry)}};
+        if (m_fields[i].onlyYes) {
+            row.cells.push_back({ControlOf(i, OnlyYes)});
+        }
+        if (!m_fields[i].related.empty()) {
+            row.cells.push_back({ControlOf(i, Search)});
         }
     }
     m_panel->SetRows(std::move(rows));
@@ -129,26 +138,26 @@ void CriteriaForm::MakeFields() {
 
 void CriteriaForm::MakeField(size_t index, int labelWidth) {
     constexpr int kDropped = 60; // with the list open
-    const Field& field = m_fields[index];
-    AddControl(ControlOf(index, Label), L"STATIC", LabelOf(field, false).c_str(),
-               SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS, {labelWidth, kTextHeight});
+    Field& field = m_fields[index];
+    field.label = AddControl(ControlOf(index, Label), L"STATIC", LabelOf(field, false).c_str(),
+                             SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS, {labelWidth, kTextHeight});
     const int entry = ControlOf(index, Entry);
     if (IsList(field)) {
-        AddControl(entry, L"COMBOBOX", L"", CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP,
-                   {kShortBox, kDropped});
+        field.entry = AddControl(entry, L"COMBOBOX", L"", CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP,
+                                 {kShortBox, kDropped});
         for (const wchar_t* text : kYesNo) {
-            SendMessageW(Control(entry), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
+            SendMessageW(field.entry, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
         }
-        SendMessageW(Control(entry), CB_SETCURSEL, kAll, 0);
+        SendMessageW(field.entry, CB_SETCURSEL, kAll, 0);
         const std::wstring only = L"Solo " + field.caption;
-        AddControl(ControlOf(index, OnlyYes), L"BUTTON", only.c_str(),
-                   BS_AUTOCHECKBOX | BS_NOTIFY | WS_TABSTOP,
-                   {WidthOf(only.c_str()) + kTickWidth, kBoxHeight});
+        field.onlyYes = AddControl(
+            ControlOf(index, OnlyYes), L"BUTTON", only.c_str(), BS_AUTOCHECKBOX | BS_NOTIFY | WS_TABSTOP,
+            {std::min(WidthOf(only.c_str()), 2 * kWidestLabel) + kTickWidth, kBoxHeight});
         ObjectOf(ControlOf(index, OnlyYes), L"chkFields", static_cast<short>(index));
         Box(index);
     } else {
-        AddControl(entry, L"EDIT", L"", ES_AUTOHSCROLL | WS_TABSTOP,
-                   {field.isShort ? kShortBox : kLongBox, kBoxHeight});
+        field.entry = AddControl(entry, L"EDIT", L"", ES_AUTOHSCROLL | WS_TABSTOP,
+                                 {field.isShort ? kShortBox : kLongBox, kBoxHeight});
         frame::CheckedBoxes::Hooks hooks;
         hooks.judged = [this, index](bool valid) { Judged(index, valid); };
         m_boxes.Add(Box(index), std::move(hooks));
@@ -169,7 +178,7 @@ com::ComPtr<frame::ControlObject> CriteriaForm::Box(size_t index) {
 }
 
 bool CriteriaForm::HasCondition(size_t index) const {
-    const HWND box = Control(ControlOf(index, Entry));
+    const HWND box = m_fields[index].entry;
     return IsList(m_fields[index]) ? SendMessageW(box, CB_GETCURSEL, 0, 0) != kAll
                                    : !base::Trim(frame::TextOf(box)).empty();
 }
@@ -177,21 +186,20 @@ bool CriteriaForm::HasCondition(size_t index) const {
 void CriteriaForm::Judged(size_t index, bool valid) {
     const Field& field = m_fields.at(index);
     if (!valid) {
-        SetControlText(IDC_STATUS, L"«" + ControlText(ControlOf(index, Entry)) +
+        SetControlText(IDC_STATUS, L"«" + base::Named(frame::TextOf(field.entry)) +
                                        L"» no es un valor válido para «" + field.caption + L"».");
         MessageBeep(MB_ICONWARNING);
         return;
     }
     if (field.kind == CellKind::Date) {
-        ShowAsShortDate(Control(ControlOf(index, Entry)));
+        ShowAsShortDate(field.entry);
     }
     ShowStatus();
 }
 
 void CriteriaForm::ChooseYesNo(size_t index, int entry) {
-    SendMessageW(Control(ControlOf(index, Entry)), CB_SETCURSEL, static_cast<WPARAM>(entry), 0);
-    SendMessageW(Control(ControlOf(index, OnlyYes)), BM_SETCHECK, entry == kYes ? BST_CHECKED : BST_UNCHECKED,
-                 0);
+    SendMessageW(m_fields[index].entry, CB_SETCURSEL, static_cast<WPARAM>(entry), 0);
+    SendMessageW(m_fields[index].onlyYes, BM_SETCHECK, entry == kYes ? BST_CHECKED : BST_UNCHECKED, 0);
 }
 
 } // namespace tamvelo::selection

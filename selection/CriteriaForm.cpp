@@ -4,6 +4,7 @@
 
 #include "base/Commands.h"
 #include "base/FilterText.h"
+#include "base/MessageText.h"
 #include "frame/FormInstances.h"
 #include "frame/Nested.h"
 #include "frame/Resources.h"
@@ -87,8 +88,12 @@ void CriteriaForm::OnLoad() {
     m_clsMeEvents = MakeRelay({{frame::AceptaSeleccion, answered}, {frame::AceptaSeleccionParam, answered}});
     ReadFields();
     CheckStands();
-    SetControlText(IDC_LBLBUSCAR, m_fields.empty() ? L"La clase «" + m_className + L"» no tiene campos."
-                                                   : L"Criterios para «" + m_className + L"»:");
+    const std::wstring name = L"«" + base::Named(m_className) + L"»";
+    SetControlText(IDC_LBLBUSCAR, m_fields.empty() ? L"La clase " + name + L" no tiene campos."
+                                  : m_unasked == 0
+                                      ? L"Criterios para " + name + L":"
+                                      : L"Criterios para " + name + L", sin los últimos " +
+                                            grid::Grouped(m_unasked) + L" campos, que no caben:");
     Tried([&] { FindRelated(); }); // without look-ups the dialog still works
     MakeFields();
     const bool compares =
@@ -116,25 +121,37 @@ void CriteriaForm::OnUnload() noexcept {
 }
 
 HWND CriteriaForm::FirstFocus() const {
-    return m_fields.empty() ? Control(IDC_CMDBUSCAR) : Control(ControlOf(0, Entry));
+    return m_fields.empty() ? Control(IDC_CMDBUSCAR) : m_fields.front().entry;
 }
 
 // What the form tells.
 
 void CriteriaForm::ShowCriteria() {
-    const auto plain = SendMessageW(Window(), WM_GETFONT, 0, 0);
-    bool any = false;
     for (size_t i = 0; i < m_fields.size(); ++i) {
-        const bool set = HasCondition(i);
-        any = any || set;
-        if (std::exchange(m_fields[i].marked, set) != set) {
-            SetControlText(ControlOf(i, Label), LabelOf(m_fields[i], set));
-            SendMessageW(Control(ControlOf(i, Label)), WM_SETFONT,
-                         set ? reinterpret_cast<WPARAM>(m_bold.get()) : static_cast<WPARAM>(plain), TRUE);
-        }
+        Mark(i);
     }
-    Bar().SetPressed(base::kFiltro, any);
     ShowStatus();
+}
+
+/// Shows whether the field has a condition.
+void CriteriaForm::Mark(size_t index) {
+    Field& field = m_fields[index];
+    const bool set = HasCondition(index);
+    if (std::exchange(field.marked, set) != set) {
+        SetWindowTextW(field.label, LabelOf(field, set).c_str());
+        SendMessageW(field.label, WM_SETFONT,
+                     set ? reinterpret_cast<WPARAM>(m_bold.get())
+                         : static_cast<WPARAM>(SendMessageW(Window(), WM_GETFONT, 0, 0)),
+                     TRUE);
+    }
+}
+
+/// After one field changed: what the others hold is known.
+void CriteriaForm::ShowCriterion(size_t index) {
+    if (!m_clearing) {
+        Mark(index);
+        ShowStatus();
+    }
 }
 
 void CriteriaForm::ShowStatus() {
@@ -149,6 +166,7 @@ void CriteriaForm::ShowStatus() {
                           : count == 1 ? L"1 criterio"
                                        : std::to_wstring(count) + L" criterios";
     status += names;
+    Bar().SetPressed(base::kFiltro, count > 0);
     SetControlText(IDC_STATUS, m_count ? CountOf(*m_count) + L"   ·   " + status : status);
 }
 
@@ -230,13 +248,15 @@ void CriteriaForm::Cancelar() {
 }
 
 void CriteriaForm::Limpiar() {
+    m_clearing = true; // each box tells of its change
     for (size_t i = 0; i < m_fields.size(); ++i) {
         if (IsList(m_fields[i])) {
             ChooseYesNo(i, kAll);
         } else {
-            SetControlText(ControlOf(i, Entry), {});
+            SetWindowTextW(m_fields[i].entry, L"");
         }
     }
+    m_clearing = false;
     ShowCriteria();
     SetFocus(FirstFocus());
 }
@@ -260,7 +280,7 @@ void CriteriaForm::clsMeEvents_AceptaSeleccion(com::Invocation& call) {
     com::LateObject control(call[1].ToObject().Get(), L"ctl");
     const auto index = static_cast<size_t>(control.Call(L"Index").ToLong());
     if (index < m_fields.size()) {
-        SetControlText(ControlOf(index, Entry), call[2].ToText());
+        SetWindowTextW(m_fields[index].entry, call[2].ToText().c_str());
     }
 }
 
@@ -276,14 +296,14 @@ void CriteriaForm::OnControl(int control, int code) {
     const auto index = static_cast<size_t>(place / Parts);
     const int part = place % Parts;
     if (part == Entry && code == EN_CHANGE) {
-        ShowCriteria();
+        ShowCriterion(index);
     } else if (part == Entry && code == CBN_SELCHANGE && IsList(m_fields[index])) {
-        ChooseYesNo(index, static_cast<int>(SendMessageW(Control(control), CB_GETCURSEL, 0, 0)));
-        ShowCriteria();
+        ChooseYesNo(index, static_cast<int>(SendMessageW(m_fields[index].entry, CB_GETCURSEL, 0, 0)));
+        ShowCriterion(index);
     } else if (part == OnlyYes && code == BN_CLICKED) {
-        const bool ticked = SendMessageW(Control(control), BM_GETCHECK, 0, 0) == BST_CHECKED;
+        const bool ticked = SendMessageW(m_fields[index].onlyYes, BM_GETCHECK, 0, 0) == BST_CHECKED;
         ChooseYesNo(index, ticked ? kYes : kAll);
-        ShowCriteria();
+        ShowCriterion(index);
     } else if (part == Search && code == BN_CLICKED) {
         m_lookedUp = index;
         Input(kLookUp);

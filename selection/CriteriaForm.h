@@ -39,6 +39,9 @@ private:
         std::wstring related; // class that its codes are looked up in; "" for none
         const wchar_t* selection = nullptr;
         bool marked = false; // shown as one that has a condition
+        HWND label = nullptr;
+        HWND entry = nullptr;
+        HWND onlyYes = nullptr; // in the dialogs with lists
     };
 
     /// The numbers of one field's controls, from its first.
@@ -60,6 +63,8 @@ private:
     void Judged(size_t index, bool valid);
     void ChooseYesNo(size_t index, int entry);
 
+    void Mark(size_t index);
+    void ShowCriterion(size_t index);
     void ShowCriteria();
     void ShowStatus();
     void CountRecords();
@@ -89,6 +94,8 @@ private:
     std::vector<Field> m_fields;
     std::optional<long> m_count;          // of the records, as last asked
     std::optional<std::wstring> m_before; // the host's filter, once a search has replaced it
+    long m_unasked = 0;                   // fields beyond those that have a box
+    bool m_clearing = false;              // all boxes at once: one look at them afterwards
     size_t m_lookedUp = 0;                // the field whose look-up is asked for
     frame::UniqueFont m_bold;
     std::unique_ptr<frame::ScrollPanel> m_panel;

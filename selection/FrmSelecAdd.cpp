@@ -3,7 +3,7 @@
 #include "base/Commands.h"
 #include "base/FilterText.h"
 #include "base/SelectionAnswers.h"
-#include "frame/MousePointer.h"
+#include "frame/Message.h"
 #include "selection/Resources.h"
 
 // The list, and what is handed over. The new record's boxes are in FrmSelecAddRecord.cpp.
@@ -142,10 +142,9 @@ bool FrmSelecAdd::MayDiscard() {
     if (!IsAnythingTyped()) {
         return true;
     }
-    frame::MousePointer::Default();
     const int answer =
-        MessageBoxW(Window(), L"¿Desea descartar el registro nuevo que ha escrito? No se guardará.",
-                    Title().c_str(), MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2);
+        frame::ShowMessage(Window(), L"¿Desea descartar el registro nuevo que ha escrito? No se guardará.",
+                           Title(), MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2);
     return answer == IDYES && IsLoaded();
 }
 

@@ -6,7 +6,7 @@
 
 #include "base/Commands.h"
 #include "base/Text.h"
-#include "frame/MousePointer.h"
+#include "frame/Message.h"
 #include "frame/Nested.h"
 #include "selection/FrmSelecAdd.h"
 #include "selection/Resources.h"
@@ -267,9 +267,8 @@ bool FrmSelecAdd::CheckRecord() {
         const std::wstring complaint = Complaint(box);
         CheckStands();
         if (!complaint.empty()) {
-            frame::MousePointer::Default();
             SetFocus(Control(box.control));
-            MessageBoxW(Window(), complaint.c_str(), Title().c_str(), MB_OK | MB_ICONWARNING);
+            frame::ShowMessage(Window(), complaint, Title(), MB_OK | MB_ICONWARNING);
             return false;
         }
     }

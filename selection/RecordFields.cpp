@@ -30,7 +30,7 @@ std::vector<RecordField> ReadRecordFields(IDispatch* data) {
     std::vector<RecordField> fields;
     for (grid::FieldInfo& info : grid::RecordCursor(source.Set()).ReadFields()) {
         RecordField& field = fields.emplace_back();
-        field.caption = info.caption.empty() ? info.name : std::move(info.caption);
+        field.caption = std::move(info.caption);
         field.name = std::move(info.name);
         field.kind = grid::KindOfField(info.type);
         field.size = field.kind == CellKind::Text ? std::max(info.definedSize, 0L) : 0;

@@ -200,11 +200,11 @@ TEST_F(FrameObjects, AFrameGoesAroundItsRows) {
     for (int id = 1; id <= 4; ++id) {
         Child(L"STATIC", 0, id, 50, 10);
     }
+    Child(L"BUTTON", BS_GROUPBOX, 9);
     const frame::RowLayout layout(m_parent, {{frame::kFill, {{1}}},
                                              {frame::kOwn, {{2, frame::kFill}}, 9},
                                              {frame::kOwn, {{3}}, 9},
                                              {frame::kOwn, {{4}}}});
-    Child(L"BUTTON", BS_GROUPBOX, 9);
     RECT unit{0, 0, 4, 10};
     MapDialogRect(m_parent, &unit);
     const LONG x = unit.right;

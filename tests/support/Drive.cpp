@@ -192,11 +192,12 @@ void Player::Turn() {
     if (!GetFocus()) {
         SetFocus(top);
     }
-    if (GetTickCount64() - m_since > kPatience) {
-        GiveUp(top);
-    } else if (!m_gaveUp && m_at < m_script.m_steps.size() && m_script.m_steps[m_at].run(top)) {
+    // The step first: what took the machine long is there by now.
+    if (!m_gaveUp && m_at < m_script.m_steps.size() && m_script.m_steps[m_at].run(top)) {
         ++m_at;
         m_since = GetTickCount64();
+    } else if (GetTickCount64() - m_since > kPatience) {
+        GiveUp(top);
     }
 }
 

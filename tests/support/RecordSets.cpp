@@ -97,11 +97,17 @@ public:
 
     void Name(Invocation& call) {
         const auto named = m_set->m_table->names.find(m_column);
-        call.Return(Variant(named == m_set->m_table->names.end() ? kTable[m_column].name : named->second));
+        call.Return(Variant(named == m_set->m_table->names.end()
+                                ? kTable[m_column % MemoryRecordSet::kColumns].name
+                                : named->second));
     }
-    void Caption(Invocation& call) { call.Return(Variant(kTable[m_column].caption)); }
-    void Type(Invocation& call) { call.Return(Variant(kTable[m_column].type)); }
-    void DefinedSize(Invocation& call) { call.Return(Variant(kTable[m_column].size)); }
+    void Caption(Invocation& call) {
+        call.Return(Variant(kTable[m_column % MemoryRecordSet::kColumns].caption));
+    }
+    void Type(Invocation& call) { call.Return(Variant(kTable[m_column % MemoryRecordSet::kColumns].type)); }
+    void DefinedSize(Invocation& call) {
+        call.Return(Variant(kTable[m_column % MemoryRecordSet::kColumns].size));
+    }
     void Relacion(Invocation& call) { call.Return(Variant(m_set->m_table->related[m_column])); }
     void Value(Invocation& call) {
         if (call.IsPut()) {
@@ -138,11 +144,11 @@ public:
     MemoryFields(ComPtr<MemoryRecordSet> set, long record)
         : Fake(L"Fields"), m_set(std::move(set)), m_record(record) {}
 
-    void Count(Invocation& call) { call.Return(Variant(MemoryRecordSet::kColumns)); }
+    void Count(Invocation& call) { call.Return(Variant(m_set->m_table->columns)); }
     void Item(Invocation& call) {
         m_set->m_table->Note(L"Item");
         const long column = call[0].ToLong();
-        if (column < 0 || column >= MemoryRecordSet::kColumns) {
+        if (column < 0 || column >= m_set->m_table->columns) {
             throw com::Error(kNoSuchItem, L"No hay ese campo.");
         }
         call.Return(Variant(com::Make<MemoryField>(m_set, static_cast<short>(column), m_record).Get()));
@@ -363,13 +369,13 @@ void MemoryRecordSet::GetRows(Invocation& call) {
     if (rows == 0) {
         throw com::Error(kNoCurrentRecord, L"No hay registro actual.");
     }
-    SAFEARRAYBOUND bounds[2] = {{kColumns, 0}, {static_cast<ULONG>(rows), 0}};
+    SAFEARRAYBOUND bounds[2] = {{static_cast<ULONG>(m_table->columns), 0}, {static_cast<ULONG>(rows), 0}};
     SAFEARRAY* array = SafeArrayCreate(VT_VARIANT, 2, bounds);
     Variant block;
     block.Address()->vt = VT_ARRAY | VT_VARIANT;
     block.Address()->parray = array;
     for (LONG row = 0; row < rows; ++row, ++m_position) {
-        for (LONG column = 0; column < kColumns; ++column) {
+        for (LONG column = 0; column < m_table->columns; ++column) {
             LONG place[2] = {column, row};
             Variant value = ValueAt(static_cast<short>(column));
             com::Check(SafeArrayPutElement(array, place, value.Address()));

@@ -34,6 +34,7 @@ struct RecordTable {
 
     RecordSetOptions options;
     long records;
+    short columns = 8; // more repeat the first eight
     long version = 1;
     bool open = true;
     long editMode = 0;
