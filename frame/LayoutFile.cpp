@@ -22,17 +22,26 @@ UniqueFile Open(const std::wstring& path, DWORD access, DWORD disposition) {
     return UniqueFile(file);
 }
 
-// A save takes milliseconds. What is older than an hour was left behind by a host that was ended in it.
+// A save takes milliseconds. What is older than an hour, or of a process that is no more, was left behind by
+// a host that was ended in it.
 constexpr wchar_t kTemporary[] = L"Tamvelo-";
 constexpr wchar_t kTemporaryEnd[] = L".tmp";
 constexpr ULONGLONG kHour = 36'000'000'000; // of file times
-constexpr int kTries = 10;
+constexpr int kTries = 50;
 constexpr DWORD kPause = 10; // milliseconds
+
+/// How all names of this machine begin; the folder may be shared with others.
+std::wstring OwnPrefix() {
+    wchar_t machine[MAX_COMPUTERNAME_LENGTH + 1] = L"";
+    DWORD length = ARRAYSIZE(machine);
+    GetComputerNameW(machine, &length);
+    return std::wstring(kTemporary) + machine + L"-";
+}
 
 /// A name that no other save has, of this process or another.
 std::wstring TemporaryIn(const std::wstring& folder) {
     static std::atomic<unsigned> saves{0};
-    return folder + L"\\" + kTemporary + std::to_wstring(GetCurrentProcessId()) + L"-" +
+    return folder + L"\\" + OwnPrefix() + std::to_wstring(GetCurrentProcessId()) + L"-" +
            std::to_wstring(++saves) + kTemporaryEnd;
 }
 
@@ -40,7 +49,19 @@ ULONGLONG Number(const FILETIME& time) {
     return (static_cast<ULONGLONG>(time.dwHighDateTime) << 32) | time.dwLowDateTime;
 }
 
-/// By the clock of the disk, which may be another machine's: that of the file just made.
+/// Whether the process that made it, on this machine, has ended.
+bool IsOrphan(const wchar_t* name) {
+    const std::wstring own = OwnPrefix();
+    if (!std::wstring_view(name).starts_with(own)) {
+        return false;
+    }
+    const DWORD process = wcstoul(name + own.size(), nullptr, 10);
+    const UniqueFile maker(OpenProcess(SYNCHRONIZE, FALSE, process));
+    return maker ? WaitForSingleObject(maker.get(), 0) == WAIT_OBJECT_0
+                 : GetLastError() == ERROR_INVALID_PARAMETER;
+}
+
+/// Age is by the clock of the disk, which may be another machine's: that of the file just made.
 void DeleteLeftovers(const std::wstring& folder, HANDLE made) {
     FILETIME now{};
     GetFileTime(made, nullptr, nullptr, &now);
@@ -51,7 +72,7 @@ void DeleteLeftovers(const std::wstring& folder, HANDLE made) {
         return;
     }
     do {
-        if (Number(found.ftLastWriteTime) + kHour < Number(now)) {
+        if (Number(found.ftLastWriteTime) + kHour < Number(now) || IsOrphan(found.cFileName)) {
             DeleteFileW((folder + L"\\" + found.cFileName).c_str());
         }
     } while (FindNextFileW(search, &found));
