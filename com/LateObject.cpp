@@ -33,6 +33,22 @@ Error UnknownMember(const wchar_t* role, const wchar_t* member) {
 
 } // namespace
 
+template <class T>
+T Answer::Read(T (Variant::*as)() const) const {
+    try {
+        return (this->*as)();
+    } catch (Error& error) {
+        error.description = CallName(m_role, m_member) + L": " + error.description;
+        throw;
+    }
+}
+template std::wstring Answer::Read(std::wstring (Variant::*)() const) const;
+template bool Answer::Read(bool (Variant::*)() const) const;
+template long Answer::Read(long (Variant::*)() const) const;
+template short Answer::Read(short (Variant::*)() const) const;
+template double Answer::Read(double (Variant::*)() const) const; // a DATE is one
+template ComPtr<IDispatch> Answer::Read(ComPtr<IDispatch> (Variant::*)() const) const;
+
 DISPID FindMember(IDispatch* object, const wchar_t* member, const wchar_t* role) {
     const ComPtr<IDispatch> alive = object;
     if (Trace::Enabled()) {
@@ -169,7 +185,9 @@ DISPID LateObject::IdOf(const wchar_t* member) {
         }
     }
     if (!m_object) {
-        throw Error(kObjectNotSet, std::wstring(L"El objeto «") + m_role + L"» no está establecido.");
+        Error error(kObjectNotSet, std::wstring(L"El objeto «") + m_role + L"» no está establecido.");
+        error.call = CallName(m_role, member);
+        throw error;
     }
     const ComPtr<IDispatch> asked = m_object;
     const DISPID id = FindMember(asked.Get(), member, m_role);
@@ -186,7 +204,7 @@ bool LateObject::Answers(const wchar_t* member) {
     return m_object && FindMember(m_object.Get(), member, m_role) != DISPID_UNKNOWN;
 }
 
-Variant LateObject::Call(const wchar_t* member, Arguments arguments) {
+Answer LateObject::Call(const wchar_t* member, Arguments arguments) {
     const ComPtr<IDispatch> object = m_object;
     const DISPID id = IdOf(member);
     std::array<VARIANT, kMostArguments> cells;
@@ -203,7 +221,7 @@ Variant LateObject::Call(const wchar_t* member, Arguments arguments) {
     for (size_t i = 0; i < count; ++i) {
         list[i].Store();
     }
-    return result;
+    return {std::move(result), m_role, member};
 }
 
 void LateObject::Put(const wchar_t* member, const Argument& value) {

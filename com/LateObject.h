@@ -49,6 +49,28 @@ private:
 
 using Arguments = std::initializer_list<Argument>;
 
+/// What a call answered. Reading it as something that it is not is an error that names the call.
+class Answer final : public Variant {
+public:
+    Answer(Variant value, const wchar_t* role, const wchar_t* member)
+        : Variant(std::move(value)), m_role(role), m_member(member) {}
+
+    std::wstring ToText() const { return Read(&Variant::ToText); }
+    bool ToBool() const { return Read(&Variant::ToBool); }
+    long ToLong() const { return Read(&Variant::ToLong); }
+    short ToShort() const { return Read(&Variant::ToShort); }
+    double ToDouble() const { return Read(&Variant::ToDouble); }
+    DATE ToDate() const { return Read(&Variant::ToDate); }
+    ComPtr<IDispatch> ToObject() const { return Read(&Variant::ToObject); }
+
+private:
+    template <class T>
+    T Read(T (Variant::*as)() const) const;
+
+    const wchar_t* m_role;
+    const wchar_t* m_member;
+};
+
 /// An object of the host, reached by member name. Looks each name up once. Errors come out as com::Error with
 /// the host's own number, source and text; an unknown member names itself and the object's role. Any call may
 /// also throw Gone (CallOut.h), and may make the owner let go of this object: it is held meanwhile.
@@ -65,7 +87,7 @@ public:
     void Reset();
 
     /// Calls a method or reads a property; arguments in declared order.
-    Variant Call(const wchar_t* member, Arguments arguments = {});
+    Answer Call(const wchar_t* member, Arguments arguments = {});
     void Put(const wchar_t* member, const Argument& value);
     /// Whether the object knows the name. For shapes only (is it a record set, is it a control): whether a
     /// host implements a member of its contract is never asked beforehand.

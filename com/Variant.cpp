@@ -115,7 +115,11 @@ VARIANT Variant::Detach() noexcept {
 Variant Variant::As(VARTYPE type) const {
     Variant made;
     const auto convert = [&] { return VariantChangeType(&made.m_value, In(), VARIANT_LOCALBOOL, type); };
-    const HRESULT result = IsObject() ? CallOut(convert) : convert(); // an object is asked for its value
+    if (IsObject()) {
+        SetErrorInfo(0,
+                     nullptr); // it is asked for its value: what is left there from before is not that call's
+    }
+    const HRESULT result = IsObject() ? CallOut(convert) : convert();
     if (result == DISP_E_OVERFLOW) {
         throw Error(result, L"Desbordamiento: el valor no cabe en el tipo pedido.");
     }

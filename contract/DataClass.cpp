@@ -13,7 +13,7 @@ namespace {
 constexpr wchar_t kOrderedSelection[] = L"seleccion";
 
 /// A host's "Not valid?" test negates the answer and then reads Null as False, so Null passes.
-bool Accepted(const Variant& answer) { return answer.IsNull() || answer.ToBool(); }
+bool Accepted(const com::Answer& answer) { return answer.IsNull() || answer.ToBool(); }
 
 } // namespace
 

@@ -48,10 +48,19 @@ Variant RecordCursor::Ask(LateObject& set, Optional& member) {
     return {};
 }
 
-bool RecordCursor::IsOpen() {
-    const Variant state = Ask(m_host, m_state);
-    return state.IsEmpty() || (state.ToLong() & kOpen) != 0;
+/// The same as the type that it should have; one that answers something else is as good as not there.
+template <class T>
+T RecordCursor::Ask(LateObject& set, Optional& member, T none, T (Variant::*as)() const) {
+    const Variant answer = Ask(set, member);
+    try {
+        return answer.IsEmpty() || answer.IsNull() ? none : (answer.*as)();
+    } catch (const com::Error&) {
+        member.missing = true;
+        return none;
+    }
 }
+
+bool RecordCursor::IsOpen() { return (Ask(m_host, m_state, kOpen, &Variant::ToLong) & kOpen) != 0; }
 
 std::vector<FieldInfo> RecordCursor::ReadFields() {
     try {
@@ -83,12 +92,10 @@ std::vector<FieldInfo> RecordCursor::FieldsOf(LateObject& set) {
         LateObject field(fields.Call(L"Item", {i}).ToObject().Get(), L"Field");
         FieldInfo& info = read[static_cast<size_t>(i)];
         info.name = field.Call(L"Name").ToText();
-        const std::wstring shown = Ask(field, caption).ToText();
+        const std::wstring shown = Ask(field, caption, std::wstring(), &Variant::ToText);
         info.caption = base::Shortened(shown.empty() ? info.name : shown, base::kLongestLabel);
-        const Variant number = Ask(field, type);
-        info.type = number.IsEmpty() ? 0 : number.ToLong();
-        const Variant length = Ask(field, size);
-        info.definedSize = length.IsEmpty() ? 0 : length.ToLong();
+        info.type = Ask(field, type, 0L, &Variant::ToLong);
+        info.definedSize = Ask(field, size, 0L, &Variant::ToLong);
     }
     return read;
 }

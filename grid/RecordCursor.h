@@ -91,6 +91,8 @@ private:
 
     std::vector<FieldInfo> FieldsOf(com::LateObject& set);
     com::Variant Ask(com::LateObject& set, Optional& member);
+    template <class T>
+    T Ask(com::LateObject& set, Optional& member, T none, T (com::Variant::*as)() const);
     com::LateObject HostField(short column);
     com::LateObject& Reader();
     void MakeClone();

@@ -23,6 +23,13 @@ constexpr IID kRecordSetIds[] = {
 constexpr const wchar_t* kShape[] = {L"RecordCount", L"Fields", L"EOF", L"MoveFirst", L"MoveNext"};
 constexpr const wchar_t* kPrimary = L"Primary";
 
+/// The first member of a record set that the object has not.
+const wchar_t* const* LacksForRecordSet(IDispatch* object) {
+    return std::find_if(std::begin(kShape), std::end(kShape), [&](const wchar_t* member) {
+        return com::FindMember(object, member) == DISPID_UNKNOWN;
+    });
+}
+
 ComPtr<IDispatch> AsRecordSet(IUnknown* object) {
     ComPtr<IDispatch> set = com::Query<IDispatch>(object);
     return LooksLikeRecordSet(set.Get()) ? set : nullptr;
@@ -35,11 +42,7 @@ bool IsAdoRecordSet(IUnknown* object) {
 
 } // namespace
 
-bool LooksLikeRecordSet(IDispatch* object) {
-    return object && std::all_of(std::begin(kShape), std::end(kShape), [&](const wchar_t* member) {
-               return com::FindMember(object, member) != DISPID_UNKNOWN;
-           });
-}
+bool LooksLikeRecordSet(IDispatch* object) { return object && LacksForRecordSet(object) == std::end(kShape); }
 
 RecordSource::RecordSource(IUnknown* source) {
     if (!source) {
@@ -67,7 +70,8 @@ RecordSource::RecordSource(IUnknown* source) {
         m_set = object;
         return;
     }
-    throw com::Error(E_NOINTERFACE, L"El objeto no es un conjunto de registros ni contiene ninguno.");
+    throw com::Error(E_NOINTERFACE,
+                     L"El objeto no es un conjunto de registros ni contiene ninguno en «Recordset».");
 }
 
 bool RecordSource::FindMemberOf() {
@@ -117,8 +121,11 @@ ComPtr<IDispatch> RecordSource::Ask() {
         return FromMember(m_member);
     case Way::Property: {
         ComPtr<IDispatch> set = m_owner.Call(L"Recordset").ToObject();
-        if (set && !LooksLikeRecordSet(set.Get())) {
-            throw com::Error(E_NOINTERFACE, L"«Recordset» no devolvió un conjunto de registros.");
+        if (const auto* lacks = set ? LacksForRecordSet(set.Get()) : std::end(kShape);
+            lacks != std::end(kShape)) {
+            throw com::Error(E_NOINTERFACE,
+                             L"«Recordset» no devolvió un conjunto de registros: no tiene el miembro «" +
+                                 std::wstring(*lacks) + L"».");
         }
         return set;
     }

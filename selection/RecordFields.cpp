@@ -13,14 +13,13 @@ namespace tamvelo::selection {
 namespace {
 
 using com::LateObject;
-using com::Variant;
 using grid::CellKind;
 
 constexpr long kMostChoices = 100;
 
 /// What few record sets tell of their fields; Empty when this one does not.
-Variant Ask(LateObject& field, const wchar_t* member) {
-    return field.Answers(member) ? field.Call(member) : Variant();
+com::Answer Ask(LateObject& field, const wchar_t* member) {
+    return field.Answers(member) ? field.Call(member) : com::Answer({}, field.Role(), member);
 }
 
 } // namespace
@@ -41,7 +40,7 @@ std::vector<RecordField> ReadRecordFields(IDispatch* data) {
     for (size_t i = 0; i < fields.size(); ++i) {
         LateObject object(objects.Call(L"Item", {static_cast<long>(i)}).ToObject().Get(), L"Field");
         fields[i].relation = Ask(object, L"Relacion").ToText();
-        if (const Variant required = Ask(object, L"Required"); !required.IsEmpty()) {
+        if (const com::Answer required = Ask(object, L"Required"); !required.IsEmpty()) {
             fields[i].required = required.ToBool();
         }
     }

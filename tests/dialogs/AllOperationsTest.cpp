@@ -37,8 +37,6 @@ TEST_F(AllOperations, EveryDialogIsOutOfTheWayWhileTheHostTakesItsAnswer) {
     }
 }
 
-TEST_F(AllOperations, OpenAndCloseInOneProcessAndLeaveNothing) { OpenAll(); }
-
 TEST_F(AllOperations, LiveWhenTheSystemHasNothingLeftToMeasureWith) {
     const SystemAnswer noUnits(L"kernelbase.dll", "MulDiv", 3, 0); // of which dialog units are made
     const SystemAnswer noContext(L"user32.dll", "GetDC", 1, 0);

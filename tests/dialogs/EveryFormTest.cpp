@@ -87,6 +87,12 @@ void ExpectOrderOnScreen(const std::vector<HWND>& controls, const std::wstring& 
 
 void ExpectOrderlyControls(HWND dialog) {
     const std::wstring where = TextOf(dialog);
+    RECT design{};
+    RECT least{};
+    GetWindowRect(dialog, &design);
+    SetWindowPos(dialog, nullptr, 0, 0, 30, 30, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    GetWindowRect(dialog, &least);
+    EXPECT_TRUE(EqualRect(&least, &design)) << ::testing::PrintToString(where + L" can be made too small");
     const std::vector<HWND> controls = ShownControls(dialog);
     Texts captions;
     for (const HWND control : controls) {

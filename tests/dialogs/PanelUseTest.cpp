@@ -53,6 +53,8 @@ TEST_F(PanelUse, KeysInTheGrid) {
         SCOPED_TRACE(each.key);
         ExpectAsked(Keys({each.key}), each.asked);
     }
+    const auto stays = [] { EXPECT_EQ(GetFocus(), Item(IDC_DATAGRID)); };
+    ExpectAsked(Script().Key('E', VK_RMENU).Do(stays), {}); // types €, and is no Ctrl+E
     EXPECT_FALSE(Show(Forget().Type(L"2").Key(VK_RETURN)));
     EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarSeleccion(&0, &ctl, \"2\")", L"AplyFilter(\"\")"));
     EXPECT_FALSE(Show(Forget().Key(VK_END).Key(VK_RETURN)));
@@ -73,8 +75,11 @@ TEST_F(PanelUse, KeysInTheSearchBoxAndOnTheForm) {
     ExpectAsked(InBox().Type(L"xma").Key(VK_HOME).Key(VK_DELETE).Key(VK_INSERT).Do(
                     [] { EXPECT_EQ(ItemText(IDC_TXTFIELDS0), L"ma"); }),
                 {});
-    // Another window comes in front and goes: the box is as it was left, not selected anew.
+    // A box that is entered is selected. Another window comes in front and goes: it is as it was left.
     ExpectAsked(InBox()
+                    .Type(L"viejo")
+                    .Key(VK_TAB)
+                    .Append(InBox())
                     .Type(L"xma")
                     .Key(VK_HOME)
                     .Do([this] {

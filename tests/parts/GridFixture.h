@@ -55,15 +55,17 @@ protected:
     LRESULT Send(UINT message, WPARAM w = 0, LPARAM l = 0) {
         return SendMessageW(m_grid->Window(), message, w, l);
     }
-    void Press(WPARAM key, std::initializer_list<int> held = {}) {
+    static void Hold(std::initializer_list<int> held) {
         BYTE keys[256]{};
         for (const int modifier : held) {
             keys[modifier] = 0x80;
         }
         SetKeyboardState(keys);
+    }
+    void Press(WPARAM key, std::initializer_list<int> held = {}) {
+        Hold(held);
         Send(WM_KEYDOWN, key);
-        BYTE none[256]{};
-        SetKeyboardState(none);
+        Hold({});
     }
     void Repaint() {
         InvalidateRect(m_grid->Window(), nullptr, FALSE);

@@ -101,7 +101,9 @@ TEST_F(GridWindowTest, TypedLettersFindTheNextRowOfTheCurrentColumn) {
     const auto oneStep = std::exchange(set->Table().calls, {});
     Sleep(250);
     TakeEvents();
+    Hold({VK_CONTROL, VK_MENU}); // AltGr types letters
     Type(L"a");
+    Hold({});
     EXPECT_EQ(set->Table().calls, oneStep); // the row change, and no other call
     EXPECT_EQ(TakeEvents(), "row;");
     Type(L"r");

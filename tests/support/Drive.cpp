@@ -24,6 +24,11 @@ std::wstring ClassOf(HWND window) {
 }
 
 void Hold(UINT key, bool down) {
+    if (key == VK_RMENU) { // AltGr is Ctrl and Alt to whoever looks
+        Hold(VK_CONTROL, down);
+        Hold(VK_MENU, down);
+        return;
+    }
     BYTE keys[256];
     GetKeyboardState(keys);
     keys[key] = down ? 0x80 : 0;

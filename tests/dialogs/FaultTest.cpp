@@ -1,0 +1,268 @@
+// Each member of the host that a dialog calls goes wrong in every way that there is, while the dialog is
+// opened, used and accepted. What to expect is the same every time: the process lives, the fault is returned
+// to the caller or told to the user, what was typed stays, nothing is left, and the next call finds
+// everything in order.
+#include <cstdio>
+#include <set>
+
+#include "base/Text.h"
+#include "frame/Resources.h"
+#include "tests/dialogs/EveryOperation.h"
+#include "tests/support/Clerk.h"
+#include "tests/support/Foreign.h"
+
+namespace tamvelo::testing {
+namespace {
+
+/// What the clerk does in the dialogs of the operations whose name begins so; the first that fits.
+struct Use {
+    const wchar_t* operation;
+    const wchar_t* keys;
+};
+constexpr Use kUses[] = {
+    {L"ShowSelecDate", L"Down :Aceptar"},
+    {L"ShowSelecMinim", L"7 *F4 Tab 8 = ^Enter = 9 :Aceptar"},
+    {L"ShowSelecLab", L"7 *F4 Tab 8 = ^Enter = 9 :Aceptar"},
+    {L"ShowSeleccionar", L"7 *F4 Tab 8 = ^Enter = 9 :Aceptar"},
+    {L"ShowSelecTrueFalse", L"^E 7 Enter = Space Down F9 *F5 ^E 8 = :Aceptar :Aceptar"},
+    {L"ShowSelecAdd", L"^E 7 Enter = Down ^N 5 Tab 6 *F4 = :Aceptar Esc :Aceptar"},
+    {L"ShowSelec", L"^E 7 Enter = Down Next F9 +F9 End Home Delete *F5 *F12 ^E 8 = :Aceptar :Aceptar"},
+    {L"ShowBuscar", L"7 = Enter = Down F9 End Home *F5 8 = :Aceptar"},
+    {L"ShowRegistros", L"^E 7 Enter = Down F9 End Home ^N Enter Delete *F5 F7 :Aceptar"},
+    {L"ShowNuevaCita", L"7 Tab 8 *F4 = Tab Tab 9 :Aceptar"},
+    {L"Print", L""},
+    {L"ShowOrder", L"Down Space Down :Aceptar"},
+    {L"ShowColums", L"Down Space :Aceptar"},
+    {L"Show", L"Space Down Space ^A :Aceptar"}, // lists and reports
+};
+
+/// Faults that nobody hears of, with the reason why that is right.
+struct Silent {
+    std::wstring_view member; // the end of operation and way to it
+    Fault fault;              // None: all
+    VARTYPE answers;          // of a member that answers this; VT_EMPTY: all
+    const char* why;
+};
+constexpr Silent kSilent[] = {
+    {L"", Fault::Null, VT_BSTR, "reads as \"\""},
+    {L"", Fault::Null, VT_BOOL, "reads as False"},
+    {L"Recordset", Fault::Null, VT_DISPATCH, "a data class may have no records"},
+    {L".Clone", Fault::None, VT_EMPTY, "the host's own set is read then"},
+    {L".GetRows", Fault::None, VT_EMPTY, "values are read one by one then"},
+    {L".Clone.RecordCount", Fault::None, VT_EMPTY, "asked to see whether the clone has the host's rows"},
+    {L".AbsolutePosition", Fault::None, VT_EMPTY, "or Bookmark"},
+    {L"Recordset.BOF", Fault::None, VT_EMPTY, "the rows are the clone's, bookmarks tell the place"},
+    {L"Recordset.EOF", Fault::None, VT_EMPTY, "the rows are the clone's, bookmarks tell the place"},
+    {L".Bookmark", Fault::None, VT_EMPTY, "or AbsolutePosition"},
+    {L".Filter", Fault::None, VT_EMPTY, "asked, not needed"},
+    {L".Sort", Fault::None, VT_EMPTY, "asked, not needed"},
+    {L".State", Fault::None, VT_EMPTY, "asked, not needed"},
+    {L".EditMode", Fault::None, VT_EMPTY, "asked, not needed"},
+    {L".DataVersion", Fault::None, VT_EMPTY, "asked, not needed"},
+    {L"Fields.Item.Type", Fault::None, VT_EMPTY, "asked, not needed"},
+    {L"Fields.Item.Caption", Fault::None, VT_EMPTY, "the name stands for it"},
+    {L"Fields.Item.DefinedSize", Fault::None, VT_EMPTY, "asked, not needed"},
+    {L"Fields.Item.Value", Fault::Null, VT_EMPTY, "a value like others"},
+    {L"Fields.Item.Value", Fault::WrongType, VT_EMPTY, "the cell shows it"},
+    {L"ShowSelecAdd MyClase.ValidaValue", Fault::Missing, VT_EMPTY, "may be missing"},
+    {L"Entorno.CrearClase", Fault::Null, VT_DISPATCH, "the user is told of the class"},
+    {L"Entorno.ClaseRelacionada", Fault::Missing, VT_EMPTY, "may be missing"},
+    {L"objClsEvents.AceptarNuevo", Fault::Missing, VT_EMPTY, "the status line tells"},
+    {L"objClsEvents.AceptarModificar", Fault::Missing, VT_EMPTY, "the status line tells"},
+    {L"objClsEvents.AceptarEliminar", Fault::Missing, VT_EMPTY, "the status line tells"},
+    {L"objClsEvents.clsEvents_AceptaSeleccion", Fault::Missing, VT_EMPTY, "may be missing"},
+};
+
+struct Scene {
+    std::wstring error; // returned
+    std::vector<std::wstring> told;
+    std::map<std::wstring, VARTYPE> called;
+    int struck = 0;
+    std::vector<bool> kept;
+    bool stuck = false;
+};
+
+class Faults : public WithEnvironment {
+protected:
+    void SetUp() override {
+        WithEnvironment::SetUp();
+        checks.reset(); // faults are passed on to where the contract knows none
+        m_alive = Foreign::Alive();
+    }
+    void TearDown() override {
+        Foreign::fault = Fault::None;
+        WithEnvironment::TearDown();
+    }
+    com::ComPtr<IDispatch> Reached(IDispatch* object, const wchar_t* name) override {
+        return Foreign::Wrap(object, name);
+    }
+
+    Scene Try(const demo::Operation& operation, const wchar_t* keys, Fault fault = Fault::None,
+              const std::wstring& member = L"") {
+        Scene run;
+        host.log.clear();
+        Foreign::called.clear();
+        Foreign::struck = 0;
+        Foreign::member = member;
+        Foreign::fault = fault;
+        Foreign::act = [&] { Act(operation); };
+        NewOwner();
+        gdiSlack += operation.name == std::wstring_view(L"ShowNuevaCita"); // Wine's calendar keeps a font
+        {
+            Clerk clerk(owner, keys, m_all, [](const wchar_t* caption) {
+                if (ToolCommand(caption) >= 0) {
+                    ClickTool(caption);
+                }
+            });
+            try {
+                Unwatched(operation);
+            } catch (const com::Error& error) {
+                run.error = error.description;
+            }
+            for (MSG message; IsWindowVisible(Dialog()) &&
+                              GetMessageW(&message, nullptr, 0, 0) > 0;) { // one that does not wait
+                TranslateMessage(&message);
+                DispatchMessageW(&message);
+            }
+            run.told = clerk.told;
+            run.kept = clerk.kept;
+            run.stuck = clerk.stuck;
+        }
+        Foreign::fault = Fault::None;
+        run.struck = Foreign::struck;
+        run.called = Foreign::called;
+        return run;
+    }
+    void Act(const demo::Operation& operation) {
+        switch (Foreign::fault) {
+        case Fault::ClosesWindow:
+            DestroyWindow(owner);
+            break;
+        case Fault::PumpsKey:
+            PostMessageW(GetFocus(), WM_KEYDOWN, VK_RETURN, 1);
+            for (MSG message; PeekMessageW(&message, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE);) {
+                TranslateMessage(&message);
+                DispatchMessageW(&message);
+            }
+            break;
+        case Fault::CallsAgain:
+            try {
+                Unwatched(operation);
+            } catch (const com::Error&) {
+            }
+            break;
+        case Fault::TakesTwoSeconds:
+            Sleep(2000);
+            break;
+        default:
+            break;
+        }
+    }
+
+    static bool Names(const std::wstring& text, const std::wstring& member) {
+        return text.find(member.substr(member.rfind(L'.') + 1)) != std::wstring::npos ||
+               text.find(L"» no está establecido") != std::wstring::npos; // where an object should have come
+    }
+    static const Silent* IsSilent(const std::wstring& member, Fault fault, VARTYPE answers) {
+        const auto fits = [&](const Silent& each) {
+            return std::wstring_view(member).ends_with(each.member) &&
+                   (each.fault == Fault::None || each.fault == fault) &&
+                   (each.answers == VT_EMPTY || each.answers == answers);
+        };
+        const auto found = std::ranges::find_if(kSilent, fits);
+        return found != std::end(kSilent) ? &*found : nullptr;
+    }
+
+    /// What is wrong with how a fault ended; "" when nothing is.
+    static std::wstring Verdict(const Scene& run, const Scene& clean, const std::wstring& operation,
+                                const std::wstring& member, const FaultName& fault) {
+        std::wstring wrong = run.stuck ? L" stuck" : L"";
+        for (size_t i = 0; i < std::min(run.kept.size(), clean.kept.size()); ++i) {
+            wrong += clean.kept[i] && !run.kept[i] ? L" lost" : L"";
+        }
+        wrong += Dialog() ? L" left open" : L"";
+        const bool told =
+            std::ranges::any_of(run.told, [&](const auto& text) { return Names(text, member); });
+        if (run.struck > 0 && !fault.silent && run.error.empty() && !told &&
+            !IsSilent(operation + L" " + member, fault.fault, clean.called.at(member))) {
+            wrong += L" unheard:";
+            for (const std::wstring& text : run.told) {
+                wrong += L" «" + text.substr(0, 120) + L"»";
+            }
+        }
+        return wrong;
+    }
+
+    /// For a long run, with a line for each fault: the operations whose names begin so.
+    static const wchar_t* Only() { return _wgetenv(L"TAMVELO_FAULTS"); }
+
+    /// All faults of all members that a clean run calls; unless it is a long run the daily ones, and of an
+    /// operation that shares its form only what the others of that form did not call.
+    void TryAll(const demo::Operation& operation) {
+        const std::wstring name = operation.name;
+        const auto use =
+            std::ranges::find_if(kUses, [&](const Use& each) { return name.starts_with(each.operation); });
+        const Scene clean = Try(operation, use->keys);
+        EXPECT_EQ(clean.error, L"");
+        EXPECT_THAT(clean.told, IsEmpty());
+        EXPECT_FALSE(clean.stuck);
+        const Scene opening = Try(operation, L"");
+        for (const auto& [member, answers] : clean.called) {
+            // Operations that are used alike have a form in common, and all grids read their records the same
+            // way.
+            const std::wstring where = member.find(L".Recordset.") == std::wstring::npos ? use->keys : L"";
+            if (!m_tried.insert(where + member).second && !m_all) {
+                continue;
+            }
+            for (const FaultName& fault : kFaults) {
+                if ((!m_all && !fault.daily) || (fault.answers && answers == VT_EMPTY)) {
+                    continue;
+                }
+                const std::string line = base::ToUtf8(name + L" | " + member + L" | " + fault.name);
+                if (m_all) {
+                    std::printf("%s", line.c_str());
+                    std::fflush(stdout);
+                }
+                const Scene run = Try(operation, use->keys, fault.fault, member);
+                const std::string wrong = base::ToUtf8(Verdict(run, clean, name, member, fault));
+                EXPECT_EQ(wrong, "") << line;
+                if (m_all) {
+                    std::printf(" | %d times | %s |%s\n", run.struck,
+                                !run.error.empty()  ? "returned"
+                                : !run.told.empty() ? "told"
+                                                    : "-",
+                                wrong.c_str());
+                }
+            }
+            const Scene after = Try(operation, L"");
+            EXPECT_EQ(after.called, opening.called) << "after the faults of " << base::ToUtf8(member);
+            EXPECT_THAT(after.told, IsEmpty());
+            EXPECT_EQ(after.error, L"");
+            Renew();
+            EXPECT_LE(Foreign::Alive(), m_alive) << base::ToUtf8(member);
+        }
+    }
+
+private:
+    const bool m_all = Only() != nullptr;
+    std::set<std::wstring> m_tried;
+    long m_alive = 0;
+};
+
+class EachGroup : public Faults, public ::testing::WithParamInterface<demo::Group> {};
+
+TEST_P(EachGroup, LivesTellsAndGoesOn) {
+    for (const demo::Operation& operation : demo::Operations()) {
+        const bool wanted = !Only() || std::wstring_view(operation.name).starts_with(Only());
+        if (operation.group == GetParam() && wanted) {
+            TryAll(operation);
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, EachGroup,
+                         ::testing::Values(demo::Group::Selection, demo::Group::Search, demo::Group::Grid,
+                                           demo::Group::Reports, demo::Group::Dates));
+
+} // namespace
+} // namespace tamvelo::testing
