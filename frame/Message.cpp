@@ -11,7 +11,7 @@ int ShowMessage(HWND owner, const std::wstring& text, const std::wstring& title,
     MousePointer::Default();
     try {
         std::wstring shown = base::MessageText(text);
-        if (com::Trace::Enabled() && shown.find(text) != 0) {
+        if (com::Trace::Enabled() && !shown.starts_with(text)) {
             com::Trace::Line(L"Mensaje: " + text);
         }
         shown += tail;

@@ -293,8 +293,9 @@ bool Soak(MainWindow& window, long first, long last, long seed) {
         const std::wstring className(OneOf(random, Tables()).className);
         const std::wstring value = OneOf(random, kValues);
         std::vector<Stroke> strokes(Below(random, kMostKeys + 1));
-        std::wstring line =
-            std::to_wstring(i) + L" " + operation.name + L" " + className + L" «" + value + L"»:";
+        std::wstring line = std::to_wstring(i);
+        line.append(L" ").append(operation.name).append(L" ").append(className);
+        line.append(L" «").append(value).append(L"»:");
         for (Stroke& stroke : strokes) {
             stroke = AnyStroke(random);
             line += L" " + NameOf(stroke);
