@@ -3,7 +3,7 @@
 Plants faults in the product and shows which of them the tests notice: N at random (40, with `named` none; seed 1), spread
 over the storeys by their lines, and with `named` those of tools/plant/named.py. All are built into one library, in a copy
 under build/plant, where TAMVELO_PLANTED=<id> chooses one. A recording run finds which cases reach which place; only those
-are run then, and what fails must pass without the fault. IDs: only these.
+are run then, first the one that noticed this fault the last time, and what fails must pass without the fault. IDs: only these.
 PLANT_JOBS=2: so many at a time. PLANT_SECONDS=N: for each fault the quickest cases, N seconds of them; 0 for all.
 """
 import concurrent.futures
@@ -171,10 +171,15 @@ class Worker:
             print("  without any fault %s ends with %s: %s" % (program, code, failed), flush=True)
         return found
 
-    def notice(self, number, reached):
-        """What noticed the fault; "" for nothing, None when nothing reaches it."""
+    def notice(self, number, reached, before):
+        """What noticed the fault, first tried with what did before; "" for nothing, None when nothing reaches it."""
         hits = sorted((seconds, program, name) for program, cases in reached.items()
                       for name, (seconds, places) in cases.items() if number in places)
+        if hit := [hit for hit in hits if before.endswith(" %s %s" % hit[1:])]:
+            return self.among(number, hit) or self.among(number, [other for other in hits if other != hit[0]])
+        return self.among(number, hits) if hits else None
+
+    def among(self, number, hits):
         programs, budget = {}, seconds_each
         for seconds, program, name in hits:
             if budget > 0:
@@ -189,9 +194,9 @@ class Worker:
                 failed = (re.findall(r"\[  FAILED  \] (\S+\.\S+?)[ ,\n]", text) or re.findall(r"\[ RUN      \] (\S+)", text)[-1:])
                 suspects = {failed[0]: cases.pop(failed[0])} if failed and failed[0] in cases else cases
                 if self.run(program, suspects, limit)[0] == 0:  # so it was the fault
-                    return ("hangs: " if code is None else "" if code == 1 else "crashes: ") + " ".join([program, *failed[:1]])
+                    return ("hangs:" if code is None else "fails:" if code == 1 else "crashes:") + " ".join(["", program, *failed[:1]])
                 cases = {} if suspects is cases else cases
-        return "" if hits else None
+        return ""
 
 
 def with_one(workers, work):
@@ -229,12 +234,17 @@ def main():
         sys.exit("the tests do not build:\n" + said[-4000:])
     print("%d faults are built in; finding out what reaches them" % len(places), flush=True)
     every, workers, results = [Worker(i) for i in range(jobs)], queue.Queue(), {}
+    store = copy / "noticed.json"
+    noticed = json.loads(store.read_text()) if store.exists() else {}
     for worker in every:
         workers.put(worker)
 
     def one(number):
         start = time.time()
-        results[number] = by = with_one(workers, lambda worker: worker.notice(number, reached))
+        before = noticed.get(str(places[number - 1]), "")
+        results[number] = by = with_one(workers, lambda worker: worker.notice(number, reached, before))
+        noticed[str(places[number - 1])] = by or ""
+        store.write_text(json.dumps(noticed))
         said = "noticed" if by else "not reached" if by is None else "NOT NOTICED"
         print("%4d %-11s %s%s (%d s)" % (number, said, places[number - 1], "\n%17sby %s" % ("", by) if by else "",
                                          time.time() - start), flush=True)
