@@ -56,6 +56,8 @@ long GdiObjects() {
         std::count_if(table, table + kHandles, [](const Entry& entry) { return entry.type != 0; }));
 }
 
-long long HeapInUse() { return Used(GetProcessHeap()) + Used(reinterpret_cast<HANDLE>(_get_heap_handle())); }
+long long OwnHeapInUse() { return Used(reinterpret_cast<HANDLE>(_get_heap_handle())); }
+
+long long HeapInUse() { return OwnHeapInUse() + Used(GetProcessHeap()); }
 
 } // namespace tamvelo::demo

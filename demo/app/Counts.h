@@ -6,7 +6,8 @@ namespace tamvelo::demo {
 /// Top-level windows of this thread, hidden ones too.
 long WindowCount();
 long GdiObjects();
-/// Bytes in use of the system's heap and of the run-time library's.
+/// Bytes in use of the run-time library's heap, from which the library allocates, and with the system's.
+long long OwnHeapInUse();
 long long HeapInUse();
 
 } // namespace tamvelo::demo

@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "base/Text.h"
+#include "demo/app/Counts.h"
 
 namespace tamvelo::testing {
 
@@ -49,7 +50,7 @@ void DialogTest::SetUp() {
     }
     host.log.clear();
     m_windows = Windows();
-    m_gdi = GdiCount();
+    m_gdi = demo::GdiObjects();
 }
 
 void DialogTest::TearDown() {
@@ -60,7 +61,7 @@ void DialogTest::TearDown() {
     server.Reset();
     checks.reset();
     EXPECT_THAT(Windows(), ElementsAreArray(m_windows)) << "windows left";
-    EXPECT_LE(GdiCount(), m_gdi + gdiSlack) << "GDI objects left";
+    EXPECT_LE(demo::GdiObjects(), m_gdi + gdiSlack) << "GDI objects left";
     EXPECT_EQ(host.References(), m_references) << "references to host objects left";
     EXPECT_TRUE(Library().MayUnload());
     if (IsWindow(owner)) {
@@ -122,6 +123,13 @@ std::optional<com::Error> DialogTest::PlayLate(const wchar_t* operation,
         return {};
     } catch (const com::Error& error) {
         return error;
+    }
+}
+
+void DialogTest::TurnLoop() {
+    for (MSG message; Dialog() && GetMessageW(&message, nullptr, 0, 0) > 0;) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
     }
 }
 

@@ -37,6 +37,9 @@ protected:
     std::optional<com::Error> PlayLate(const wchar_t* operation,
                                        std::initializer_list<com::Argument> arguments, Script script);
 
+    /// The host's own loop, until the dialog has gone.
+    static void TurnLoop();
+
     /// What the host was asked since the last time.
     Log TakeLog() { return std::exchange(host.log, {}); }
     /// Notes what has been asked so far, and forgets it: the opening is checked elsewhere.
@@ -102,7 +105,7 @@ protected:
     com::ComPtr<IDispatch> data;
     com::ComPtr<IDispatch> columns;
     std::optional<HostChecks> checks;
-    unsigned gdiSlack = 1; // objects of the system's own that come and go
+    long gdiSlack = 1; // objects of the system's own that come and go
     HWND owner = nullptr;
     HWND ownerBox = nullptr;
 
@@ -113,7 +116,7 @@ private:
     std::filesystem::path m_folder;
     HKEY m_registry = nullptr;
     std::vector<std::wstring> m_windows;
-    unsigned m_gdi = 0;
+    long m_gdi = 0;
     long m_references = 0;
 };
 

@@ -1,11 +1,12 @@
 #pragma once
 
 #include <algorithm>
+#include <list>
 
 #include "com/Collection.h"
-#include "demo/app/Operations.h"
 #include "tests/dialogs/DialogFixture.h"
 #include "tests/support/Component.h"
+#include "tests/support/Operations.h"
 
 namespace tamvelo::testing {
 
@@ -15,75 +16,78 @@ protected:
     AllOperations() {
         gdiSlack = 16; // what the system keeps of windows that were hidden first
         host.AddColumn(L"Código", L"Cod");
-        m_report->On(L"Titulo", [](com::Invocation& call) { call.Return(com::Variant(L"Dos")); });
-        for (const wchar_t* member : {L"AceptarEtiqueta", L"AceptarDocNumAut"}) {
-            host.sink->On(member, [](com::Invocation&) {});
+        m_report->Returns(L"Titulo", com::Variant(L"Dos"));
+    }
+    void WarmUp() override {
+        for (const Operation& operation : Operations()) {
+            Open(operation, Key(VK_ESCAPE));
         }
     }
-    void WarmUp() override { OpenAll(); }
 
-    /// `look` sees each dialog; `only` these operations, if it names any.
-    void OpenAll(const Script& look = {}, std::initializer_list<std::wstring_view> only = {}) {
-        for (const demo::Operation& operation : demo::Operations()) {
-            if (only.size() > 0 && std::ranges::find(only, operation.name) == only.end()) {
-                continue;
+    static bool HasDialog(const Operation& operation) { return !operation.name.starts_with(L"Print"); }
+
+    /// Does that in its dialog, if it has one, and turns the host's loop until the dialog has gone.
+    void Open(const Operation& operation, const Script& script) {
+        const Script there = Until("the dialog", [](HWND top) { return top && top == Dialog(); });
+        EXPECT_FALSE(Play(HasDialog(operation) ? Script{there, script} : Script(), [&] {
+            EXPECT_FALSE(Unwatched(operation));
+            TurnLoop();
+            return S_OK;
+        }));
+    }
+
+    /// Nobody there who would close it. The arguments are variables, as scripts have them.
+    std::optional<com::Error> Unwatched(const Operation& operation) {
+        std::list<com::Variant> variables;
+        return CallLate(server.Get(), operation, [&](const Parameter& parameter) {
+            com::Variant reference = com::Variant::Missing();
+            if (!parameter.Optional()) {
+                reference.Address()->vt = VT_BYREF | VT_VARIANT;
+                reference.Address()->pvarVal = variables.emplace_back(Given(parameter)).Address();
             }
-            SCOPED_TRACE(::testing::PrintToString(std::wstring(operation.name)));
-            const bool shows = !std::wstring_view(operation.name).starts_with(L"Print");
-            Open(operation, shows ? Script()
-                                        .Until("the dialog", [](HWND top) { return top && top == Dialog(); })
-                                        .Append(look)
-                                        .Key(VK_ESCAPE)
-                                  : Script());
-        }
-    }
-
-    void Open(const demo::Operation& operation, Script script) {
-        const Player player(std::move(script), [this] { return Notes(); });
-        Unwatched(operation);
-        while (Dialog() != nullptr) { // one that does not wait for its end
-            MSG message;
-            GetMessageW(&message, nullptr, 0, 0);
-            TranslateMessage(&message);
-            DispatchMessageW(&message);
-        }
-    }
-
-    /// Nobody there who would close it.
-    void Unwatched(const demo::Operation& operation) {
-        demo::Request request;
-        request.sink = Reached(sink.Get(), L"objClsEvents");
-        request.dataClass = Reached(data.Get(), L"MyClase");
-        request.control = Reached(ctl.Get(), L"ctl");
-        request.columns = Reached(columns.Get(), L"Columns");
-        request.reports = Reached(
-            com::MakeCollection({com::Variant(L"Uno"), com::Variant(m_report.Get())}).Get(), L"cReports");
-        request.screen = L"Pruebas";
-        request.window = static_cast<long>(reinterpret_cast<LONG_PTR>(owner));
-        request.date = 46000;
-        com::LateObject late(server.Get(), L"servidor");
-        operation.Perform(late, request);
+            return reference;
+        });
     }
 
     /// A host's object as it reaches the library.
     virtual com::ComPtr<IDispatch> Reached(IDispatch* object, const wchar_t* /*name*/) { return object; }
 
 private:
-    com::ComPtr<HostObject> m_report = com::Make<HostObject>(L"informe", host.log);
+    com::Variant Given(const Parameter& parameter) {
+        const std::pair<const wchar_t*, IDispatch*> objects[] = {{L"MyClase", data.Get()},
+                                                                 {L"ctl", ctl.Get()},
+                                                                 {L"Columns", columns.Get()},
+                                                                 {L"cReports", m_reports.Get()},
+                                                                 {L"objClsEvents", sink.Get()}};
+        switch (parameter.type) {
+        case VT_DISPATCH: {
+            const auto named = [&](const auto& each) { return parameter.name == each.first; };
+            const auto last = std::end(objects) - 1; // has several names
+            const auto [name, object] = *std::find_if(std::begin(objects), last, named);
+            return com::Variant(Reached(object, name).Get());
+        }
+        case VT_BSTR:
+            return com::Variant(L"Pruebas");
+        case VT_I4:
+            return com::Variant(static_cast<long>(reinterpret_cast<LONG_PTR>(owner)));
+        case VT_DATE:
+            return com::Variant::Date(46000);
+        default:
+            return com::Variant(short{0});
+        }
+    }
+
+    const com::ComPtr<HostObject> m_report = com::Make<HostObject>(L"informe", host.log);
+    const com::ComPtr<IDispatch> m_reports =
+        com::MakeCollection({com::Variant(L"Uno"), com::Variant(m_report.Get())});
 };
 
 /// The same with every component of the environment, and with all members that a host may have.
 class WithEnvironment : public AllOperations {
 protected:
     void SetUp() override {
-        const auto answers = [](com::Variant value) {
-            return [value](com::Invocation& call) { call.Return(value); };
-        };
-        const auto nothing = [](com::Invocation&) {};
-        for (const wchar_t* member : {L"RestaurarPosicion", L"GuardarPosicion", L"LeerValor", L"GuardarValor",
-                                      L"CargarEtiquetas", L"GuardarLista", L"Recibir", L"GuardarCita"}) {
-            environment->On(member, nothing);
-        }
+        environment->Accepts({L"RestaurarPosicion", L"GuardarPosicion", L"LeerValor", L"GuardarValor",
+                              L"CargarEtiquetas", L"GuardarLista", L"Recibir", L"GuardarCita"});
         environment->On(L"CargarLista", [](com::Invocation& call) {
             com::LateObject list(call[2].ToObject().Get(), L"lista");
             list.Call(L"AddItem", {L"Uno"});
@@ -92,27 +96,18 @@ protected:
                 com::LateObject(call[4].ToObject().Get(), L"copias").Put(L"Text", L"1");
             }
         });
-        environment->On(L"RutaBarra", answers(com::Variant(L"C:\\no hay\\")));
-        environment->On(L"CarpetaCuadriculas", answers(com::Variant(L"C:\\no hay\\")));
-        environment->On(L"Existe", answers(com::Variant(false)));
-        environment->On(L"CrearClase", answers(com::Variant(host.data.Get())));
-        environment->On(L"ClaseRelacionada", answers(com::Variant(L"clientes")));
-        host.data->On(L"ValidaKey", answers(com::Variant(true)));
-        host.data->On(L"ValidaValue", answers(com::Variant(true)));
-        host.data->On(L"ValidaDefinedSize", answers(com::Variant(9L)));
-        host.data->On(L"NuevoCodigo_Fam", answers(com::Variant(L"71")));
-        for (const wchar_t* member :
-             {L"InsertarArticulo", L"GetConnection", L"Aceptar_todos", L"Denegar_todos"}) {
-            host.data->On(member, nothing);
-        }
-        for (const wchar_t* member :
-             {L"AceptarReports", L"AceptarReportsParam", L"AceptarReportsParamMail",
-              L"AceptarReportsInformesParam", L"AceptarReportsParamHr", L"AceptarReportsFchAuto",
-              L"AceptarInformesFchAuto", L"AceptarInformesFch", L"AceptarInformesFchAutoTipoTime",
-              L"AceptarListasParam", L"AceptarNuevo", L"AceptarModificar", L"AceptarEliminar",
-              L"clsEvents_AceptaSeleccion"}) {
-            host.sink->On(member, nothing);
-        }
+        environment->Returns(L"RutaBarra", com::Variant(L"C:\\no hay\\"));
+        environment->Returns(L"CarpetaCuadriculas", com::Variant(L"C:\\no hay\\"));
+        environment->Returns(L"Existe", com::Variant(false));
+        environment->Returns(L"CrearClase", com::Variant(host.data.Get()));
+        environment->Returns(L"ClaseRelacionada", com::Variant(L"clientes"));
+        host.data->Returns(L"ValidaKey", com::Variant(true));
+        host.data->Returns(L"ValidaValue", com::Variant(true));
+        host.data->Returns(L"ValidaDefinedSize", com::Variant(9L));
+        host.data->Returns(L"NuevoCodigo_Fam", com::Variant(L"71"));
+        host.data->Accepts({L"InsertarArticulo", L"GetConnection", L"Aceptar_todos", L"Denegar_todos"});
+        host.sink->Accepts(
+            {L"AceptarNuevo", L"AceptarModificar", L"AceptarEliminar", L"clsEvents_AceptaSeleccion"});
         AllOperations::SetUp();
         m_component.emplace(Reached(environment.Get(), L"Entorno").Get());
         for (const wchar_t* part : {L"Configuracion", L"Archivos", L"Foco", L"Clases", L"Citas"}) {

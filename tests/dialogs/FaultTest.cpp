@@ -36,6 +36,11 @@ constexpr Use kUses[] = {
     {L"Show", L"Space Down Space ^A :Aceptar"}, // lists and reports
 };
 
+const wchar_t* UseOf(const std::wstring& operation) {
+    const auto fits = [&](const Use& use) { return operation.starts_with(use.operation); };
+    return std::ranges::find_if(kUses, fits)->keys;
+}
+
 /// Faults that nobody hears of, with the reason why that is right.
 struct Silent {
     std::wstring_view member; // the end of operation and way to it
@@ -97,7 +102,7 @@ protected:
         return Foreign::Wrap(object, name);
     }
 
-    Scene Try(const demo::Operation& operation, const wchar_t* keys, Fault fault = Fault::None,
+    Scene Try(const Operation& operation, const wchar_t* keys, Fault fault = Fault::None,
               const std::wstring& member = L"") {
         Scene run;
         host.log.clear();
@@ -107,17 +112,15 @@ protected:
         Foreign::fault = fault;
         Foreign::act = [&] { Act(operation); };
         NewOwner();
-        gdiSlack += operation.name == std::wstring_view(L"ShowNuevaCita"); // Wine's calendar keeps a font
+        gdiSlack += operation.name == L"ShowNuevaCita"; // Wine's calendar keeps a font
         {
             Clerk clerk(owner, keys, m_all, [](const wchar_t* caption) {
                 if (ToolCommand(caption) >= 0) {
                     ClickTool(caption);
                 }
             });
-            try {
-                Unwatched(operation);
-            } catch (const com::Error& error) {
-                run.error = error.description;
+            if (const auto error = Unwatched(operation)) {
+                run.error = error->description;
             }
             for (MSG message; IsWindowVisible(Dialog()) &&
                               GetMessageW(&message, nullptr, 0, 0) > 0;) { // one that does not wait
@@ -133,7 +136,7 @@ protected:
         run.called = Foreign::called;
         return run;
     }
-    void Act(const demo::Operation& operation) {
+    void Act(const Operation& operation) {
         switch (Foreign::fault) {
         case Fault::ClosesWindow:
             DestroyWindow(owner);
@@ -146,10 +149,7 @@ protected:
             }
             break;
         case Fault::CallsAgain:
-            try {
-                Unwatched(operation);
-            } catch (const com::Error&) {
-            }
+            Unwatched(operation);
             break;
         case Fault::TakesTwoSeconds:
             Sleep(2000);
@@ -198,11 +198,10 @@ protected:
 
     /// All faults of all members that a clean run calls; unless it is a long run the daily ones, and of an
     /// operation that shares its form only what the others of that form did not call.
-    void TryAll(const demo::Operation& operation) {
-        const std::wstring name = operation.name;
-        const auto use =
-            std::ranges::find_if(kUses, [&](const Use& each) { return name.starts_with(each.operation); });
-        const Scene clean = Try(operation, use->keys);
+    void TryAll(const Operation& operation) {
+        const std::wstring& name = operation.name;
+        const wchar_t* const use = UseOf(name);
+        const Scene clean = Try(operation, use);
         EXPECT_EQ(clean.error, L"");
         EXPECT_THAT(clean.told, IsEmpty());
         EXPECT_FALSE(clean.stuck);
@@ -210,8 +209,8 @@ protected:
         for (const auto& [member, answers] : clean.called) {
             // Operations that are used alike have a form in common, and all grids read their records the same
             // way.
-            const std::wstring where = member.find(L".Recordset.") == std::wstring::npos ? use->keys : L"";
-            if (!m_tried.insert(where + member).second && !m_all) {
+            const std::wstring where = member.find(L".Recordset.") == std::wstring::npos ? use : L"";
+            if (!s_tried.insert(where + member).second && !m_all) {
                 continue;
             }
             for (const FaultName& fault : kFaults) {
@@ -223,7 +222,7 @@ protected:
                     std::printf("%s", line.c_str());
                     std::fflush(stdout);
                 }
-                const Scene run = Try(operation, use->keys, fault.fault, member);
+                const Scene run = Try(operation, use, fault.fault, member);
                 const std::string wrong = base::ToUtf8(Verdict(run, clean, name, member, fault));
                 EXPECT_EQ(wrong, "") << line;
                 if (m_all) {
@@ -245,24 +244,29 @@ protected:
 
 private:
     const bool m_all = Only() != nullptr;
-    std::set<std::wstring> m_tried;
+    static inline std::set<std::wstring> s_tried;
     long m_alive = 0;
 };
 
-class EachGroup : public Faults, public ::testing::WithParamInterface<demo::Group> {};
+/// Operations that are used alike, in parts that can run side by side.
+class EachUse : public Faults, public ::testing::WithParamInterface<std::wstring> {
+public:
+    static std::set<std::wstring> All() {
+        std::set<std::wstring> all;
+        std::ranges::transform(kUses, std::inserter(all, all.end()), &Use::keys);
+        return all;
+    }
+};
 
-TEST_P(EachGroup, LivesTellsAndGoesOn) {
-    for (const demo::Operation& operation : demo::Operations()) {
-        const bool wanted = !Only() || std::wstring_view(operation.name).starts_with(Only());
-        if (operation.group == GetParam() && wanted) {
+TEST_P(EachUse, LivesTellsAndGoesOn) {
+    for (const Operation& operation : Operations()) {
+        if (UseOf(operation.name) == GetParam() && (!Only() || operation.name.starts_with(Only()))) {
             TryAll(operation);
         }
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, EachGroup,
-                         ::testing::Values(demo::Group::Selection, demo::Group::Search, demo::Group::Grid,
-                                           demo::Group::Reports, demo::Group::Dates));
+INSTANTIATE_TEST_SUITE_P(All, EachUse, ::testing::ValuesIn(EachUse::All()));
 
 } // namespace
 } // namespace tamvelo::testing

@@ -8,20 +8,16 @@
 namespace tamvelo::testing {
 namespace {
 
-using com::Invocation;
-
 using Ground = WithEnvironment;
 
 TEST_F(Ground, AWindowThatIsClosedByASentMessageEndsTheOperation) {
     const DWORD thread = GetCurrentThreadId();
-    for (const demo::Operation& operation : demo::Operations()) {
-        const std::wstring_view name = operation.name;
-        if (name.starts_with(L"Print") || name == L"ShowNuevaCita") { // these do not wait
+    for (const Operation& operation : Operations()) {
+        if (!HasDialog(operation) || operation.name == L"ShowNuevaCita") { // these do not wait
             continue;
         }
-        SCOPED_TRACE(::testing::PrintToString(std::wstring(name)));
-        bool returned = false;
-        bool stuck = false;
+        SCOPED_TRACE(::testing::PrintToString(operation.name));
+        std::atomic<bool> returned = false;
         // Nothing is posted to the dialog's thread meanwhile, as a timer would.
         std::thread other([&] {
             const auto open = [&] {
@@ -37,35 +33,26 @@ TEST_F(Ground, AWindowThatIsClosedByASentMessageEndsTheOperation) {
             for (int i = 0; i < 300 && !returned; ++i) {
                 Sleep(10);
             }
-            if (!returned) {
-                stuck = true;
-                PostThreadMessageW(thread, WM_NULL, 0, 0);
-            }
+            EXPECT_TRUE(returned);
+            PostThreadMessageW(thread, WM_NULL, 0, 0);
         });
         Unwatched(operation);
         returned = true;
         other.join();
-        EXPECT_FALSE(stuck);
         EXPECT_FALSE(IsWindow(owner));
         NewOwner();
     }
 }
 
 TEST_F(Ground, AComponentThatIsOutOfOrderIsToldOfOnceAndLeftAlone) {
-    const Script use = Script()
-                           .Key(VK_TAB)
-                           .Key(VK_TAB)
-                           .Do([] { SetFocus(Item(IDC_TXTFIELDS0)); })
-                           .Type(L"7")
-                           .Do([] { EXPECT_EQ(ItemText(IDC_TXTFIELDS0), L"7"); })
-                           .Key(VK_ESCAPE);
-    environment->On(L"Recibir", [](Invocation&) { RaiseHostError(); });
-    environment->On(L"RestaurarPosicion", [](Invocation&) { RaiseHostError(); });
-    const auto open = [&](const Script& script) {
-        Open(*std::ranges::find(demo::Operations(), std::wstring_view(L"ShowBuscar"), &demo::Operation::name),
-             script);
+    environment->Raises(L"Recibir");
+    environment->Raises(L"RestaurarPosicion");
+    const auto open = [&](const Script& boxes) {
+        Play({boxes, Keys({VK_TAB, VK_TAB}), Into(IDC_TXTFIELDS0, L"7"), Says(IDC_TXTFIELDS0, L"7"),
+              Key(VK_ESCAPE)},
+             [&] { return Unwatched(OperationOf(L"ShowBuscar")) ? E_FAIL : S_OK; });
     };
-    open(Script().Box(L"«Configuracion».RestaurarPosicion").Box(L"«Foco».Recibir").Append(use));
+    open({Box(L"«Configuracion».RestaurarPosicion"), Box(L"«Foco».Recibir")});
     EXPECT_EQ(std::ranges::count_if(host.log,
                                     [](const std::wstring& line) {
                                         return line.starts_with(L"Recibir") ||
@@ -75,7 +62,7 @@ TEST_F(Ground, AComponentThatIsOutOfOrderIsToldOfOnceAndLeftAlone) {
     SetValue(kEnvironmentKey, L"Configuracion", L"");
     SetValue(kEnvironmentKey, L"Foco", L"No.Existe");
     Renew();
-    open(Script().Box(L"«No.Existe»").Append(use));
+    open(Box(L"«No.Existe»"));
 }
 
 } // namespace

@@ -89,30 +89,6 @@ std::wstring BoxText(HWND window) {
     return message && GetDlgItem(window, IDOK) ? TextOf(message) : L"";
 }
 
-unsigned GdiCount() {
-    if (const DWORD known = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS)) {
-        return known;
-    }
-    // Wine does not count: the table that the process environment block points to has an entry for each
-    // object.
-    struct Entry {
-        unsigned long long object;
-        unsigned owner;
-        unsigned short unique;
-        unsigned char type, flags;
-        unsigned long long user;
-    };
-    constexpr int kEntries = 65536;
-    const char* block = nullptr;
-    asm("movl %%fs:0x30, %0" : "=r"(block));
-    const Entry* table = *reinterpret_cast<Entry* const*>(block + 0x94);
-    unsigned count = 0;
-    for (int i = 0; table && i < kEntries; ++i) {
-        count += table[i].type != 0 ? 1U : 0U;
-    }
-    return count;
-}
-
 Script& Script::Key(UINT key, UINT held) {
     m_steps.push_back({"key " + std::to_string(key), [key, held](HWND) {
                            if (held) {

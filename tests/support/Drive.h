@@ -15,8 +15,6 @@ HWND TopWindow();
 std::wstring TextOf(HWND window);
 /// The text of a message box; "" for any other window.
 std::wstring BoxText(HWND window);
-/// GDI objects of the process.
-unsigned GdiCount();
 
 /// What the user does, one step after the other, inside whatever modal loop is running: steps are taken by a
 /// timer, and a timer's turn comes only when every posted message before it has been handled.

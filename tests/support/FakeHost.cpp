@@ -195,7 +195,11 @@ FakeHost::FakeHost(long records)
     data->On(L"MoveNext", [this](Invocation&) { set->SetPosition(set->Position() + 1); });
     data->On(L"MovePrevious", [this](Invocation&) { set->SetPosition(set->Position() - 1); });
     sink->Accepts({L"AceptarSeleccion", L"AceptarSeleccionParam", L"AceptarBuscar", L"ActualizaColumnas",
-                   L"ActualizaOrden", L"AceptarFechaEntre"});
+                   L"ActualizaOrden", L"AceptarFechaEntre", L"AceptarReports", L"AceptarReportsParam",
+                   L"AceptarReportsParamMail", L"AceptarReportsParamHr", L"AceptarReportsFchAuto",
+                   L"AceptarReportsInformesParam", L"AceptarInformesFchAuto", L"AceptarInformesFch",
+                   L"AceptarInformesFchAutoTipoTime", L"AceptarDocNumAut", L"AceptarListasParam",
+                   L"AceptarEtiqueta"});
     ctl->On(
         L"Text", [this](Invocation& call) { call.Return(Variant(text)); }, true);
     columns->On(

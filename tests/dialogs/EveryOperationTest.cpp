@@ -1,0 +1,252 @@
+// Every operation of the library in one host process: what each dialog owes to the keyboard, that it is out
+// of the way while the host takes its answer, and that nothing is kept of what a host writes into its
+// arguments.
+#include "tests/dialogs/EveryOperation.h"
+
+#include <commctrl.h>
+
+#include <map>
+
+#include "frame/Resources.h"
+#include "search/Resources.h"
+#include "selection/Resources.h"
+#include "tests/support/SystemAnswer.h"
+
+namespace tamvelo::testing {
+namespace {
+
+using Texts = std::vector<std::wstring>;
+
+/// The tips of the tools and the list's menu, or a part of them.
+constexpr std::pair<std::wstring_view, const wchar_t*> kNamed[] = {
+    {L"ShowSelec",
+     L"|Aceptar (Intro)|Cancelar (Esc)|Primer registro (Inicio)|Registro anterior (Flecha arriba)|"
+     L"Registro siguiente (Flecha abajo)|Último registro (Fin)|Orden ascendente (F9)|"
+     L"Orden descendente (Mayús+F9)|Buscar (Ins)|Quitar el filtro (Supr)|Ver el registro (F5)|"
+     L"&Aceptar\tIntro|Ver el &registro\tF5|&Orden ascendente\tF9|Orden &descendente\tMayús+F9|"
+     L"&Buscar\tIns|&Quitar el filtro\tSupr|Copiar &celda\tCtrl+L|Copiar &fila\tCtrl+C|"
+     L"Copiar fila con cabecera&s\tCtrl+Mayús+C|A&justar la columna\tCtrl++|"
+     L"Ele&gir columnas…\tF12|F&uente…\tF3|"},
+    {L"ShowRegistros", L"|Aceptar (F4)|"},
+    {L"ShowRegistros", L"|Nuevo registro (Ctrl+N)|"},
+    {L"ShowRegistros", L"|Modificar el registro (Intro)|"},
+    {L"ShowRegistros", L"|Aplicar o quitar el filtro (F7)|"},
+    {L"ShowBuscar", L"|Aceptar (Ctrl+Intro)|"},
+    {L"ShowBuscar", L"|Cerrar (Alt+F4)|"},
+    {L"ShowBuscar", L"|Primer registro (Ctrl+Inicio)|"},
+    {L"ShowRpt",
+     L"|Marcar &todo\tCtrl+A|&Quitar todas las marcas\tCtrl+Mayús+A|&Invertir las marcas\tCtrl+I|"
+     L"Como al a&brir\tCtrl+Z|"},
+};
+
+/// The key after the "&" of each text; a key that two of them have is a failure.
+void ExpectKeysOnce(const Texts& texts) {
+    std::map<wchar_t, std::wstring> taken;
+    for (const std::wstring& text : texts) {
+        size_t at = 0;
+        while ((at = text.find(L'&', at)) != std::wstring::npos && text[at + 1] == L'&') {
+            at += 2;
+        }
+        if (at != std::wstring::npos) {
+            wchar_t key[] = {text[at + 1], L'\0'};
+            CharUpperW(key);
+            const auto [first, isNew] = taken.emplace(key[0], text);
+            EXPECT_TRUE(isNew) << ::testing::PrintToString(first->second + L" | " + text);
+        }
+    }
+}
+
+bool Has(HWND window, LONG style) { return (GetWindowLongW(window, GWL_STYLE) & style) == style; }
+
+bool IsA(HWND window, const wchar_t* kind) {
+    wchar_t name[32] = L"";
+    GetClassNameW(window, name, ARRAYSIZE(name));
+    return lstrcmpiW(name, kind) == 0;
+}
+
+/// The controls that show, in the order of the dialog manager, those in panels at the panel's place.
+std::vector<HWND> ShownControls(HWND parent) {
+    std::vector<HWND> controls;
+    for (HWND child = GetWindow(parent, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        if (IsWindowVisible(child) && GetWindowLongW(child, GWL_EXSTYLE) & WS_EX_CONTROLPARENT) {
+            std::ranges::copy(ShownControls(child), std::back_inserter(controls));
+        } else if (IsWindowVisible(child)) {
+            controls.push_back(child);
+        }
+    }
+    return controls;
+}
+
+/// Lines from left to right, from top to bottom.
+bool StandsBefore(HWND first, HWND second) {
+    RECT a{};
+    RECT b{};
+    GetWindowRect(first, &a);
+    GetWindowRect(second, &b);
+    const LONG shared = std::min(a.bottom, b.bottom) - std::max(a.top, b.top);
+    const bool sameLine = shared * 2 > std::min(a.bottom - a.top, b.bottom - b.top);
+    return sameLine ? a.left <= b.left : a.top <= b.top;
+}
+
+void ExpectOrderlyControls(HWND dialog) {
+    RECT design{};
+    RECT least{};
+    GetWindowRect(dialog, &design);
+    SetWindowPos(dialog, nullptr, 0, 0, 30, 30, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    GetWindowRect(dialog, &least);
+    EXPECT_TRUE(EqualRect(&least, &design)) << "can be made too small";
+    Texts captions;
+    HWND before = nullptr;
+    for (const HWND control : ShownControls(dialog)) {
+        if (IsA(control, L"Button") || (IsA(control, L"Static") && !Has(control, SS_NOPREFIX))) {
+            captions.push_back(TextOf(control));
+        }
+        // The list follows its search box: Tab goes there.
+        const bool next =
+            before && GetDlgCtrlID(before) == IDC_TXTFIELDS0 && GetDlgCtrlID(control) == IDC_DATAGRID;
+        if (Has(control, WS_TABSTOP) && !next) {
+            EXPECT_TRUE(!before || StandsBefore(before, control))
+                << "the tabs' order: " << GetDlgCtrlID(before) << " " << GetDlgCtrlID(control);
+            before = control;
+        }
+    }
+    ExpectKeysOnce(captions);
+}
+
+class EveryOperation : public AllOperations {
+protected:
+    /// Reads the menu that this brings up, if it does, and closes it.
+    Script Menu(std::function<void()> open) {
+        return {
+            Do(std::move(open)), Do([this] {
+                HWND window = nullptr;
+                const WNDENUMPROC look = [](HWND each, LPARAM out) __attribute__((stdcall))->BOOL {
+                    const bool menu = IsA(each, L"#32768") && IsWindowVisible(each);
+                    return menu ? (*reinterpret_cast<HWND*>(out) = each, FALSE) : TRUE;
+                };
+                EnumThreadWindows(GetCurrentThreadId(), look, reinterpret_cast<LPARAM>(&window));
+                const auto menu =
+                    reinterpret_cast<HMENU>(window ? SendMessageW(window, MN_GETHMENU, 0, 0) : 0);
+                m_menu.clear();
+                for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+                    wchar_t text[128] = L"";
+                    if (GetMenuStringW(menu, static_cast<UINT>(i), text, ARRAYSIZE(text), MF_BYPOSITION)) {
+                        m_menu.emplace_back(text);
+                    }
+                }
+                if (menu) {
+                    PostMessageW(GetFocus(), WM_KEYDOWN, VK_ESCAPE, 1);
+                }
+                ExpectKeysOnce(m_menu);
+            })};
+    }
+    /// The tips of the tools that are on the bar, as the bar shows them.
+    static Texts Tips() {
+        Texts tips;
+        for (WPARAM i = 0; i < Tools(); ++i) {
+            TBBUTTON button{};
+            SendMessageW(Bar(), TB_GETBUTTON, i, reinterpret_cast<LPARAM>(&button));
+            if (!(button.fsStyle & BTNS_SEP)) {
+                NMTTDISPINFOW asked{};
+                asked.hdr.hwndFrom = reinterpret_cast<HWND>(SendMessageW(Bar(), TB_GETTOOLTIPS, 0, 0));
+                asked.hdr.idFrom = static_cast<UINT_PTR>(button.idCommand);
+                asked.hdr.code = TTN_GETDISPINFOW;
+                asked.lpszText = asked.szText;
+                SendMessageW(Bar(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&asked));
+                tips.emplace_back(asked.lpszText);
+                EXPECT_TRUE(tips.back().ends_with(L")") || tips.back() == L"Filtro aplicado")
+                    << ::testing::PrintToString(tips.back());
+            }
+        }
+        return tips;
+    }
+    /// Expects it in order: its tabs as they stand on screen, no access key twice, keys named.
+    Script Look(std::wstring_view operation) {
+        return {Do([] { ExpectOrderlyControls(Dialog()); }), Menu([] {
+                    if (IsShown(IDC_CMDPERIODO)) {
+                        PostMessageW(Item(IDC_CMDPERIODO), BM_CLICK, 0, 0);
+                    }
+                }),
+                Menu([] {
+                    PostMessageW(Item(IsShown(IDC_DATAGRID) ? IDC_DATAGRID : IDC_LIST1), WM_CONTEXTMENU, 0,
+                                 -1);
+                }),
+                Do([this, operation] {
+                    std::wstring texts = L"|";
+                    for (const Texts& each : {Tips(), m_menu}) {
+                        for (const std::wstring& text : each) {
+                            texts += text + L"|";
+                        }
+                    }
+                    for (const auto& [name, part] : kNamed) {
+                        EXPECT_TRUE(name != operation || texts.find(part) != texts.npos)
+                            << ::testing::PrintToString(texts);
+                    }
+                })};
+    }
+
+private:
+    Texts m_menu;
+};
+
+TEST_F(EveryOperation, IsOrderlyAndOutOfTheWayOfItsAnswerAndKeepsNothingOfTheHosts) {
+    host.data->Returns(L"ValidaValue", com::Variant(true), true);
+    host.data->Returns(L"ValidaDefinedSize", com::Variant(5L));
+    host.sink->Accepts({L"clsEvents_AceptaSeleccion"});
+    int told = 0;
+    HostObject::beforeEach = [&](const std::wstring& member) {
+        if (member.find(L"Acept") != member.npos || member.starts_with(L"Actualiza")) {
+            ++told;
+            EXPECT_TRUE(IsWindowEnabled(owner));
+            EXPECT_FALSE(Dialog() && IsWindowVisible(Dialog()));
+        }
+    };
+    const Script use = {Do([] {
+                            if (IsShown(IDC_TXTFIELDS0)) {
+                                SetFocus(Item(IDC_TXTFIELDS0));
+                            }
+                        }),
+                        Type(L"7"), Key(VK_TAB), Do([] {
+                            for (const wchar_t* tool : {L"Orden descendente", L"Aceptar"}) {
+                                if (ToolCommand(tool) >= 0) {
+                                    ClickTool(tool);
+                                }
+                            }
+                        })};
+    for (const Operation& operation : Operations()) {
+        SCOPED_TRACE(::testing::PrintToString(operation.name));
+        const Script leave = operation.name == L"ShowNuevaCita" ? Key(VK_ESCAPE) : use;
+        const auto run = [&](const Script& script, bool changes) {
+            checks->changesReferences = changes;
+            host.set->SetFilter(L"");
+            host.set->SetSort(L"");
+            host.stored.clear();
+            told = 0;
+            Open(operation, script);
+            checks->changesReferences = false;
+            return TakeLog();
+        };
+        const Log clean = run(leave, false);
+        EXPECT_GE(told, 1);
+        run({Look(operation.name), leave}, true);
+        EXPECT_THAT(run(leave, false), ElementsAreArray(clean)) << "something was kept";
+    }
+    HostObject::beforeEach = {};
+    Open(OperationOf(L"ShowSelecAdd"),
+         {Key('N', VK_CONTROL), Until("the new record", [](HWND) { return IsShown(IDC_PICNEW); }), Look({}),
+          Keys({VK_ESCAPE, VK_ESCAPE})});
+    host.className = L"Ordenes"; // two layouts of the search panel
+    Open(OperationOf(L"ShowBuscar"),
+         {Look({}), Click(IDC_CMDESTILO1), Look({}), Click(IDC_CMDESTILO0), Look({}), Key(VK_ESCAPE)});
+}
+
+TEST_F(EveryOperation, LivesWhenTheSystemHasNothingLeftToMeasureWith) {
+    const SystemAnswer noUnits(L"kernelbase.dll", "MulDiv", 3, 0); // of which dialog units are made
+    const SystemAnswer noContext(L"user32.dll", "GetDC", 1, 0);
+    for (const wchar_t* name : {L"ShowSelecAdd", L"ShowSeleccionar"}) { // the system's own calendar does not
+        Open(OperationOf(name), Key(VK_ESCAPE));
+    }
+}
+
+} // namespace
+} // namespace tamvelo::testing
