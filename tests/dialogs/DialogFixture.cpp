@@ -75,20 +75,15 @@ void DialogTest::TearDown() {
 }
 
 std::vector<std::wstring> DialogTest::Windows() const {
-    std::vector<HWND> windows;
-    const WNDENUMPROC note = [](HWND window, LPARAM list) __attribute__((stdcall))->BOOL {
-        reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
-        return TRUE;
-    };
-    EnumThreadWindows(GetCurrentThreadId(), note, reinterpret_cast<LPARAM>(&windows));
     std::vector<std::wstring> names;
-    for (const HWND window : windows) {
+    FindWindowThat([&](HWND window) {
         wchar_t name[64] = L"";
         GetClassNameW(window, name, ARRAYSIZE(name));
         if (window != owner && !std::wstring_view(name).ends_with(L"IME")) { // the system's own
             names.emplace_back(name);
         }
-    }
+        return false;
+    });
     return names;
 }
 
@@ -100,17 +95,11 @@ std::string DialogTest::Notes() const {
     return base::ToUtf8(text);
 }
 
-std::optional<com::Error> DialogTest::Outcome(HRESULT code) const {
-    if (SUCCEEDED(code)) {
-        return {};
-    }
-    EXCEPINFO none{};
-    return com::ErrorOfInvoke(code, none, L"ClsShowSerch");
-}
-
 std::optional<com::Error> DialogTest::Play(Script script, const std::function<HRESULT()>& call) {
     const Player player(std::move(script), [this] { return Notes(); });
-    return Outcome(call());
+    const HRESULT code = call();
+    EXCEPINFO none{};
+    return FAILED(code) ? std::optional(com::ErrorOfInvoke(code, none, L"ClsShowSerch")) : std::nullopt;
 }
 
 std::optional<com::Error> DialogTest::PlayLate(const wchar_t* operation,
@@ -191,20 +180,29 @@ Script DialogTest::Close() {
 
 Script DialogTest::Question(int button, const std::wstring& text) {
     constexpr int kMessage = 0xFFFF; // the control that every message box keeps its text in
-    return Script()
-        .Until("the question",
-               [=](HWND top) {
-                   return GetDlgItem(top, IDNO) &&
-                          TextOf(GetDlgItem(top, kMessage)).find(text) != std::wstring::npos;
-               })
-        .Do([button] {
-            button ? PostMessageW(GetDlgItem(TopWindow(), button), BM_CLICK, 0, 0)
-                   : PostMessageW(GetFocus(), WM_KEYDOWN, VK_RETURN, 1);
-        });
+    const auto asked = [=](HWND top) {
+        return GetDlgItem(top, IDNO) && TextOf(GetDlgItem(top, kMessage)).find(text) != std::wstring::npos;
+    };
+    return {Until("the question", asked), Do([button] {
+                button ? PostMessageW(GetDlgItem(TopWindow(), button), BM_CLICK, 0, 0)
+                       : PostMessageW(GetFocus(), WM_KEYDOWN, VK_RETURN, 1);
+            })};
 }
 
 Script DialogTest::Says(int id, const std::wstring& text) {
     return Script().Do([=] { EXPECT_EQ(ItemText(id), text); });
+}
+
+std::wstring DialogTest::Shown(std::initializer_list<int> ids) {
+    std::wstring shown;
+    for (const int id : ids) {
+        shown += !IsShown(id) ? L'-' : IsWindowEnabled(Item(id)) ? L'x' : L'o';
+    }
+    return shown;
+}
+
+bool DialogTest::IsToolOn(const wchar_t* caption) {
+    return SendMessageW(Bar(), TB_ISBUTTONENABLED, static_cast<WPARAM>(ToolCommand(caption)), 0) != 0;
 }
 
 void DialogTest::ClickTool(const wchar_t* caption) {
@@ -227,14 +225,27 @@ int DialogTest::ToolCommand(const std::wstring& caption) {
     return -1;
 }
 
-HWND DialogTest::Dialog() {
-    HWND dialog = nullptr;
+void DialogTest::Loop() {
+    for (MSG message; Dialog() && GetMessageW(&message, nullptr, 0, 0) > 0;) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+}
+
+HWND DialogTest::FindWindowThat(const std::function<bool(HWND)>& fits) {
+    std::pair<const std::function<bool(HWND)>&, HWND> search{fits, nullptr};
     const WNDENUMPROC look = [](HWND window, LPARAM out) __attribute__((stdcall))->BOOL {
-        const bool ours = FindWindowExW(window, nullptr, TOOLBARCLASSNAMEW, nullptr) != nullptr;
-        return ours ? (*reinterpret_cast<HWND*>(out) = window, FALSE) : TRUE;
+        auto& [wanted, found] = *reinterpret_cast<decltype(search)*>(out);
+        found = wanted(window) ? window : nullptr;
+        return found == nullptr;
     };
-    EnumThreadWindows(GetCurrentThreadId(), look, reinterpret_cast<LPARAM>(&dialog));
-    return dialog;
+    EnumThreadWindows(GetCurrentThreadId(), look, reinterpret_cast<LPARAM>(&search));
+    return search.second;
+}
+
+HWND DialogTest::Dialog() {
+    return FindWindowThat(
+        [](HWND window) { return FindWindowExW(window, nullptr, TOOLBARCLASSNAMEW, nullptr); });
 }
 
 HWND DialogTest::Bar() { return FindWindowExW(Dialog(), nullptr, TOOLBARCLASSNAMEW, nullptr); }

@@ -76,15 +76,23 @@ protected:
     static Script Says(int id, const std::wstring& text);
     static Script Says(const std::wstring& status) { return Says(IDC_STATUS, status); }
 
-    /// The topmost dialog of the library on this thread; null when none is open.
+    /// The host's message loop, while a dialog is open that does not wait for its end.
+    static void Loop();
+
+    /// The topmost window of this thread that is so.
+    static HWND FindWindowThat(const std::function<bool(HWND)>& fits);
+    /// The topmost dialog of the library; null when none is open.
     static HWND Dialog();
     static HWND Bar();
     static WPARAM Tools();
     /// The window command of a tool that is on the bar; -1 when it is not.
     static int ToolCommand(const std::wstring& caption);
+    static bool IsToolOn(const wchar_t* caption);
     static void ClickTool(const wchar_t* caption);
     static HWND Item(int id) { return GetDlgItem(Dialog(), id); }
     static bool IsShown(int id) { return IsWindowVisible(Item(id)) != FALSE; }
+    /// For each of the controls x, o for one that is off, - for one that is hidden.
+    static std::wstring Shown(std::initializer_list<int> ids);
     static std::wstring ItemText(int id) { return TextOf(Item(id)); }
     std::wstring File(const std::wstring& name) const { return (m_folder / L"AtbGrx" / name).wstring(); }
     void WriteText(const std::wstring& file, const std::string& text) const;
@@ -111,7 +119,6 @@ protected:
 
 private:
     std::vector<std::wstring> Windows() const;
-    std::optional<com::Error> Outcome(HRESULT code) const;
 
     std::filesystem::path m_folder;
     HKEY m_registry = nullptr;

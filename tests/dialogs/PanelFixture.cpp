@@ -4,68 +4,60 @@
 
 namespace tamvelo::testing {
 
-std::optional<com::Error> PanelTest::Show(PanelCall& call, Script script) {
-    return Play(std::move(script), [&] {
-        return (server.Get()->*call.operation)(sink.GetAddressOf(), data.GetAddressOf(), ctl.GetAddressOf(),
-                                               &call.column, &call.indx, &call.find, &call.last);
-    });
-}
-
-std::optional<com::Error> PanelTest::ShowIndirect(const wchar_t* text, short modal, Script script) {
-    com::Bstr own(text);
-    short column = 0;
-    return Play(std::move(script), [&] {
-        return server->ShowSelecInDirecta(sink.GetAddressOf(), data.GetAddressOf(), ctl.GetAddressOf(),
-                                          &column, own.Address(), nullptr, &modal);
-    });
-}
-
-std::optional<com::Error> PanelTest::ShowLate(const wchar_t* operation, Script script) {
-    return PlayLate(operation, {host.sink.Get(), host.data.Get(), com::Argument::Ref(ctl)},
+std::optional<com::Error> PanelTest::Show(const Opening& how, Script script) {
+    const com::Argument control = com::Argument::Ref(ctl);
+    if (!how.last) {
+        return PlayLate(how.operation, {sink.Get(), data.Get(), control, how.column, how.indx, how.find},
+                        std::move(script));
+    }
+    return PlayLate(how.operation,
+                    {sink.Get(), data.Get(), control, how.column, how.indx, how.find, *how.last},
                     std::move(script));
 }
 
+void PanelTest::Expect(const Opening& how, const Script& script, const Log& asked) {
+    EXPECT_FALSE(Show(how, {Forget(), script}));
+    EXPECT_THAT(TakeLog(), ElementsAreArray(asked));
+}
+
 void PanelTest::WarmUp() {
-    Script script;
-    script.Do([] { PostMessageW(Item(IDC_DATAGRID), WM_CONTEXTMENU, 0, FirstRow()); }).Append(InMenu());
-    script.Key(VK_ESCAPE).Key(VK_F5).Append(Elsewhere()).Key(VK_ESCAPE).Key(VK_F3).Append(Elsewhere());
-    script.Key(VK_ESCAPE).Key(VK_F6).Append(Elsewhere()).Do([] {
-        PostMessageW(TopWindow(), WM_CLOSE, 0, 0);
-    });
-    script.Until("the panel", [](HWND top) { return top == Panel(); });
-    script.Key(VK_RETURN).Box(kHostErrorText).Key(VK_ESCAPE);
-    host.sink->On(L"AceptarSeleccion", [](com::Invocation&) { RaiseHostError(); });
-    Show(script);
-    host.sink->On(L"AceptarSeleccion", [](com::Invocation&) {});
+    host.sink->Raises(L"AceptarSeleccion");
+    Show({GridMenu(), Keys({VK_ESCAPE, VK_F5}), Elsewhere(), Keys({VK_ESCAPE, VK_F3}), Elsewhere(),
+          Keys({VK_ESCAPE, VK_F6}), Elsewhere(), Do([] { PostMessageW(TopWindow(), WM_CLOSE, 0, 0); }),
+          Back(), Key(VK_RETURN), Box(kHostErrorText), Key(VK_ESCAPE)});
+    host.sink->Accepts({L"AceptarSeleccion"});
 }
 
 Script PanelTest::Elsewhere() {
-    return Script().Until("another dialog", [](HWND top) { return top != Panel(); });
+    return Until("another dialog", [](HWND top) { return top != Panel(); });
 }
 
 Script PanelTest::Back() {
-    return Script().Until("the panel", [](HWND top) { return top == Panel(); });
+    return Until("the panel", [](HWND top) { return top == Panel(); });
 }
 
-Script PanelTest::DoubleClick() {
-    return Script().Do([] { PostMessageW(Item(IDC_DATAGRID), WM_LBUTTONDBLCLK, MK_LBUTTON, FirstRow()); });
+Script PanelTest::Mouse(std::initializer_list<UINT> messages, WPARAM column, HWND (*where)()) {
+    return Do([=, sent = std::vector<UINT>(messages)] {
+        const RECT place = HeadingOf(column);
+        for (const UINT message : sent) {
+            PostMessageW(where(), message, MK_LBUTTON,
+                         MAKELPARAM(place.left + 20, where == Grid ? place.bottom + 4 : 5));
+        }
+    });
+}
+
+Script PanelTest::GridMenu() {
+    return Do([] { PostMessageW(Grid(), WM_CONTEXTMENU, 0, MAKELPARAM(-1, -1)); }).Append(InMenu());
 }
 
 HWND PanelTest::Panel() {
-    HWND panel = nullptr;
-    const WNDENUMPROC look = [](HWND window, LPARAM out) __attribute__((stdcall))->BOOL {
-        return GetDlgItem(window, IDC_DATAGRID) ? (*reinterpret_cast<HWND*>(out) = window, FALSE) : TRUE;
-    };
-    EnumThreadWindows(GetCurrentThreadId(), look, reinterpret_cast<LPARAM>(&panel));
-    return panel;
+    return FindWindowThat([](HWND window) { return GetDlgItem(window, IDC_DATAGRID) != nullptr; });
 }
 
-HWND PanelTest::Heading() { return FindWindowExW(Item(IDC_DATAGRID), nullptr, L"SysHeader32", nullptr); }
-
-LPARAM PanelTest::FirstRow() {
-    RECT heading{};
-    GetClientRect(Heading(), &heading);
-    return MAKELPARAM(20, heading.bottom + 4);
+RECT PanelTest::HeadingOf(WPARAM column) {
+    RECT place{};
+    SendMessageW(Heading(), HDM_GETITEMRECT, column, reinterpret_cast<LPARAM>(&place));
+    return place;
 }
 
 } // namespace tamvelo::testing

@@ -5,15 +5,13 @@
 
 namespace tamvelo::testing {
 
-/// One call of an operation that opens a grid over the host's records; what it changes by reference is here
-/// afterwards.
-struct PanelCall {
-    using Operation = decltype(&entry::IClsShowSerch::ShowSelec);
-    Operation operation = &entry::IClsShowSerch::ShowSelec;
+/// An operation that opens a grid over the host's records, with what it is told.
+struct Opening {
+    const wchar_t* operation = L"ShowSelec";
     short column = 0;
     short indx = 0;
-    VARIANT_BOOL find = VARIANT_TRUE;
-    short last = 0; // bStock, or iModal of the direct ones
+    bool find = true;
+    std::optional<short> last = {}; // bStock, or iModal of the direct ones
 };
 
 inline Log operator+(Log first, const Log& second) {
@@ -27,37 +25,42 @@ inline const Log kSearch{L"CreateFilter(&TxtFields(0))", L"SetFilter(&\"campo=ma
                          L"Requery(\"selec\")",          L"GetFilter(\"FilterSelec\")",
                          L"existenregistros()"};
 
-/// The selection panel's operations.
+/// The forms with a grid.
 class PanelTest : public DialogTest {
 protected:
     explicit PanelTest(long records = 20) : DialogTest(records) {
-        gdiSlack = 4; // what the system draws a window on, which comes and goes when one is hidden
+        gdiSlack = 8; // what the system draws with, which comes with the first of its kind
     }
 
     /// Calls the operation with the script playing; the error that the host got, if any.
-    std::optional<com::Error> Show(PanelCall& call, Script script);
-    std::optional<com::Error> Show(PanelCall&& call, Script script) { return Show(call, std::move(script)); }
-    std::optional<com::Error> Show(Script script) { return Show(PanelCall{}, std::move(script)); }
-    /// The indirect operation, which has a text of its own.
-    std::optional<com::Error> ShowIndirect(const wchar_t* text, short modal, Script script);
-    /// As a late-bound caller, by name and with the three objects only.
-    std::optional<com::Error> ShowLate(const wchar_t* operation, Script script);
+    std::optional<com::Error> Show(const Opening& how, Script script);
+    std::optional<com::Error> Show(Script script) { return Show(Opening{}, std::move(script)); }
+    /// Expects that the host is asked just that after the opening, and gets no error.
+    void Expect(const Opening& how, const Script& script, const Log& asked);
+    void Expect(const Script& script, const Log& asked) { Expect({}, script, asked); }
 
     // Waits for a dialog over the panel, and for the panel again.
     static Script Elsewhere();
     static Script Back();
-    // Goes to the search box, the button beside it, the list.
-    static Script InBox() { return Into(IDC_TXTFIELDS0); }
+    // Goes to the search box by its key, to the button beside it, to the list.
+    static Script InBox() { return Key('E', VK_CONTROL).Append(Focused(IDC_TXTFIELDS0)); }
     static Script OnButton() { return Into(IDC_CMDBUSCAR); }
     static Script InGrid() { return Into(IDC_DATAGRID); }
-    static Script DoubleClick();
+    // The mouse in the first row of a column, in the column's heading; the menu of the grid.
+    static Script Mouse(std::initializer_list<UINT> messages, WPARAM column = 0, HWND (*where)() = Grid);
+    static Script ClickHeading(WPARAM column = 0) {
+        return Mouse({WM_LBUTTONDOWN, WM_LBUTTONUP}, column, Heading);
+    }
+    static Script DoubleClick() { return Mouse({WM_LBUTTONDBLCLK}); }
+    static Script GridMenu();
 
     static HWND Panel();
-    /// A place in the first row of the grid, or in its heading, as a mouse message has it.
-    static LPARAM FirstRow();
-    static HWND Heading();
-
-    static constexpr wchar_t kFormKey[] = L"SOFTWARE\\Tamvelo\\Tamvelo\\1.0\\Configuracion\\frmSeleccion";
+    static HWND Grid() { return Item(IDC_DATAGRID); }
+    static HWND Heading() { return FindWindowExW(Grid(), nullptr, L"SysHeader32", nullptr); }
+    /// A column's part of the heading.
+    static RECT HeadingOf(WPARAM column);
+    /// A place in the first row of the grid, as a mouse message has it.
+    static LPARAM FirstRow() { return MAKELPARAM(20, HeadingOf(0).bottom + 4); }
 
 private:
     void WarmUp() override;

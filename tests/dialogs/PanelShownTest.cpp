@@ -187,7 +187,7 @@ TEST_F(ShownTest, WhatIsHighlightedIsDeliveredByEveryFormFromEveryKindOfRecordSe
                                   Forget(),
                                   Do([&] { highlighted = Code(ReadGrid(Item(IDC_DATAGRID)).Selected()); }),
                                   Key(form.accept)};
-            EXPECT_FALSE(ShowLate(form.operation, scene));
+            EXPECT_FALSE(Show({form.operation}, scene));
             EXPECT_TRUE(highlighted.starts_with(L"fila nueva "));
             Log expected{L"AceptarSeleccion(&0, &ctl, \"" + highlighted + L"\")"};
             expected.insert(expected.end(), form.after.begin(), form.after.end());
@@ -220,14 +220,14 @@ TEST_F(ShownTest, EveryCommandLooksBeforeItDoesAnythingWithTheRecord) {
         SCOPED_TRACE(&each - cases);
         Use(kKinds[0]);
         host.className = each.className;
-        EXPECT_FALSE(ShowLate(each.operation,
-                              {Forget(), Do([this] { host.set->SetPosition(5); }), each.press, Do([this] {
-                                   EXPECT_EQ(TopWindow(), Panel());
-                                   EXPECT_THAT(host.log, IsEmpty());
-                                   EXPECT_THAT(host.set->Table().written, IsEmpty());
-                                   EXPECT_THAT(ItemText(IDC_STATUS), HasSubstr(L"se ha leído de nuevo"));
-                               }),
-                               Key(VK_ESCAPE)}));
+        EXPECT_FALSE(Show({each.operation},
+                          {Forget(), Do([this] { host.set->SetPosition(5); }), each.press, Do([this] {
+                               EXPECT_EQ(TopWindow(), Panel());
+                               EXPECT_THAT(host.log, IsEmpty());
+                               EXPECT_THAT(host.set->Table().written, IsEmpty());
+                               EXPECT_THAT(ItemText(IDC_STATUS), HasSubstr(L"se ha leído de nuevo"));
+                           }),
+                           Key(VK_ESCAPE)}));
     }
 }
 

@@ -10,273 +10,143 @@ namespace {
 
 const Log kNoFilter{L"AplyFilter(\"\")", L"Requery(\"selec\")"};
 const Log kAccept{L"AceptarSeleccion(&0, &ctl, \"1\")", L"AplyFilter(\"\")"};
+const Log kAscending{L"SetOrder(&0, \"\", \"seleccion\")"};
+const Log kDescending{L"SetOrder(&0, \" DESC\", \"seleccion\")"};
 
 class PanelUse : public PanelTest {
 protected:
-    static Script InBox() {
-        return Script().Key('E', VK_CONTROL).Do([] { EXPECT_EQ(GetFocus(), Item(IDC_TXTFIELDS0)); });
+    static Script Strip(bool shown) {
+        return Do([=] { EXPECT_EQ(Shown({IDC_TXTFIELDS0, IDC_LBLTABLE}), shown ? L"xx" : L"--"); });
     }
-    static Script OnButton() {
-        return Script().Do([] { SetFocus(Item(IDC_CMDBUSCAR)); });
+    static std::wstring RecordText(int row) {
+        wchar_t text[512] = L"";
+        ListView_GetItemText(GetDlgItem(TopWindow(), IDC_RECORD_LIST), row, 1, text, ARRAYSIZE(text));
+        return text;
     }
-    static Script At(LPARAM place, std::initializer_list<UINT> messages, HWND (*target)()) {
-        return Script().Do([=, sent = std::vector<UINT>(messages)] {
-            for (const UINT message : sent) {
-                PostMessageW(target(), message, MK_LBUTTON, place);
-            }
-        });
-    }
-    /// Plays between the opening and an Esc, and compares what was asked meanwhile.
-    void ExpectAsked(const Script& script, const Log& asked) {
-        EXPECT_FALSE(Show(Forget()
-                              .Append(script)
-                              .Do([&] { EXPECT_THAT(host.log, ElementsAreArray(asked)); })
-                              .Key(VK_ESCAPE)));
-        host.log.clear();
+    static COLORREF PixelOf(HWND window, int x, int y) { // from the right and the bottom
+        RECT area;
+        GetClientRect(window, &area);
+        UpdateWindow(window);
+        const HDC dc = GetDC(window);
+        const COLORREF color = GetPixel(dc, area.right - x, area.bottom - y);
+        ReleaseDC(window, dc);
+        return color;
     }
 };
 
-TEST_F(PanelUse, KeysInTheGrid) {
-    struct Case {
-        UINT key;
-        Log asked;
+TEST_F(PanelUse, KeysToolsAndTheHeadingAskTheHost) {
+    EXPECT_FALSE(Show({Forget(),
+                       {Key(VK_END), Asked({L"MoveLast()"}), Key(VK_HOME), Asked({L"MoveFirst()"}),
+                        Keys({VK_DOWN, VK_NEXT}),                             // the grid's own moves
+                        Key('E', VK_RMENU), Focused(IDC_DATAGRID), Asked({}), // types €, and is no Ctrl+E
+                        Key(VK_DELETE), Asked(kNoFilter)},
+                       {Tool(L"Registro siguiente"), Asked({L"MoveNext()"}), Tool(L"Registro anterior"),
+                        Asked({L"MovePrevious()"}), Tool(L"Último registro"), Asked({L"MoveLast()"}),
+                        Tool(L"Primer registro"), Asked({L"MoveFirst()"})},
+                       {Tool(L"Orden descendente"), Asked(kDescending), Tool(L"Orden ascendente"),
+                        Asked(kAscending), Tool(L"Quitar el filtro"), Asked(kNoFilter), ClickHeading(),
+                        Asked(kDescending), ClickHeading(), Asked(kAscending)},
+                       {GridMenu(), Keys({VK_DOWN, VK_DOWN, VK_DOWN, VK_RETURN}), Asked(kAscending)},
+                       Tool(L"Cancelar")}));
+    const std::pair<Script, Log> ways[] = {
+        {{Type(L"2"), Key(VK_RETURN)}, {L"AceptarSeleccion(&0, &ctl, \"2\")", kNoFilter[0]}},
+        {Keys({VK_END, VK_RETURN}), {L"MoveLast()", L"AceptarSeleccion(&0, &ctl, \"20\")", kNoFilter[0]}},
+        {Tool(L"Aceptar"), kAccept},
+        {{GridMenu(), Keys({VK_DOWN, VK_RETURN})}, kAccept},
+        {{InBox(), Key(VK_RETURN)}, kAccept}, // nothing typed: the record in the grid is meant
+        {{InBox(), Key(VK_F4)}, kAccept},
+        {{InBox(), Key(VK_ESCAPE)}, {}},
+        {{OnButton(), Keys({VK_DELETE, VK_INSERT, VK_HOME, VK_ESCAPE})}, {}},
+        {Do([] { PostMessageW(Panel(), WM_SYSCOMMAND, SC_CLOSE, 0); }), {}},
     };
-    const Case cases[] = {
-        {VK_HOME, {L"MoveFirst()"}},
-        {VK_END, {L"MoveLast()"}},
-        {VK_DELETE, kNoFilter},
-        {VK_INSERT, {}},
-        {VK_DOWN, {}}, // the grid's own move: the record set's, not the data class's
-        {VK_NEXT, {}},
-    };
-    for (const Case& each : cases) {
-        SCOPED_TRACE(each.key);
-        ExpectAsked(Keys({each.key}), each.asked);
+    for (const auto& [script, asked] : ways) {
+        SCOPED_TRACE((&asked - &ways[0].second) / 2);
+        Expect(script, asked);
     }
-    const auto stays = [] { EXPECT_EQ(GetFocus(), Item(IDC_DATAGRID)); };
-    ExpectAsked(Script().Key('E', VK_RMENU).Do(stays), {}); // types €, and is no Ctrl+E
-    EXPECT_FALSE(Show(Forget().Type(L"2").Key(VK_RETURN)));
-    EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarSeleccion(&0, &ctl, \"2\")", L"AplyFilter(\"\")"));
-    EXPECT_FALSE(Show(Forget().Key(VK_END).Key(VK_RETURN)));
-    EXPECT_THAT(TakeLog(),
-                ElementsAre(L"MoveLast()", L"AceptarSeleccion(&0, &ctl, \"20\")", L"AplyFilter(\"\")"));
 }
 
-TEST_F(PanelUse, KeysInTheSearchBoxAndOnTheForm) {
-    const auto focus = [](HWND (*wanted)()) { return Script().Do([=] { EXPECT_EQ(GetFocus(), wanted()); }); };
-    for (const UINT key : {UINT{VK_UP}, UINT{VK_DOWN}, UINT{VK_TAB}}) { // to the list, and then to the button
-        ExpectAsked(
-            InBox().Key(key).Append(focus([] { return Item(IDC_DATAGRID); })).Key(VK_TAB).Append(focus([] {
-                return Item(IDC_CMDBUSCAR);
-            })),
-            {});
-    }
-    // On the form Insert and Delete stand for commands that mean nothing here; the box still edits its text.
-    ExpectAsked(InBox().Type(L"xma").Key(VK_HOME).Key(VK_DELETE).Key(VK_INSERT).Do(
-                    [] { EXPECT_EQ(ItemText(IDC_TXTFIELDS0), L"ma"); }),
-                {});
-    // A box that is entered is selected. Another window comes in front and goes: it is as it was left.
-    ExpectAsked(InBox()
-                    .Type(L"viejo")
-                    .Key(VK_TAB)
-                    .Append(InBox())
-                    .Type(L"xma")
-                    .Key(VK_HOME)
-                    .Do([this] {
-                        const HWND dialog = Dialog();
-                        SetActiveWindow(owner);
-                        EXPECT_NE(GetFocus(), GetDlgItem(dialog, IDC_TXTFIELDS0));
-                        SetActiveWindow(dialog);
-                    })
-                    .Key(VK_DELETE)
-                    .Do([] { EXPECT_EQ(ItemText(IDC_TXTFIELDS0), L"ma"); }),
-                {});
-    ExpectAsked(OnButton().Key(VK_DELETE).Key(VK_INSERT).Key(VK_HOME), {});
-    for (const Script& where : {InBox(), OnButton()}) {
-        EXPECT_FALSE(Show(Forget().Append(where).Key(VK_ESCAPE)));
-        EXPECT_THAT(TakeLog(), IsEmpty());
-    }
-    for (const UINT key : {UINT{VK_RETURN}, UINT{VK_F4}}) { // nothing typed: the record in the grid is meant
-        EXPECT_FALSE(Show(Forget().Append(InBox()).Key(key)));
-        EXPECT_THAT(TakeLog(), ElementsAreArray(kAccept));
-    }
+TEST_F(PanelUse, TheSearchBoxEditsItsTextAndTheArrowsLeaveIt) {
+    const Script ma = Says(IDC_TXTFIELDS0, L"ma");
+    Expect(
+        {{InBox(), Key(VK_UP), Focused(IDC_DATAGRID), TabTo(IDC_CMDBUSCAR), InBox(), Key(VK_DOWN),
+          Focused(IDC_DATAGRID), InBox(), TabTo(IDC_DATAGRID)},
+         // On the form Insert and Delete stand for commands that mean nothing here.
+         {InBox(), Type(L"xma"), Keys({VK_HOME, VK_DELETE, VK_INSERT}), ma},
+         // A box that is entered is selected. Another window comes in front and goes: it is as it was left.
+         {TabTo(IDC_DATAGRID), InBox(), Type(L"xma"), Key(VK_HOME), Do([this] {
+              const HWND dialog = Dialog();
+              SetActiveWindow(owner);
+              EXPECT_NE(GetFocus(), GetDlgItem(dialog, IDC_TXTFIELDS0));
+              SetActiveWindow(dialog);
+          }),
+          Key(VK_DELETE), ma, Key(VK_ESCAPE)}},
+        {});
 }
 
 TEST_F(PanelUse, EnterOnSomethingTypedSearchesFirst) {
-    for (const UINT key : {UINT{VK_RETURN}, UINT{VK_F4}}) {
-        const Script script = InBox().Type(L"ma").Key(key).Do([this] {
-            EXPECT_THAT(host.log, ElementsAreArray(kSearch));
-            EXPECT_THAT(ItemText(IDC_LBLTABLE), L"Filtro: campo=ma");
-            EXPECT_EQ(GetFocus(), Item(IDC_TXTFIELDS0));
-            EXPECT_EQ(ItemText(IDC_TXTFIELDS0), L"ma");
-            EXPECT_EQ(ItemText(IDC_STATUS), L"Registro 1 de 10");
-        });
-        EXPECT_FALSE(Show(Forget().Append(script).Key(key)));
-        EXPECT_THAT(TakeLog(), ElementsAreArray(kSearch + kAccept));
-    }
-    host.set->Table().records = 2; // of which the filter leaves one
-    EXPECT_FALSE(Show(Forget().Append(InBox()).Type(L"ma").Key(VK_RETURN)));
-    EXPECT_THAT(TakeLog(), ElementsAreArray(kSearch + kAccept));
-    host.set->Table().records = 0;
-    ExpectAsked(InBox()
-                    .Type(L"ma")
-                    .Key(VK_RETURN)
-                    .Key(VK_RETURN)
-                    .Do([this] { EXPECT_THAT(host.log, ElementsAreArray(kSearch)); }) // nothing delivered
-                    .Key(VK_F7) // the key that the empty grid names, with the focus still in the box
-                    .Do([] { EXPECT_EQ(ItemText(IDC_LBLTABLE), L""); }),
-                kSearch + kNoFilter);
-}
-
-TEST_F(PanelUse, TheLabelNamesTheColumnThatIsSearched) {
-    const auto says = [](const wchar_t* label) {
-        return Script().Do([label] { EXPECT_EQ(ItemText(IDC_LBLBUSCAR), label); });
-    };
-    const Script arrow = Keys({VK_RIGHT});
-    const Script click = Script().Do([] {
-        RECT second{};
-        SendMessageW(Heading(), HDM_GETITEMRECT, 1, reinterpret_cast<LPARAM>(&second));
-        PostMessageW(Item(IDC_DATAGRID), WM_LBUTTONDOWN, MK_LBUTTON,
-                     MAKELPARAM(second.left + 5, second.bottom + 5));
-    });
-    const Script heading = Script().Do([] {
-        RECT second{};
-        SendMessageW(Heading(), HDM_GETITEMRECT, 1, reinterpret_cast<LPARAM>(&second));
-        for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP}) {
-            PostMessageW(Heading(), message, MK_LBUTTON, MAKELPARAM(second.left + 20, 5));
-        }
-    });
-    const Script ways[] = {arrow, click, heading};
-    for (const Script& way : ways) {
-        SCOPED_TRACE(&way - ways);
-        EXPECT_FALSE(Show(Script(says(L"B&uscar en Código:"))
-                              .Append(way)
-                              .Append(says(L"B&uscar en Nombre:"))
-                              .Key(VK_ESCAPE)));
-        host.log.clear();
-    }
+    const Script typed{InBox(), Type(L"ma"), Key(VK_RETURN)};
+    const Script found{Focused(IDC_TXTFIELDS0), Says(IDC_TXTFIELDS0, L"ma"),
+                       Says(IDC_LBLTABLE, L"Filtro: campo=ma"), Says(L"Registro 1 de 10"), Asked(kSearch)};
+    Expect({typed, found, Key(VK_F4)}, kAccept);
+    Expect({InBox(), Type(L"ma"), Key(VK_F4), found, Key(VK_RETURN)}, kAccept);
     // Searched in one column is not searched in another; in none of them there is nothing to search again.
-    const Script back = Script().Do([] { SetFocus(Item(IDC_TXTFIELDS0)); });
-    const Script other = Script().Do([] { SetFocus(Item(IDC_DATAGRID)); }).Key(VK_RIGHT).Append(back);
-    EXPECT_FALSE(Show(Forget().Append(InBox()).Type(L"ma").Key(VK_RETURN).Append(other).Append(
-        Keys({VK_RETURN, VK_RETURN}))));
-    EXPECT_THAT(TakeLog(), ElementsAreArray(kSearch + kSearch + kAccept));
-    EXPECT_FALSE(Show(Forget().Append(other).Key(VK_RETURN)));
-    EXPECT_THAT(TakeLog(), ElementsAreArray(kAccept));
+    const Script other{InGrid(), Key(VK_RIGHT), InBox(), Key(VK_RETURN)};
+    Expect({typed, Asked(kSearch), other, Asked(kSearch), Key(VK_RETURN)}, kAccept);
+    Expect(other, kAccept);
+    host.set->Table().records = 2; // of which the filter leaves one
+    Expect(typed, kSearch + kAccept);
+    host.set->Table().records = 0; // F7 is the key that the empty grid names, also with the focus in the box
+    Expect({typed, Key(VK_RETURN), Asked(kSearch), Key(VK_F7), Says(IDC_LBLTABLE, L""), Key(VK_ESCAPE)},
+           kNoFilter);
 }
 
-TEST_F(PanelUse, TheSearchButtonInsertDeleteAndAnAsterisk) {
-    ExpectAsked({InBox(), Type(L"ma"), Click(IDC_CMDBUSCAR)}, kSearch);
-    const Log everything{L"SetFilter(&\"\", \"FilterSelec\")",
-                         L"GetFilter(\"FilterSelec\")",
-                         L"AplyFilter(\"\")",
-                         L"Requery(\"selec\")",
-                         L"GetFilter(\"FilterSelec\")",
-                         L"existenregistros()"};
-    ExpectAsked({InBox(), Type(L"ma"), Key(VK_RETURN), Do([] { SetWindowTextW(Item(IDC_TXTFIELDS0), L"*"); }),
-                 Key(VK_RETURN), Says(L"Registro 1 de 20")},
-                kSearch + everything);
-    const auto toGrid = [] { SetFocus(Item(IDC_DATAGRID)); };
-    const Script applied = InBox().Type(L"ma").Do(toGrid).Key(VK_INSERT).Do([] {
-        EXPECT_FALSE(IsShown(IDC_TXTFIELDS0));
-        EXPECT_FALSE(IsShown(IDC_LBLTABLE));
-        EXPECT_EQ(GetFocus(), Item(IDC_DATAGRID));
-    });
-    ExpectAsked(Script(applied)
-                    .Key(VK_INSERT)
-                    .Do([] {
-                        EXPECT_TRUE(IsShown(IDC_TXTFIELDS0));
-                        EXPECT_TRUE(IsShown(IDC_LBLTABLE));
-                        EXPECT_EQ(ItemText(IDC_LBLTABLE), L"Filtro: campo=ma");
-                        EXPECT_EQ(GetFocus(), Item(IDC_TXTFIELDS0));
-                    })
-                    .Do(toGrid)
-                    .Key(VK_DELETE)
-                    .Do([] {
-                        EXPECT_FALSE(IsShown(IDC_LBLTABLE));
-                        EXPECT_EQ(ItemText(IDC_STATUS), L"Registro 1 de 20");
-                    }),
-                kSearch + kNoFilter);
-}
-
-TEST_F(PanelUse, TheToolsAndTheHeadingAsk) {
-    const std::pair<const wchar_t*, Log> tools[] = {
-        {L"Primer registro", {L"MoveFirst()"}},
-        {L"Registro anterior", {L"MovePrevious()"}},
-        {L"Registro siguiente", {L"MoveNext()"}},
-        {L"Último registro", {L"MoveLast()"}},
-        {L"Orden ascendente", {L"SetOrder(&0, \"\", \"seleccion\")"}},
-        {L"Orden descendente", {L"SetOrder(&0, \" DESC\", \"seleccion\")"}},
-        {L"Quitar el filtro", kNoFilter},
-    };
-    for (const auto& [caption, asked] : tools) {
-        SCOPED_TRACE(::testing::PrintToString(std::wstring(caption)));
-        const wchar_t* const tool = caption;
-        ExpectAsked(Script().Do([tool] { ClickTool(tool); }), asked);
-    }
-    EXPECT_FALSE(Show(Forget().Do([] { ClickTool(L"Aceptar"); })));
-    EXPECT_THAT(TakeLog(), ElementsAreArray(kAccept));
-    EXPECT_FALSE(Show(Forget().Do([] { ClickTool(L"Cancelar"); })));
-    EXPECT_FALSE(Show(Forget().Do([] { PostMessageW(Panel(), WM_SYSCOMMAND, SC_CLOSE, 0); })));
-    EXPECT_THAT(TakeLog(), IsEmpty());
-    const Script click = At(MAKELPARAM(20, 5), {WM_LBUTTONDOWN, WM_LBUTTONUP}, Heading);
-    ExpectAsked(Script(click).Append(click).Append(click),
-                {L"SetOrder(&0, \"\", \"seleccion\")", L"SetOrder(&0, \" DESC\", \"seleccion\")",
-                 L"SetOrder(&0, \"\", \"seleccion\")"});
-}
-
-TEST_F(PanelUse, TheMenuRunsItsCommands) {
-    const auto open = [] { PostMessageW(Item(IDC_DATAGRID), WM_CONTEXTMENU, 0, MAKELPARAM(-1, -1)); };
-    ExpectAsked(Script().Do(open).Append(InMenu()).Append(Keys({VK_DOWN, VK_DOWN, VK_DOWN, VK_RETURN})),
-                {L"SetOrder(&0, \"\", \"seleccion\")"});
-    EXPECT_FALSE(Show(Forget().Do(open).Append(InMenu()).Append(Keys({VK_DOWN, VK_RETURN}))));
-    EXPECT_THAT(TakeLog(), ElementsAreArray(kAccept));
+TEST_F(PanelUse, TheStripNamesItsColumnAndComesAndGoes) {
+    const Script first = Says(IDC_LBLBUSCAR, L"B&uscar en Código:");
+    const Script second = Says(IDC_LBLBUSCAR, L"B&uscar en Nombre:");
+    Log everything(kSearch.begin() + 1, kSearch.end()); // the host makes no filter of an asterisk
+    everything[0] = L"SetFilter(&\"\", \"FilterSelec\")";
+    everything[2] = L"AplyFilter(\"\")";
+    Expect({{first, Key(VK_RIGHT), second, Mouse({WM_LBUTTONDOWN}, 0), first, ClickHeading(1), second,
+             Key(VK_LEFT), Forget()},
+            {InBox(), Type(L"ma"), Click(IDC_CMDBUSCAR), Asked(kSearch)},
+            {Do([] { SetWindowTextW(Item(IDC_TXTFIELDS0), L"*"); }), Key(VK_RETURN),
+             Says(L"Registro 1 de 20"), Asked(everything)},
+            {InGrid(), InBox(), Type(L"ma"), InGrid(), Key(VK_INSERT), Focused(IDC_DATAGRID), Strip(false),
+             Asked(kSearch)},
+            {Key(VK_INSERT), Focused(IDC_TXTFIELDS0), Strip(true), Says(IDC_LBLTABLE, L"Filtro: campo=ma")},
+            {InGrid(), Key(VK_DELETE), Says(L"Registro 1 de 20"),
+             Do([] { EXPECT_FALSE(IsShown(IDC_LBLTABLE)); }), Key(VK_ESCAPE)}},
+           kNoFilter);
 }
 
 TEST_F(PanelUse, TheMenuOfAHeadingIsAboutItsColumn) {
-    static const auto width = [] {
-        RECT area;
-        Header_GetItemRect(Heading(), 2, &area);
-        return area.right - area.left;
-    };
-    const Script menu = Script()
-                            .Do([] {
-                                RECT area;
-                                Header_GetItemRect(Heading(), 2, &area);
-                                POINT place{area.left + 9, area.bottom / 2};
-                                ClientToScreen(Heading(), &place);
-                                PostMessageW(Heading(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Heading()),
-                                             MAKELPARAM(place.x, place.y));
-                            })
-                            .Append(InMenu());
-    const Log sorted{L"SetOrder(&2, \"\", \"seleccion\")"};
-    ExpectAsked(Script(menu).Append(Keys({VK_DOWN, VK_DOWN, VK_DOWN, VK_RETURN})), sorted);
-    ExpectAsked(Script()
-                    .Do([] {
-                        HDITEMW wide{};
-                        wide.mask = HDI_WIDTH;
-                        wide.cxy = 333;
-                        SendMessageW(Heading(), HDM_SETITEMW, 2, reinterpret_cast<LPARAM>(&wide));
-                    })
-                    .Append(menu)
-                    .Append(Keys({VK_UP, VK_UP, VK_UP, VK_RETURN}))
-                    .Do([] { EXPECT_LT(width(), 200); }),
-                {});
+    const Script menu = Do([] {
+                            const RECT area = HeadingOf(2);
+                            POINT place{area.left + 9, area.bottom / 2};
+                            ClientToScreen(Heading(), &place);
+                            PostMessageW(Heading(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Heading()),
+                                         MAKELPARAM(place.x, place.y));
+                        }).Append(InMenu());
+    Expect({Do([] {
+                HDITEMW wide{};
+                wide.mask = HDI_WIDTH;
+                wide.cxy = 333;
+                SendMessageW(Heading(), HDM_SETITEMW, 2, reinterpret_cast<LPARAM>(&wide));
+            }),
+            menu, Keys({VK_UP, VK_UP, VK_UP, VK_RETURN}),
+            Do([] { EXPECT_LT(HeadingOf(2).right - HeadingOf(2).left, 200); }), // fits
+            menu, Keys({VK_DOWN, VK_DOWN, VK_DOWN, VK_RETURN, VK_ESCAPE})},
+           {L"SetOrder(&2, \"\", \"seleccion\")"});
 }
 
 TEST_F(PanelUse, F5ShowsTheWholeRecord) {
-    const std::wstring verse = L"uno\r\ndos\rtres\n" + std::wstring(300, L'n') + L" fin";
-    host.set->Table().value = [&](long record, short column) -> com::Variant {
+    const std::wstring end = std::wstring(300, L'n') + L" fin";
+    const std::wstring verse = L"uno\r\ndos\rtres\n" + end;
+    host.set->Table().value = [&](long, short column) -> com::Variant {
         if (column == 6) {
             RaiseHostError();
         }
-        return com::Variant(column == 1 ? verse
-                                        : L"f" + std::to_wstring(record) + L"c" + std::to_wstring(column));
-    };
-    const auto value = [](int row) {
-        wchar_t text[512] = L"";
-        ListView_GetItemText(GetDlgItem(TopWindow(), IDC_RECORD_LIST), row, 1, text, ARRAYSIZE(text));
-        return std::wstring(text);
+        return com::Variant(column == 1 ? verse : L"c" + std::to_wstring(column));
     };
     const auto fills = [] {
         const HWND list = GetDlgItem(TopWindow(), IDC_RECORD_LIST);
@@ -284,37 +154,30 @@ TEST_F(PanelUse, F5ShowsTheWholeRecord) {
         GetClientRect(list, &area);
         EXPECT_EQ(ListView_GetColumnWidth(list, 0) + ListView_GetColumnWidth(list, 1), area.right);
     };
-    const Script look =
-        Elsewhere()
-            .Do([&] {
-                const HWND list = GetDlgItem(TopWindow(), IDC_RECORD_LIST);
-                ASSERT_EQ(ListView_GetItemCount(list), MemoryRecordSet::kColumns);
-                EXPECT_EQ(value(7), L"f0c7");
-                EXPECT_EQ(value(6), L"#Error");
-                EXPECT_EQ(value(1), L"uno dos tres " + std::wstring(300, L'n') + L" fin");
+    Expect({Key(VK_F5), Elsewhere(), Do([&] {
+                EXPECT_EQ(ListView_GetItemCount(GetDlgItem(TopWindow(), IDC_RECORD_LIST)),
+                          MemoryRecordSet::kColumns);
+                EXPECT_EQ(RecordText(7), L"c7");
+                EXPECT_EQ(RecordText(6), L"#Error");
+                EXPECT_EQ(RecordText(1), L"uno dos tres " + end);
                 fills();
                 SetWindowPos(TopWindow(), nullptr, 0, 0, 900, 600, SWP_NOMOVE | SWP_NOZORDER);
                 fills();
-            })
-            .Key(VK_DOWN)
-            .Do([] {
+            }),
+            Key(VK_DOWN), Do([&] {
                 const HWND whole = GetDlgItem(TopWindow(), IDC_RECORD_VALUE);
-                EXPECT_EQ(TextOf(whole), L"uno\r\ndos\r\ntres\r\n" + std::wstring(300, L'n') + L" fin");
+                EXPECT_EQ(TextOf(whole), L"uno\r\ndos\r\ntres\r\n" + end);
                 EXPECT_GT(SendMessageW(whole, EM_GETLINECOUNT, 0, 0), 4);
-            })
-            .Key('C', VK_CONTROL)
-            .Do([&] {
+            }),
+            Key('C', VK_CONTROL), Do([&] {
                 OpenClipboard(TopWindow());
                 EXPECT_EQ(static_cast<const wchar_t*>(GlobalLock(GetClipboardData(CF_UNICODETEXT))), verse);
                 CloseClipboard();
-            });
-    ExpectAsked(Script().Key(VK_F5).Append(look).Key(VK_ESCAPE).Do([] {
-        EXPECT_EQ(TopWindow(), Panel());
-        EXPECT_EQ(GetFocus(), Item(IDC_DATAGRID));
-    }),
-                {});
+            }),
+            Key(VK_ESCAPE), Back(), Focused(IDC_DATAGRID), Key(VK_ESCAPE)},
+           {});
     host.set->Table().records = 0;
-    ExpectAsked(Script().Key(VK_F5).Do([] { EXPECT_EQ(TopWindow(), Panel()); }), {});
+    Expect({Key(VK_F5), Do([] { EXPECT_EQ(TopWindow(), Panel()); }), Key(VK_ESCAPE)}, {});
 }
 
 TEST_F(PanelUse, AGridWithoutColumnsHasNothingToSortAndAnEmptyHeading) {
@@ -326,62 +189,38 @@ TEST_F(PanelUse, AGridWithoutColumnsHasNothingToSortAndAnEmptyHeading) {
     }
     bare->Returns(L"Fields", com::Variant(fields.Get()), true);
     host.data->Returns(L"Recordset", com::Variant(bare.Get()), true);
-    const Script click = At(MAKELPARAM(20, 5), {WM_LBUTTONDOWN, WM_LBUTTONUP}, Heading);
-    ExpectAsked(Script()
-                    .Key(VK_F9)
-                    .Key(VK_F9, VK_SHIFT)
-                    .Append(click)
-                    .Do([] {
-                        ClickTool(L"Orden descendente");
-                        RECT area;
-                        GetClientRect(Heading(), &area);
-                        EXPECT_GT(area.right, 100);
-                        EXPECT_GT(area.bottom, 10);
-                        const HDC dc = GetDC(Heading());
-                        EXPECT_NE(GetPixel(dc, 40, 5), RGB(0, 0, 0));
-                        ReleaseDC(Heading(), dc);
-                    })
-                    .Key('A')
-                    .Key(VK_RIGHT),
-                {});
+    Expect({Key(VK_F9), Key(VK_F9, VK_SHIFT), ClickHeading(), Tool(L"Orden descendente"), Do([] {
+                RECT area;
+                GetClientRect(Heading(), &area);
+                EXPECT_GT(area.right, 100);
+                EXPECT_GT(area.bottom, 10);
+                EXPECT_NE(PixelOf(Heading(), area.right - 40, area.bottom - 5), RGB(0, 0, 0));
+            }),
+            Keys({'A', VK_RIGHT, VK_ESCAPE})},
+           {});
 }
 
-TEST_F(PanelUse, OtherSystemColoursReachTheGrid) {
+TEST_F(PanelUse, OtherSystemColoursReachTheGridAndTheBusyPointerGoes) {
     const int element = COLOR_WINDOW;
     const COLORREF before = GetSysColor(element);
     const COLORREF other = RGB(250, 240, 230);
-    const auto empty = [] { // under the last row
-        const HWND grid = Item(IDC_DATAGRID);
-        RECT area;
-        GetClientRect(grid, &area);
-        UpdateWindow(grid);
-        const HDC dc = GetDC(grid);
-        const COLORREF color = GetPixel(dc, area.right - 3, area.bottom - 3);
-        ReleaseDC(grid, dc);
-        return color;
-    };
-    host.set->Table().records = 2;
-    ExpectAsked(Script()
-                    .Do([&] {
-                        EXPECT_EQ(empty(), before);
-                        SetSysColors(1, &element, &other);
-                    })
-                    .Do([&] {
-                        EXPECT_EQ(empty(), other);
-                        SetSysColors(1, &element, &before);
-                    }),
-                {});
-}
-
-TEST_F(PanelUse, AfterACommandThePointerIsTheArrow) {
     HCURSOR during = nullptr;
     host.data->On(L"MoveFirst", [&](com::Invocation&) { during = GetCursor(); });
-    ExpectAsked(Script().Key(VK_HOME).Do([&] {
-        EXPECT_EQ(during, LoadCursorW(nullptr, IDC_WAIT));
-        EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, IDC_ARROW));
-    }),
-                {L"MoveFirst()"});
-    EXPECT_FALSE(Show(Script().Do([] { PostMessageW(Panel(), WM_CLOSE, 0, 0); })));
+    host.set->Table().records = 2;
+    Expect({Do([&] {
+                EXPECT_EQ(PixelOf(Grid(), 3, 3), before); // under the last row
+                SetSysColors(1, &element, &other);
+            }),
+            Do([&] {
+                EXPECT_EQ(PixelOf(Grid(), 3, 3), other);
+                SetSysColors(1, &element, &before);
+            }),
+            Key(VK_HOME), Do([&] {
+                EXPECT_EQ(during, LoadCursorW(nullptr, IDC_WAIT));
+                EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, IDC_ARROW));
+            }),
+            Close()},
+           {L"MoveFirst()"});
     EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, IDC_ARROW));
 }
 
