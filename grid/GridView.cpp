@@ -225,7 +225,8 @@ void GridView::RemakeFont() {
     m_font = std::move(font);
     m_geometry.padding = base::Scale(kPadding, 96, m_dpi);
     m_geometry.rowHeight = m_font->Height() + base::Scale(kPadding, 96, m_dpi) + 1;
-    m_geometry.headHeight = std::max(m_headings.Height(), m_geometry.rowHeight);
+    // A control that could not measure its font has been seen to ask for any height.
+    m_geometry.headHeight = std::clamp(m_headings.Height(), m_geometry.rowHeight, 3 * m_geometry.rowHeight);
     Resize();
 }
 
