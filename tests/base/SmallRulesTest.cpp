@@ -39,6 +39,8 @@ TEST(SmallRules, ARowStaysOneRowAndATextItsLines) {
     EXPECT_EQ(line({}), L"");
     EXPECT_EQ(line({L"", L"a\tb", L"c\r\nd", L""}), L"\ta b\tc  d\t");
     EXPECT_EQ(WithLineEnds(L"\r\na\r\nb\rc\n\nd\r\r\n", L"|"), L"|a|b|c||d||");
+    EXPECT_EQ(WithLineEnds(std::wstring_view(L"\r\na").substr(1), L"|"),
+              L"|a"); // what is before it is not its
     EXPECT_EQ(TraceText(L"a\tb\n"), L"a b ");
     EXPECT_EQ(TraceText(std::wstring(200, L'x')), std::wstring(200, L'x'));
     EXPECT_EQ(TraceText(std::wstring(201, L'x')), std::wstring(200, L'x') + L"…(201)");

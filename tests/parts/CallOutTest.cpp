@@ -111,7 +111,7 @@ public:
         }
         --items;
         out->vt = VT_BSTR;
-        out->bstrVal = SysAllocString(L"uno");
+        out->bstrVal = SysAllocStringLen(L"u\0o", 3);
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE Skip(ULONG) override { return E_NOTIMPL; }
@@ -137,7 +137,9 @@ TEST(CallOut, TheHostHasItsFloatingPointTrapsInEveryCall) {
         const com::FloatGuard floats;
         LateObject object(static_cast<IDispatch*>(&host), L"MyClase");
         object.Call(L"Requery");
-        EXPECT_EQ(com::ItemsOf(object).size(), 1U);
+        const std::vector<Variant> items = com::ItemsOf(object);
+        ASSERT_EQ(items.size(), 1U);
+        EXPECT_EQ(items[0].ToText(), std::wstring(L"u\0o", 3)) << "a text does not end at a zero";
         Variant value(object.Get());
         EXPECT_EQ(value.ToShort(), 2) << "the object's own value";
         value = Variant();

@@ -105,14 +105,14 @@ TEST_F(GridLookTest, TheBarBelowScrollsRowsAndHeadingsSideways) {
 
 TEST_F(GridLookTest, TheCurrentRowIsDrawnInTheSelectedStyleWithAndWithoutFocus) {
     Bind();
-    EXPECT_GT(PixelsOf(0, kLightYellow), 100);
+    EXPECT_GT(PixelsOf(0, kLightYellow), 1000);
     EXPECT_EQ(PixelsOf(1, kLightYellow), 0);
-    EXPECT_GT(PixelsOf(1, GetSysColor(COLOR_WINDOWTEXT)), 10); // letters
+    EXPECT_GT(PixelsOf(1, GetSysColor(COLOR_WINDOWTEXT)), 40); // letters
     SetFocus(m_parent);
-    EXPECT_GT(PixelsOf(0, kLightYellow), 100);
+    EXPECT_GT(PixelsOf(0, kLightYellow), 1000);
     Press(VK_DOWN);
     EXPECT_EQ(PixelsOf(0, kLightYellow), 0);
-    EXPECT_GT(PixelsOf(1, kLightYellow), 100);
+    EXPECT_GT(PixelsOf(1, kLightYellow), 1000);
 }
 
 TEST_F(GridLookTest, TheOrderMarkIsInTheHeadingAndItsName) {
@@ -185,7 +185,7 @@ TEST_F(GridLookTest, AnotherResolutionAndOtherColoursAreTaken) {
         EXPECT_EQ(PixelsOf(1, other), 0);
         SetSysColors(1, &element, &other);
         Send(message);
-        EXPECT_GT(PixelsOf(1, other), 100) << message;
+        EXPECT_GT(PixelsOf(1, other), 1000) << message;
         SetSysColors(1, &element, &before);
         Send(message);
     }
