@@ -1,111 +1,181 @@
-// The search panel: what each mode and command asks of the host, in which order.
-#include "tests/dialogs/BuscarFixture.h"
+// The search panel: what each mode and command asks of the host, lists of values, choices that a value stands
+// against, hosts that take their time.
+#include "com/WinHeaders.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <map>
+
+#include "search/Resources.h"
+#include "tests/dialogs/DialogFixture.h"
+#include "tests/support/Component.h"
 
 namespace tamvelo::testing {
 namespace {
 
+using com::Invocation;
+using com::Variant;
+
+constexpr wchar_t kSession[] = L"SOFTWARE\\Tamvelo\\Global\\Configuracion\\Sesion\\Ordenes";
+constexpr wchar_t kHeading[] = L"Panel de Búsqueda - Buscar por : ";
+
+/// The search panel over a host with five columns, that takes every key and value up to five characters.
+class BuscarTest : public DialogTest {
+protected:
+    BuscarTest() {
+        gdiSlack = 16; // of a window that is hidden before it goes
+        const std::pair<const wchar_t*, const wchar_t*> all[] = {{L"Código", L"codigo"},
+                                                                 {L"Caja", L"caja"},
+                                                                 {L"Orden", L"orden"},
+                                                                 {L"Paciente", L"paciente"},
+                                                                 {L"Parcial", L"PARCIAL"}};
+        for (const auto& [caption, field] : all) {
+            host.AddColumn(caption, field);
+        }
+        host.data->On(L"CreateFilter", [](Invocation& call) {
+            com::LateObject control(call[0].ToObject().Get(), L"control");
+            std::wstring text = control.Answers(L"ListCount") ? L"" : control.Call(L"Text").ToText();
+            if (control.Answers(L"ListCount")) {
+                const long count = control.Call(L"ListCount").ToLong();
+                text = L"de " + std::to_wstring(count) + L" hasta " +
+                       control.Call(L"List", {count - 1}).ToText();
+            }
+            call.Return(Variant(text.empty() ? L"" : control.Call(L"DataField").ToText() + L" " + text));
+        });
+        host.data->Returns(L"ValidaKey", Variant::Null(), true);
+        host.data->Returns(L"ValidaDefinedSize", Variant(5L));
+        host.data->Returns(L"ValidaValue", Variant(true));
+    }
+    void WarmUp() override {
+        host.sink->Raises(L"AceptarBuscar");
+        Show({Mode(4), Paste(L"a;b"), Type(L"a"), Keys({VK_RETURN, VK_RETURN}), Into(IDC_LIST2), Key(VK_DOWN),
+              Mode(2), Mode(3), Type(L"a"), Key(VK_RETURN), Mode(1), TabTo(IDC_TXTFIELDS2), Tool(L"Aceptar"),
+              Box(kHostErrorText), Close()});
+        host.sink->Accepts({L"AceptarBuscar"});
+    }
+    std::optional<com::Error> Show(Script script) {
+        return Play({Until("the focus in a box", [](HWND) { return GetDlgCtrlID(GetFocus()) != 0; }),
+                     std::move(script)},
+                    [&] {
+                        return server->ShowBuscar(sink.GetAddressOf(), data.GetAddressOf(),
+                                                  columns.GetAddressOf());
+                    });
+    }
+    /// A mode by its key, then the focus in the box that it gives it to.
+    static Script Mode(UINT number) {
+        constexpr int kFirst[] = {IDC_TXTFIELDS0, IDC_TXTFIELDS1, IDC_TXTFIELDS1, IDC_TXTFIELDS2,
+                                  IDC_TXTFIELDS0};
+        return {Key('1' + number, VK_CONTROL), Focused(kFirst[number])};
+    }
+    static Script Shows(const wchar_t* shown) {
+        return Do([=] {
+            EXPECT_EQ(Shown({IDC_TXTFIELDS0, IDC_TXTFIELDS1, IDC_TXTFIELDS2, IDC_LIST2, IDC_LSTTIPOS,
+                             IDC_FRMOPTION, IDC_CMDESTILO0}),
+                      shown);
+        });
+    }
+    static Script Counts(const wchar_t* values) {
+        return Says(IDC_LBLLIST2, std::wstring(L"&Lista: ") + values);
+    }
+    static Script Paste(const std::wstring& text) {
+        return Do([=] {
+            const size_t bytes = (text.size() + 1) * sizeof(wchar_t);
+            const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes);
+            memcpy(GlobalLock(memory), text.c_str(), bytes);
+            GlobalUnlock(memory);
+            OpenClipboard(Dialog());
+            EmptyClipboard();
+            SetClipboardData(CF_UNICODETEXT, memory);
+            CloseClipboard();
+            SendMessageW(GetFocus(), WM_PASTE, 0, 0);
+        });
+    }
+    /// Waits until two things were asked.
+    Script Twice() {
+        return Until("two calls", [this](HWND) { return host.log.size() == 2; });
+    }
+    static Log Checked(int box) {
+        const std::wstring place = L"(&TxtFields(" + std::to_wstring(box) + L"))";
+        return {L"ValidaDefinedSize" + place, L"ValidaValue" + place};
+    }
+};
+
 TEST_F(BuscarTest, EachModeShowsItsBoxesAndBuildsItsFilter) {
-    struct Case {
+    const Log between{L"CreateFilter(&TxtFields(1), 1)", L"CreateFilter(&TxtFields(2), 2)"};
+    const Log list{L"CreateFilter(&List2(0), 0)"};
+    const Script tab = TabTo(IDC_TXTFIELDS2);
+    const Script enter = Key(VK_RETURN);
+    const struct {
         UINT mode;
         const wchar_t* shown;
         Script typed;
-        Log asked; // the fragments
+        std::vector<int> checked; // each box once, before the filter
+        Log fragments;
         const wchar_t* filter;
-    };
-    const Script tab = Script().Key(VK_TAB).Append(Focused(IDC_TXTFIELDS2));
-    const auto checked = [](std::initializer_list<int> boxes, Log more) { // each box once, before the filter
-        Log log;
-        for (const int box : boxes) {
-            const std::wstring place = L"(&TxtFields(" + std::to_wstring(box) + L"))";
-            log.insert(log.end(), {L"ValidaDefinedSize" + place, L"ValidaValue" + place});
-        }
-        log.insert(log.end(), more.begin(), more.end());
-        return log;
-    };
-    const Log between{L"CreateFilter(&TxtFields(1), 1)", L"CreateFilter(&TxtFields(2), 2)"};
-    const Log list{L"CreateFilter(&List2(0), 0)"};
-    const Case cases[] = {
-        {0, L"x----x-", Script().Type(L" a bcdef"), checked({0}, {L"CreateFilter(&TxtFields(0), 0)"}),
+        std::vector<int> left = {}; // checked again, for the focus goes back to the first
+    } cases[] = {
+        {0,
+         L"x----x-",
+         {Type(L" a bcdef"), enter},
+         {0},
+         {L"CreateFilter(&TxtFields(0), 0)"},
          L"codigo a bcd"},
-        {1, L"-xx--x-", Script().Type(L"a").Append(tab).Type(L"b"), checked({1, 2}, between),
-         L"codigo a And codigo b"},
-        {1, L"-xx--x-", Script(tab).Type(L"b"), checked({1, 2}, between), L"codigo b"},
-        {2, L"-x---x-", Script().Type(L"a"), checked({1}, {L"CreateFilter(&TxtFields(1), 1)"}), L"codigo a"},
-        {3, L"--x--x-", Script().Type(L"b"), checked({2}, {L"CreateFilter(&TxtFields(2), 2)"}), L"codigo b"},
-        {4, L"x--x-x-", Script().Type(L"a").Key(VK_RETURN).Type(L"b").Key(VK_F4), checked({0, 0}, list),
+        {1, L"-xx--x-", {Type(L"a"), tab, Type(L"b"), enter}, {1, 2}, between, L"codigo a And codigo b", {2}},
+        {1, L"-xx--x-", {Key(VK_DELETE), tab, Type(L"b"), enter}, {1, 2}, between, L"codigo b", {2}},
+        {2, L"-x---x-", {Type(L"a"), enter}, {1}, {between[0]}, L"codigo a"},
+        {3, L"--x--x-", {Type(L"b"), enter}, {2}, {between[1]}, L"codigo b"},
+        {4,
+         L"x--x-x-",
+         {Type(L"a"), enter, Type(L"b"), Key(VK_F4), enter},
+         {0, 0},
+         list,
          L"codigo de 2 hasta b"},
         // The button takes along what still stands in the box.
-        {4, L"x--x-x-", Script().Type(L"a").Key(VK_RETURN).Type(L"b").Append(Click(IDC_CMDBUSCAR)),
-         checked({0, 0}, list), L"codigo de 2 hasta b"},
-        {4, L"x--x-x-", Script(), {}, L""},
+        {4, L"x--x-x-", {Type(L"c"), Click(IDC_CMDBUSCAR)}, {0}, list, L"codigo de 3 hasta c"},
+        {3, L"--x--x-", {Key(VK_DELETE), enter}, {2}, {between[1]}, L""},
+        {4, L"x--x-x-", enter, {}, {}, L""},
     };
-    for (const Case& row : cases) {
-        SCOPED_TRACE("mode " + std::to_string(row.mode));
-        const Script look = Script().Do([&] {
-            EXPECT_EQ(Shown(), row.shown);
-            host.log.clear();
-        });
-        EXPECT_FALSE(Show(
-            Mode(row.mode)
-                .Append(look)
-                .Append(row.typed)
-                .Key(VK_RETURN)
-                .Do([&] {
-                    Log expected = row.asked;
-                    expected.insert(
-                        expected.end(),
-                        {std::wstring(L"SetFilter(&\"") + row.filter + L"\", \"Filter\")",
-                         L"GetFilter(\"Filter\")", std::wstring(L"AplyFilter(\"") + row.filter + L"\")"});
-                    EXPECT_EQ(
-                        Log(host.log.begin(),
-                            host.log.begin() + static_cast<long>(std::min(host.log.size(), expected.size()))),
-                        expected);
-                    EXPECT_EQ(ItemText(IDC_STATUS),
-                              *row.filter ? std::wstring(L"Filtro aplicado: ") + row.filter : L"Sin filtro");
-                })
-                .Do([] { PostMessageW(Dialog(), WM_CLOSE, 0, 0); })));
+    Script script;
+    for (const auto& row : cases) {
+        const std::wstring filter = row.filter;
+        Log asked;
+        const auto more = [&](const Log& lines) { asked.insert(asked.end(), lines.begin(), lines.end()); };
+        std::ranges::for_each(row.checked, [&](int box) { more(Checked(box)); });
+        more(row.fragments);
+        more({L"SetFilter(&\"" + filter + L"\", \"Filter\")", L"GetFilter(\"Filter\")",
+              L"AplyFilter(\"" + filter + L"\")"});
+        std::ranges::for_each(row.left, [&](int box) { more(Checked(box)); });
+        script.Append({Mode(row.mode), Shows(row.shown), Forget(), row.typed, Asked(asked),
+                       Says(filter.empty() ? L"Sin filtro" : L"Filtro aplicado: " + filter)});
     }
+    EXPECT_FALSE(Show({script, Close()}));
     EXPECT_EQ(GetValue(kSession, L"Modo_prueba") + GetValue(kSession, L"Simple_idx"), L"");
 }
 
 TEST_F(BuscarTest, EachCommandAsksTheHost) {
-    struct Case {
-        Script way;
-        Log asked;
-        bool closes;
-    };
-    const auto tool = [](const wchar_t* caption) { return Script().Do([=] { ClickTool(caption); }); };
     const Log accepted{L"AceptarBuscar()"};
     const Log cancelled{L"AplyFilter(\"\")"};
-    const Case cases[] = {
-        {tool(L"Aceptar"), accepted, true},
-        {Script().Do([] { SetFocus(Item(IDC_OPTBUSCAR0)); }).Append(Forget()).Key(VK_RETURN), accepted, true},
-        {Script().Do([] { SetFocus(Item(IDC_CMDBUSCAR)); }).Append(Forget()).Key(VK_RETURN), // it is pressed
-         {L"CreateFilter(&TxtFields(0), 0)", L"SetFilter(&\"\", \"Filter\")", L"GetFilter(\"Filter\")",
-          L"AplyFilter(\"\")"},
-         false},
-        {tool(L"Cancelar"), cancelled, true},
-        {Script().Key(VK_ESCAPE), cancelled, true},
-        {tool(L"Cerrar"), {}, true},
-        {Script().Do([] { PostMessageW(Dialog(), WM_CLOSE, 0, 0); }), {}, true},
-        {tool(L"Primer registro"), {L"MoveFirst()"}, false},
-        {Script().Key(VK_UP, VK_CONTROL), {L"MovePrevious()"}, false},
-        {tool(L"Registro siguiente"), {L"MoveNext()"}, false},
-        {Script().Key(VK_END, VK_CONTROL), {L"MoveLast()"}, false},
-        {tool(L"Filtro aplicado"), {}, false}, // the tool itself is all that it works on
-        {Script().Key(VK_F5), {L"Requery()"}, false},
-        {Script().Key(VK_DELETE).Key(VK_INSERT), {}, false},
+    EXPECT_FALSE(Show(
+        {{Forget(), Tool(L"Primer registro"), Key(VK_UP, VK_CONTROL), Tool(L"Registro siguiente"),
+          Key(VK_END, VK_CONTROL), Asked({L"MoveFirst()", L"MovePrevious()", L"MoveNext()", L"MoveLast()"})},
+         {Tool(L"Filtro aplicado"), Keys({VK_DELETE, VK_INSERT}), Asked({}), Key(VK_F5),
+          Asked({L"Requery()"})}, // the tool itself is all that it works on
+         {Into(IDC_CMDBUSCAR), Forget(), Key(VK_RETURN),
+          Asked({L"CreateFilter(&TxtFields(0), 0)", L"SetFilter(&\"\", \"Filter\")", L"GetFilter(\"Filter\")",
+                 L"AplyFilter(\"\")"})}, // it is pressed
+         Tool(L"Cerrar")}));
+    EXPECT_THAT(TakeLog(), IsEmpty());
+    const std::pair<Script, Log> ways[] = {
+        {Tool(L"Aceptar"), accepted},
+        {{Into(IDC_OPTBUSCAR0), Forget(), Key(VK_RETURN)}, accepted},
+        {Tool(L"Cancelar"), cancelled},
+        {Key(VK_ESCAPE), cancelled},
+        {Close(), {}},
     };
-    for (const Case& row : cases) {
-        SCOPED_TRACE(&row - cases);
-        Script script = Focused(IDC_TXTFIELDS0).Append(Forget()).Append(row.way);
-        if (!row.closes) {
-            script.Do([&] { EXPECT_EQ(host.log, row.asked); }).Append(Forget()).Do([] {
-                ClickTool(L"Cerrar");
-            });
-        }
-        EXPECT_FALSE(Show(script));
-        EXPECT_EQ(TakeLog(), row.closes ? row.asked : Log());
+    for (const auto& [way, asked] : ways) {
+        EXPECT_FALSE(Show({Forget(), way}));
+        EXPECT_EQ(TakeLog(), asked);
     }
 }
 
@@ -118,135 +188,200 @@ TEST_F(BuscarTest, TheHostChecksKeysAndValues) {
         }
         call.Return(Variant(key != L'x'));
     });
-    bool valid = false;
-    host.data->On(L"ValidaValue", [&](Invocation& call) { call.Return(Variant(valid)); });
-    const auto back = [] { return Focused(IDC_TXTFIELDS1); };
-    EXPECT_FALSE(Show(Mode(1)
-                          .Append(Forget())
-                          .Type(L"xb")
-                          .Do([&] {
-                              EXPECT_THAT(TakeLog(), ElementsAre(L"ValidaKey(&TxtFields(1), &120)",
-                                                                 L"ValidaKey(&TxtFields(1), &98)"));
-                              EXPECT_EQ(ItemText(IDC_TXTFIELDS1), L"ß");
-                              SetWindowTextW(GetFocus(), L"  ab cd ef ");
-                          })
-                          .Key(VK_TAB)
-                          .Until("the value refused", [&](HWND) { return host.log.size() == 2; })
-                          .Append(back())
-                          .Do([&] {
-                              EXPECT_EQ(ItemText(IDC_TXTFIELDS1), L"ab cd");
-                              EXPECT_THAT(TakeLog(), ElementsAre(L"ValidaDefinedSize(&TxtFields(1))",
-                                                                 L"ValidaValue(&TxtFields(1))"));
-                          })
-                          .Do([] { PostMessageW(Dialog(), WM_SYSCHAR, L'b', 1 | 1 << 29); })
-                          .Until("no search", [&](HWND) { return host.log.size() == 2; })
-                          .Append(back())
-                          .Append(Forget())
-                          .Key(VK_ESCAPE)));
+    host.data->Returns(L"ValidaValue", Variant(false));
+    const Script refused{Twice(), Focused(IDC_TXTFIELDS1), Says(IDC_TXTFIELDS1, L"ab cd"), Asked(Checked(1))};
+    EXPECT_FALSE(
+        Show({Mode(1), Forget(), Type(L"xb"), Says(IDC_TXTFIELDS1, L"ß"),
+              Asked({L"ValidaKey(&TxtFields(1), &120)", L"ValidaKey(&TxtFields(1), &98)"}),
+              Do([] { SetWindowTextW(GetFocus(), L"  ab cd ef "); }), Key(VK_TAB), refused,
+              Do([] { PostMessageW(Dialog(), WM_SYSCHAR, L'b', 1 | 1 << 29); }), refused, Key(VK_ESCAPE)}));
     EXPECT_THAT(TakeLog(), ElementsAre(L"AplyFilter(\"\")"));
-
-    valid = true;
-    host.columns->On(
-        L"Col", [](Invocation& call) { call.Return(Variant(short{4})); }, true);
-    EXPECT_FALSE(Show(Focused(IDC_TXTFIELDS0)
-                          .Append(Forget())
-                          .Type(L" xxxxxxx")
-                          .Key(VK_TAB)
-                          .Append(Focused(IDC_CMDBUSCAR))
-                          .Do([&] {
-                              EXPECT_EQ(ItemText(IDC_LBLBUSCAR), L"Panel de Búsqueda - Buscar por : Parcial");
-                              EXPECT_EQ(ItemText(IDC_TXTFIELDS0), L" xxxxxxx");
-                              EXPECT_THAT(TakeLog(), IsEmpty());
-                          })
-                          .Key(VK_ESCAPE)));
+    host.columns->Returns(L"Col", Variant(short{4}), true); // of a column that is not checked
+    EXPECT_FALSE(Show({Forget(), Type(L" xxxxxxx"), TabTo(IDC_CMDBUSCAR),
+                       Says(IDC_LBLBUSCAR, kHeading + std::wstring(L"Parcial")),
+                       Says(IDC_TXTFIELDS0, L" xxxxxxx"), Asked({}), Key(VK_ESCAPE)}));
 }
 
 TEST_F(BuscarTest, OrdersHaveKindsAndAMemory) {
+    const auto keeps = [](const wchar_t* name, const wchar_t* value) {
+        return Do([=] { EXPECT_EQ(GetValue(kSession, name), value); });
+    };
     host.className = L"Ordenes";
     SetValue(kSession, L"Simple", L"1");
     SetValue(kSession, L"Simple_idx", L"2");
     SetValue(kSession, L"Modo_Ordenes", L"3");
-    EXPECT_FALSE(Show(Focused(IDC_TXTFIELDS2)
-                          .Do([&] {
-                              EXPECT_EQ(Shown(), L"--x-x-x");
-                              EXPECT_EQ(Count(IDC_LSTTIPOS), 3); // in the columns' order
-                              EXPECT_EQ(ItemText(IDC_LBLBUSCAR),
-                                        L"Panel de Búsqueda - Buscar por : Paciente");
-                          })
-                          .Type(L"9")
-                          .Key(VK_RETURN)
-                          .Do([&] { EXPECT_EQ(host.stored, L"Caja 9"); }) // the third kind, whatever it shows
-                          .Do([] { SetFocus(Item(IDC_LSTTIPOS)); })
-                          .Key(VK_UP)
-                          .Do([&] {
-                              EXPECT_EQ(ItemText(IDC_TXTFIELDS2), L"");
-                              EXPECT_EQ(GetValue(kSession, L"Simple_idx"), L"1");
-                          })
-                          .Append(Click(IDC_CMDESTILO0))
-                          .Append(Focused(IDC_TXTFIELDS2))
-                          .Append(Click(IDC_OPTBUSCAR2))
-                          .Append(Focused(IDC_TXTFIELDS1))
-                          .Do([] {
-                              EXPECT_EQ(Shown(), L"-x---xx");
-                              EXPECT_EQ(GetValue(kSession, L"Simple"), L"0");
-                              EXPECT_EQ(GetValue(kSession, L"Modo_Ordenes"), L"2");
-                          })
-                          .Key(VK_ESCAPE)));
+    EXPECT_FALSE(
+        Show({{Focused(IDC_TXTFIELDS2), Shows(L"--x-x-x"),
+               Says(IDC_LBLBUSCAR, kHeading + std::wstring(L"Paciente")), Do([] {
+                   EXPECT_EQ(SendMessageW(Item(IDC_LSTTIPOS), LB_GETCOUNT, 0, 0), 3);
+               })}, // in the columns' order
+              {Type(L"9"), Key(VK_RETURN),
+               Do([this] { EXPECT_EQ(host.stored, L"Caja 9"); })}, // the third kind, whatever it shows
+              {Into(IDC_LSTTIPOS), Key(VK_UP), Says(IDC_TXTFIELDS2, L""), keeps(L"Simple_idx", L"1")},
+              {Click(IDC_CMDESTILO0), Focused(IDC_TXTFIELDS2), Click(IDC_OPTBUSCAR2), Focused(IDC_TXTFIELDS1),
+               Shows(L"-x---xx"), keeps(L"Simple", L"0"), keeps(L"Modo_Ordenes", L"2"), Key(VK_ESCAPE)}}));
     // Another class reads its own mode, sees nothing else of this and leaves no trace.
     host.className = L"ordenes";
     SetValue(kSession, L"Simple", L"1");
     SetValue(kSession, L"Modo_ordenes", L"1");
-    EXPECT_FALSE(Show(Focused(IDC_TXTFIELDS1)
-                          .Do([] {
-                              EXPECT_EQ(Shown(), L"-xx--x-");
-                              EXPECT_EQ(ItemText(IDC_LBLBUSCAR), L"Panel de Búsqueda - Buscar por : Código");
-                          })
-                          .Append(Mode(3))
-                          .Key(VK_ESCAPE)));
+    EXPECT_FALSE(Show({Focused(IDC_TXTFIELDS1), Shows(L"-xx--x-"),
+                       Says(IDC_LBLBUSCAR, kHeading + std::wstring(L"Código")), Mode(3), Key(VK_ESCAPE)}));
     EXPECT_EQ(GetValue(kSession, L"Modo_ordenes"), L"1");
 }
 
-TEST_F(BuscarTest, AFailingMemberIsReportedAndThePanelStays) {
-    struct Case {
-        const wchar_t* member;
-        Script way;
+TEST_F(BuscarTest, AListIsPastedCountedAndCorrected) {
+    host.sink->Raises(L"AceptarBuscar");
+    EXPECT_FALSE(Show({{Mode(4), Paste(L"1,5\r\n2;3\r\n"), Counts(L"3 valores"), Says(IDC_TXTFIELDS0, L""),
+                        Paste(L"4,5"), Says(IDC_TXTFIELDS0, L"4,5")},
+                       {Into(IDC_LIST2), Do([] { SendMessageW(Item(IDC_LIST2), LB_SETCURSEL, 2, 0); }),
+                        Keys({VK_DELETE, VK_DELETE}), Counts(L"1 valor")},
+                       {Into(IDC_OPTBUSCAR4), Key(VK_RIGHT), Focused(IDC_OPTBUSCAR0), Counts(L"0 valores"),
+                        Keys({VK_LEFT, VK_UP}), Focused(IDC_OPTBUSCAR3), Shows(L"--x--x-")},
+                       {Click(IDC_OPTBUSCAR1), Focused(IDC_TXTFIELDS1), Key(VK_RETURN, VK_CONTROL),
+                        Box(kHostErrorText), Key(VK_ESCAPE)}}));
+}
+
+TEST_F(BuscarTest, ManyPastedValuesAreShownAndCountedOnce) {
+    constexpr UINT kMany = 20000;
+    static std::map<UINT, UINT> messages; // of the list and its counter
+    const SUBCLASSPROC count = [](HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR, DWORD_PTR)
+                                   __attribute__((stdcall))
+                                       ->LRESULT {
+        constexpr UINT kLookEvery = 1000; // looking takes longer than adding
+        if (++messages[message] % kLookEvery == 1 && message == LB_ADDSTRING) {
+            EXPECT_FALSE(IsWindowVisible(window)) << "drawn";
+            EXPECT_EQ(GetCapture(), Dialog()) << "no busy cursor";
+        }
+        return DefSubclassProc(window, message, first, second);
     };
-    const Case cases[] = {
-        {L"ValidaKey", Script().Type(L"a")},
-        {L"ValidaDefinedSize", Script().Key(VK_TAB)},
-        {L"ValidaValue", Script().Key(VK_TAB)},
-        {L"CreateFilter", Script().Key(VK_RETURN)},
-        {L"SetFilter", Script().Key(VK_F4)},
-        {L"GetFilter", Click(IDC_CMDBUSCAR)},
-        {L"AplyFilter", Script().Key(VK_ESCAPE)},
-        {L"MoveFirst", Script().Do([] { ClickTool(L"Primer registro"); })},
-        {L"AceptarBuscar", Script().Do([] { ClickTool(L"Aceptar"); })},
-    };
-    for (const Case& row : cases) {
-        HostObject& object =
-            *(row.member == std::wstring_view(L"AceptarBuscar") ? host.sink : host.data).Get();
-        SCOPED_TRACE(base::ToUtf8(row.member));
-        host.data->On(L"AplyFilter", [](Invocation&) {});
-        object.On(row.member, [](Invocation&) { RaiseHostError(); });
-        EXPECT_FALSE(Show(Focused(IDC_TXTFIELDS0)
-                              .Append(row.way)
-                              .Box(kHostErrorText)
-                              .Until("the panel", [](HWND top) { return top == Dialog(); })
-                              .Do([] { PostMessageW(Dialog(), WM_CLOSE, 0, 0); })));
-        // The host closes the form that the panel belongs to while it answers.
-        object.On(row.member, [this](Invocation&) { DestroyWindow(owner); });
-        const HWND before = owner;
-        owner = CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 300, nullptr,
-                                nullptr, nullptr, nullptr);
-        SetActiveWindow(owner);
-        EXPECT_FALSE(Show(Focused(IDC_TXTFIELDS0).Append(row.way)));
-        EXPECT_EQ(Dialog(), nullptr);
-        owner = before;
-        SetActiveWindow(owner);
-        object.On(row.member, [](Invocation& call) { call.Return(Variant(L"1")); });
+    std::wstring text;
+    for (UINT i = 1; i <= kMany; ++i) {
+        text += std::to_wstring(i) + L"\r\n";
     }
-    host.data->Without(L"sClassName");
-    EXPECT_EQ(Show(Script())->number, DISP_E_UNKNOWNNAME);
+    EXPECT_FALSE(
+        Show({Mode(4), Do([&] {
+                  messages.clear();
+                  for (const int id : {IDC_LIST2, IDC_LBLLIST2}) {
+                      SetWindowSubclass(Item(id), count, 1, 0);
+                  }
+              }),
+              Paste(text), Do([&] {
+                  EXPECT_EQ(GetCapture(), nullptr);
+                  for (const int id : {IDC_LIST2, IDC_LBLLIST2}) {
+                      RemoveWindowSubclass(Item(id), count, 1);
+                  }
+                  EXPECT_EQ(std::exchange(messages[LB_ADDSTRING], 0), kMany);
+                  UINT others = 0;
+                  for (const auto& [message, times] : messages) {
+                      EXPECT_LE(times, 4U) << std::hex << message;
+                      others += times;
+                  }
+                  EXPECT_LE(others, 40U);
+              }),
+              Counts(L"20000 valores"), Key(VK_RETURN),
+              Do([this] { EXPECT_EQ(host.stored, L"codigo de 20000 hasta 20000"); }), Key(VK_ESCAPE)}));
+}
+
+TEST_F(BuscarTest, AHostThatTakesItsTimeIsWaitedForWithTheAnimatedCursor) {
+    std::wstring slow;
+    Log shown; // the members that were called under it
+    bool comesForward = false;
+    for (const wchar_t* member : {L"CreateFilter", L"SetFilter", L"GetFilter", L"AplyFilter"}) {
+        host.data->On(member, [&, member](Invocation& call) {
+            if (GetCapture() == Dialog() && GetCursor() && GetCursor() != LoadCursorW(nullptr, IDC_WAIT)) {
+                shown.push_back(member);
+            }
+            if (slow == member) {
+                Sleep(600);
+            }
+            if (comesForward) { // a window of the host's takes the mouse
+                const HWND other = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 9, 9,
+                                                   owner, nullptr, nullptr, nullptr);
+                SetActiveWindow(other);
+                EXPECT_EQ(GetCapture(), nullptr);
+                DestroyWindow(other);
+                SetActiveWindow(Dialog());
+            }
+            call.Return(Variant(L"x"));
+        });
+    }
+    const auto search = [&](const wchar_t* member, const Log& expected, bool comes = false) {
+        return Script{Do([&, member, comes] {
+                          slow = member;
+                          comesForward = comes;
+                          shown.clear();
+                      }),
+                      Key(VK_RETURN), Do([&, expected] {
+                          EXPECT_EQ(shown, expected);
+                          EXPECT_EQ(GetCapture(), nullptr);
+                          EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, IDC_ARROW));
+                      })};
+    };
+    EXPECT_FALSE(
+        Show({search(L"AplyFilter", {}),                     // nobody could know
+              search(L"", {L"AplyFilter"}), search(L"", {}), // it was quick again
+              search(L"CreateFilter", {L"SetFilter", L"GetFilter", L"AplyFilter"}),
+              search(L"CreateFilter", {L"CreateFilter", L"SetFilter", L"GetFilter", L"AplyFilter"}, true),
+              Close()}));
+}
+
+TEST_F(BuscarTest, WhatIsChosenAgainLosesNothingAndARefusedValueStopsEveryChoice) {
+    host.className = L"Ordenes";
+    const Script still{Focused(IDC_TXTFIELDS0), Counts(L"2 valores")};
+    EXPECT_FALSE(Show({Mode(4), Paste(L"a;b"), Mode(4), still, Click(IDC_OPTBUSCAR4), still,
+                       Into(IDC_OPTBUSCAR4), Click(IDC_OPTBUSCAR4), still, Key(VK_ESCAPE)}));
+    host.data->Returns(L"ValidaValue", Variant(false));
+    const auto mouse = [](UINT message) {
+        return Do([=] { PostMessageW(Item(IDC_LSTTIPOS), message, 0, MAKELPARAM(9, 2)); });
+    };
+    const struct {
+        const wchar_t* simple;
+        const wchar_t* shown;
+        std::vector<Script> choices;
+    } cases[] = {
+        {L"0",
+         L"x----xx",
+         {Key('2', VK_CONTROL), Click(IDC_OPTBUSCAR1), Click(IDC_CMDESTILO1), Click(IDC_CMDBUSCAR)}},
+        // Called back before the button comes up.
+        {L"1",
+         L"x---x-x",
+         {{mouse(WM_LBUTTONDOWN), Focused(IDC_TXTFIELDS0), mouse(WM_LBUTTONUP)},
+          Click(IDC_CMDESTILO0),
+          Key(VK_F4),
+          Key(VK_RETURN)}},
+    };
+    for (const auto& row : cases) {
+        SetValue(kSession, L"Simple", row.simple);
+        SetValue(kSession, L"Simple_idx", L"1");
+        SetValue(kSession, L"Modo_Ordenes", L"0");
+        Script script{Focused(IDC_TXTFIELDS0), Type(L"mal"), Forget()};
+        for (const Script& choice : row.choices) {
+            script.Append({choice, Twice(), Focused(IDC_TXTFIELDS0), Asked(Checked(0)),
+                           Says(IDC_TXTFIELDS0, L"mal"), Shows(row.shown),
+                           Says(IDC_LBLBUSCAR, kHeading + std::wstring(L"Orden")), Do([] {
+                               EXPECT_EQ(SendMessageW(Item(IDC_LSTTIPOS), LB_GETCURSEL, 0, 0), 1);
+                               EXPECT_EQ(SendMessageW(Item(IDC_OPTBUSCAR0), BM_GETCHECK, 0, 0), BST_CHECKED);
+                           })});
+        }
+        EXPECT_FALSE(Show({script, Key(VK_ESCAPE)}));
+        EXPECT_THAT(TakeLog(), ElementsAre(L"AplyFilter(\"\")"));
+        EXPECT_EQ(GetValue(kSession, L"Simple") + GetValue(kSession, L"Simple_idx"),
+                  row.simple + std::wstring(L"1"));
+    }
+}
+
+TEST_F(BuscarTest, SettingsThatCannotBeKeptAreToldOnceAndHinderNothing) {
+    const auto settings = com::Make<HostObject>(L"Configuracion", host.log);
+    settings->Accepts({L"RestaurarPosicion", L"GuardarPosicion", L"LeerValor"});
+    settings->Raises(L"GuardarValor");
+    const Component component(settings.Get());
+    SetValue(kEnvironmentKey, L"Configuracion", component.Name());
+    host.className = L"Ordenes";
+    EXPECT_FALSE(Show({Key('3', VK_CONTROL), Box(kHostErrorText), Mode(3), Type(L"9"), Key(VK_RETURN),
+                       Do([this] { EXPECT_EQ(host.stored, L"codigo 9"); }), Key(VK_ESCAPE)}));
+    EXPECT_EQ(
+        std::ranges::count_if(host.log, [](const auto& line) { return line.starts_with(L"GuardarValor"); }),
+        1);
 }
 
 } // namespace
