@@ -16,15 +16,12 @@ namespace {
 
 using com::Invocation;
 using com::Variant;
-using Server = entry::IClsShowSerch;
 
 // The fields of the host's record set.
 enum Field { Codigo, Nombre, Precio, Alta, Activo, Cantidad, Notas, Grupo, Fields };
 
 class Criterios : public DialogTest {
 protected:
-    using Operation = decltype(&Server::ShowSeleccionar);
-
     Criterios() {
         gdiSlack = 16; // of a window that is hidden before it goes
         other.className = L"clientes";
@@ -52,33 +49,29 @@ protected:
             call.Return(Variant(box.Call(L"Text").ToText() != L"mal"));
         });
     }
-    void SetUp() override {
-        component.emplace(classes.Get());
-        DialogTest::SetUp();
-        SetValue(kEnvironmentKey, L"Clases", component->Name());
-        other.log.clear();
-    }
     void WarmUp() override {
-        SetValue(kEnvironmentKey, L"Clases", component->Name());
         host.sink->Raises(L"AceptarBuscar");
-        Show(&Server::ShowSelecLab,
+        Show(L"ShowSelecLab",
              {LookUp(Codigo), Key(VK_F12), Showing(IDC_LIST1), Key(VK_ESCAPE), Showing(IDC_DATAGRID),
               Key(VK_RETURN), In(Codigo), Key(VK_RETURN), Box(kHostErrorText), Key(VK_ESCAPE)});
         host.sink->Accepts({L"AceptarBuscar"});
     }
-    std::optional<com::Error> Show(Operation operation, Script script) {
-        return Play(std::move(script),
-                    [&] { return (server.Get()->*operation)(sink.GetAddressOf(), data.GetAddressOf()); });
+    std::optional<com::Error> Show(const wchar_t* operation, Script script) {
+        SetValue(kEnvironmentKey, L"Clases", Component::Name());
+        other.log.clear();
+        return PlayLate(operation, {sink.Get(), data.Get()}, std::move(script));
     }
     static HWND Part(int field, int part) {
         return GetDlgItem(Item(IDC_CRITERIA), IDC_CRITERIA_FIELDS + 4 * field + part);
     }
-    static std::wstring Text(int field) { return TextOf(Part(field, 1)); }
     static bool IsMarked(int field) {
         LOGFONTW font{};
         const LRESULT used = SendMessageW(Part(field, 0), WM_GETFONT, 0, 0);
         GetObjectW(reinterpret_cast<HFONT>(used), sizeof font, &font);
         return font.lfWeight == FW_BOLD;
+    }
+    static Script Holds(int field, const std::wstring& text) {
+        return Do([=] { EXPECT_EQ(TextOf(Part(field, 1)), text) << field; });
     }
     // The focus in the box of a field; a text there; its look-up.
     static Script In(int field) {
@@ -110,22 +103,22 @@ protected:
 
     FakeHost other; // of the class that fields are related to
     com::ComPtr<HostObject> classes = com::Make<HostObject>(L"Clases", host.log);
-    std::optional<Component> component;
+    const Component component{classes.Get()};
 };
 
 TEST_F(Criterios, EachDialogLooksUpWithItsOwnSelectionsAndAppliesInOrder) {
     const struct {
-        Operation operation;
+        const wchar_t* operation;
         const wchar_t* caption;
         std::wstring selections; // of Codigo, Nombre, Cantidad and Grupo
         bool options;
         int list = -1;
     } cases[] = {
-        {&Server::ShowSeleccionar, L"Criterios de ventas", L"_m__", false},
-        {&Server::ShowSeleccionarComp, L"Criterios de compras", L"m___", false},
-        {&Server::ShowSelecMinim, L"Criterios de mínimos", L"__c_", true},
-        {&Server::ShowSelecLab, L"Criterios de laboratorio", L"_mc_", true, Activo},
-        {&Server::ShowSeleccionarRecibo, L"Criterios de recibos", L"____", true},
+        {L"ShowSeleccionar", L"Criterios de ventas", L"_m__", false},
+        {L"ShowSeleccionarComp", L"Criterios de compras", L"m___", false},
+        {L"ShowSelecMinim", L"Criterios de mínimos", L"__c_", true},
+        {L"ShowSelecLab", L"Criterios de laboratorio", L"_mc_", true, Activo},
+        {L"ShowSeleccionarRecibo", L"Criterios de recibos", L"____", true},
     };
     const std::map<wchar_t, Log> looked{{L'_', {L"Requery(\"seleccion\")"}},
                                         {L'm', {L"Requery(\"seleccionmixta\")"}},
@@ -144,7 +137,7 @@ TEST_F(Criterios, EachDialogLooksUpWithItsOwnSelectionsAndAppliesInOrder) {
                          {L"sClassName()", L"Requery(\"seleccion\")"});
         }
         EXPECT_FALSE(Show(row.operation, {script, Forget(), Key(VK_RETURN)}));
-        EXPECT_THAT(std::exchange(other.log, {}), ElementsAreArray(asked));
+        EXPECT_THAT(other.log, ElementsAreArray(asked));
         EXPECT_THAT(TakeLog(), ElementsAreArray(With(Applied(L"", true, row.list), {L"AceptarBuscar()"})));
         EXPECT_FALSE(Show(row.operation, {In(Codigo), Key(VK_ESCAPE)}));
         EXPECT_THAT(TakeLog(), ElementsAre(L"sClassName()"));
@@ -155,9 +148,6 @@ TEST_F(Criterios, BoxesAreCheckedAndBecomeOneFilter) {
     wchar_t day[32] = L"";
     const SYSTEMTIME date{2026, 2, 0, 3, 0, 0, 0, 0};
     GetDateFormatW(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &date, nullptr, day, ARRAYSIZE(day));
-    const auto texts = [](int field, const std::wstring& text) {
-        return Do([=] { EXPECT_EQ(Text(field), text); });
-    };
     const auto ticked = [](bool is) {
         return Do(
             [is] { EXPECT_EQ(SendMessageW(Part(Activo, 2), BM_GETCHECK, 0, 0), is ? BST_CHECKED : 0); });
@@ -172,22 +162,22 @@ TEST_F(Criterios, BoxesAreCheckedAndBecomeOneFilter) {
     const auto from = Do([] { SendMessageW(Item(IDC_OPTCOMPARISON1), BM_CLICK, 0, 0); });
     const auto none = Do([] { SetWindowTextW(Part(Alta, 1), L""); });
     const Script fill =
-        Script({Write(Nombre, L"axy"), Key(VK_TAB), texts(Nombre, L"ab"), Write(Alta, L"8:30"), Key(VK_TAB),
-                texts(Alta, L"8:30"), none, Write(Alta, L"2026-2-3"), Key(VK_TAB), In(Activo), Key(VK_HOME),
-                texts(Alta, day), texts(Activo, L"-1 - Sí"), ticked(true), Key(VK_DOWN),
-                texts(Activo, L" 0 - No"), ticked(false)});
-    EXPECT_FALSE(Show(&Server::ShowSelecLab, {pressed(false), fill, from,
-                                              Says(L"20 Registros   ·   3 criterios: Nombre, Alta, Activo"),
-                                              pressed(true), Forget(), Key(VK_RETURN)}));
+        Script({Write(Nombre, L"axy"), Key(VK_TAB), Holds(Nombre, L"ab"), Write(Alta, L"8:30"), Key(VK_TAB),
+                Holds(Alta, L"8:30"), none, Write(Alta, L"2026-2-3"), Key(VK_TAB), In(Activo), Key(VK_HOME),
+                Holds(Alta, day), Holds(Activo, L"-1 - Sí"), ticked(true), Key(VK_DOWN),
+                Holds(Activo, L" 0 - No"), ticked(false)});
+    EXPECT_FALSE(Show(L"ShowSelecLab", {pressed(false), fill, from,
+                                        Says(L"20 Registros   ·   3 criterios: Nombre, Alta, Activo"),
+                                        pressed(true), Forget(), Key(VK_RETURN)}));
     Log asked = Applied(L"campo=ab And campo=" + std::wstring(day) + L" And campo= 0 - No", true, -1, L'1');
     asked[1 + Activo] = L"CreateFilter(&CmbFields(4), 0)";
     EXPECT_THAT(TakeLog(), ElementsAreArray(With(asked, {L"AceptarBuscar()"})));
     // Everything goes at once, and " 2 - Todos" is no condition; the tick is a short way to the entry.
-    EXPECT_FALSE(Show(&Server::ShowSelecLab, {fill, Do([] { EXPECT_TRUE(IsMarked(Nombre)); }), Key(VK_F7),
-                                              In(Codigo), texts(Alta, L""), texts(Activo, L" 2 - Todos"),
-                                              Do([] { EXPECT_FALSE(IsMarked(Nombre)); }), tick,
-                                              texts(Activo, L"-1 - Sí"), tick, texts(Activo, L" 2 - Todos"),
-                                              Says(L"10 Registros   ·   Sin criterios"), Key(VK_ESCAPE)}));
+    EXPECT_FALSE(Show(L"ShowSelecLab", {fill, Do([] { EXPECT_TRUE(IsMarked(Nombre)); }), Key(VK_F7),
+                                        In(Codigo), Holds(Alta, L""), Holds(Activo, L" 2 - Todos"),
+                                        Do([] { EXPECT_FALSE(IsMarked(Nombre)); }), tick,
+                                        Holds(Activo, L"-1 - Sí"), tick, Holds(Activo, L" 2 - Todos"),
+                                        Says(L"10 Registros   ·   Sin criterios"), Key(VK_ESCAPE)}));
 }
 
 TEST_F(Criterios, ARefusedValueHoldsTheUserButNotTheDialog) {
@@ -195,7 +185,7 @@ TEST_F(Criterios, ARefusedValueHoldsTheUserButNotTheDialog) {
     const Script refused{Write(Nombre, L"mal"), Key(VK_TAB), Until("the complaint", complains)};
     const Script lookUp = Do([] { PostMessageW(Part(Nombre, 3), BM_CLICK, 0, 0); });
     for (const Script& act : {Key(VK_RETURN), Key(VK_F5), Click(IDC_CMDBUSCAR), lookUp}) { // none happens
-        EXPECT_FALSE(Show(&Server::ShowSeleccionar,
+        EXPECT_FALSE(Show(L"ShowSeleccionar",
                           {refused, In(Nombre), Forget(), act,
                            Asked({L"ValidaDefinedSize(&TxtFields(1))", L"ValidaValue(&TxtFields(1))"}),
                            Do([] { SetWindowTextW(Part(Nombre, 1), L""); }), Write(Nombre, L"b"), Key(VK_TAB),
@@ -209,68 +199,65 @@ TEST_F(Criterios, SearchingShowsTheCountAndIsUndoneByCancelling) {
     const Log before{L"SetFilter(&\"antes\", \"Filter\")", L"AplyFilter(\"antes\")", L"Requery(\"selec\")"};
     const Script search{Write(Nombre, L"a"), Key(VK_TAB), Forget(), Key(VK_F5)};
     const std::wstring rest = L"   ·   1 criterio: Nombre";
-    EXPECT_FALSE(Show(&Server::ShowSeleccionar,
-                      {search, Says(L"10 Registros" + rest), Key(VK_END, VK_CONTROL),
-                       Tool(L"Primer registro"), Do([this] { host.set->Table().records = 2; }),
-                       Click(IDC_CMDBUSCAR), Says(L"1 Registro" + rest), Close()}));
+    EXPECT_FALSE(
+        Show(L"ShowSeleccionar", {search, Says(L"10 Registros" + rest), Key(VK_END, VK_CONTROL),
+                                  Tool(L"Primer registro"), Do([this] { host.set->Table().records = 2; }),
+                                  Click(IDC_CMDBUSCAR), Says(L"1 Registro" + rest), Close()}));
     const Log moves{L"MoveLast()", L"MoveFirst()"};
     EXPECT_THAT(TakeLog(), ElementsAreArray(With(
                                With(With(Applied(L"campo=a"), moves), Applied(L"campo=a", false)), before)));
     // Accepting has replaced it too: after a sink that failed there is still a way back.
     host.stored = L"antes";
     host.sink->Raises(L"AceptarBuscar");
-    EXPECT_FALSE(Show(&Server::ShowSeleccionar,
-                      {Write(Nombre, L"a"), Key(VK_RETURN), Box(kHostErrorText), In(Nombre),
-                       Do([] { EXPECT_EQ(Text(Nombre), L"a"); }), Forget(), Key(VK_ESCAPE)}));
+    EXPECT_FALSE(Show(L"ShowSeleccionar", {Write(Nombre, L"a"), Key(VK_RETURN), Box(kHostErrorText),
+                                           In(Nombre), Holds(Nombre, L"a"), Forget(), Key(VK_ESCAPE)}));
     EXPECT_THAT(TakeLog(), ElementsAreArray(before));
 }
 
 TEST_F(Criterios, ALookUpAnswersThroughTheRelayThreeLevelsDown) {
+    classes->On(L"CrearClase", [&](Invocation& call) { // meanwhile the user presses a tool
+        ClickTool(L"Aceptar");
+        for (MSG message; PeekMessageW(&message, nullptr, WM_COMMAND, WM_COMMAND, PM_REMOVE);) {
+            DispatchMessageW(&message);
+        }
+        call.Return(Variant(other.data.Get()));
+    });
     for (const wchar_t* className : {L"clientes", L"hordenes"}) { // one value, and three
         other.className = className;
-        EXPECT_FALSE(
-            Show(&Server::ShowSelecMinim,
-                 {LookUp(Cantidad), Key(VK_F12), Showing(IDC_LIST1), Keys({VK_DOWN, VK_SPACE, VK_RETURN}),
-                  Showing(IDC_DATAGRID), Keys({VK_DOWN, VK_RETURN}), In(Cantidad),
-                  Do([] { EXPECT_EQ(Text(Cantidad), L"f1c0"); }), Key(VK_ESCAPE)}));
+        EXPECT_FALSE(Show(L"ShowSelecMinim", {LookUp(Cantidad), Key(VK_F12), Showing(IDC_LIST1),
+                                              Keys({VK_DOWN, VK_SPACE, VK_RETURN}), Showing(IDC_DATAGRID),
+                                              Keys({VK_DOWN, VK_RETURN}), In(Cantidad),
+                                              Holds(Cantidad, L"f1c0"), Key(VK_ESCAPE)}));
     }
-    EXPECT_THAT(host.log, ::testing::Not(::testing::Contains(HasSubstr(L"AceptarSeleccion"))));
+    EXPECT_THAT(host.log, ::testing::Not(::testing::Contains(HasSubstr(L"Aceptar"))));
+    classes->Without(L"CrearClase");
 }
 
-TEST_F(Criterios, TheFocusScrollsTheRows) {
-    const auto isInView = [](int field) {
-        RECT panel{};
-        RECT box{};
-        GetWindowRect(Item(IDC_CRITERIA), &panel);
-        GetWindowRect(Part(field, 1), &box);
-        return box.top >= panel.top && box.bottom <= panel.bottom;
+TEST_F(Criterios, TheFocusAndTheWheelScrollTheRowsOrThereAreNone) {
+    const auto inView = [](int field, bool is) {
+        return Do([=] {
+            RECT panel{};
+            RECT box{};
+            GetWindowRect(Item(IDC_CRITERIA), &panel);
+            GetWindowRect(Part(field, 1), &box);
+            EXPECT_EQ(box.top >= panel.top && box.bottom <= panel.bottom, is) << field;
+        });
     };
-    Script script{In(Codigo), Do([] {
-                      SetWindowPos(Item(IDC_CRITERIA), nullptr, 0, 0, 300, 90, SWP_NOMOVE | SWP_NOZORDER);
-                  })};
-    for (const int field : {Grupo, Codigo, Notas}) {
-        script.Append({Write(field), Do([=] { EXPECT_TRUE(isInView(field)) << field; })});
-    }
-    script.Append(Do([=] {
-        EXPECT_FALSE(isInView(Codigo));
-        SendMessageW(Item(IDC_CRITERIA), WM_MOUSEWHEEL, MAKEWPARAM(0, 1200), 0);
-        EXPECT_TRUE(isInView(Codigo));
-    }));
-    EXPECT_FALSE(Show(&Server::ShowSeleccionarRecibo, {script, Key(VK_ESCAPE)}));
-}
-
-TEST_F(Criterios, WithoutLookUpsAndWithoutFieldsThereIsStillADialog) {
-    classes->Raises(L"ClaseRelacionada");
-    EXPECT_FALSE(Show(&Server::ShowSelecLab, {Box(kHostErrorText), In(Codigo), Key(VK_ESCAPE)}));
+    EXPECT_FALSE(
+        Show(L"ShowSeleccionarRecibo",
+             {In(Codigo),
+              Do([] { SetWindowPos(Item(IDC_CRITERIA), nullptr, 0, 0, 300, 90, SWP_NOMOVE | SWP_NOZORDER); }),
+              Write(Grupo), inView(Grupo, true), Write(Codigo), inView(Codigo, true), Write(Notas),
+              inView(Notas, true), inView(Codigo, false),
+              Do([] { SendMessageW(Item(IDC_CRITERIA), WM_MOUSEWHEEL, MAKEWPARAM(0, 1200), 0); }),
+              inView(Codigo, true), Key(VK_ESCAPE)}));
     host.set->Table().open = false;
-    EXPECT_FALSE(Show(&Server::ShowSelecLab,
+    EXPECT_FALSE(Show(L"ShowSelecLab",
                       {Showing(IDC_CRITERIA), Says(IDC_LBLBUSCAR, L"La clase «prueba» no tiene campos."),
                        Forget(), Tool(L"Aceptar")}));
     EXPECT_THAT(TakeLog(), ElementsAre(L"GetFilter(\"Filter\")", L"SetFilter(&\"\", \"Filter\")",
                                        L"GetFilter(\"Filter\")", L"AplyFilter(\"\")", L"Requery(\"selec\")",
                                        L"AceptarBuscar()"));
-    host.data->Without(L"sClassName");
-    EXPECT_EQ(Show(&Server::ShowSelecLab, {})->number, DISP_E_UNKNOWNNAME);
 }
 
 } // namespace
