@@ -1,11 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <filesystem>
-#include <fstream>
-#include <future>
-#include <sstream>
-
 #include "Programs.h"
 #include "Server.h"
 #include "com/Error.h"
@@ -152,62 +146,6 @@ TEST_F(RegistrationTest, NotNeededByAProgramWithAManifest) {
     }
     Clean();
 }
-
-/// Presses Enter in the dialog of another program, if it is there and has the focus.
-void PressEnter() {
-    const HWND dialog = FindWindowW(nullptr, L"Selección de articulos");
-    GUITHREADINFO info{};
-    info.cbSize = sizeof(info);
-    if (dialog && GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info) && info.hwndFocus) {
-        PostMessageW(info.hwndFocus, WM_KEYDOWN, VK_RETURN, 1);
-    }
-}
-
-/// A whole file, or the part between two lines of it.
-std::string Text(const wchar_t* file, const std::string& from = {}, const std::string& to = {}) {
-    std::ostringstream all;
-    all << std::ifstream(std::filesystem::path(L"" TAMVELO_HOSTS L"/../..") / file, std::ios::binary).rdbuf();
-    const std::string text = all.str();
-    const size_t begin = text.find(from);
-    EXPECT_NE(begin, std::string::npos) << from;
-    return text.substr(begin + from.size(),
-                       to.empty() ? std::string::npos : text.find(to, begin) - begin - from.size());
-}
-
-struct Example {
-    const wchar_t* command;
-    const char* output;
-    bool registered = true;
-};
-
-/// What others copy, as it stands.
-class ExampleTest : public RegistrationTest, public testing::WithParamInterface<Example> {};
-
-TEST_P(ExampleTest, PicksTheFirstRecordWithEnter) {
-    using namespace std::chrono_literals;
-    if (GetParam().registered) {
-        ASSERT_EQ(RunRegsvr32(L""), 0U);
-    }
-    // README's lines, with the data class that they refer to.
-    std::ofstream(std::filesystem::path(Folder()) / L"readme.vbs", std::ios::binary)
-        << Text(L"examples/seleccion.vbs", "Option Explicit\n", "Class Pantalla")
-        << Text(L"README.md", "```vb\n", "```");
-    auto program = std::async(std::launch::async, [] { return RunProgram(GetParam().command); });
-    while (program.wait_for(50ms) != std::future_status::ready) { // ctest ends it if it never does
-        PressEnter();
-    }
-    const Finished finished = program.get();
-    EXPECT_EQ(finished.code, 0U);
-    EXPECT_EQ(finished.output, GetParam().output);
-    EXPECT_EQ(RunRegsvr32(L"/u"), 0U);
-}
-
-INSTANTIATE_TEST_SUITE_P(, ExampleTest,
-                         testing::Values(Example{L"seleccion-example.exe", "Elegido: A-1\r\n"},
-                                         Example{L"cscript.exe //nologo readme.vbs", "A-1\r\n"},
-                                         Example{L"guests\\seleccion-static.exe", "Elegido: A-1\r\n", false},
-                                         Example{L"guests\\seleccion-shared.exe", "Elegido: A-1\r\n",
-                                                 false}));
 
 } // namespace
 } // namespace tamvelo::hosts

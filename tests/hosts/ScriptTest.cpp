@@ -255,57 +255,45 @@ void Work(std::span<const Row> rows) {
     CoUninitialize();
 }
 
-/// Takes away what dialogs have kept for the script's screen, in this run or an earlier one.
-void ForgetChoices() {
-    constexpr wchar_t kForms[] = L"SOFTWARE\\Tamvelo\\Tamvelo\\1.0\\Configuracion";
-    HKEY forms = nullptr;
-    wchar_t form[64];
-    if (RegOpenKeyExW(HKEY_CURRENT_USER, kForms, 0, KEY_ALL_ACCESS, &forms) == ERROR_SUCCESS) {
-        for (DWORD i = 0; RegEnumKeyW(forms, i, form, ARRAYSIZE(form)) == ERROR_SUCCESS; ++i) {
-            for (const wchar_t* screen : {L"\\rptsPruebas", L"\\rptsPruebas2"}) {
-                RegDeleteTreeW(forms, (std::wstring(form) + screen).c_str());
-            }
-        }
-        RegCloseKey(forms);
-    }
+/// A file of the sources, or the part between two lines of it.
+std::string Text(const char* file, const std::string& from = {}, const std::string& to = {}) {
+    std::ostringstream all;
+    all << std::ifstream(std::string(TAMVELO_HOSTS "/") + file, std::ios::binary).rdbuf();
+    const std::string text = all.str();
+    const size_t begin = text.find(from) + from.size();
+    EXPECT_GE(begin, from.size()) << from;
+    return text.substr(begin, to.empty() ? std::string::npos : text.find(to, begin) - begin);
 }
 
 class ScriptTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        ForgetChoices();
+        RegDeleteTreeW(HKEY_CURRENT_USER, L"SOFTWARE\\Tamvelo"); // what dialogs have kept
         ASSERT_EQ(RunRegsvr32(L""), 0U);
     }
-    void TearDown() override {
-        EXPECT_EQ(RunRegsvr32(L"/u"), 0U);
-        ForgetChoices();
+    void TearDown() override { EXPECT_EQ(RunRegsvr32(L"/u"), 0U); }
+    static void Put(const wchar_t* script, const std::string& text) {
+        std::ofstream(std::filesystem::path(Folder()) / script, std::ios::binary) << text;
     }
-    /// Runs a script while somebody works its dialogs; what it printed, its lines parted by LF.
-    static std::string Run(const std::filesystem::path& script, std::span<const Row> rows) {
-        wchar_t path[MAX_PATH]; // a slash at the start would be a switch
-        GetFullPathNameW(script.c_str(), ARRAYSIZE(path), path, nullptr);
+    /// Runs a program while somebody works its dialogs; what it printed, its lines parted by LF.
+    static std::string Run(const std::wstring& command, std::span<const Row> rows) {
         std::thread person([rows] { Work(rows); });
-        Finished finished = RunProgram(L"cscript.exe //nologo \"" + std::wstring(path) + L"\"");
+        Finished finished = RunProgram(command);
         person.join();
         EXPECT_EQ(finished.code, 0U);
         std::erase(finished.output, '\r');
         return finished.output;
     }
-    const std::filesystem::path m_sources = L"" TAMVELO_HOSTS;
 };
 
 TEST_F(ScriptTest, EveryOperationAsksAndAnswersExactlyThis) {
-    const std::filesystem::path script = std::filesystem::path(Folder()) / L"host.vbs";
-    std::ostringstream text;
-    text << std::ifstream(m_sources / L"host.vbs", std::ios::binary).rdbuf();
-    std::string expected;
-    for (size_t i = 0; i < std::size(kRows); ++i) {
-        const std::wstring& statement = kRows[i].statement;
-        text << "Empieza " << i << "\ndialogos." << std::string(statement.begin(), statement.end()) << "\n";
+    std::string text = Text("host.vbs");
+    for (const Row& row : kRows) {
+        text += "Empieza " + std::to_string(&row - kRows) + "\ndialogos." +
+                std::string(row.statement.begin(), row.statement.end()) + "\n";
     }
-    text << "Empieza " << std::size(kRows) << "\n";
-    std::ofstream(script, std::ios::binary) << text.str();
-    std::istringstream output(Run(script, kRows));
+    Put(L"host.vbs", text + "Empieza " + std::to_string(std::size(kRows)) + "\n");
+    std::istringstream output(Run(L"cscript.exe //nologo host.vbs", kRows));
     std::string got, line;
     std::getline(output, line);
     for (const Row& row : kRows) {
@@ -322,22 +310,31 @@ TEST_F(ScriptTest, EveryOperationAsksAndAnswersExactlyThis) {
     }
 }
 
-// The program that others copy: its fields belong to a record, and it has neither clones nor bookmarks.
-TEST_F(ScriptTest, TheExampleShowsItsRowsAndDeliversTheOneHighlighted) {
+// What others copy, as it stands, and the same in programs of both kinds of run-time library that need no
+// registration. Its fields belong to a record, and it has neither clones nor bookmarks.
+TEST_F(ScriptTest, ExamplesShowTheirRowsAndDeliverTheOneHighlighted) {
     const Row rows[] = {{L"",
                          L"Selección de articulos",
                          {{IDC_DATAGRID, VK_DOWN},
                           {IDC_DATAGRID, kShows, L" A-1; Tornillo [A-2; Tuerca] A-3; Arandela "},
                           {IDC_DATAGRID, VK_RETURN}},
                          {}}};
-    EXPECT_EQ(Run(m_sources / L"../../examples/seleccion.vbs", rows), "Elegido: A-2\n");
+    Put(L"readme.vbs", // with the data class that its lines refer to
+        Text("../../examples/seleccion.vbs", "Option Explicit\n", "Class Pantalla") +
+            Text("../../README.md", "```vb\n", "```"));
+    for (const wchar_t* command :
+         {L"cscript.exe //nologo seleccion.vbs", L"cscript.exe //nologo readme.vbs", L"seleccion-example.exe",
+          L"guests\\seleccion-static.exe", L"guests\\seleccion-shared.exe"}) {
+        EXPECT_TRUE(Run(command, rows).ends_with("A-2\n")) << ::testing::PrintToString(std::wstring(command));
+    }
 }
 
 // No answer: Wine's engine for this language takes no arguments by reference, and the sink's are.
 TEST_F(ScriptTest, ObjectsWithoutTypesServeToo) {
     const Row rows[] = {
         {L"", L"Selección de familias", {{IDC_DATAGRID, VK_DOWN}, {IDC_DATAGRID, VK_ESCAPE}}, {}}};
-    EXPECT_EQ(Run(m_sources / L"panel.js", rows), "Requery seleccion\nQueda en 2\n");
+    Put(L"panel.js", Text("panel.js"));
+    EXPECT_EQ(Run(L"cscript.exe //nologo panel.js", rows), "Requery seleccion\nQueda en 2\n");
 }
 
 } // namespace

@@ -12,7 +12,6 @@ Sub Dice(miembro, valores)
 End Sub
 
 Function Escrito(valor)
-    Dim uno
     Escrito = TypeName(valor)
     Select Case Escrito
     Case "Campo", "Pantalla", "PantallaBreve", "IDispatch", "Object"
@@ -146,33 +145,19 @@ Class ClaseDeBusqueda ' whose boxes and columns have numbers; names have no digi
     Public Sub AceptarBuscar : Dice "AceptarBuscar", Array() : End Sub
 End Class
 
-Class Columna
+Class Cosa ' a column, or a report
     Public Caption
     Public DataField
     Public Visible
+    Public Titulo
 End Class
 
-Class Columnas
+Class Lista
     Public Todas
+    Public Primera
     Public Property Get Count : Count = UBound(Todas) + 1 : End Property
     Public Property Get Col : Col = 1 : End Property
-    Public Function Item(numero) : Set Item = Todas(numero) : End Function
-End Class
-
-Class Informes
-    Public Todos
-    Public Property Get Count : Count = UBound(Todos) + 1 : End Property
-    Public Function Item(numero)
-        If IsObject(Todos(numero - 1)) Then
-            Set Item = Todos(numero - 1)
-        Else
-            Item = Todos(numero - 1)
-        End If
-    End Function
-End Class
-
-Class Informe
-    Public Titulo
+    Public Function Item(numero) : Set Item = Todas(numero - Primera) : End Function
 End Class
 
 Class Pantalla ' the control and the sink, with as many parameters as the dialogs pass
@@ -235,17 +220,18 @@ Sub Empieza(numero)
     p.Text = "C-2"
     Set lista = New Clase
     Set busca = New ClaseDeBusqueda
-    Set cuadro = New Columnas
-    cuadro.Todas = Array(New Columna, New Columna, New Columna)
+    Set cuadro = New Lista
+    cuadro.Todas = Array(New Cosa, New Cosa, New Cosa)
     nombres = Split("Codigo Nombre Saldo")
     For i = 0 To 2
         cuadro.Todas(i).Caption = nombres(i)
         cuadro.Todas(i).DataField = LCase(nombres(i))
         cuadro.Todas(i).Visible = i < 2
     Next
-    Set informes = New Informes
-    informes.Todos = Array(New Informe, "Resumen")
-    informes.Todos(0).Titulo = "Listado"
+    Set informes = New Lista
+    informes.Todas = Array(New Cosa, New Cosa)
+    informes.Primera = 1
+    informes.Todas(0).Titulo = "Listado"
     columna = 0 : indice = 0 : hallar = True : existencias = False : modal = 1 : texto = "A" : modo = 7
     clave = "Pruebas" : ventana = 0 : fecha = DateSerial(2026, 11, 21)
 End Sub
