@@ -17,7 +17,9 @@ using ::testing::Contains;
 using ::testing::Not;
 
 // The boxes of the host's fields: Notas is the family, Grupo refers to the taxes.
-enum Number { kCodigo = 1, kNombre, kPrecio, kNotas, kAlta, kActivo, kCantidad, kGrupo };
+constexpr int Field(int number) { return IDC_RECORD_BOXES + number * 3 + 1; }
+constexpr int kCodigo = Field(1), kNombre = Field(2), kPrecio = Field(3), kNotas = Field(4), kAlta = Field(5),
+              kActivo = Field(6), kCantidad = Field(7), kGrupo = Field(8);
 
 class AltaTest : public PanelTest {
 protected:
@@ -47,22 +49,9 @@ protected:
         });
         SetValue(kEnvironmentKey, L"Clases", Component::Name());
     }
-    static HWND Field(int number, int part = 1) {
-        return GetDlgItem(Item(IDC_RECORD_PANEL), IDC_RECORD_BOXES + number * 3 + part);
-    }
-    static Script At(int number) {
-        return Do([number] { SetFocus(Field(number)); });
-    }
-    static Script Write(int number, const wchar_t* text) { return {At(number), Type(text)}; }
-    static Script Set(int number, const wchar_t* text) {
-        return Do([=] { SetWindowTextW(Field(number), text); });
-    }
-    static Script Holds(int number, const std::wstring& text) {
-        return Do([=] { EXPECT_EQ(TextOf(Field(number)), text) << number; });
-    }
     static Script Alta(int first = kNotas) {
         return {Key('N', VK_CONTROL), Until("the new record", [=](HWND) {
-                    return IsShown(IDC_PICNEW) && GetFocus() == Field(first);
+                    return IsShown(IDC_PICNEW) && GetFocus() == Item(first);
                 })};
     }
     /// A family, the code that it proposes, and a name.
@@ -70,14 +59,14 @@ protected:
         return {Alta(),
                 Type(L"12"),
                 Key(VK_TAB),
-                Until("the lookup's button, and on", [](HWND) { return GetFocus() != Field(kNotas); }),
-                Write(kNombre, L"Corona"),
-                Holds(kCodigo, L"12001")};
+                Until("the lookup's button, and on", [](HWND) { return GetFocus() != Item(kNotas); }),
+                Into(kNombre, L"Corona"),
+                Says(kCodigo, L"12001")};
     }
     static Script Left() {
-        return {Back(), Focused(IDC_DATAGRID), Holds(kNombre, L""), Do([] {
+        return {Back(), Focused(IDC_DATAGRID), Says(kNombre, L""), Do([] {
                     EXPECT_FALSE(IsShown(IDC_PICNEW));
-                    EXPECT_FALSE(IsWindowVisible(Field(kNombre)));
+                    EXPECT_FALSE(IsShown(kNombre));
                 })};
     }
 
@@ -107,8 +96,8 @@ TEST_F(AltaTest, TheClassAndIndxDecideWhatARecordOfTheListSends) {
 
 TEST_F(AltaTest, ANewRecordIsStoredAndItsCodeHandedOver) {
     host.data->Returns(L"ValidaValue", Variant::Null());
-    EXPECT_FALSE(Open({Forget(), Complete(), Write(kPrecio, L"1.234,50"), Write(kAlta, L" 21/11/2026 "),
-                       At(kActivo), Key(VK_SPACE), Key(VK_RETURN)},
+    EXPECT_FALSE(Open({Forget(), Complete(), Into(kPrecio, L"1.234,50"), Into(kAlta, L" 21/11/2026 "),
+                       Into(kActivo), Key(VK_SPACE), Key(VK_RETURN)},
                       2, 3));
     EXPECT_THAT(
         TakeLog(),
@@ -118,8 +107,8 @@ TEST_F(AltaTest, ANewRecordIsStoredAndItsCodeHandedOver) {
             LR"(InsertarArticulo({"12001", "Corona", "1.234,50", "21/11/2026", True, Empty, "12", Empty}))",
             L"AceptarSeleccion(&2, &ctl, \"12001\")", L"AplyFilter(\"\")"));
     // A code of the user's own stays, and Enter in the family asks for one before anything is checked.
-    EXPECT_FALSE(Open({Forget(), Alta(), Write(kCodigo, L"7"), Write(kNombre, L"Corona"),
-                       Write(kNotas, L"13"), Key(VK_RETURN)}));
+    EXPECT_FALSE(Open({Forget(), Alta(), Into(kCodigo, L"7"), Into(kNombre, L"Corona"), Into(kNotas, L"13"),
+                       Key(VK_RETURN)}));
     EXPECT_THAT(TakeLog(),
                 Contains(LR"(InsertarArticulo({"7", "Corona", Empty, Empty, False, Empty, "13", Empty}))"));
 }
@@ -148,16 +137,15 @@ TEST_F(AltaTest, TheFirstWrongBoxIsNamedAndNothingTypedIsLost) {
     const std::map<int, const wchar_t*> right{{kCodigo, L"12001"}, {kNombre, L"Corona"},
                                               {kNotas, L"12"},     {kPrecio, L"1"},
                                               {kCantidad, L"2"},   {kAlta, L"3 enero 2026"}};
-    Script script{Complete(), Do([] { EXPECT_THAT(TextOf(Field(kNombre, 0)), HasSubstr(L" *")); }),
+    Script script{Complete(), Do([] { EXPECT_THAT(ItemText(kNombre - 1), HasSubstr(L" *")); }),
                   Set(kPrecio, right.at(kPrecio)), Set(kCantidad, right.at(kCantidad)),
                   Set(kAlta, right.at(kAlta))};
     for (const auto& [number, text, says] : cases) {
-        script.Append({Set(number, text.c_str()), At(kGrupo), Key(VK_RETURN), Box(says),
-                       Focused([number] { return Field(number); }), Holds(number, text),
-                       Set(number, right.at(number))});
+        script.Append({Set(number, text), Into(kGrupo), Key(VK_RETURN), Box(says), Focused(number),
+                       Says(number, text), Set(number, right.at(number))});
     }
-    EXPECT_FALSE(Open({script, Set(kNombre, L""), Write(kNombre, (longest + L"x").c_str()),
-                       Holds(kNombre, longest), Close(), Question(IDNO), Back(), Key(VK_RETURN)}));
+    EXPECT_FALSE(Open({script, Set(kNombre, L""), Into(kNombre, (longest + L"x")), Says(kNombre, longest),
+                       Close(), Question(IDNO), Back(), Key(VK_RETURN)}));
     EXPECT_THAT(TakeLog(), Contains(L"InsertarArticulo({\"12001\", \"" + longest +
                                     LR"(", "1", "3 enero 2026", False, "2", "12", Empty}))"));
 }
@@ -182,8 +170,8 @@ TEST_F(AltaTest, EscAsksBeforeItThrowsAwayWhatWasTyped) {
     const Script away{Question(IDYES), Left()};
     const Script escape = Key(VK_ESCAPE);
     EXPECT_FALSE(Open({Alta(), escape, Left(), Complete(), escape, Question(0), Back(),
-                       Holds(kNombre, L"Corona"), Click(IDC_CMDDESCARTAR), away, Complete(), escape, away,
-                       Alta(), At(kActivo), Key(VK_SPACE), escape, away, escape}));
+                       Says(kNombre, L"Corona"), Click(IDC_CMDDESCARTAR), away, Complete(), escape, away,
+                       Alta(), Into(kActivo), Key(VK_SPACE), escape, away, escape}));
     EXPECT_FALSE(Panel());
 }
 
@@ -192,8 +180,8 @@ TEST_F(AltaTest, LookupsFillTheBoxThatAskedAndTheFamilyTheCode) {
     const Script elsewhere = Until("the list", [](HWND) { return !Item(IDC_PICNEW); });
     const Script choose{Key(VK_F4), elsewhere, Keys({VK_DOWN, VK_RETURN}), Showing(IDC_PICNEW)};
     EXPECT_FALSE(
-        Open({Alta(), choose, Write(kNombre, L"Corona"), At(kGrupo), // a list: a hundred taxes
-              Keys({VK_DOWN, VK_DOWN}), Holds(kNotas, L"100"), Holds(kGrupo, L"100 - 101"), Key(VK_RETURN)}));
+        Open({Alta(), choose, Into(kNombre, L"Corona"), Into(kGrupo), // a list: a hundred taxes
+              Keys({VK_DOWN, VK_DOWN}), Says(kNotas, L"100"), Says(kGrupo, L"100 - 101"), Key(VK_RETURN)}));
     EXPECT_THAT(
         TakeLog(),
         ::testing::IsSupersetOf(
@@ -204,9 +192,9 @@ TEST_F(AltaTest, LookupsFillTheBoxThatAskedAndTheFamilyTheCode) {
         SCOPED_TRACE(::testing::PrintToString(className));
         host.className = L"prueba";
         host.set->Table().related = {{3, className}}; // box 4, but no family
-        EXPECT_FALSE(Open({Forget(), Alta(kCodigo), Type(L"7"), Write(4, L"37"), choose, Holds(4, L"100"),
-                           Holds(1, L"7"), Holds(2, L""), Holds(3, L""), Focused([] { return Field(4); }),
-                           Key(VK_ESCAPE), Question(IDYES), Back(), Key(VK_ESCAPE)}));
+        EXPECT_FALSE(Open({Forget(), Alta(kCodigo), Type(L"7"), Into(kNotas, L"37"), choose,
+                           Says(kNotas, L"100"), Says(kCodigo, L"7"), Says(kNombre, L""), Says(kPrecio, L""),
+                           Focused(kNotas), Key(VK_ESCAPE), Question(IDYES), Back(), Key(VK_ESCAPE)}));
         const Log log = TakeLog();
         EXPECT_EQ(std::ranges::count(log, L"CrearClase(\"" + className + L"\")"), 2); // counted, shown
         EXPECT_THAT(log, Not(Contains(HasSubstr(L"NuevoCodigo_Fam"))));
@@ -250,13 +238,13 @@ TEST_F(AltaTest, TheListKeepsItsRoomBesideAllTheBoxesThereMayBe) {
         EXPECT_LE(frame.right, place(Panel()).right);
         EXPECT_LE(place(Item(IDC_CMDGUARDAR)).bottom, frame.bottom);
         for (short number = 1; number <= kBoxes; ++number) {
-            SetFocus(Field(number)); // which scrolls to it
-            const RECT box = place(Field(number));
+            SetFocus(Item(Field(number))); // which scrolls to it
+            const RECT box = place(Item(Field(number)));
             EXPECT_TRUE(box.top >= rows.top && box.bottom <= rows.bottom && box.right <= rows.right)
                 << number;
-            EXPECT_TRUE(usable(Field(number)));
+            EXPECT_TRUE(usable(Item(Field(number))));
         }
-        EXPECT_FALSE(Field(kBoxes + 1));
+        EXPECT_FALSE(Item(Field(kBoxes + 1)));
     };
     EXPECT_FALSE(Open({Alta(kCodigo), Do(look), Keys({VK_ESCAPE, VK_ESCAPE})}));
 }

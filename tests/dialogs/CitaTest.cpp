@@ -53,10 +53,8 @@ protected:
                     DateTime_SetSystemtime(Item(IDC_DTPICHORA), GDT_VALID, &time);
                 })};
     }
-    /// A whole text in place of what stands there.
-    static Script Set(int id, const wchar_t* text) {
-        return {Into(id), Do([=] { SetWindowTextW(Item(id), text); })};
-    }
+    /// A whole text in place of what stands there, by a user who is there.
+    static Script Set(int id, const wchar_t* text) { return {Into(id), DialogTest::Set(id, text)}; }
     static Script ClickDay(WORD day) {
         return Do([day] {
             MCHITTESTINFO at{};

@@ -18,7 +18,9 @@ using com::Invocation;
 using com::Variant;
 
 // The fields of the host's record set.
-enum Field { Codigo, Nombre, Precio, Alta, Activo, Cantidad, Notas, Grupo, Fields };
+constexpr int Field(int number) { return IDC_CRITERIA_FIELDS + 4 * number + 1; }
+constexpr int kCodigo = Field(0), kNombre = Field(1), kPrecio = Field(2), kAlta = Field(3),
+              kActivo = Field(4), kCantidad = Field(5), kNotas = Field(6), kGrupo = Field(7);
 
 class Criterios : public DialogTest {
 protected:
@@ -52,8 +54,8 @@ protected:
     void WarmUp() override {
         host.sink->Raises(L"AceptarBuscar");
         Show(L"ShowSelecLab",
-             {LookUp(Codigo), Key(VK_F12), Showing(IDC_LIST1), Key(VK_ESCAPE), Showing(IDC_DATAGRID),
-              Key(VK_RETURN), In(Codigo), Key(VK_RETURN), Box(kHostErrorText), Key(VK_ESCAPE)});
+             {LookUp(kCodigo), Key(VK_F12), Showing(IDC_LIST1), Key(VK_ESCAPE), Showing(IDC_DATAGRID),
+              Key(VK_RETURN), Focused(kCodigo), Key(VK_RETURN), Box(kHostErrorText), Key(VK_ESCAPE)});
         host.sink->Accepts({L"AceptarBuscar"});
     }
     std::optional<com::Error> Show(const wchar_t* operation, Script script) {
@@ -61,26 +63,13 @@ protected:
         other.log.clear();
         return PlayLate(operation, {sink.Get(), data.Get()}, std::move(script));
     }
-    static HWND Part(int field, int part) {
-        return GetDlgItem(Item(IDC_CRITERIA), IDC_CRITERIA_FIELDS + 4 * field + part);
-    }
     static bool IsMarked(int field) {
         LOGFONTW font{};
-        const LRESULT used = SendMessageW(Part(field, 0), WM_GETFONT, 0, 0);
+        const LRESULT used = SendMessageW(Item(field - 1), WM_GETFONT, 0, 0);
         GetObjectW(reinterpret_cast<HFONT>(used), sizeof font, &font);
         return font.lfWeight == FW_BOLD;
     }
-    static Script Holds(int field, const std::wstring& text) {
-        return Do([=] { EXPECT_EQ(TextOf(Part(field, 1)), text) << field; });
-    }
-    // The focus in the box of a field; a text there; its look-up.
-    static Script In(int field) {
-        return Focused([field] { return Part(field, 1); });
-    }
-    static Script Write(int field, const wchar_t* text = L"") {
-        return {Do([field] { SetFocus(Part(field, 1)); }), In(field), Type(text)};
-    }
-    static Script LookUp(int field) { return {Write(field), Key(VK_F4), Showing(IDC_DATAGRID)}; }
+    static Script LookUp(int field) { return {Into(field), Key(VK_F4), Showing(IDC_DATAGRID)}; }
     FakeHost other; // of the class that fields are related to
     com::ComPtr<HostObject> classes = com::Make<HostObject>(L"Clases", host.log);
     const Component component{classes.Get()};
@@ -90,7 +79,7 @@ TEST_F(Criterios, EachDialogLooksUpWithItsOwnSelectionsAndAppliesInOrder) {
     const struct {
         const wchar_t* operation;
         const wchar_t* caption;
-        std::wstring selections; // of Codigo, Nombre, Cantidad and Grupo
+        std::wstring selections; // of kCodigo, kNombre, Cantidad and Grupo
         bool options;
         bool list = false; // for yes and no
     } cases[] = {
@@ -105,21 +94,21 @@ TEST_F(Criterios, EachDialogLooksUpWithItsOwnSelectionsAndAppliesInOrder) {
                                                    {L'c', L"Requery(\"selecc\")"}};
     for (const auto& row : cases) {
         SCOPED_TRACE(base::ToUtf8(row.caption));
-        Script script{In(Codigo), Says(IDC_LBLBUSCAR, L"Criterios para «prueba»:"), Do([&] {
+        Script script{Focused(kCodigo), Says(IDC_LBLBUSCAR, L"Criterios para «prueba»:"), Do([&] {
                           EXPECT_EQ(TextOf(Dialog()), row.caption);
                           EXPECT_EQ(IsShown(IDC_FRMCOMPARISON), row.options);
-                          EXPECT_EQ(Part(Precio, 3), nullptr); // no related class, no button
+                          EXPECT_EQ(Item(kPrecio + 2), nullptr); // no related class, no button
                       })};
         Log asked;
-        for (const int field : {Codigo, Nombre, Cantidad, Grupo}) {
-            script.Append({LookUp(field), Key(VK_ESCAPE), In(field)});
+        for (const int field : {kCodigo, kNombre, kCantidad, kGrupo}) {
+            script.Append({LookUp(field), Key(VK_ESCAPE), Focused(field)});
             asked.insert(asked.end(), {looked.at(row.selections[asked.size() / 3]), L"sClassName()",
                                        L"Requery(\"seleccion\")"});
         }
         EXPECT_FALSE(Show(row.operation, {script, Forget(), Key(VK_RETURN)}));
         EXPECT_THAT(other.log, ElementsAreArray(asked));
         EXPECT_EQ(std::ranges::count(TakeLog(), L"CreateFilter(&TxtFields(4), 0)"), row.list ? 0 : 1);
-        EXPECT_FALSE(Show(row.operation, {In(Codigo), Key(VK_ESCAPE)}));
+        EXPECT_FALSE(Show(row.operation, {Focused(kCodigo), Key(VK_ESCAPE)}));
         EXPECT_THAT(TakeLog(), ElementsAre(L"sClassName()"));
     }
 }
@@ -130,7 +119,7 @@ TEST_F(Criterios, BoxesAreCheckedAndBecomeOneFilter) {
     GetDateFormatW(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &date, nullptr, day, ARRAYSIZE(day));
     const auto ticked = [](bool is) {
         return Do(
-            [is] { EXPECT_EQ(SendMessageW(Part(Activo, 2), BM_GETCHECK, 0, 0), is ? BST_CHECKED : 0); });
+            [is] { EXPECT_EQ(SendMessageW(Item(kActivo + 1), BM_GETCHECK, 0, 0), is ? BST_CHECKED : 0); });
     };
     const auto pressed = [](bool is) {
         return Do([is] {
@@ -138,14 +127,14 @@ TEST_F(Criterios, BoxesAreCheckedAndBecomeOneFilter) {
             EXPECT_EQ(SendMessageW(Bar(), TB_ISBUTTONCHECKED, tool, 0) != 0, is);
         });
     };
-    const auto tick = Do([] { SendMessageW(Part(Activo, 2), BM_CLICK, 0, 0); });
+    const auto tick = Do([] { SendMessageW(Item(kActivo + 1), BM_CLICK, 0, 0); });
     const auto from = Do([] { SendMessageW(Item(IDC_OPTCOMPARISON1), BM_CLICK, 0, 0); });
-    const auto none = Do([] { SetWindowTextW(Part(Alta, 1), L""); });
+    const auto none = Do([] { SetWindowTextW(Item(kAlta), L""); });
     const Script fill =
-        Script({Write(Nombre, L"axy"), Key(VK_TAB), Holds(Nombre, L"ab"), Write(Alta, L"8:30"), Key(VK_TAB),
-                Holds(Alta, L"8:30"), none, Write(Alta, L"2026-2-3"), Key(VK_TAB), In(Activo), Key(VK_HOME),
-                Holds(Alta, day), Holds(Activo, L"-1 - Sí"), ticked(true), Key(VK_DOWN),
-                Holds(Activo, L" 0 - No"), ticked(false)});
+        Script({Into(kNombre, L"axy"), Key(VK_TAB), Says(kNombre, L"ab"), Into(kAlta, L"8:30"), Key(VK_TAB),
+                Says(kAlta, L"8:30"), none, Into(kAlta, L"2026-2-3"), Key(VK_TAB), Focused(kActivo),
+                Key(VK_HOME), Says(kAlta, day), Says(kActivo, L"-1 - Sí"), ticked(true), Key(VK_DOWN),
+                Says(kActivo, L" 0 - No"), ticked(false)});
     EXPECT_FALSE(Show(L"ShowSelecLab", {pressed(false), fill, from,
                                         Says(L"20 Registros   ·   3 criterios: Nombre, Alta, Activo"),
                                         pressed(true), Forget(), Key(VK_RETURN)}));
@@ -159,22 +148,22 @@ TEST_F(Criterios, BoxesAreCheckedAndBecomeOneFilter) {
                             L"GetFilter(\"Filter\")", L"AplyFilter(\"" + filter + L"\")",
                             L"Requery(\"selec\")", L"AceptarBuscar()"));
     // Everything goes at once, and " 2 - Todos" is no condition; the tick is a short way to the entry.
-    EXPECT_FALSE(Show(L"ShowSelecLab", {fill, Do([] { EXPECT_TRUE(IsMarked(Nombre)); }), Key(VK_F7),
-                                        In(Codigo), Holds(Alta, L""), Holds(Activo, L" 2 - Todos"),
-                                        Do([] { EXPECT_FALSE(IsMarked(Nombre)); }), tick,
-                                        Holds(Activo, L"-1 - Sí"), tick, Holds(Activo, L" 2 - Todos"),
+    EXPECT_FALSE(Show(L"ShowSelecLab", {fill, Do([] { EXPECT_TRUE(IsMarked(kNombre)); }), Key(VK_F7),
+                                        Focused(kCodigo), Says(kAlta, L""), Says(kActivo, L" 2 - Todos"),
+                                        Do([] { EXPECT_FALSE(IsMarked(kNombre)); }), tick,
+                                        Says(kActivo, L"-1 - Sí"), tick, Says(kActivo, L" 2 - Todos"),
                                         Says(L"10 Registros   ·   Sin criterios"), Key(VK_ESCAPE)}));
 }
 
 TEST_F(Criterios, ARefusedValueHoldsTheUserButNotTheDialog) {
     const auto complains = [](HWND) { return ItemText(IDC_STATUS).find(L"«mal»") == 0; };
-    const Script refused{Write(Nombre, L"mal"), Key(VK_TAB), Until("the complaint", complains)};
-    const Script lookUp = Do([] { PostMessageW(Part(Nombre, 3), BM_CLICK, 0, 0); });
+    const Script refused{Into(kNombre, L"mal"), Key(VK_TAB), Until("the complaint", complains)};
+    const Script lookUp = Do([] { PostMessageW(Item(kNombre + 2), BM_CLICK, 0, 0); });
     for (const Script& act : {Key(VK_RETURN), Key(VK_F5), Click(IDC_CMDBUSCAR), lookUp}) { // none happens
         EXPECT_FALSE(Show(L"ShowSeleccionar",
-                          {refused, In(Nombre), Forget(), act,
+                          {refused, Focused(kNombre), Forget(), act,
                            Asked({L"ValidaDefinedSize(&TxtFields(1))", L"ValidaValue(&TxtFields(1))"}),
-                           Do([] { SetWindowTextW(Part(Nombre, 1), L""); }), Write(Nombre, L"b"), Key(VK_TAB),
+                           Do([] { SetWindowTextW(Item(kNombre), L""); }), Into(kNombre, L"b"), Key(VK_TAB),
                            Says(L"20 Registros   ·   1 criterio: Nombre"), Forget(), Key(VK_ESCAPE)}));
         EXPECT_THAT(TakeLog(), IsEmpty());
     }
@@ -183,7 +172,7 @@ TEST_F(Criterios, ARefusedValueHoldsTheUserButNotTheDialog) {
 TEST_F(Criterios, SearchingShowsTheCountAndIsUndoneByCancelling) {
     host.stored = L"antes";
     const Log before{L"SetFilter(&\"antes\", \"Filter\")", L"AplyFilter(\"antes\")", L"Requery(\"selec\")"};
-    const Script search{Write(Nombre, L"a"), Key(VK_TAB), Forget(), Key(VK_F5)};
+    const Script search{Into(kNombre, L"a"), Key(VK_TAB), Forget(), Key(VK_F5)};
     const std::wstring rest = L"   ·   1 criterio: Nombre";
     EXPECT_FALSE(
         Show(L"ShowSeleccionar", {search, Says(L"10 Registros" + rest), Key(VK_END, VK_CONTROL),
@@ -201,8 +190,8 @@ TEST_F(Criterios, SearchingShowsTheCountAndIsUndoneByCancelling) {
     // Accepting has replaced it too: after a sink that failed there is still a way back.
     host.stored = L"antes";
     host.sink->Raises(L"AceptarBuscar");
-    EXPECT_FALSE(Show(L"ShowSeleccionar", {Write(Nombre, L"a"), Key(VK_RETURN), Box(kHostErrorText),
-                                           In(Nombre), Holds(Nombre, L"a"), Forget(), Key(VK_ESCAPE)}));
+    EXPECT_FALSE(Show(L"ShowSeleccionar", {Into(kNombre, L"a"), Key(VK_RETURN), Box(kHostErrorText),
+                                           Focused(kNombre), Says(kNombre, L"a"), Forget(), Key(VK_ESCAPE)}));
     EXPECT_THAT(TakeLog(), ElementsAreArray(before));
 }
 
@@ -216,10 +205,10 @@ TEST_F(Criterios, ALookUpAnswersThroughTheRelayThreeLevelsDown) {
     });
     for (const wchar_t* className : {L"clientes", L"hordenes"}) { // one value, and three
         other.className = className;
-        EXPECT_FALSE(Show(L"ShowSelecMinim", {LookUp(Cantidad), Key(VK_F12), Showing(IDC_LIST1),
+        EXPECT_FALSE(Show(L"ShowSelecMinim", {LookUp(kCantidad), Key(VK_F12), Showing(IDC_LIST1),
                                               Keys({VK_DOWN, VK_SPACE, VK_RETURN}), Showing(IDC_DATAGRID),
-                                              Keys({VK_DOWN, VK_RETURN}), In(Cantidad),
-                                              Holds(Cantidad, L"f1c0"), Key(VK_ESCAPE)}));
+                                              Keys({VK_DOWN, VK_RETURN}), Focused(kCantidad),
+                                              Says(kCantidad, L"f1c0"), Key(VK_ESCAPE)}));
     }
     EXPECT_THAT(host.log, ::testing::Not(::testing::Contains(HasSubstr(L"Aceptar"))));
     classes->Without(L"CrearClase");
@@ -231,18 +220,18 @@ TEST_F(Criterios, TheFocusAndTheWheelScrollTheRowsOrThereAreNone) {
             RECT panel{};
             RECT box{};
             GetWindowRect(Item(IDC_CRITERIA), &panel);
-            GetWindowRect(Part(field, 1), &box);
+            GetWindowRect(Item(field), &box);
             EXPECT_EQ(box.top >= panel.top && box.bottom <= panel.bottom, is) << field;
         });
     };
     EXPECT_FALSE(
         Show(L"ShowSeleccionarRecibo",
-             {In(Codigo),
+             {Focused(kCodigo),
               Do([] { SetWindowPos(Item(IDC_CRITERIA), nullptr, 0, 0, 300, 90, SWP_NOMOVE | SWP_NOZORDER); }),
-              Write(Grupo), inView(Grupo, true), Write(Codigo), inView(Codigo, true), Write(Notas),
-              inView(Notas, true), inView(Codigo, false),
+              Into(kGrupo), inView(kGrupo, true), Into(kCodigo), inView(kCodigo, true), Into(kNotas),
+              inView(kNotas, true), inView(kCodigo, false),
               Do([] { SendMessageW(Item(IDC_CRITERIA), WM_MOUSEWHEEL, MAKEWPARAM(0, 1200), 0); }),
-              inView(Codigo, true), Key(VK_ESCAPE)}));
+              inView(kCodigo, true), Key(VK_ESCAPE)}));
     host.set->Table().open = false;
     EXPECT_FALSE(Show(L"ShowSelecLab",
                       {Showing(IDC_CRITERIA), Says(IDC_LBLBUSCAR, L"La clase «prueba» no tiene campos."),

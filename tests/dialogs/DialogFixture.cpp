@@ -164,6 +164,10 @@ Script DialogTest::Into(int id, const std::wstring& text) {
     return Script().Do([id] { SetFocus(Item(id)); }).Append(Focused(id)).Type(text);
 }
 
+Script DialogTest::Set(int id, const std::wstring& text) {
+    return Script().Do([=] { SetWindowTextW(Item(id), text.c_str()); });
+}
+
 Script DialogTest::TabTo(int id) { return Script().Key(VK_TAB).Append(Focused(id)); }
 
 Script DialogTest::Click(int id) {
@@ -241,6 +245,14 @@ HWND DialogTest::FindWindowThat(const std::function<bool(HWND)>& fits) {
     };
     EnumThreadWindows(GetCurrentThreadId(), look, reinterpret_cast<LPARAM>(&search));
     return search.second;
+}
+
+HWND DialogTest::Item(int id) {
+    HWND item = GetDlgItem(Dialog(), id);
+    for (HWND panel = nullptr; !item && (panel = FindWindowExW(Dialog(), panel, nullptr, nullptr));) {
+        item = GetDlgItem(panel, id);
+    }
+    return item;
 }
 
 HWND DialogTest::Dialog() {

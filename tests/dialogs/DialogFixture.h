@@ -67,6 +67,7 @@ protected:
     // Steps that do: go to a control and type there, press Tab and arrive, press a button, a tool, the close
     // box, answer a question that contains the text (0: by Enter).
     static Script Into(int id, const std::wstring& text = L"");
+    static Script Set(int id, const std::wstring& text); // as from the clipboard: without the focus
     static Script TabTo(int id);
     static Script Click(int id);
     static Script Tool(const wchar_t* caption);
@@ -89,7 +90,8 @@ protected:
     static int ToolCommand(const std::wstring& caption);
     static bool IsToolOn(const wchar_t* caption);
     static void ClickTool(const wchar_t* caption);
-    static HWND Item(int id) { return GetDlgItem(Dialog(), id); }
+    /// A control of it or of a panel in it.
+    static HWND Item(int id);
     static bool IsShown(int id) { return IsWindowVisible(Item(id)) != FALSE; }
     /// For each of the controls x, o for one that is off, - for one that is hidden.
     static std::wstring Shown(std::initializer_list<int> ids);

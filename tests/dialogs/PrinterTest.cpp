@@ -65,9 +65,9 @@ protected:
 };
 
 TEST_F(Impresora, IsChosenInTheSystemsDialogAndCopiesAreItsOwn) {
-    Show({Enabled(true), Click(IDC_CMDPRINTER), Box(L"No hay ninguna impresora"),
-          Do([] { SetWindowTextW(Item(IDC_TXTCOPIAS), L"9"); }), Into(IDC_TXTCOPIAS), Keys({VK_UP, VK_UP}),
-          Into(IDC_CMBSELEC), Key(VK_DOWN), Enabled(false), Key(VK_RETURN)});
+    Show({Enabled(true), Click(IDC_CMDPRINTER), Box(L"No hay ninguna impresora"), Set(IDC_TXTCOPIAS, L"9"),
+          Into(IDC_TXTCOPIAS), Keys({VK_UP, VK_UP}), Into(IDC_CMBSELEC), Key(VK_DOWN), Enabled(false),
+          Key(VK_RETURN)});
     const auto printer = MakePrinter();
     const Script choose{Click(IDC_CMDPRINTER),
                         Until("the printer dialog", [](HWND top) { return top != Dialog(); }),

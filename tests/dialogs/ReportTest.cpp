@@ -60,29 +60,21 @@ protected:
                                     : PlayLate(operation, {screen, sink.Get(), list.Get(), showAuto}, script);
     }
     /// The control of the dialog's condition of that place.
-    static HWND Part(int condition) { return Item(IDC_CONDITIONS + 4 * condition + 1); }
+    static constexpr int Part(int condition) { return IDC_CONDITIONS + 4 * condition + 1; }
     // What the user does to it: writes a text, chooses an entry, ticks.
-    static Script Set(int condition, const wchar_t* text) {
-        return Do([=] { SetWindowTextW(Part(condition), text); });
-    }
+    static Script Set(int condition, const wchar_t* text) { return DialogTest::Set(Part(condition), text); }
     static Script Choose(int condition, int entry) {
-        return Do([=] {
-            SendMessageW(Part(condition), CB_SETCURSEL, static_cast<WPARAM>(entry), 0);
-            SendMessageW(Dialog(), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(Part(condition)), CBN_SELCHANGE),
-                         reinterpret_cast<LPARAM>(Part(condition)));
+        return Do([box = Part(condition), entry] {
+            SendMessageW(Item(box), CB_SETCURSEL, static_cast<WPARAM>(entry), 0);
+            SendMessageW(Dialog(), WM_COMMAND, MAKEWPARAM(box, CBN_SELCHANGE),
+                         reinterpret_cast<LPARAM>(Item(box)));
         });
     }
-    static Script Tick(int condition) { return Click(IDC_CONDITIONS + 4 * condition + 1); }
-    // And what it then is.
-    static Script Holds(int condition, const std::wstring& text) {
-        return Says(IDC_CONDITIONS + 4 * condition + 1, text);
-    }
+    static Script Tick(int condition) { return Click(Part(condition)); }
     static Script Enabled(int condition, bool enabled) {
-        return Do([=] { EXPECT_EQ(IsWindowEnabled(Part(condition)) != FALSE, enabled) << condition; });
+        return Do([=] { EXPECT_EQ(IsWindowEnabled(Item(Part(condition))) != FALSE, enabled) << condition; });
     }
-    static Script Copies(const wchar_t* text) {
-        return Do([=] { SetWindowTextW(Item(IDC_TXTCOPIAS), text); });
-    }
+    static Script Copies(const wchar_t* text) { return DialogTest::Set(IDC_TXTCOPIAS, text); }
     static Script Output(int entry) {
         return Do([=] { SendMessageW(Item(IDC_CMBSELEC), CB_SETCURSEL, static_cast<WPARAM>(entry), 0); });
     }
@@ -158,7 +150,7 @@ TEST_F(Reports, EachDialogHandsOverItsOwnCall) {
                                 row.filled + L")"));
     }
     EXPECT_FALSE(Show(L"ShowSql", Keys({VK_SPACE, VK_RETURN})));
-    EXPECT_FALSE(Show(L"ShowRptFchAuto", {Do([] { EXPECT_FALSE(IsWindowVisible(Part(0))); }), Key(VK_RETURN)},
+    EXPECT_FALSE(Show(L"ShowRptFchAuto", {Do([] { EXPECT_FALSE(IsShown(Part(0))); }), Key(VK_RETURN)},
                       L"Otra", com::Variant(false)));
     EXPECT_THAT(TakeLog(),
                 ElementsAre(L"AceptarReports(&[True False False], 0, 0)",
@@ -166,8 +158,8 @@ TEST_F(Reports, EachDialogHandsOverItsOwnCall) {
     // A box is a short way to "Sí" of its list.
     const auto chosen = [](LRESULT entry, bool ticked) {
         return Do([=] {
-            EXPECT_EQ(SendMessageW(Part(4), CB_GETCURSEL, 0, 0), entry);
-            EXPECT_EQ(SendMessageW(Part(5), BM_GETCHECK, 0, 0) != 0, ticked);
+            EXPECT_EQ(SendMessageW(Item(Part(4)), CB_GETCURSEL, 0, 0), entry);
+            EXPECT_EQ(SendMessageW(Item(Part(5)), BM_GETCHECK, 0, 0) != 0, ticked);
         });
     };
     EXPECT_FALSE(Show(L"ShowRptCond",
@@ -208,7 +200,7 @@ TEST_F(Reports, ChoicesAreKeptPerScreenAndFollowTheReports) {
     for (const auto& row : remembered) {
         EXPECT_FALSE(Show(row.operation, {Set(row.condition, L"Norte"), Key(VK_RETURN)}, row.screen));
         EXPECT_EQ(GetValue(row.key, row.name), L"Norte");
-        EXPECT_FALSE(Show(row.operation, {Holds(row.condition, L"Norte"), Key(VK_ESCAPE)}, row.screen));
+        EXPECT_FALSE(Show(row.operation, {Says(Part(row.condition), L"Norte"), Key(VK_ESCAPE)}, row.screen));
     }
     // A screen's name is part of a key: only what would be another key is refused.
     const std::wstring odd = L"Pedidos/Clientes: ¿Año? *.";
@@ -299,8 +291,8 @@ TEST_F(Reports, TheSeriesBelongsToTheEleventhReport) {
         script.Append({Enabled(0, i == 10), Key(VK_DOWN)});
     }
     // A click on the tick alone makes its entry the one that all of this is about.
-    script.Append(
-        {ClickTick(2), Enabled(0, false), ClickTick(10), Enabled(0, true), Holds(0, L"A"), Set(0, L"B")});
+    script.Append({ClickTick(2), Enabled(0, false), ClickTick(10), Enabled(0, true), Says(Part(0), L"A"),
+                   Set(0, L"B")});
     EXPECT_FALSE(Show(L"ShowSql", {script, Key(VK_ESCAPE)}));
     EXPECT_EQ(GetValue(kSession + L"Clientes", L"Serie"), L"A");
     EXPECT_FALSE(Show(L"ShowSql", {script, Key(VK_RETURN)}));
@@ -313,7 +305,7 @@ TEST_F(Reports, TheSeriesBelongsToTheEleventhReport) {
 TEST_F(Reports, WhatIsNoHourIsRefusedBeforeAnythingHappens) {
     EXPECT_FALSE(
         Show(L"ShowRptCondHr", {Set(2, L"7,30"), Key(VK_RETURN), Box(L"«7,30» no es una hora. Se escribe"),
-                                Focused(IDC_CONDITIONS + 4 * 2 + 1), Asked({}), Key(VK_ESCAPE)}));
+                                Focused(Part(2)), Asked({}), Key(VK_ESCAPE)}));
     EXPECT_EQ(Kept(L"frmRptsCondHr", L"Pedidos", L"Copias"), L"");
 }
 
@@ -342,8 +334,8 @@ TEST_F(Reports, ABoxIsFilledFromTheSelectionPanelThroughTheRelay) {
     SetValue(kEnvironmentKey, L"Clases", Component::Name());
     host.className = L"clientes";
     const Script chosen{Showing(IDC_DATAGRID), Keys({VK_DOWN, VK_RETURN}), Showing(IDC_CMBSELEC),
-                        Holds(0, L"f1c0")};
-    const Script f4{Do([] { SetFocus(Part(0)); }), Key(VK_F4)};
+                        Says(Part(0), L"f1c0")};
+    const Script f4{Into(Part(0)), Key(VK_F4)};
     EXPECT_FALSE(Show(L"ShowRptInfOrdenes",
                       {f4, chosen, Set(0, L""), Click(IDC_CONDITIONS + 3), chosen, Tool(L"Aceptar")}));
     EXPECT_EQ(host.log[0], L"CrearClase(\"clientes\")");
@@ -352,7 +344,7 @@ TEST_F(Reports, ABoxIsFilledFromTheSelectionPanelThroughTheRelay) {
     host.log.clear();
     EXPECT_FALSE(
         Show(L"ShowRptFchAutoInf", {Tick(1), Showing(IDC_DATAGRID), Key(VK_RETURN), Showing(IDC_CMBSELEC),
-                                    Holds(1, L"Fiitrar Tipos Producto"), Key(VK_ESCAPE)}));
+                                    Says(Part(1), L"Fiitrar Tipos Producto"), Key(VK_ESCAPE)}));
     EXPECT_THAT(TakeLog(), ElementsAre(L"CrearClase(\"Tipos_Producto\")", L"Requery(\"selec_plan\")",
                                        L"sClassName()", L"Requery(\"seleccion\")", L"AplyFilter(\"\")"));
     classes->Without(L"CrearClase");
@@ -393,7 +385,7 @@ TEST_F(Reports, CopiesThatAreNoNumberAreReportedAndTheChoicesKept) {
     }
     EXPECT_FALSE(Show(L"ShowRptMailCond", {Set(0, L"C-1"), Copies(L""), Key(VK_RETURN), Box(L"número")}));
     EXPECT_FALSE(Show(L"ShowRptBorrador", {Copies(L""), Key(VK_RETURN), Box(L"número")}));
-    EXPECT_FALSE(Show(L"ShowRptMailCond", {Holds(0, L""), Key(VK_ESCAPE)}));
+    EXPECT_FALSE(Show(L"ShowRptMailCond", {Says(Part(0), L""), Key(VK_ESCAPE)}));
 }
 
 } // namespace
