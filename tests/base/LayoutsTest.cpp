@@ -1,10 +1,13 @@
-#include "base/GridLayout.h"
-
+// Files: layouts of grids and toolbars, and their names.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
+#include "base/Commands.h"
+#include "base/GridLayout.h"
+#include "base/PathComponent.h"
 #include "base/Text.h"
+#include "base/ToolbarLayout.h"
 
 namespace tamvelo::base {
 namespace {
@@ -16,6 +19,13 @@ GridLayout Parsed(const std::string& text) {
     const auto* error = std::get_if<LayoutError>(&parsed);
     EXPECT_EQ(error, nullptr) << (error ? std::to_string(error->line) + ": " + ToUtf8(error->reason) : "");
     return error ? GridLayout{} : std::get<GridLayout>(parsed);
+}
+
+/// Where it was refused; -1 when it was not.
+template <class Layout>
+int BadLine(const std::variant<Layout, LayoutError>& parsed) {
+    const auto* error = std::get_if<LayoutError>(&parsed);
+    return error ? error->line : -1;
 }
 
 std::wstring Unit(int code) { return std::wstring(1, static_cast<wchar_t>(code)); }
@@ -64,13 +74,16 @@ TEST(GridLayout, HandWrittenAndNewerFilesAreRead) {
     EXPECT_EQ(Parsed("Tamvelo cuadrícula 1"), GridLayout{});
 }
 
-TEST(GridLayout, BadLinesAreRefusedWithTheirNumber) {
-    struct Row {
+TEST(GridLayout, BadFilesAndLinesAreRefusedWithTheirNumber) {
+    for (const char* text : {"", "\n", "Tamvelo cuadrícula 2\n", "Tamvelo cuadrícula\n", "Tamvelo barra 1\n",
+                             "\nTamvelo cuadrícula 1\n", "\xFF\xFE", "tamvelo cuadrícula 1\n"}) {
+        EXPECT_EQ(BadLine(ParseGridLayout(text)), 1) << text;
+    }
+    const struct {
         const char* body; // begins in line 2
         int line;
         const wchar_t* reason; // part of it
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"ppp=47", 2, L"entre 48 y 960"},
         {"ppp=961", 2, L"«ppp»"},
         {"ppp=", 2, L"número"},
@@ -106,7 +119,7 @@ TEST(GridLayout, BadLinesAreRefusedWithTheirNumber) {
         {"[columna \\]", 2, L"nombre de la columna"},
         {"\nfuturo=\xC3\x28", 3, L"UTF-8"},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         const auto parsed = ParseGridLayout(kTitle + row.body + "\n");
         const auto* error = std::get_if<LayoutError>(&parsed);
         ASSERT_NE(error, nullptr) << row.body;
@@ -116,31 +129,16 @@ TEST(GridLayout, BadLinesAreRefusedWithTheirNumber) {
     }
 }
 
-TEST(GridLayout, OtherFilesAreRefused) {
-    for (const char* text : {"", "\n", "Tamvelo cuadrícula 2\n", "Tamvelo cuadrícula\n", "Tamvelo barra 1\n",
-                             "\nTamvelo cuadrícula 1\n", "\xFF\xFE", "tamvelo cuadrícula 1\n"}) {
-        const auto parsed = ParseGridLayout(text);
-        ASSERT_TRUE(std::holds_alternative<LayoutError>(parsed)) << text;
-        EXPECT_EQ(std::get<LayoutError>(parsed).line, 1);
-    }
-}
-
-TEST(GridLayout, SizesAreLimited) {
+TEST(GridLayout, SizesAreLimitedAndWhatIsWrittenCanAlwaysBeRead) {
     std::string text = kTitle;
     for (int i = 0; i < 1000; ++i) {
         text += "[columna c" + std::to_string(i) + "]\n";
     }
     EXPECT_EQ(Parsed(text).columns.size(), 1000U);
-    const auto parsed = ParseGridLayout(text + "[columna uno]\n");
-    ASSERT_TRUE(std::holds_alternative<LayoutError>(parsed));
-    EXPECT_EQ(std::get<LayoutError>(parsed).line, 1002);
-
+    EXPECT_EQ(BadLine(ParseGridLayout(text + "[columna uno]\n")), 1002);
     const std::string full = kTitle + std::string((1 << 20) - kTitle.size(), '\n');
-    EXPECT_TRUE(std::holds_alternative<GridLayout>(ParseGridLayout(full)));
-    EXPECT_TRUE(std::holds_alternative<LayoutError>(ParseGridLayout(full + "\n")));
-}
-
-TEST(GridLayout, WhatIsWrittenCanAlwaysBeRead) {
+    EXPECT_EQ(BadLine(ParseGridLayout(full)), -1);
+    EXPECT_NE(BadLine(ParseGridLayout(full + "\n")), -1);
     GridLayout layout;
     layout.dpi = 5;
     layout.font = {std::wstring(40, L'f'), 10000};
@@ -157,6 +155,111 @@ TEST(GridLayout, WhatIsWrittenCanAlwaysBeRead) {
     EXPECT_GT(std::ranges::count(kept, L"c", &GridLayout::Column::field), 100);
     EXPECT_GT(std::ranges::count(kept, std::wstring(1000, L'\n'), &GridLayout::Column::field), 100);
     EXPECT_EQ(Parsed(kTitle + "[columna a]\n[columna " + std::string(1001, 'x') + "]\n").columns.size(), 1U);
+}
+
+const ToolbarLayout kDesign = {
+    {{kBandRegistros, false}, {kBandEdicion, true}},
+    {{kMoveFirst, kBandRegistros, true},
+     {kMoveLast, kBandRegistros, true},
+     {kAceptar, kBandEdicion, true},
+     {kFiltro, kBandEdicion, true},
+     {kCancelar, kBandEdicion, true}},
+};
+
+// "a b -c | X -Y": tools in order and bands, a dash before what is hidden.
+std::string Summary(const ToolbarLayout& layout) {
+    std::wstring text;
+    for (const auto& tool : layout.tools) {
+        text += (tool.visible ? L"" : L"-") + tool.id + L"@" + tool.band + L" ";
+    }
+    text += L"|";
+    for (const auto& band : layout.bands) {
+        text += (band.visible ? L" " : L" -") + band.name;
+    }
+    return ToUtf8(text);
+}
+
+TEST(ToolbarLayout, TheFileIsStable) {
+    const ToolbarLayout layout = {{{L"Edición", true}},
+                                  {{L"ID_Filtro", L"Edición", false}, {L"a]=\n", L" x", true}}};
+    const std::string text =
+        "Tamvelo barra 1\n\n[banda Edición]\nvisible=1\n\n[herramienta ID_Filtro]\nbanda=Edición\nvisible=0\n"
+        "\n[herramienta a\\005D\\003D\\000A]\nbanda=\\0020x\nvisible=1\n";
+    EXPECT_EQ(FormatToolbarLayout(layout), text);
+    EXPECT_EQ(std::get<ToolbarLayout>(ParseToolbarLayout(text)), layout);
+}
+
+TEST(ToolbarLayout, BadFilesAreRefusedWithTheLine) {
+    const std::pair<const char*, int> rows[] = {
+        {"Tamvelo cuadrícula 1\n", 1},
+        {"Tamvelo barra 1\n[banda]", 2},
+        {"Tamvelo barra 1\n[herramienta \\00]", 2},
+        {"Tamvelo barra 1\n[banda a]\n[herramienta a]\n[banda a]", 4},
+        {"Tamvelo barra 1\n[herramienta a]\n[herramienta a]", 3},
+        {"Tamvelo barra 1\n[banda a]\nvisible=no", 3},
+        {"Tamvelo barra 1\n[herramienta a]\nbanda=b\nbanda=b", 4},
+    };
+    for (const auto& [text, line] : rows) {
+        EXPECT_EQ(BadLine(ParseToolbarLayout(text)), line) << text;
+    }
+}
+
+TEST(ToolbarLayout, WhatIsWrittenCanAlwaysBeRead) {
+    ToolbarLayout layout = {{{L"b", true}, {L"b", false}, {L"", true}},
+                            {{L"t", L"b", false}, {L"t", L"b", true}, {L"", L"b", true}}};
+    EXPECT_EQ(Summary(std::get<ToolbarLayout>(ParseToolbarLayout(FormatToolbarLayout(layout)))), "-t@b | b");
+    for (int i = 0; i < 1100; ++i) {
+        layout.tools.push_back({std::to_wstring(i), std::wstring(300, L'b'), true});
+    }
+    EXPECT_EQ(std::get<ToolbarLayout>(ParseToolbarLayout(FormatToolbarLayout(layout))).tools.size(), 1000U);
+}
+
+TEST(ToolbarMerge, SavedOrderAndVisibilityWinAndEachSideMayKnowMore) {
+    const ToolbarLayout saved = {
+        {{kBandEdicion, false}, {kBandRegistros, true}},
+        {{kCancelar, kBandEdicion, true},
+         {kFiltro, kBandEdicion, false},
+         {kMoveLast, kBandEdicion, true},
+         {kAceptar, kBandEdicion, true},
+         {kMoveFirst, kBandRegistros, false}},
+    };
+    EXPECT_EQ(Summary(Merge(kDesign, saved)),
+              "ID_Cancelar@Edición -ID_Filtro@Edición ID_MoveLast@Edición ID_Aceptar@Edición "
+              "-ID_MoveFirst@Registros | Registros -Edición");
+    EXPECT_EQ(Merge(kDesign, {}), kDesign);
+    EXPECT_EQ(Merge({}, kDesign), ToolbarLayout{});
+    // An old file: no Filtro, no first tool of Registros; tools and bands of its own; a repeated tool.
+    const ToolbarLayout old = {
+        {{L"Vieja", true}},
+        {{kCancelar, L"Vieja", true},
+         {L"ID_Vieja", kBandEdicion, true},
+         {kAceptar, kBandEdicion, false},
+         {kMoveLast, kBandRegistros, true},
+         {kAceptar, kBandEdicion, true}},
+    };
+    EXPECT_EQ(Summary(Merge(kDesign, old)),
+              "ID_Cancelar@Edición -ID_Aceptar@Edición ID_Filtro@Edición ID_MoveFirst@Registros "
+              "ID_MoveLast@Registros | -Registros Edición");
+}
+
+TEST(PathComponent, IsAnOrdinaryNameThatStaysInTheFolder) {
+    for (const wchar_t* name :
+         {L"clientes", L"frmSelecclientes.grx", L"Artículos año 2024", L".oculto", L"a..b", L"console",
+          L"com", L"com10", L"comx", L"lpt.1", L"nulo", L"aux1", L"conin"}) {
+        EXPECT_TRUE(IsPlainPathComponent(name)) << ToUtf8(name);
+    }
+    for (const wchar_t* name :
+         {L"",       L".",        L"..",       L"...",   L"a\\b",      L"a/b",         L"..\\a",
+          L"c:",     L"a:flujo",  L"a*",       L"a?",    L"\"a\"",     L"<a",          L"a>",
+          L"a|b",    L"a\nb",     L"a\x1F",    L"a\x7F", L"a.",        L"a ",          L" ",
+          L"con",    L"PRN",      L"Aux",      L"nul",   L"NUL.txt",   L"nul.tar.gz",  L"con .txt",
+          L" con",   L"COM0",     L"com1.grx", L"lpt9",  L"LPT\u00B9", L"com\u00B2.x", L"com\u00B3",
+          L"CONIN$", L"conout$.a"}) {
+        EXPECT_FALSE(IsPlainPathComponent(name)) << ToUtf8(name);
+    }
+    EXPECT_TRUE(IsPlainPathComponent(std::wstring(120, L'a')));
+    EXPECT_FALSE(IsPlainPathComponent(std::wstring(121, L'a')));
+    EXPECT_FALSE(IsPlainPathComponent(std::wstring_view(L"a\0b", 3)));
 }
 
 } // namespace
