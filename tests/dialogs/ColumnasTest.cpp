@@ -88,10 +88,10 @@ TEST_F(Columnas, TicksByHandByCommandAndWhereTheSearchHidesThem) {
           Expect("x--x", L"2 de 4 visibles · se muestran 1"), Key(VK_RETURN)}}));
     EXPECT_EQ(TakeLog(), written);
     EXPECT_TRUE(host.IsColumnVisible(0));
-    for (const Script& way :
-         {Key(VK_ESCAPE), Script{Find(L"x"), Key(VK_ESCAPE)}, Tool(L"Cancelar"), Close()}) {
-        EXPECT_FALSE(Choose({Toggle(), way}));
-        EXPECT_FALSE(Sort(1, {Key(VK_DOWN), way}));
+    const Script ways[] = {Key(VK_ESCAPE), {Find(L"x"), Key(VK_ESCAPE)}, Tool(L"Cancelar"), Close()};
+    for (size_t i = 0; i < 12; ++i) { // often enough that an object left each time is noticed
+        EXPECT_FALSE(Choose({Toggle(), ways[i % 4]}));
+        EXPECT_FALSE(Sort(1, {Key(VK_DOWN), ways[i % 4]}));
         EXPECT_THAT(TakeLog(), IsEmpty());
     }
 }

@@ -19,6 +19,12 @@ using ::testing::ElementsAreArray;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
+template <class T>
+std::vector<T> operator+(std::vector<T> first, const std::vector<T>& second) {
+    first.insert(first.end(), second.begin(), second.end());
+    return first;
+}
+
 /// The real library beside the test program, a fake host with a window, a private registry and a private
 /// folder. After each test nothing may be left: no window, no GDI object, no reference, no reason to stay
 /// loaded.

@@ -14,11 +14,6 @@ struct Opening {
     std::optional<short> last = {}; // bStock, or iModal of the direct ones
 };
 
-inline Log operator+(Log first, const Log& second) {
-    first.insert(first.end(), second.begin(), second.end());
-    return first;
-}
-
 /// What a search for "ma" asks.
 inline const Log kSearch{L"CreateFilter(&TxtFields(0))", L"SetFilter(&\"campo=ma\", \"FilterSelec\")",
                          L"GetFilter(\"FilterSelec\")",  L"AplyFilter(\"campo=ma\")",

@@ -11,48 +11,44 @@ using Options = RecordSetOptions;
 
 constexpr long kRecords = 10; // all on screen
 
+using Can = std::vector<bool Options::*>;
+
+/// What a set cannot do, and can do beyond the usual.
 struct Kind {
     const char* name;
-    std::initializer_list<bool Options::*> without;
-    std::initializer_list<bool Options::*> with = {};
+    Can without;
+    Can with = {};
     bool script = false; // names through IDispatchEx only
 };
 
+const Can kNoSort{&Options::filterAndSort};
+const Can kNoVersion{&Options::filterAndSort, &Options::dataVersion};
+const Can kNoClone{&Options::filterAndSort, &Options::dataVersion, &Options::clone};
+const Can kMinimal{&Options::filterAndSort, &Options::dataVersion, &Options::clone, &Options::getRows};
+
 const Kind kKinds[] = {
     {"full", {}},
-    {"no Sort", {&Options::filterAndSort}},
-    {"no Sort, no version", {&Options::filterAndSort, &Options::dataVersion}},
+    {"no Sort", kNoSort},
+    {"no Sort, no version", kNoVersion},
     {"no clone", {&Options::clone}},
-    {"no clone, no Sort, no version", {&Options::clone, &Options::filterAndSort, &Options::dataVersion}},
-    {"clone without GetRows", {&Options::getRows, &Options::filterAndSort}},
-    {"clone that is a snapshot", {&Options::filterAndSort, &Options::dataVersion}, {&Options::snapshots}},
-    {"minimal, positions",
-     {&Options::filterAndSort, &Options::dataVersion, &Options::clone, &Options::getRows, &Options::bookmarks,
-      &Options::fieldTypes},
-     {},
-     true},
-    {"minimal, bookmarks",
-     {&Options::filterAndSort, &Options::dataVersion, &Options::clone, &Options::getRows,
-      &Options::absolutePosition, &Options::fieldTypes}},
-    {"minimal, the fields of a record",
-     {&Options::filterAndSort, &Options::dataVersion, &Options::clone, &Options::getRows,
-      &Options::bookmarks},
-     {&Options::recordFields}},
+    {"no clone, no Sort, no version", kNoClone},
+    {"clone without GetRows", kNoSort + Can{&Options::getRows}},
+    {"clone that is a snapshot", kNoVersion, {&Options::snapshots}},
+    {"minimal, positions", kMinimal + Can{&Options::bookmarks, &Options::fieldTypes}, {}, true},
+    {"minimal, bookmarks", kMinimal + Can{&Options::absolutePosition, &Options::fieldTypes}},
+    {"minimal, the fields of a record", kMinimal + Can{&Options::bookmarks}, {&Options::recordFields}},
     {"snapshot with the fields of a record",
-     {&Options::filterAndSort, &Options::dataVersion, &Options::getRows},
+     kNoVersion + Can{&Options::getRows},
      {&Options::snapshots, &Options::recordFields}},
-    {"clone with bookmarks only",
-     {&Options::absolutePosition, &Options::filterAndSort, &Options::dataVersion}},
-    {"count unknown", {&Options::knowsCount, &Options::filterAndSort, &Options::dataVersion}},
+    {"clone with bookmarks only", kNoVersion + Can{&Options::absolutePosition}},
+    {"count unknown", kNoVersion + Can{&Options::knowsCount}},
     {"neither count nor end",
-     {&Options::knowsCount, &Options::ends, &Options::clone, &Options::absolutePosition,
-      &Options::filterAndSort, &Options::dataVersion}},
+     kNoClone + Can{&Options::knowsCount, &Options::ends, &Options::absolutePosition}},
     {"neither count nor end, positions",
-     {&Options::knowsCount, &Options::ends, &Options::clone, &Options::bookmarks, &Options::filterAndSort,
-      &Options::dataVersion}},
+     kNoClone + Can{&Options::knowsCount, &Options::ends, &Options::bookmarks}},
 };
 
-/// A form with a grid: how it is opened, what accepts there, and what stands around the answer.
+/// A form with a grid: how it is opened, what accepts there, and what is asked after the answer.
 struct Form {
     const wchar_t* operation;
     UINT accept;
@@ -135,99 +131,80 @@ protected:
 
 TEST_F(ShownTest, WhatIsHighlightedIsDeliveredByEveryFormFromEveryKindOfRecordSet) {
     host.data->Returns(L"GetConnection", Variant(), true);
+    const auto place = [this](const wchar_t* sort, long position) {
+        host.set->SetSort(sort);
+        host.set->SetPosition(position);
+    };
     for (const Form& form : kForms) {
         for (const Kind& kind : kKinds) {
             SCOPED_TRACE(::testing::PrintToString(std::wstring(form.operation)) + ", " + kind.name);
             Use(kind);
             std::wstring highlighted;
             // A sink that fails, after it has turned everything round.
-            host.sink->On(L"AceptarSeleccion", [this](Invocation&) {
+            host.sink->On(L"AceptarSeleccion", [&](Invocation&) {
                 host.sink->Accepts({L"AceptarSeleccion"});
-                host.set->SetSort(L"x DESC");
-                host.set->SetPosition(1);
+                place(L"x DESC", 1);
                 RaiseHostError();
             });
-            const Script scene = {Rows("opened"),
-                                  Keys({VK_DOWN, VK_DOWN}),
-                                  Rows("moved"),
-                                  Key(VK_F9, VK_SHIFT),
-                                  Rows("sorted"),
-                                  Keys({VK_HOME, VK_DOWN}),
-                                  Rows("moved where sorted"),
-                                  Key(VK_F9),
-                                  Rows("sorted back"),
-                                  Refused(form, "moved", [this] { host.set->SetPosition(5); }),
-                                  Refused(form, "sorted",
-                                          [this] {
-                                              host.set->SetSort(L"x DESC");
-                                              host.set->SetPosition(0);
-                                          }),
-                                  Refused(form, "changed", [this] { Fill(L"fila otra "); }),
-                                  Refused(form, "filtered",
-                                          [this] {
-                                              host.set->SetSort(L"");
-                                              host.set->SetFilter(L"pares");
-                                              host.set->SetPosition(1);
-                                          }),
-                                  Key(VK_F7),
-                                  InBox(),
-                                  Type(L"x"),
-                                  Key(VK_RETURN),
-                                  Rows("filtered"),
-                                  InGrid(),
-                                  Key(VK_DOWN),
-                                  Rows("moved where filtered"),
-                                  Do([this] { Fill(L"fila nueva "); }),
-                                  Tool(L"Último registro"),
-                                  Rows("last"),
-                                  Key(VK_UP),
-                                  Key(form.accept),
-                                  Box(kHostErrorText),
-                                  Rows("after the failure"),
-                                  Forget(),
-                                  Do([&] { highlighted = Code(ReadGrid(Item(IDC_DATAGRID)).Selected()); }),
-                                  Key(form.accept)};
-            EXPECT_FALSE(Show({form.operation}, scene));
+            const Script moved{Rows("opened"),
+                               Keys({VK_DOWN, VK_DOWN}),
+                               Rows("moved"),
+                               Key(VK_F9, VK_SHIFT),
+                               Rows("sorted"),
+                               Keys({VK_HOME, VK_DOWN}),
+                               Rows("moved where sorted"),
+                               Key(VK_F9),
+                               Rows("sorted back")};
+            const auto filtered = [&] {
+                host.set->SetFilter(L"pares");
+                place(L"", 1);
+            };
+            EXPECT_FALSE(Show(
+                {form.operation},
+                {moved,
+                 {Refused(form, "moved", [&] { host.set->SetPosition(5); }),
+                  Refused(form, "sorted", [&] { place(L"x DESC", 0); }),
+                  Refused(form, "changed", [this] { Fill(L"fila otra "); }),
+                  Refused(form, "filtered", filtered)},
+                 {Key(VK_F7), InBox(), Type(L"x"), Key(VK_RETURN), Rows("filtered"), InGrid(), Key(VK_DOWN),
+                  Rows("moved where filtered")},
+                 {Do([this] { Fill(L"fila nueva "); }), Tool(L"Último registro"), Rows("last"), Key(VK_UP),
+                  Key(form.accept), Box(kHostErrorText), Rows("after the failure"), Forget()},
+                 Do([&] { highlighted = Code(ReadGrid(Grid()).Selected()); }),
+                 Key(form.accept)}));
             EXPECT_TRUE(highlighted.starts_with(L"fila nueva "));
-            Log expected{L"AceptarSeleccion(&0, &ctl, \"" + highlighted + L"\")"};
-            expected.insert(expected.end(), form.after.begin(), form.after.end());
-            EXPECT_THAT(TakeLog(), ElementsAreArray(expected));
+            EXPECT_EQ(TakeLog(), Log{L"AceptarSeleccion(&0, &ctl, \"" + highlighted + L"\")"} + form.after);
         }
     }
 }
 
 TEST_F(ShownTest, EveryCommandLooksBeforeItDoesAnythingWithTheRecord) {
-    struct Case {
+    const struct {
         const wchar_t* operation;
         const wchar_t* className;
-        Script press;
-    };
-    const Case cases[] = {
-        {L"ShowSelec", L"prueba", Keys({VK_F5})},
-        {L"ShowSelec", L"prueba", Key('C', VK_CONTROL)},
-        {L"ShowSelec", L"prueba", Key('L', VK_CONTROL)},
-        {L"ShowSelec", L"ordenes", DoubleClick()},
-        {L"ShowSelec", L"hordenes", DoubleClick()},
-        {L"ShowSelecAdd", L"prueba", Keys({VK_RETURN})},
-        {L"ShowSelecTrueFalse", L"prueba", Keys({VK_RETURN})},
-        {L"ShowSelecTrueFalse", L"prueba", Keys({VK_SPACE})},
-        {L"ShowRegistros", L"prueba", Keys({VK_F4})},
-        {L"ShowRegistros", L"prueba", Keys({VK_RETURN})},
-        {L"ShowRegistros", L"prueba", Keys({VK_DELETE})},
+        std::vector<Script> commands;
+    } cases[] = {
+        {L"ShowSelec", L"prueba", {Key(VK_F5), Key('C', VK_CONTROL), Key('L', VK_CONTROL)}},
+        {L"ShowSelec", L"ordenes", {DoubleClick()}},
+        {L"ShowSelec", L"hordenes", {DoubleClick()}},
+        {L"ShowSelecAdd", L"prueba", {Key(VK_RETURN)}},
+        {L"ShowSelecTrueFalse", L"prueba", {Key(VK_RETURN), Key(VK_SPACE)}},
+        {L"ShowRegistros", L"prueba", {Key(VK_F4), Key(VK_RETURN), Key(VK_DELETE)}},
     };
     host.sink->Accepts({L"AceptarModificar", L"AceptarEliminar", L"clsEvents_AceptaSeleccion"});
-    for (const Case& each : cases) {
+    for (const auto& each : cases) {
         SCOPED_TRACE(&each - cases);
         Use(kKinds[0]);
         host.className = each.className;
-        EXPECT_FALSE(Show({each.operation},
-                          {Forget(), Do([this] { host.set->SetPosition(5); }), each.press, Do([this] {
-                               EXPECT_EQ(TopWindow(), Panel());
-                               EXPECT_THAT(host.log, IsEmpty());
-                               EXPECT_THAT(host.set->Table().written, IsEmpty());
-                               EXPECT_THAT(ItemText(IDC_STATUS), HasSubstr(L"se ha leído de nuevo"));
-                           }),
-                           Key(VK_ESCAPE)}));
+        Script script = Forget();
+        for (const Script& command : each.commands) {
+            script.Append({Do([this] { host.set->SetPosition((host.set->Position() + 5) % kRecords); }),
+                           command, Back(),
+                           Do([] { EXPECT_THAT(ItemText(IDC_STATUS), HasSubstr(L"se ha leído de nuevo")); }),
+                           Asked({}), Key(VK_DOWN)});
+        }
+        EXPECT_FALSE(Show({each.operation}, {script, Key(VK_ESCAPE)}));
+        EXPECT_THAT(host.set->Table().written, IsEmpty());
     }
 }
 
