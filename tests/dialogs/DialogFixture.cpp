@@ -139,49 +139,6 @@ Script DialogTest::InMenu() {
     });
 }
 
-Script DialogTest::Asked(Log asked) {
-    return Script().Do([this, asked = std::move(asked)] { EXPECT_THAT(TakeLog(), ElementsAreArray(asked)); });
-}
-
-Script DialogTest::Focused(std::function<HWND()> control) {
-    return Script().Until("the focus", [control = std::move(control)](HWND) {
-        const HWND wanted = control();
-        return wanted && GetFocus() == wanted;
-    });
-}
-
-Script DialogTest::Focused(int id) {
-    return Script().Until("the focus in " + std::to_string(id),
-                          [id](HWND) { return Item(id) && GetFocus() == Item(id); });
-}
-
-Script DialogTest::Showing(int id) {
-    return Script().Until("a dialog with " + std::to_string(id),
-                          [id](HWND top) { return GetDlgItem(top, id) != nullptr; });
-}
-
-Script DialogTest::Into(int id, const std::wstring& text) {
-    return Script().Do([id] { SetFocus(Item(id)); }).Append(Focused(id)).Type(text);
-}
-
-Script DialogTest::Set(int id, const std::wstring& text) {
-    return Script().Do([=] { SetWindowTextW(Item(id), text.c_str()); });
-}
-
-Script DialogTest::TabTo(int id) { return Script().Key(VK_TAB).Append(Focused(id)); }
-
-Script DialogTest::Click(int id) {
-    return Script().Do([id] { PostMessageW(Item(id), BM_CLICK, 0, 0); });
-}
-
-Script DialogTest::Tool(const wchar_t* caption) {
-    return Script().Do([caption] { ClickTool(caption); });
-}
-
-Script DialogTest::Close() {
-    return Script().Do([] { PostMessageW(Dialog(), WM_CLOSE, 0, 0); });
-}
-
 Script DialogTest::Question(int button, const std::wstring& text) {
     constexpr int kMessage = 0xFFFF; // the control that every message box keeps its text in
     const auto asked = [=](HWND top) {
@@ -193,8 +150,14 @@ Script DialogTest::Question(int button, const std::wstring& text) {
             })};
 }
 
-Script DialogTest::Says(int id, const std::wstring& text) {
-    return Script().Do([=] { EXPECT_EQ(ItemText(id), text); });
+void DialogTest::Count(HWND control, Counts& counts) {
+    const SUBCLASSPROC count = [](HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR,
+                                  DWORD_PTR data) __attribute__((stdcall))
+                                   ->LRESULT {
+        ++(*reinterpret_cast<Counts*>(data))[message];
+        return DefSubclassProc(window, message, first, second);
+    };
+    SetWindowSubclass(control, count, 1, reinterpret_cast<DWORD_PTR>(&counts));
 }
 
 std::wstring DialogTest::Shown(std::initializer_list<int> ids) {
@@ -227,13 +190,6 @@ int DialogTest::ToolCommand(const std::wstring& caption) {
         }
     }
     return -1;
-}
-
-void DialogTest::Loop() {
-    for (MSG message; Dialog() && GetMessageW(&message, nullptr, 0, 0) > 0;) {
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
 }
 
 HWND DialogTest::FindWindowThat(const std::function<bool(HWND)>& fits) {

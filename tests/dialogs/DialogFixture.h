@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <map>
 #include <optional>
 
 #include "com/LateObject.h"
@@ -63,28 +64,50 @@ protected:
     }
     static Script Box(std::wstring part) { return Script().Box(std::move(part)); }
     /// Expects that the host was asked just that since the last time.
-    Script Asked(Log asked);
+    Script Asked(Log asked) {
+        return Do([this, asked = std::move(asked)] { EXPECT_THAT(TakeLog(), ElementsAreArray(asked)); });
+    }
 
     // Steps that wait: for the focus in a control, for a dialog that has one, for a menu.
-    static Script Focused(std::function<HWND()> control);
-    static Script Focused(int id);
-    static Script Showing(int id);
+    static Script Focused(std::function<HWND()> control) {
+        return Until("the focus", [=](HWND) { return control() && GetFocus() == control(); });
+    }
+    static Script Focused(int id) {
+        return Until("the focus in " + std::to_string(id),
+                     [id](HWND) { return Item(id) && GetFocus() == Item(id); });
+    }
+    static Script Showing(int id) {
+        return Until("a dialog with " + std::to_string(id),
+                     [id](HWND top) { return GetDlgItem(top, id) != nullptr; });
+    }
     static Script InMenu();
     // Steps that do: go to a control and type there, press Tab and arrive, press a button, a tool, the close
     // box, answer a question that contains the text (0: by Enter).
-    static Script Into(int id, const std::wstring& text = L"");
-    static Script Set(int id, const std::wstring& text); // as from the clipboard: without the focus
-    static Script TabTo(int id);
-    static Script Click(int id);
-    static Script Tool(const wchar_t* caption);
-    static Script Close();
+    static Script Into(int id, const std::wstring& text = L"") {
+        return {Do([id] { SetFocus(Item(id)); }), Focused(id), Type(text)};
+    }
+    static Script Set(int id, const std::wstring& text) { // as from the clipboard: without the focus
+        return Do([=] { SetWindowTextW(Item(id), text.c_str()); });
+    }
+    static Script TabTo(int id) { return {Key(VK_TAB), Focused(id)}; }
+    static Script Click(int id) {
+        return Do([id] { PostMessageW(Item(id), BM_CLICK, 0, 0); });
+    }
+    static Script Tool(const wchar_t* caption) {
+        return Do([caption] { ClickTool(caption); });
+    }
+    static Script Close() {
+        return Do([] { PostMessageW(Dialog(), WM_CLOSE, 0, 0); });
+    }
     static Script Question(int button, const std::wstring& text = L"");
     // Steps that expect a control's text, the status line's.
-    static Script Says(int id, const std::wstring& text);
+    static Script Says(int id, const std::wstring& text) {
+        return Do([=] { EXPECT_EQ(ItemText(id), text); });
+    }
     static Script Says(const std::wstring& status) { return Says(IDC_STATUS, status); }
-
-    /// The host's message loop, while a dialog is open that does not wait for its end.
-    static void Loop();
+    /// Counts the messages that a control of the dialog gets, by their numbers.
+    using Counts = std::map<UINT, UINT>;
+    static void Count(HWND control, Counts& counts);
 
     /// The topmost window of this thread that is so.
     static HWND FindWindowThat(const std::function<bool(HWND)>& fits);

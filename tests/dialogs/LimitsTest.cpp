@@ -80,19 +80,6 @@ TEST_F(Limits, AMessageShowsTheFirstLinesAndTheTraceTheWhole) {
     EXPECT_THAT(m_told, HasSubstr(L"\nPrecio: ccccc"));
 }
 
-using Counts = std::map<UINT, int>;
-
-/// Counts the messages that a control of the dialog gets, by their numbers.
-void Count(HWND control, Counts& counts) {
-    const SUBCLASSPROC count = [](HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR,
-                                  DWORD_PTR data) __attribute__((stdcall))
-                                   ->LRESULT {
-        ++(*reinterpret_cast<Counts*>(data))[message];
-        return DefSubclassProc(window, message, first, second);
-    };
-    SetWindowSubclass(control, count, 1, reinterpret_cast<DWORD_PTR>(&counts));
-}
-
 TEST_F(Limits, ACriterionLooksAtItsOwnBoxAndClearingAtEachOnce) {
     host.set->Table().columns = 3000;
     host.data->Returns(L"ValidaKey", Variant(true));
@@ -114,12 +101,12 @@ TEST_F(Limits, ACriterionLooksAtItsOwnBoxAndClearingAtEachOnce) {
               Count(Item(IDC_STATUS), status);
           }),
           Type(L"b"), Do([&] {
-              EXPECT_EQ(other[WM_GETTEXT], 0);
-              EXPECT_EQ(status[WM_SETTEXT], 1);
+              EXPECT_EQ(other[WM_GETTEXT], 0U);
+              EXPECT_EQ(status[WM_SETTEXT], 1U);
           }),
           Key(VK_F7), Says(L"20 Registros   ·   Sin criterios"), Do([&] {
-              EXPECT_EQ(other[WM_GETTEXT], 1);
-              EXPECT_EQ(status[WM_SETTEXT], 2);
+              EXPECT_EQ(other[WM_GETTEXT], 1U);
+              EXPECT_EQ(status[WM_SETTEXT], 2U);
           }),
           Key(VK_ESCAPE)});
 }

@@ -173,7 +173,7 @@ TEST_F(PanelTest, TheHostsWindowsWaitForAModalOneAndItsLoopServesAnother) {
         EXPECT_FALSE(hosts::Server().MayUnload());
         EXPECT_EQ(Show({})->number, kAlreadyShown);
         const Player player({Forget(), InGrid(), Key(VK_HOME), Key(last)}, [this] { return Notes(); });
-        Loop();
+        TurnLoop();
         EXPECT_THAT(TakeLog(), ElementsAreArray(asked));
     }
 }
