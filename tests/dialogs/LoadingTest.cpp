@@ -26,26 +26,19 @@ HRESULT OpenPanel(const Server& server, FakeHost& host, bool refused = false) {
                                       ctl.GetAddressOf(), nullptr, nullptr, nullptr, nullptr);
 }
 
-/// A user who closes whatever opens in this thread.
-class Closer {
-public:
-    Closer() : m_timer(SetTimer(nullptr, 0, USER_TIMER_MINIMUM, Close)) {}
-    ~Closer() { KillTimer(nullptr, m_timer); }
-    Closer(const Closer&) = delete;
-    Closer& operator=(const Closer&) = delete;
-
-private:
-    static void CALLBACK Close(HWND /*window*/, UINT /*message*/, UINT_PTR /*id*/, DWORD /*time*/) {
+/// A user who closes whatever opens in this thread, as long as that lives.
+void CloseWhatOpens() {
+    const TIMERPROC close = [](HWND, UINT, UINT_PTR, DWORD) __attribute__((stdcall)) {
         if (const HWND top = TopWindow()) {
             PostMessageW(top, WM_CLOSE, 0, 0);
         }
-    }
-    UINT_PTR m_timer;
-};
+    };
+    SetTimer(nullptr, 0, USER_TIMER_MINIMUM, close);
+}
 
 TEST(Loading, ThousandsOfTimesLeavesNothing) {
     constexpr int kTimes = 3000;
-    const Closer closer;
+    CloseWhatOpens();
     const auto run = [](int cycles) {
         for (int i = 0; i < cycles && !::testing::Test::HasFailure(); ++i) {
             const bool refused = i % 100 != 0;
@@ -93,7 +86,7 @@ TEST(Loading, SeveralApartmentsOpenAtOnce) {
             apartments.emplace_back([&] {
                 CoInitialize(nullptr);
                 {
-                    const Closer closer;
+                    CloseWhatOpens();
                     FakeHost host;
                     for (int opening = 0; opening < 60; ++opening) {
                         together.arrive_and_wait();
