@@ -149,34 +149,27 @@ TEST_F(FrameServices, TheTraceTellsWhatWentOutAndWhatCameBack) {
     EXPECT_FALSE(com::Trace::Enabled());
 }
 
-constexpr wchar_t kProgId[] = L"PruebasDeDialogos.Componente";
-
-/// One component that plays every part, registered for this process; the environment's key is a private one.
+/// One component that plays every part; the environment's key is a private one.
 class FrameEnvironment : public FrameServices {
 protected:
-    void SetUp() override {
+    FrameEnvironment() {
         CoInitialize(nullptr);
         m_registered.emplace(component.Get());
-        Store(HKEY_CLASSES_ROOT, std::wstring(kProgId) + L"\\CLSID", nullptr, Component::Name());
         RegCreateKeyW(HKEY_CURRENT_USER, kRoot, &m_root);
         RegOverridePredefKey(HKEY_CURRENT_USER, m_root);
     }
-    void TearDown() override {
+    ~FrameEnvironment() override {
         frame::Environment::Release();
         EXPECT_EQ(component->References(), 2); // ours and the factory's
         RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
         RegCloseKey(m_root);
         RegDeleteTreeW(HKEY_CURRENT_USER, kRoot);
-        RegDeleteTreeW(HKEY_CLASSES_ROOT, kProgId);
         m_registered.reset();
         CoUninitialize();
     }
-    static void Store(HKEY root, const std::wstring& key, const wchar_t* name, const std::wstring& value) {
-        RegSetKeyValueW(root, key.c_str(), name, REG_SZ, value.c_str(),
+    static void Store(const wchar_t* key, const wchar_t* name, const std::wstring& value) {
+        RegSetKeyValueW(HKEY_CURRENT_USER, key, name, REG_SZ, value.c_str(),
                         static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
-    }
-    static void Name(const wchar_t* part, const wchar_t* progId = kProgId) {
-        Store(HKEY_CURRENT_USER, L"SOFTWARE\\Tamvelo\\Global\\Configuracion\\Entorno", part, progId);
     }
 
     Log log;
@@ -199,16 +192,12 @@ public:
 
 TEST_F(FrameEnvironment, ComponentsOfTheHostAreCalledInPlaceOfOurs) {
     for (const wchar_t* part : {L"Configuracion", L"Archivos", L"Errores", L"Foco"}) {
-        Name(part);
+        Store(L"SOFTWARE\\Tamvelo\\Global\\Configuracion\\Entorno", part, Component::Name());
     }
-    const auto nothing = [](Invocation&) {};
-    for (const wchar_t* member :
-         {L"RestaurarPosicion", L"GuardarPosicion", L"GuardarValor", L"Mostrar", L"Recibir"}) {
-        component->On(member, nothing);
-    }
+    component->Accepts({L"RestaurarPosicion", L"GuardarPosicion", L"GuardarValor", L"Mostrar", L"Recibir"});
     component->On(L"LeerValor", [](Invocation& call) { call.WriteBack(2, Variant(L"leído")); });
-    component->On(L"RutaBarra", [](Invocation& call) { call.Return(Variant(L"C:\\b.atb")); });
-    component->On(L"Existe", [](Invocation& call) { call.Return(Variant(true)); });
+    component->Returns(L"RutaBarra", Variant(L"C:\\b.atb"));
+    component->Returns(L"Existe", Variant(true));
     component->On(L"CarpetaCuadriculas", [](Invocation& call) {
         call.WriteBack(1, Variant(true));
         call.Return(Variant(L"C:\\g\\"));
@@ -238,18 +227,8 @@ TEST_F(FrameEnvironment, AValueOfAMegabyteIsNeitherWrittenNorRead) {
     frame::WriteRegistryText(L"k", L"n", huge.substr(0, 32'000));
     EXPECT_EQ(frame::ReadRegistryText(L"k", L"n")->size(), 32'000U);
     EXPECT_THROW(frame::WriteRegistryText(L"k", L"n", huge), com::Error);
-    Store(HKEY_CURRENT_USER, L"k", L"n", huge);
+    Store(L"k", L"n", huge);
     EXPECT_FALSE(frame::ReadRegistryText(L"k", L"n"));
-}
-
-TEST_F(FrameEnvironment, AComponentThatCannotBeMadeNamesItself) {
-    Name(L"Configuracion", L"No.Existe");
-    try {
-        frame::Environment::Get().GetSettings();
-        ADD_FAILURE() << "made";
-    } catch (const com::Error& error) {
-        EXPECT_NE(error.description.find(L"«No.Existe»"), std::wstring::npos);
-    }
 }
 
 } // namespace
