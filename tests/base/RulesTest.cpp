@@ -227,18 +227,6 @@ TEST(SelectionAnswers, NamesFindRulesAndJoins) {
     EXPECT_EQ(join({L"", L"a=1", L"", L"b=2", L""}), L"a=1 And b=2");
 }
 
-TEST(SearchModes, BoxesListAndFocusOfEachOption) {
-    std::string shown;
-    for (const SearchMode& mode : kSearchModes) {
-        EXPECT_TRUE(mode.boxes.at(static_cast<size_t>(mode.focus)));
-        for (size_t i = 0; i < mode.boxes.size(); ++i) {
-            shown += mode.boxes.at(i) ? static_cast<char>('0' + i) : '-';
-        }
-        shown += mode.list ? "L " : " ";
-    }
-    EXPECT_EQ(shown, "0-- -12 -1- --2 0--L ");
-}
-
 TEST(SearchModes, OnlyAnIndexInRangeIsRememberedAndKindsHaveTheirFields) {
     for (const auto& [text, index] :
          {std::pair{L"0", 0}, {L"4", 4}, {L"5", -1}, {L"-1", -1}, {L"", -1}, {L"dos", -1}}) {

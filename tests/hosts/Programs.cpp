@@ -1,6 +1,9 @@
 #include "Programs.h"
 
+#include <direct.h>
+
 #include <algorithm>
+#include <cstdio>
 #include <iterator>
 
 #include "Server.h"
@@ -59,36 +62,16 @@ void Read(HKEY parent, const std::wstring& name, const std::wstring& path,
 } // namespace
 
 Finished RunProgram(const std::wstring& command) {
-    HANDLE reading = nullptr;
-    HANDLE writing = nullptr;
-    SECURITY_ATTRIBUTES inherited{sizeof(inherited), nullptr, TRUE};
-    if (!CreatePipe(&reading, &writing, &inherited, 0)) {
-        com::ThrowLastError(L"CreatePipe");
-    }
-    SetHandleInformation(reading, HANDLE_FLAG_INHERIT, 0);
-    STARTUPINFOW start{};
-    start.cb = sizeof(start);
-    start.dwFlags = STARTF_USESTDHANDLES;
-    start.hStdOutput = start.hStdError = writing;
-    PROCESS_INFORMATION process{};
-    std::wstring line = command;
-    const BOOL made = CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr,
-                                     Folder().c_str(), &start, &process);
-    CloseHandle(writing);
-    if (!made) {
-        CloseHandle(reading);
+    _wchdir(Folder().c_str());
+    FILE* const output = _wpopen((command + L" 2>&1").c_str(), L"rb");
+    if (!output) {
         com::ThrowLastError(command);
     }
     Finished finished{};
-    char buffer[4096];
-    for (DWORD got = 0; ReadFile(reading, buffer, sizeof(buffer), &got, nullptr) && got > 0;) {
-        finished.output.append(buffer, got);
+    for (int got = fgetc(output); got != EOF; got = fgetc(output)) {
+        finished.output += static_cast<char>(got);
     }
-    CloseHandle(reading);
-    WaitForSingleObject(process.hProcess, INFINITE);
-    GetExitCodeProcess(process.hProcess, &finished.code);
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
+    finished.code = static_cast<DWORD>(_pclose(output));
     return finished;
 }
 

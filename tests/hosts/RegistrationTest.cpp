@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "Programs.h"
 #include "Server.h"
 #include "com/Error.h"
@@ -11,21 +13,11 @@ namespace {
 using Snapshot = std::map<std::wstring, std::wstring>;
 using Install = HRESULT STDAPICALLTYPE(BOOL, PCWSTR);
 
-/// What is in one of the snapshots only, or differs, for a readable failure.
+/// What is in one of the snapshots only, for a readable failure.
 std::string Difference(const Snapshot& before, const Snapshot& after) {
-    std::wstring text;
-    for (const auto& [key, value] : after) {
-        const auto found = before.find(key);
-        if (found == before.end() || found->second != value) {
-            text += L"+ " + key + L"\n";
-        }
-    }
-    for (const auto& entry : before) {
-        if (!after.contains(entry.first)) {
-            text += L"- " + entry.first + L"\n";
-        }
-    }
-    return testing::PrintToString(text);
+    std::vector<std::pair<std::wstring, std::wstring>> found;
+    std::ranges::set_symmetric_difference(before, after, std::back_inserter(found));
+    return testing::PrintToString(found);
 }
 
 /// An object by its name, as a script makes it.

@@ -156,42 +156,46 @@ TEST(CallOut, TheHostHasItsFloatingPointTrapsInEveryCall) {
 TEST(CallOut, AnErrorKeepsWhatTheHostSaidAndNamesTheCall) {
     Foreign host;
     LateObject object(static_cast<IDispatch*>(&host), L"MyClase");
-    const auto failure = [&](Foreign::Failure kind) {
+    com::PublishError(Error(E_FAIL, L"De antes."), IID_NULL); // must not be taken for this call's
+    const struct {
+        Foreign::Failure kind;
+        Error said;
+        const wchar_t* helpFile;
+        DWORD helpContext;
+    } cases[] = {
+        {Foreign::Failure::Bare,
+         {RPC_E_DISCONNECTED, L"«MyClase».Requery: " + com::SystemText(RPC_E_DISCONNECTED),
+          L"«MyClase».Requery"},
+         L"",
+         0},
+        {Foreign::Failure::Deferred, {E_ACCESSDENIED, L"Lo pienso y no.", L"Anfitrión"}, L"", 0},
+        {Foreign::Failure::Full,
+         {static_cast<HRESULT>(0x800A0201), L"Bloqueado.", L"Anfitrión"},
+         L"ayuda.chm",
+         7},
+        {Foreign::Failure::ErrorObject, {E_FAIL, L"Con objeto.", L"«MyClase».Requery"}, L"", 9},
+    };
+    for (const auto& [kind, expected, helpFile, helpContext] : cases) {
+        SCOPED_TRACE(::testing::PrintToString(expected.description));
         host.failure = kind;
         try {
             object.Call(L"Requery");
             ADD_FAILURE() << "no error";
         } catch (const Error& error) {
             EXPECT_EQ(error.call, L"«MyClase».Requery");
-            EXPECT_NE(com::DescriptionWithCall(error).find(L"«MyClase».Requery"), std::wstring::npos);
-            return error;
+            EXPECT_NE(com::DescriptionWithCall(error).find(error.call), std::wstring::npos);
+            EXPECT_EQ(error.number, expected.number);
+            EXPECT_EQ(error.source, expected.source);
+            EXPECT_EQ(error.description, expected.description);
+            EXCEPINFO passedOn{};
+            com::FillExcepInfo(error, &passedOn);
+            EXPECT_EQ(std::wstring(passedOn.bstrHelpFile ? passedOn.bstrHelpFile : L""), helpFile);
+            EXPECT_EQ(passedOn.dwHelpContext, helpContext);
+            for (BSTR text : {passedOn.bstrSource, passedOn.bstrDescription, passedOn.bstrHelpFile}) {
+                SysFreeString(text);
+            }
         }
-        return Error(S_OK, L"");
-    };
-    com::PublishError(Error(E_FAIL, L"De antes."), IID_NULL); // must not be taken for this call's
-    const Error bare = failure(Foreign::Failure::Bare);
-    EXPECT_EQ(bare.number, RPC_E_DISCONNECTED);
-    EXPECT_EQ(bare.source, L"«MyClase».Requery");
-    EXPECT_EQ(bare.description, L"«MyClase».Requery: " + com::SystemText(RPC_E_DISCONNECTED));
-    const Error deferred = failure(Foreign::Failure::Deferred);
-    EXPECT_EQ(deferred.number, E_ACCESSDENIED);
-    EXPECT_EQ(deferred.description, L"Lo pienso y no.");
-    EXPECT_EQ(deferred.source, L"Anfitrión");
-    const Error full = failure(Foreign::Failure::Full);
-    EXPECT_EQ(full.number, static_cast<HRESULT>(0x800A0201));
-    EXPECT_EQ(full.helpFile, L"ayuda.chm");
-    EXPECT_EQ(full.helpContext, 7U);
-    EXCEPINFO passedOn{};
-    com::FillExcepInfo(full, &passedOn);
-    EXPECT_STREQ(passedOn.bstrHelpFile, L"ayuda.chm");
-    EXPECT_EQ(passedOn.dwHelpContext, 7U);
-    for (BSTR text : {passedOn.bstrSource, passedOn.bstrDescription, passedOn.bstrHelpFile}) {
-        SysFreeString(text);
     }
-    const Error object9 = failure(Foreign::Failure::ErrorObject);
-    EXPECT_EQ(object9.description, L"Con objeto.");
-    EXPECT_EQ(object9.source, L"«MyClase».Requery");
-    EXPECT_EQ(object9.helpContext, 9U);
 }
 
 TEST(CallOut, AWalkThatFailsIsAnErrorAndNotTheEnd) {

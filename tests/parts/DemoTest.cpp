@@ -160,38 +160,6 @@ TEST_F(DemoHost, TheRecordSetHasTheShapeThatGridsRead) {
     call(articles, L"FindRecord", {L"03000004"}, L"44/320");
 }
 
-TEST_F(DemoHost, WhatIsTypedBecomesAFilterOfTheFieldsKind) {
-    const HWND edit =
-        CreateWindowW(L"EDIT", L"", WS_CHILD, 0, 0, 50, 20, HWND_MESSAGE, nullptr, nullptr, nullptr);
-    LateObject box(MakeTextControl(edit, L"TxtFields", 3).Get(), L"ctl");
-    const struct {
-        const wchar_t* field;
-        const wchar_t* typed;
-        long bound;
-        const wchar_t* filter; // none: refused
-    } cases[] = {
-        {L"descripcion", L" *Güell_ ", 0, L"sin_acentos(descripcion) Like '%guell\\_' Escape '\\'"},
-        {L"descripcion", L"D'Órs", 2, L"descripcion <= 'D''Órs'"},
-        {L"descripcion", L"a", 3, nullptr},
-        {L"precio", L"1.234,5", 1, L"precio >= importe('1.234,5')"},
-        {L"precio", L"1.23.456", 1, nullptr},
-        {L"activo", L" 0 - No", 0, L"activo = 0"},
-        {L"activo", L" 2 - Todos", 0, L""},
-    };
-    for (const auto& [field, typed, bound, filter] : cases) {
-        box.Put(L"DataField", field);
-        box.Put(L"Text", typed);
-        if (filter) {
-            EXPECT_EQ(articles.Call(L"CreateFilter", {box.Get(), bound}).ToText(), filter);
-            articles.Call(L"AplyFilter", {filter});
-        } else {
-            EXPECT_THROW(articles.Call(L"CreateFilter", {box.Get(), bound}), com::Error);
-        }
-    }
-    DestroyWindow(edit);
-    EXPECT_THROW(box.Call(L"Text"), com::Error);
-}
-
 TEST(DemoReports, ConditionsActRowsAreSummedAndEveryReportCanBeMade) {
     Database database = OpenSampleData(L":memory:", kArticles);
     database.Execute(
