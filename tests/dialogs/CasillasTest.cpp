@@ -89,80 +89,72 @@ TEST_F(CasillasTest, TheEventFollowsTheAnswerWithThreeTexts) {
 }
 
 TEST_F(CasillasTest, MarksAreMadeOneByOneAndAllAtOnce) {
-    const Log all{L"GetConnection()", L"Aceptar_todos(&\"conexión\")", kRequery};
-    const Log none{L"GetConnection()", L"Denegar_todos(&\"conexión\")", kRequery};
-    const Script every = Counts(L"20 marcadas");
-    const Script no = Counts(L"0 marcadas");
+    const Script every{Counts(L"20 marcadas"),
+                       Asked({L"GetConnection()", L"Aceptar_todos(&\"conexión\")", kRequery})};
+    const Script none{Counts(L"0 marcadas"),
+                      Asked({L"GetConnection()", L"Denegar_todos(&\"conexión\")", kRequery})};
     const Script two = Counts(L"2 marcadas");
     const Script three = Counts(L"3 marcadas");
-    const std::pair<Script, Log> cases[] = {
-        {{three, Key(VK_SPACE), two, Key(VK_SPACE), three}, {}},
-        {{ClickMark(WM_LBUTTONDOWN), two, ClickMark(WM_LBUTTONDBLCLK), three}, {}},
-        {{ClickMark(WM_RBUTTONDOWN), three}, {}}, // that is for the menu
-        {{Keys({VK_DOWN, VK_DOWN, VK_SPACE, VK_UP, VK_SPACE}), Counts(L"1 marcada", 2)}, {}},
-        {{Click(IDC_LBLTODOS), every}, all},
-        {{Into(IDC_LBLTODOS), Key(VK_SPACE), every}, all},
-        {{Into(IDC_LBLTODOS), Key(VK_RETURN), every}, all},
-        {{Key('T', VK_CONTROL), every}, all},
-        {{Into(IDC_LBLNINGUNO), Key(VK_RETURN), no}, none},
-        {{Key('U', VK_CONTROL), no}, none},
-        // While a search hides rows the links say that they reach them; then every record is there.
-        {{Says(IDC_LBLTODOS, L"    Selec. Todos"), Says(IDC_LBLNINGUNO, L"Selec. Ninguno"),
-          Do([] { EXPECT_FALSE(IsShown(IDC_LBLALCANCE)); }), Into(IDC_TXTFIELDS0, L"ma"),
-          Click(IDC_CMDBUSCAR), Do([] { EXPECT_TRUE(IsShown(IDC_LBLALCANCE)); }),
-          Says(IDC_LBLTABLE, L"Filtro: campo=ma"), Says(L"Registro 1 de 10   ·   2 marcadas"), Forget(),
-          Do([this] { host.data->On(L"Requery", [this](Invocation&) { host.set->SetFilter(L""); }); }),
-          Click(IDC_LBLTODOS), every, Do([] { EXPECT_FALSE(IsShown(IDC_LBLALCANCE)); }),
-          Says(IDC_LBLTABLE, L"")},
-         all},
-    };
-    for (const auto& [script, asked] : cases) {
-        SCOPED_TRACE((&asked - &cases[0].second) / 2);
-        MarkFirst(3);
-        EXPECT_FALSE(Show(0, 0, {Forget(), script, Key(VK_ESCAPE)}));
-        EXPECT_THAT(TakeLog(), ElementsAreArray(asked));
-    }
+    const Script one{three,
+                     Key(VK_SPACE),
+                     two,
+                     Key(VK_SPACE),
+                     three,
+                     ClickMark(WM_LBUTTONDOWN),
+                     two,
+                     ClickMark(WM_LBUTTONDBLCLK),
+                     three,
+                     ClickMark(WM_RBUTTONDOWN),
+                     three, // that is for the menu
+                     Keys({VK_DOWN, VK_DOWN, VK_SPACE, VK_UP, VK_SPACE}),
+                     Counts(L"1 marcada", 2),
+                     Asked({})};
+    const Script all{Click(IDC_LBLTODOS),
+                     every,
+                     Click(IDC_LBLNINGUNO),
+                     none,
+                     Into(IDC_LBLTODOS),
+                     Key(VK_SPACE),
+                     every,
+                     Into(IDC_LBLNINGUNO),
+                     Key(VK_RETURN),
+                     none,
+                     Into(IDC_LBLTODOS),
+                     Key(VK_RETURN),
+                     every,
+                     Key('U', VK_CONTROL),
+                     none,
+                     Key('T', VK_CONTROL),
+                     every};
+    const auto reach = [](bool shown) { return Do([=] { EXPECT_EQ(IsShown(IDC_LBLALCANCE), shown); }); };
+    // While a search hides rows the links say that they reach them; then every record is there.
+    EXPECT_FALSE(Show(
+        0, 0,
+        {Forget(), one, all, Says(IDC_LBLTODOS, L"    Selec. Todos"), Says(IDC_LBLNINGUNO, L"Selec. Ninguno"),
+         reach(false), Into(IDC_TXTFIELDS0, L"ma"), Click(IDC_CMDBUSCAR), reach(true),
+         Says(IDC_LBLTABLE, L"Filtro: campo=ma"), Says(L"Registro 1 de 10   ·   10 marcadas"), Forget(),
+         Do([this] { host.data->On(L"Requery", [this](Invocation&) { host.set->SetFilter(L""); }); }),
+         Click(IDC_LBLTODOS), every, reach(false), Says(IDC_LBLTABLE, L""), Key(VK_ESCAPE)}));
 }
 
 TEST_F(CasillasTest, SpaceMarksTheCurrentColumnOrTheFirstToPlanNeverOtherData) {
-    constexpr short kActivo = 4;
-    constexpr short kPlanificar = 6;
     RecordTable& table = host.set->Table();
     table.options.fieldTypes = false; // what is a mark shows in the values
+    table.names = {{6, L"PLANIFICAR_2"}};
     table.value = [](long, short column) {
-        return column == kActivo || column == kPlanificar ? Variant(false) : Variant(L"x");
-    };
-    const Script toActivo = Keys({VK_HOME, VK_LEFT, VK_LEFT, VK_LEFT, VK_LEFT});
-    const struct {
-        std::map<short, const wchar_t*> names;
-        Script keys;
-        std::vector<short> written;
-        Script says;
-    } cases[] = {
-        {{{kPlanificar, L"PLANIFICAR_2"}}, {}, {kPlanificar}, Counts(L"0 y 1 marcadas")},
-        {{{kPlanificar, L"Planificar"}}, toActivo, {kActivo}, Counts(L"1 y 0 marcadas")},
-        {{}, {}, {}, Says(L"Para marcar, vaya antes a la columna de la casilla.")},
-    };
-    for (const auto& each : cases) {
-        SCOPED_TRACE(&each - cases);
-        table.names = each.names;
-        table.written.clear();
-        ++table.version;
-        EXPECT_FALSE(Show(0, 0, {each.keys, Key(VK_SPACE), each.says, Key(VK_ESCAPE)}));
-        std::vector<short> written;
-        for (const auto& [cell, value] : table.written) {
-            written.push_back(cell.second);
-        }
-        EXPECT_EQ(written, each.written);
-    }
-}
-
-TEST_F(CasillasTest, TheLookIsKeptForTheClassAndItsNumber) {
-    host.set->Table().names = {{kMark, L"Planificar"}, {6, L"Planificar_2"}};
-    host.set->Table().options.fieldTypes = false;
-    host.set->Table().value = [](long, short column) {
         return column == kMark || column == 6 ? Variant(false) : Variant(L"x");
     };
+    EXPECT_FALSE(Show(0, 0,
+                      {Key(VK_SPACE), Counts(L"0 y 1 marcadas"),
+                       Keys({VK_HOME, VK_LEFT, VK_LEFT, VK_LEFT, VK_LEFT, VK_SPACE}),
+                       Counts(L"1 y 1 marcadas"), Key(VK_ESCAPE)}));
+    table.written.clear();
+    table.names.clear();
+    const wchar_t* const hint = L"Para marcar, vaya antes a la columna de la casilla.";
+    EXPECT_FALSE(Show(0, 0, {Key(VK_SPACE), Says(hint), Key(VK_ESCAPE)}));
+    EXPECT_TRUE(table.written.empty());
+    // The look is kept for the class and its number.
+    table.names = {{kMark, L"Planificar"}, {6, L"Planificar_2"}};
     EXPECT_FALSE(Show(0, 7, {Key(VK_ADD, VK_CONTROL), Key(VK_ESCAPE)}));
     EXPECT_THAT(ReadText(File(L"frmSelecTFprueba_7.grx")), HasSubstr("[columna Planificar]"));
     const auto searched = [](const wchar_t* caption) {
