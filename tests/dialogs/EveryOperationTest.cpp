@@ -5,7 +5,7 @@
 
 #include <commctrl.h>
 
-#include <map>
+#include <set>
 
 #include "frame/Resources.h"
 #include "search/Resources.h"
@@ -41,7 +41,7 @@ constexpr std::pair<std::wstring_view, const wchar_t*> kNamed[] = {
 
 /// The key after the "&" of each text; a key that two of them have is a failure.
 void ExpectKeysOnce(const Texts& texts) {
-    std::map<wchar_t, std::wstring> taken;
+    std::set<wchar_t> taken;
     for (const std::wstring& text : texts) {
         size_t at = 0;
         while ((at = text.find(L'&', at)) != std::wstring::npos && text[at + 1] == L'&') {
@@ -49,9 +49,7 @@ void ExpectKeysOnce(const Texts& texts) {
         }
         if (at != std::wstring::npos) {
             wchar_t key[] = {text[at + 1], L'\0'};
-            CharUpperW(key);
-            const auto [first, isNew] = taken.emplace(key[0], text);
-            EXPECT_TRUE(isNew) << ::testing::PrintToString(first->second + L" | " + text);
+            EXPECT_TRUE(taken.insert(*CharUpperW(key)).second) << ::testing::PrintToString(texts);
         }
     }
 }
@@ -140,9 +138,9 @@ protected:
                 ExpectKeysOnce(m_menu);
             })};
     }
-    /// The tips of the tools that are on the bar, as the bar shows them.
-    static Texts Tips() {
-        Texts tips;
+    /// The tips of the tools that are on the bar, as the bar shows them, and the menu that was read last.
+    std::wstring Named() {
+        std::wstring texts = L"|";
         for (WPARAM i = 0; i < Tools(); ++i) {
             TBBUTTON button{};
             SendMessageW(Bar(), TB_GETBUTTON, i, reinterpret_cast<LPARAM>(&button));
@@ -153,34 +151,26 @@ protected:
                 asked.hdr.code = TTN_GETDISPINFOW;
                 asked.lpszText = asked.szText;
                 SendMessageW(Bar(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&asked));
-                tips.emplace_back(asked.lpszText);
-                EXPECT_TRUE(tips.back().ends_with(L")") || tips.back() == L"Filtro aplicado")
-                    << ::testing::PrintToString(tips.back());
+                texts += asked.lpszText + std::wstring(L"|");
+                EXPECT_TRUE(texts.ends_with(L")|") || texts.ends_with(L"|Filtro aplicado|"));
             }
         }
-        return tips;
+        for (const std::wstring& item : m_menu) {
+            texts += item + L"|";
+        }
+        return texts;
     }
     /// Expects it in order: its tabs as they stand on screen, no access key twice, keys named.
     Script Look(std::wstring_view operation) {
-        return {Do([] { ExpectOrderlyControls(Dialog()); }), Menu([] {
-                    if (IsShown(IDC_CMDPERIODO)) {
-                        PostMessageW(Item(IDC_CMDPERIODO), BM_CLICK, 0, 0);
-                    }
-                }),
-                Menu([] {
-                    PostMessageW(Item(IsShown(IDC_DATAGRID) ? IDC_DATAGRID : IDC_LIST1), WM_CONTEXTMENU, 0,
-                                 -1);
-                }),
-                Do([this, operation] {
-                    std::wstring texts = L"|";
-                    for (const Texts& each : {Tips(), m_menu}) {
-                        for (const std::wstring& text : each) {
-                            texts += text + L"|";
-                        }
-                    }
+        const auto periods = [] {
+            PostMessageW(IsShown(IDC_CMDPERIODO) ? Item(IDC_CMDPERIODO) : nullptr, BM_CLICK, 0, 0);
+        };
+        const auto list = [] {
+            PostMessageW(Item(IsShown(IDC_DATAGRID) ? IDC_DATAGRID : IDC_LIST1), WM_CONTEXTMENU, 0, -1);
+        };
+        return {Do([] { ExpectOrderlyControls(Dialog()); }), Menu(periods), Menu(list), Do([this, operation] {
                     for (const auto& [name, part] : kNamed) {
-                        EXPECT_TRUE(name != operation || texts.find(part) != texts.npos)
-                            << ::testing::PrintToString(texts);
+                        EXPECT_THAT(Named(), HasSubstr(name == operation ? part : L""));
                     }
                 })};
     }
