@@ -117,12 +117,8 @@ protected:
     Script Menu(std::function<void()> open) {
         return {
             Do(std::move(open)), Do([this] {
-                HWND window = nullptr;
-                const WNDENUMPROC look = [](HWND each, LPARAM out) __attribute__((stdcall))->BOOL {
-                    const bool menu = IsA(each, L"#32768") && IsWindowVisible(each);
-                    return menu ? (*reinterpret_cast<HWND*>(out) = each, FALSE) : TRUE;
-                };
-                EnumThreadWindows(GetCurrentThreadId(), look, reinterpret_cast<LPARAM>(&window));
+                const HWND window =
+                    FindWindowThat([](HWND each) { return IsA(each, L"#32768") && IsWindowVisible(each); });
                 const auto menu =
                     reinterpret_cast<HMENU>(window ? SendMessageW(window, MN_GETHMENU, 0, 0) : 0);
                 m_menu.clear();
