@@ -10,66 +10,49 @@ constexpr HRESULT kAlreadyShown = static_cast<HRESULT>(0x800A0190);
 constexpr wchar_t kClear[] = L"AplyFilter(\"\")";
 
 TEST_F(PanelTest, OpeningAsksForTheSelectionAndLooksForTheControlsText) {
-    const struct {
-        Opening how;
-        const wchar_t* text;
-        Log asked;
-    } cases[] = {
-        {{L"ShowSelec", 2}, L"ñ", {L"Requery(\"seleccion\")", L"FindRecord(\"ñ\", 2)"}},
-        {{L"ShowSelecVerif", 3, 0, true, short{1}}, L"A-1", {L"Requery(\"seleccion_stock\")"}},
-        {{L"ShowSelecDirecta", 1}, L"", {L"Requery(\"seleccion\")"}},
-    };
-    for (const auto& each : cases) {
-        host.text = each.text;
-        EXPECT_FALSE(Show(each.how, Key(VK_ESCAPE)));
-        EXPECT_THAT(TakeLog(), ElementsAreArray(Log{L"sClassName()"} + each.asked));
-    }
+    host.text = L"ñ";
+    EXPECT_FALSE(Show({L"ShowSelec", 2}, Key(VK_ESCAPE)));
+    EXPECT_FALSE(Show({L"ShowSelecVerif", 3, 0, true, short{1}}, Key(VK_ESCAPE)));
+    host.text.clear();
+    EXPECT_FALSE(Show({L"ShowSelecDirecta", 1}, Key(VK_ESCAPE)));
+    EXPECT_THAT(TakeLog(), ElementsAre(L"sClassName()", L"Requery(\"seleccion\")", L"FindRecord(\"ñ\", 2)",
+                                       L"sClassName()", L"Requery(\"seleccion_stock\")", L"sClassName()",
+                                       L"Requery(\"seleccion\")"));
 }
 
 TEST_F(PanelTest, EachClassWantsItsOwnAnswer) {
     const Script enter = Key(VK_RETURN);
     const struct {
         const wchar_t* className;
-        Opening how;
+        short column;
+        short indx;
         Script answer;
         Log asked;
     } cases[] = {
         {L"fases",
-         {L"ShowSelec", 2, 3},
+         2,
+         3,
          enter,
          {L"AceptarSeleccionParam(&2, &ctl, \"1,23\", \"1\", \"Artículo 1\")", kClear}},
-        {L"Ordenes",
-         {L"ShowSelec", 5, 3},
-         enter,
-         {L"AceptarSeleccionParam(0, &ctl, \"1\", \"1\", \"Artículo 1\")", kClear}},
-        {L"familias", {L"ShowSelec", 1, 3}, enter, {L"AceptarSeleccion(&3, &ctl, \"1\")", kClear}},
-        {L"tipos_producto",
-         {L"ShowSelec", 9, 3},
-         enter,
-         {L"AceptarSeleccion(&0, &ctl, \"1/1/2000\")", kClear}},
-        {L"otra", {L"ShowSelec", 4}, DoubleClick(), {L"AceptarSeleccion(&4, &ctl, \"Sí\")", kClear}},
+        {L"Ordenes", 5, 3, enter, {L"AceptarSeleccionParam(0, &ctl, \"1\", \"1\", \"Artículo 1\")", kClear}},
+        {L"familias", 1, 3, enter, {L"AceptarSeleccion(&3, &ctl, \"1\")", kClear}},
+        {L"tipos_producto", 9, 3, enter, {L"AceptarSeleccion(&0, &ctl, \"1/1/2000\")", kClear}},
+        {L"otra", 4, 0, DoubleClick(), {L"AceptarSeleccion(&4, &ctl, \"Sí\")", kClear}},
         // The host wants its code for these.
-        {L"Ordenes", {}, DoubleClick(), {L"AceptarSeleccion(2000, &ctl, 1L)"}},
-        {L"articulos_lotes", {}, DoubleClick(), {L"AceptarSeleccion(2000, &ctl, 1L)"}},
-        // Only a column greater than the count becomes 0; one equal to it is a subscript error, and the panel
-        // stays.
-        {L"otra", {L"ShowSelec", MemoryRecordSet::kColumns}, {enter, Box(L"Error"), Key(VK_ESCAPE)}, {}},
-        // Verified or not is no record's answer.
-        {L"otra", {L"ShowSelecVerif", 8}, Click(IDC_CMD3), {L"AceptarSeleccion(&8, &ctl, False)"}},
-        {L"otra", {L"ShowSelecControlVerif", 9}, Click(IDC_CMD3), {L"AceptarSeleccion(&0, &ctl, False)"}},
-        {L"otra", {L"ShowSelecVerif"}, Click(IDC_CMD2), {}},
-        {L"otra", {L"ShowSelecControlVerif"}, Click(IDC_CMD0), {}},
+        {L"Ordenes", 5, 3, DoubleClick(), {L"AceptarSeleccion(2000, &ctl, 1L)"}},
+        {L"articulos_lotes", 0, 0, DoubleClick(), {L"AceptarSeleccion(2000, &ctl, 1L)"}},
+        // Only a column greater than the count becomes 0; one equal to it is an error, and the panel stays.
+        {L"prueba", MemoryRecordSet::kColumns, 0, {enter, Box(L"Error"), Key(VK_ESCAPE)}, {}},
     };
     for (const auto& each : cases) {
         SCOPED_TRACE(&each - cases);
         host.className = each.className;
-        Expect(each.how, each.answer, each.asked);
+        Expect({L"ShowSelec", each.column, each.indx}, each.answer, each.asked);
     }
-    host.className = L"prueba";
     host.data->Raises(L"AplyFilter"); // the record is delivered all the same
     Expect({enter, Box(kHostErrorText)}, {L"AceptarSeleccion(&0, &ctl, \"1\")", kClear});
-    ctl.Reset(); // Nothing is a control without text
     host.data->Accepts({L"AplyFilter"});
+    ctl.Reset(); // Nothing is a control without text
     EXPECT_FALSE(Show(enter));
     EXPECT_THAT(TakeLog(), ElementsAre(L"sClassName()", L"Requery(\"seleccion\")",
                                        L"AceptarSeleccion(&0, &Nothing, \"1\")", kClear));
@@ -77,14 +60,19 @@ TEST_F(PanelTest, EachClassWantsItsOwnAnswer) {
 }
 
 TEST_F(PanelTest, VerificationHasButtonsInPlaceOfTheSearchStrip) {
-    const std::pair<const wchar_t*, const wchar_t*> cases[] = {
-        {L"ShowSelec", L"----x"}, {L"ShowSelecVerif", L"-xxx-"}, {L"ShowSelecControlVerif", L"x-ox-"}};
-    for (const auto& [operation, shown] : cases) {
-        const Script look = Do([shown = std::wstring(shown)] {
+    const std::tuple<Opening, std::wstring, int, Log> cases[] = {
+        {{L"ShowSelec"}, L"----x", IDCANCEL, {}},
+        {{L"ShowSelecVerif", 8}, L"-xxx-", IDC_CMD3, {L"AceptarSeleccion(&8, &ctl, False)"}},
+        {{L"ShowSelecVerif"}, L"-xxx-", IDC_CMD2, {}},
+        {{L"ShowSelecControlVerif", 9}, L"x-ox-", IDC_CMD3, {L"AceptarSeleccion(&0, &ctl, False)"}},
+        {{L"ShowSelecControlVerif"}, L"x-ox-", IDC_CMD0, {}},
+    };
+    for (const auto& [how, shown, button, asked] : cases) {
+        const Script look = Do([shown = shown] {
             EXPECT_EQ(Shown({IDC_CMD0, IDC_CMD1, IDC_CMD2, IDC_CMD3, IDC_TXTFIELDS0}), shown);
             EXPECT_EQ(IsToolOn(L"Buscar"), shown.back() == L'x');
         });
-        EXPECT_FALSE(Show({operation}, {look, Key(VK_INSERT), look, Key(VK_ESCAPE)}));
+        Expect(how, {look, Key(VK_INSERT), look, button == IDCANCEL ? Key(VK_ESCAPE) : Click(button)}, asked);
     }
 }
 
@@ -138,8 +126,10 @@ TEST_F(PanelTest, InsideACallNeitherAnotherShowNorAnotherCommandStarts) {
         EXPECT_EQ(server->ShowSelec(sink.GetAddressOf(), data.GetAddressOf(), ctl.GetAddressOf(), nullptr,
                                     nullptr, nullptr, nullptr),
                   kAlreadyShown);
-        PostMessageW(Grid(), WM_KEYDOWN, VK_END, 1);
-        for (MSG message; PeekMessageW(&message, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE);) {
+        if (Panel()) {
+            ClickTool(L"Último registro");
+        }
+        for (MSG message; PeekMessageW(&message, Panel(), WM_COMMAND, WM_COMMAND, PM_REMOVE);) {
             DispatchMessageW(&message);
         }
     };
@@ -147,7 +137,6 @@ TEST_F(PanelTest, InsideACallNeitherAnotherShowNorAnotherCommandStarts) {
     Expect(Keys({VK_HOME, VK_ESCAPE}), {L"MoveFirst()"});
     // While it is being opened just the same: the half-made panel has taken the first caller's objects.
     host.data->On(L"Requery", again);
-    host.set->SetPosition(0);
     Expect(Key(VK_RETURN), {L"AceptarSeleccion(&0, &ctl, \"1\")", kClear});
 }
 

@@ -24,13 +24,8 @@ protected:
     static Script Notes(const wchar_t* part) {
         return {Has(kAll), Do([part] { EXPECT_THAT(ItemText(IDC_STATUS), HasSubstr(part)); })};
     }
-    static Script HasTools(std::initializer_list<std::pair<const wchar_t*, bool>> tools) {
-        return Do([tools = std::vector(tools)] {
-            for (const auto& [caption, there] : tools) {
-                EXPECT_EQ(ToolCommand(caption) >= 0, there)
-                    << ::testing::PrintToString(std::wstring(caption));
-            }
-        });
+    static Script HasTool(const wchar_t* caption, bool there = true) {
+        return Do([=] { EXPECT_EQ(ToolCommand(caption) >= 0, there); });
     }
     /// A button of the system's customisation dialog, by a part of its caption.
     static Script Press(const wchar_t* part) {
@@ -54,12 +49,6 @@ protected:
         EXPECT_FALSE(Show({std::move(script), Key(VK_RETURN)}));
         EXPECT_EQ(TakeLog().back(), L"AplyFilter(\"\")");
     }
-    void SetPlacement(std::initializer_list<const wchar_t*> values) {
-        const wchar_t* const names[] = {L"Left", L"Top", L"Width", L"Height"};
-        for (size_t i = 0; i < values.size(); ++i) {
-            SetValue(FormKey(L"frmSeleccion"), names[i], values.begin()[i]);
-        }
-    }
     void Lock() { // as another program that reads it
         m_locked.reset(CreateFileW(File(look).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
                                    FILE_ATTRIBUTE_NORMAL, nullptr));
@@ -77,8 +66,8 @@ TEST_F(PanelFiles, FontAndColumnsAreKeptPerClass) {
     Use({Has(kAll), Untick(VK_RETURN), Has(kAll - 1),
          Do([this] { EXPECT_THAT(ReadText(File(look)), HasSubstr("visible=0")); })});
     Use(Has(kAll - 1));
-    for (const wchar_t* name :
-         {L"Otra", L"..\\x", L"a\tb"}) { // the last two are no file names: nothing is kept or said
+    // The last two are no file names: nothing is kept or said.
+    for (const wchar_t* name : {L"Otra", L"..\\x", L"a\tb"}) {
         host.className = name;
         Use({Has(kAll), Font(VK_RETURN)});
     }
@@ -95,7 +84,7 @@ TEST_F(PanelFiles, ALayoutThatCannotBeReadLeavesTheDefaultLookAndANote) {
     EXPECT_EQ(ReadText(File(look + L".bad")), "Tamvelo cuadrícula 1\nppp=doce\n");
     Use({Exists(look, false), Says(L"Registro 1 de 20")}); // said once
     WriteText(File(bar), "Tamvelo barra 1\n[banda]\n");
-    Use({Notes(L"«frmSeleccion.atb» no es válido (línea 2)"), HasTools({{L"Aceptar", true}}),
+    Use({Notes(L"«frmSeleccion.atb» no es válido (línea 2)"), HasTool(L"Aceptar"),
          Exists(bar + L".bad", true)});
     WriteText(File(look), "Tamvelo cuadrícula 1\n");
     // One that another program holds can neither be read nor written, and stays as it is.
@@ -140,9 +129,12 @@ TEST_F(PanelFiles, ThePlaceIsKeptAndPulledOntoTheScreen) {
         IntersectRect(&both, &work, &place);
         EXPECT_TRUE(EqualRect(&both, &place));
     });
-    SetPlacement({L"5000", L"-900", L"700", L"500"});
+    SetValue(key, L"Left", L"5000");
+    SetValue(key, L"Top", L"-900");
     Use({onScreen, Do([] { EXPECT_EQ(Place().right - Place().left, 700); })});
-    SetPlacement({L"sí", L"0", L"99999999", L""});
+    SetValue(key, L"Left", L"sí");
+    SetValue(key, L"Width", L"99999999");
+    SetValue(key, L"Height", L"");
     Use(onScreen);
     // Below a key that lives for this session only, the system makes none that would live longer.
     HKEY passing = nullptr;
@@ -157,36 +149,28 @@ TEST_F(PanelFiles, ThePlaceIsKeptAndPulledOntoTheScreen) {
 
 TEST_F(PanelFiles, TheOwnBarComesFirstThenTheSharedThenTheDesign) {
     const auto expect = [](bool previous, bool next) {
-        return HasTools({{L"Registro anterior", previous}, {L"Registro siguiente", next}});
+        return Script{HasTool(L"Registro anterior", previous), HasTool(L"Registro siguiente", next)};
     };
     WriteText(File(bar), "Tamvelo barra 1\n[herramienta ID_MovePre]\nbanda=Registros\nvisible=0\n");
     Use(expect(false, true));
     WriteText(File(bar), "Tamvelo barra 7\n");
     Use(expect(true, true));
     // A copy of the library in a folder of its own: with a shared arrangement beside it, and without.
-    const std::wstring copy = File(L"Tamvelo.dll");
     const std::wstring shared = File(L"KvSearchTool.atb");
     WriteText(shared, "Tamvelo barra 1\n[herramienta ID_MoveNext]\nbanda=Registros\nvisible=0\n");
-    CopyFileW((hosts::Folder() + L"\\Tamvelo.dll").c_str(), copy.c_str(), FALSE);
-    const HMODULE module = LoadLibraryW(copy.c_str());
-    ASSERT_NE(module, nullptr);
-    const auto getClass = reinterpret_cast<HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**)>(
-        reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
-    {
-        com::ComPtr<IClassFactory> factory;
-        ASSERT_EQ(getClass(entry::kClsShowSerchId, IID_PPV_ARGS(&factory)), S_OK);
-        ASSERT_EQ(factory->CreateInstance(nullptr, IID_PPV_ARGS(&server)), S_OK);
-    }
+    CopyFileW((hosts::Folder() + L"\\Tamvelo.dll").c_str(), File(L"Tamvelo.dll").c_str(), FALSE);
+    hosts::Server copy(File(L"."));
+    server = copy.Create();
     Use(expect(true, false));
     std::filesystem::remove(shared);
     Use(expect(true, true));
     server.Reset();
-    FreeLibrary(module);
+    copy.Unload();
 }
 
 TEST_F(PanelFiles, TheUserArrangesTheBar) {
     const Script customise = {Key(VK_F6), Elsewhere()};
-    const Script gone = HasTools({{L"Aceptar", false}, {L"Cancelar", true}});
+    const Script gone{HasTool(L"Aceptar", false), HasTool(L"Cancelar")};
     Use({customise, Press(L"errar"), Back(), Exists(bar, false), // nothing was changed
          customise, Keys({VK_DOWN, VK_HOME}),                    // to the first tool, Aceptar
          Press(L"liminar"), Press(L"errar"), Back(), gone});
@@ -194,8 +178,8 @@ TEST_F(PanelFiles, TheUserArrangesTheBar) {
     SetValue(L"SOFTWARE\\Tamvelo\\Global\\Configuracion\\Sesion\\Terminal", L"Int", L"12");
     // F8 leaves the editing band only, for that time.
     Use({gone, Says(L"Registro 1 de 20   ·   Terminal 12"), Key(VK_F8), Do([] { EXPECT_EQ(Tools(), 1U); }),
-         HasTools({{L"Cancelar", true}})});
-    Use(HasTools({{L"Primer registro", true}}));
+         HasTool(L"Cancelar")});
+    Use(HasTool(L"Primer registro"));
 }
 
 } // namespace

@@ -24,7 +24,7 @@ std::wstring Folder() {
     return file.substr(0, file.rfind(L'\\'));
 }
 
-Server::Server() : m_module(LoadLibraryW((Folder() + L"\\Tamvelo.dll").c_str())) {
+Server::Server(const std::wstring& folder) : m_module(LoadLibraryW((folder + L"\\Tamvelo.dll").c_str())) {
     EXPECT_NE(m_module, nullptr) << GetLastError();
 }
 

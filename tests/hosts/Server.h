@@ -13,7 +13,7 @@ std::wstring Folder();
 /// The library, loaded as it is without any registration.
 class Server {
 public:
-    Server();
+    explicit Server(const std::wstring& folder = Folder());
     com::ComPtr<entry::IClsShowSerch> Create() const;
     bool MayUnload() const;
     /// Lets go of the library; whether it has left the process.
