@@ -74,16 +74,12 @@ TEST(TypeLibTest, DescribesTheContractThatHostsWereCompiledWith) {
     TLIBATTR* attributes = nullptr;
     ASSERT_EQ(library->GetLibAttr(&attributes), S_OK);
     EXPECT_TRUE(attributes->guid == entry::kLibraryId);
-    EXPECT_EQ(attributes->wMajorVerNum, 1);
-    EXPECT_EQ(attributes->wMinorVerNum, 0);
-    library->ReleaseTLibAttr(attributes);
     com::Bstr name;
     com::Bstr help;
     ASSERT_EQ(library->GetDocumentation(-1, name.Address(), help.Address(), nullptr, nullptr), S_OK);
-    EXPECT_EQ(name.View(), L"Tamvelo");
-    EXPECT_EQ(help.View(), L"Tamvelo: diálogos de búsqueda, selección e informes");
-
     std::wostringstream written;
+    written << name.View() << help.View() << attributes->wMajorVerNum << attributes->wMinorVerNum;
+    library->ReleaseTLibAttr(attributes);
     for (UINT i = 0; i < library->GetTypeInfoCount(); ++i) {
         com::ComPtr<ITypeInfo> info;
         ASSERT_EQ(library->GetTypeInfo(i, &info), S_OK);
@@ -93,7 +89,7 @@ TEST(TypeLibTest, DescribesTheContractThatHostsWereCompiledWith) {
     for (const wchar_t c : written.str()) {
         digest = (digest ^ c) * 1099511628211U;
     }
-    EXPECT_EQ(digest, 16619064454759226906U) << ::testing::PrintToString(written.str());
+    EXPECT_EQ(digest, 12264435666484149712U) << ::testing::PrintToString(written.str());
 }
 
 // What a host compiled against the header calls must be what the library describes.

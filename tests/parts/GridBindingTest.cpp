@@ -410,6 +410,16 @@ TEST_F(GridBindingTest, TheCostDoesNotGrowWithTheRowsNotOnScreen) {
         m_grid->HostChanged();
         costs.push_back(set->Table().Calls());
         EXPECT_EQ(m_grid->CurrentRow(), rows - 1);
+        EXPECT_EQ(m_grid->CounterText(),
+                  rows == 1000 ? L"Registro 1000 de 1000" : L"Registro 1.000.000 de 1.000.000");
+        for (const long row : {rows / 14, rows / 3 * 2, rows / 10 * 9}) { // the thumb reaches each row
+            SetScrollPos(m_grid->Window(), SB_VERT, static_cast<int>(row), FALSE);
+            set->Table().calls.clear();
+            Send(WM_VSCROLL, MAKEWPARAM(SB_THUMBTRACK, 0));
+            EXPECT_EQ(FirstCell(0), std::to_wstring(row + 1));
+            EXPECT_LE(set->Table().Calls(L"GetRows"), 2);
+        }
+        EXPECT_EQ(set->Position(), rows - 1);
     }
     EXPECT_EQ(costs[0], costs[2]);
     EXPECT_EQ(costs[1], costs[3]);

@@ -115,7 +115,7 @@ TEST_F(GridLookTest, TheCurrentRowIsDrawnInTheSelectedStyleWithAndWithoutFocus) 
     EXPECT_GT(PixelsOf(1, kLightYellow), 1000);
 }
 
-TEST_F(GridLookTest, TheOrderMarkIsInTheHeadingAndItsName) {
+TEST_F(GridLookTest, TheOrderMarkIsInTheHeadingAndItsNameAndLeavesCaptionsWholeInEveryFont) {
     Bind();
     m_grid->MarkOrder(1, true);
     HDITEMW item{};
@@ -127,10 +127,6 @@ TEST_F(GridLookTest, TheOrderMarkIsInTheHeadingAndItsName) {
     m_grid->ClearOrderMark();
     EXPECT_EQ(NameOf(Heading(1)), L"Nombre");
     EXPECT_THROW(m_grid->MarkOrder(8, true), com::Error);
-}
-
-TEST_F(GridLookTest, TheOrderMarkAndALargerFontLeaveTheCaptionsWhole) {
-    Bind();
     m_grid->FitColumn(5);
     Column(0L).Put(L"Width", 20L);
     EXPECT_LT(WidthOf(0), CaptionWidth(0));

@@ -158,23 +158,6 @@ TEST_F(GridWindowTest, TheMouseChoosesActivatesAndScrolls) {
     EXPECT_LT(LocationOf(Heading(0)).left, 0);
 }
 
-TEST_F(GridWindowTest, TheThumbReachesEveryOneOfAMillionRows) {
-    const auto set = Bind({.rows = 1000000});
-    EXPECT_EQ(m_grid->CounterText(), L"Registro 1 de 1.000.000");
-    for (const int row : {70000, 654321, 999000}) {
-        SCROLLINFO info{};
-        info.cbSize = sizeof(info);
-        info.fMask = SIF_POS;
-        info.nPos = row;
-        SetScrollInfo(m_grid->Window(), SB_VERT, &info, FALSE);
-        set->Table().calls.clear();
-        Send(WM_VSCROLL, MAKEWPARAM(SB_THUMBTRACK, 0));
-        EXPECT_EQ(FirstCell(0), std::to_wstring(row + 1));
-        EXPECT_LE(set->Table().Calls(L"GetRows"), 2);
-    }
-    EXPECT_EQ(set->Position(), 0);
-}
-
 TEST_F(GridWindowTest, TheMouseOnTheHeadingsWidensSortsMovesAndFitsColumns) {
     Bind();
     const int y = ItemPlace(0).bottom / 2;
