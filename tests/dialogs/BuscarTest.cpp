@@ -92,42 +92,39 @@ protected:
     Script Twice() {
         return Until("two calls", [this](HWND) { return host.log.size() == 2; });
     }
-    static Log Checked(int box) {
-        const std::wstring place = L"(&TxtFields(" + std::to_wstring(box) + L"))";
-        return {L"ValidaDefinedSize" + place, L"ValidaValue" + place};
+    static Log Checked(std::initializer_list<int> boxes) {
+        Log log;
+        for (const int box : boxes) {
+            const std::wstring place = L"(&TxtFields(" + std::to_wstring(box) + L"))";
+            log.insert(log.end(), {L"ValidaDefinedSize" + place, L"ValidaValue" + place});
+        }
+        return log;
     }
 };
 
 TEST_F(BuscarTest, EachModeShowsItsBoxesAndBuildsItsFilter) {
     const Log between{L"CreateFilter(&TxtFields(1), 1)", L"CreateFilter(&TxtFields(2), 2)"};
+    const Log one{L"CreateFilter(&TxtFields(0), 0)"};
     const Log list{L"CreateFilter(&List2(0), 0)"};
     const Script tab = TabTo(IDC_TXTFIELDS2);
     const Script enter = Key(VK_RETURN);
+    const Script a = Type(L"a");
+    const Script b = Type(L"b");
     const struct {
         UINT mode;
         const wchar_t* shown;
         Script typed;
-        std::vector<int> checked; // each box once, before the filter
+        std::initializer_list<int> checked; // each box once, before the filter
         Log fragments;
         const wchar_t* filter;
-        std::vector<int> left = {}; // checked again, for the focus goes back to the first
+        std::initializer_list<int> left = {}; // checked again, for the focus goes back to the first
     } cases[] = {
-        {0,
-         L"x----x-",
-         {Type(L" a bcdef"), enter},
-         {0},
-         {L"CreateFilter(&TxtFields(0), 0)"},
-         L"codigo a bcd"},
-        {1, L"-xx--x-", {Type(L"a"), tab, Type(L"b"), enter}, {1, 2}, between, L"codigo a And codigo b", {2}},
-        {1, L"-xx--x-", {Key(VK_DELETE), tab, Type(L"b"), enter}, {1, 2}, between, L"codigo b", {2}},
-        {2, L"-x---x-", {Type(L"a"), enter}, {1}, {between[0]}, L"codigo a"},
-        {3, L"--x--x-", {Type(L"b"), enter}, {2}, {between[1]}, L"codigo b"},
-        {4,
-         L"x--x-x-",
-         {Type(L"a"), enter, Type(L"b"), Key(VK_F4), enter},
-         {0, 0},
-         list,
-         L"codigo de 2 hasta b"},
+        {0, L"x----x-", {Type(L" a bcdef"), enter}, {0}, one, L"codigo a bcd"},
+        {1, L"-xx--x-", {a, tab, b, enter}, {1, 2}, between, L"codigo a And codigo b", {2}},
+        {1, L"-xx--x-", {Key(VK_DELETE), tab, b, enter}, {1, 2}, between, L"codigo b", {2}},
+        {2, L"-x---x-", {a, enter}, {1}, {between[0]}, L"codigo a"},
+        {3, L"--x--x-", {b, enter}, {2}, {between[1]}, L"codigo b"},
+        {4, L"x--x-x-", {a, enter, b, Key(VK_F4), enter}, {0, 0}, list, L"codigo de 2 hasta b"},
         // The button takes along what still stands in the box.
         {4, L"x--x-x-", {Type(L"c"), Click(IDC_CMDBUSCAR)}, {0}, list, L"codigo de 3 hasta c"},
         {3, L"--x--x-", {Key(VK_DELETE), enter}, {2}, {between[1]}, L""},
@@ -136,13 +133,9 @@ TEST_F(BuscarTest, EachModeShowsItsBoxesAndBuildsItsFilter) {
     Script script;
     for (const auto& row : cases) {
         const std::wstring filter = row.filter;
-        Log asked;
-        const auto more = [&](const Log& lines) { asked.insert(asked.end(), lines.begin(), lines.end()); };
-        std::ranges::for_each(row.checked, [&](int box) { more(Checked(box)); });
-        more(row.fragments);
-        more({L"SetFilter(&\"" + filter + L"\", \"Filter\")", L"GetFilter(\"Filter\")",
-              L"AplyFilter(\"" + filter + L"\")"});
-        std::ranges::for_each(row.left, [&](int box) { more(Checked(box)); });
+        const Log applied{L"SetFilter(&\"" + filter + L"\", \"Filter\")", L"GetFilter(\"Filter\")",
+                          L"AplyFilter(\"" + filter + L"\")"};
+        const Log asked = Checked(row.checked) + row.fragments + applied + Checked(row.left);
         script.Append({Mode(row.mode), Shows(row.shown), Forget(), row.typed, Asked(asked),
                        Says(filter.empty() ? L"Sin filtro" : L"Filtro aplicado: " + filter)});
     }
@@ -186,7 +179,8 @@ TEST_F(BuscarTest, TheHostChecksKeysAndValues) {
         call.Return(Variant(key != L'x'));
     });
     host.data->Returns(L"ValidaValue", Variant(false));
-    const Script refused{Twice(), Focused(IDC_TXTFIELDS1), Says(IDC_TXTFIELDS1, L"ab cd"), Asked(Checked(1))};
+    const Script refused{Twice(), Focused(IDC_TXTFIELDS1), Says(IDC_TXTFIELDS1, L"ab cd"),
+                         Asked(Checked({1}))};
     EXPECT_FALSE(
         Show({Mode(1), Forget(), Type(L"xb"), Says(IDC_TXTFIELDS1, L"ß"),
               Asked({L"ValidaKey(&TxtFields(1), &120)", L"ValidaKey(&TxtFields(1), &98)"}),
@@ -336,7 +330,7 @@ TEST_F(BuscarTest, WhatIsChosenAgainLosesNothingAndARefusedValueStopsEveryChoice
         SetValue(kSession, L"Modo_Ordenes", L"0");
         Script script{Focused(IDC_TXTFIELDS0), Type(L"mal"), Forget()};
         for (const Script& choice : row.choices) {
-            script.Append({choice, Twice(), Focused(IDC_TXTFIELDS0), Asked(Checked(0)),
+            script.Append({choice, Twice(), Focused(IDC_TXTFIELDS0), Asked(Checked({0})),
                            Says(IDC_TXTFIELDS0, L"mal"), Shows(row.shown), Searches(L"Orden"), Do([] {
                                EXPECT_EQ(SendMessageW(Item(IDC_LSTTIPOS), LB_GETCURSEL, 0, 0), 1);
                                EXPECT_EQ(SendMessageW(Item(IDC_OPTBUSCAR0), BM_GETCHECK, 0, 0), BST_CHECKED);

@@ -3,23 +3,14 @@
 #include <commctrl.h>
 
 #include <fstream>
-#include <sstream>
+#include <iterator>
 
 #include "base/Text.h"
 #include "demo/app/Counts.h"
 
 namespace tamvelo::testing {
 
-namespace {
-
-constexpr wchar_t kPrivateRoot[] = L"SOFTWARE\\TamveloPruebas";
-
-hosts::Server& Library() {
-    static hosts::Server library;
-    return library;
-}
-
-} // namespace
+static constexpr wchar_t kPrivateRoot[] = L"SOFTWARE\\TamveloPruebas";
 
 void DialogTest::SetUp() {
     m_folder =
@@ -43,7 +34,7 @@ void DialogTest::SetUp() {
     data = com::ComPtr<IDispatch>(host.data.Get());
     columns = com::ComPtr<IDispatch>(host.columns.Get());
     checks.emplace(HostChecks::Traps::Set);
-    server = Library().Create();
+    server = library.Create();
     static bool warm = false;
     if (!std::exchange(warm, true)) {
         WarmUp();
@@ -63,7 +54,7 @@ void DialogTest::TearDown() {
     EXPECT_THAT(Windows(), ElementsAreArray(m_windows)) << "windows left";
     EXPECT_LE(demo::GdiObjects(), m_gdi + gdiSlack) << "GDI objects left";
     EXPECT_EQ(host.References(), m_references) << "references to host objects left";
-    EXPECT_TRUE(Library().MayUnload());
+    EXPECT_TRUE(library.MayUnload());
     if (IsWindow(owner)) {
         EXPECT_TRUE(IsWindowEnabled(owner));
         DestroyWindow(owner);
@@ -97,22 +88,21 @@ std::string DialogTest::Notes() const {
 
 std::optional<com::Error> DialogTest::Play(Script script, const std::function<HRESULT()>& call) {
     const Player player(std::move(script), [this] { return Notes(); });
-    const HRESULT code = call();
-    EXCEPINFO none{};
-    return FAILED(code) ? std::optional(com::ErrorOfInvoke(code, none, L"ClsShowSerch")) : std::nullopt;
-}
-
-std::optional<com::Error> DialogTest::PlayLate(const wchar_t* operation,
-                                               std::initializer_list<com::Argument> arguments,
-                                               Script script) {
-    const Player player(std::move(script), [this] { return Notes(); });
     try {
-        com::LateObject late(server.Get(), L"servidor");
-        late.Call(operation, arguments);
-        return {};
+        const HRESULT code = call();
+        EXCEPINFO none{};
+        return FAILED(code) ? std::optional(com::ErrorOfInvoke(code, none, L"ClsShowSerch")) : std::nullopt;
     } catch (const com::Error& error) {
         return error;
     }
+}
+
+std::optional<com::Error> DialogTest::PlayLate(const wchar_t* operation, com::Arguments arguments,
+                                               Script script) {
+    return Play(std::move(script), [&] {
+        com::LateObject(server.Get(), L"servidor").Call(operation, arguments);
+        return S_OK;
+    });
 }
 
 void DialogTest::TurnLoop() {
@@ -227,9 +217,8 @@ void DialogTest::WriteText(const std::wstring& file, const std::string& text) co
 }
 
 std::string DialogTest::ReadText(const std::wstring& file) const {
-    std::ostringstream text;
-    text << std::ifstream(std::filesystem::path(file), std::ios::binary).rdbuf();
-    return text.str();
+    std::ifstream text(std::filesystem::path(file), std::ios::binary);
+    return {std::istreambuf_iterator<char>(text), {}};
 }
 
 void DialogTest::SetValue(const std::wstring& key, const wchar_t* name, const std::wstring& value) {

@@ -41,8 +41,7 @@ protected:
     /// Makes a call of the library with the script playing; the error that the host got, if any.
     std::optional<com::Error> Play(Script script, const std::function<HRESULT()>& call);
     /// As a late-bound caller, by name.
-    std::optional<com::Error> PlayLate(const wchar_t* operation,
-                                       std::initializer_list<com::Argument> arguments, Script script);
+    std::optional<com::Error> PlayLate(const wchar_t* operation, com::Arguments arguments, Script script);
 
     /// The host's own loop, until the dialog has gone.
     static void TurnLoop();
@@ -69,9 +68,6 @@ protected:
     }
 
     // Steps that wait: for the focus in a control, for a dialog that has one, for a menu.
-    static Script Focused(std::function<HWND()> control) {
-        return Until("the focus", [=](HWND) { return control() && GetFocus() == control(); });
-    }
     static Script Focused(int id) {
         return Until("the focus in " + std::to_string(id),
                      [id](HWND) { return Item(id) && GetFocus() == Item(id); });
@@ -138,6 +134,7 @@ protected:
     static constexpr wchar_t kEnvironmentKey[] = L"SOFTWARE\\Tamvelo\\Global\\Configuracion\\Entorno";
 
     FakeHost host;
+    hosts::Server library;
     com::ComPtr<entry::IClsShowSerch> server;
     com::ComPtr<IDispatch> ctl; // the caller's own variables
     com::ComPtr<IDispatch> sink;

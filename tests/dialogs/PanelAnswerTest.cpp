@@ -143,7 +143,7 @@ TEST_F(PanelTest, InsideACallNeitherAnotherShowNorAnotherCommandStarts) {
 TEST_F(PanelTest, TheHostsWindowsWaitForAModalOneAndItsLoopServesAnother) {
     EXPECT_FALSE(Show({Do([this] {
                            EXPECT_FALSE(IsWindowEnabled(owner));
-                           EXPECT_FALSE(hosts::Server().MayUnload());
+                           EXPECT_FALSE(library.MayUnload());
                        }),
                        Key(VK_ESCAPE)}));
     EXPECT_TRUE(IsWindowEnabled(owner));
@@ -159,7 +159,7 @@ TEST_F(PanelTest, TheHostsWindowsWaitForAModalOneAndItsLoopServesAnother) {
           {VK_ESCAPE, moved}}) {
         EXPECT_FALSE(Show({L"ShowSelecDirecta", 0, 0, false, short{0}}, {}));
         EXPECT_TRUE(Panel() && IsWindowEnabled(owner));
-        EXPECT_FALSE(hosts::Server().MayUnload());
+        EXPECT_FALSE(library.MayUnload());
         EXPECT_EQ(Show({})->number, kAlreadyShown);
         const Player player({Forget(), InGrid(), Key(VK_HOME), Key(last)}, [this] { return Notes(); });
         TurnLoop();
