@@ -227,6 +227,9 @@ TEST_F(Criterios, TheFocusAndTheWheelScrollTheRowsOrThereAreNone) {
               inView(kNotas, true), inView(kCodigo, false),
               Do([] { SendMessageW(Item(IDC_CRITERIA), WM_MOUSEWHEEL, MAKEWPARAM(0, 1200), 0); }),
               inView(kCodigo, true), Key(VK_ESCAPE)}));
+    // Without look-ups, and without fields, there is still a dialog.
+    classes->Raises(L"ClaseRelacionada");
+    EXPECT_FALSE(Show(L"ShowSelecLab", {Box(kHostErrorText), Focused(kCodigo), Key(VK_ESCAPE)}));
     host.set->Table().open = false;
     EXPECT_FALSE(Show(L"ShowSelecLab",
                       {Showing(IDC_CRITERIA), Says(IDC_LBLBUSCAR, L"La clase «prueba» no tiene campos."),
