@@ -153,13 +153,10 @@ TEST_F(PanelUse, F5ShowsTheWholeRecord) {
         RECT area{};
         GetClientRect(list, &area);
         EXPECT_EQ(ListView_GetColumnWidth(list, 0) + ListView_GetColumnWidth(list, 1), area.right);
+        EXPECT_EQ(ListView_GetItemCount(list), MemoryRecordSet::kColumns);
     };
     Expect({Key(VK_F5), Elsewhere(), Do([&] {
-                EXPECT_EQ(ListView_GetItemCount(GetDlgItem(TopWindow(), IDC_RECORD_LIST)),
-                          MemoryRecordSet::kColumns);
-                EXPECT_EQ(RecordText(7), L"c7");
-                EXPECT_EQ(RecordText(6), L"#Error");
-                EXPECT_EQ(RecordText(1), L"uno dos tres " + end);
+                EXPECT_EQ(RecordText(7) + RecordText(6) + RecordText(1), L"c7#Erroruno dos tres " + end);
                 fills();
                 SetWindowPos(TopWindow(), nullptr, 0, 0, 900, 600, SWP_NOMOVE | SWP_NOZORDER);
                 fills();
@@ -177,18 +174,12 @@ TEST_F(PanelUse, F5ShowsTheWholeRecord) {
             Key(VK_ESCAPE), Back(), Focused(IDC_DATAGRID), Key(VK_ESCAPE)},
            {});
     host.set->Table().records = 0;
-    Expect({Key(VK_F5), Do([] { EXPECT_EQ(TopWindow(), Panel()); }), Key(VK_ESCAPE)}, {});
+    Expect(Keys({VK_F5, VK_ESCAPE}), {});
 }
 
 TEST_F(PanelUse, AGridWithoutColumnsHasNothingToSortAndAnEmptyHeading) {
-    const auto fields = com::Make<HostObject>(L"Fields", host.log);
-    fields->Returns(L"Count", com::Variant(0L), true);
-    const auto bare = com::Make<HostObject>(L"Recordset", host.log);
-    for (const wchar_t* member : {L"RecordCount", L"BOF", L"EOF", L"MoveFirst", L"MoveNext", L"Bookmark"}) {
-        bare->Returns(member, com::Variant(member[1] == L'O' ? -1L : 0L), true); // BOF and EOF are true
-    }
-    bare->Returns(L"Fields", com::Variant(fields.Get()), true);
-    host.data->Returns(L"Recordset", com::Variant(bare.Get()), true);
+    host.set->Table().columns = 0;
+    host.set->Table().records = 0;
     Expect({Key(VK_F9), Key(VK_F9, VK_SHIFT), ClickHeading(), Tool(L"Orden descendente"), Do([] {
                 RECT area;
                 GetClientRect(Heading(), &area);
