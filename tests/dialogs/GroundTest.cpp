@@ -8,6 +8,9 @@
 namespace tamvelo::testing {
 namespace {
 
+using ::testing::AnyOf;
+using ::testing::Contains;
+using ::testing::StartsWith;
 using Ground = WithEnvironment;
 
 TEST_F(Ground, AWindowThatIsClosedByASentMessageEndsTheOperation) {
@@ -53,12 +56,7 @@ TEST_F(Ground, AComponentThatIsOutOfOrderIsToldOfOnceAndLeftAlone) {
              [&] { return Unwatched(OperationOf(L"ShowBuscar")) ? E_FAIL : S_OK; });
     };
     open({Box(L"«Configuracion».RestaurarPosicion"), Box(L"«Foco».Recibir")});
-    EXPECT_EQ(std::ranges::count_if(host.log,
-                                    [](const std::wstring& line) {
-                                        return line.starts_with(L"Recibir") ||
-                                               line.starts_with(L"GuardarPosicion");
-                                    }),
-              1);
+    EXPECT_THAT(host.log, Contains(AnyOf(StartsWith(L"Recibir"), StartsWith(L"GuardarPosicion"))).Times(1));
     SetValue(kEnvironmentKey, L"Configuracion", L"");
     SetValue(kEnvironmentKey, L"Foco", L"No.Existe");
     Renew();
