@@ -121,7 +121,7 @@ TEST_F(GridWindowTest, TypedLettersFindTheNextRowOfTheCurrentColumn) {
 }
 
 TEST_F(GridWindowTest, TheMouseChoosesActivatesAndScrolls) {
-    m_grid->NameField(L"activo", L"¿Activo?");
+    m_grid->NameField(L"ACTIVO", L"¿Activo?");
     const auto set = Bind();
     const RECT third = LocationOf(3);
     const auto click = [&](UINT message, LONG x, LONG y) { Send(message, MK_LBUTTON, MAKELPARAM(x, y)); };
@@ -286,10 +286,10 @@ TEST_F(GridWindowTest, AReaderFindsRowsCellsStatesAndPlaces) {
     object->get_accValue(Child(2), value.Address());
     EXPECT_EQ(value.View(), L"Nombre: Artículo 2");
 
-    LONG left = 0, top = 0, width = 0, height = 0;
-    object->accLocation(&left, &top, &width, &height, Child(5));
+    RECT fifth = LocationOf(5);
+    MapWindowPoints(m_grid->Window(), nullptr, reinterpret_cast<POINT*>(&fifth), 2);
     Variant hit;
-    object->accHitTest(left + 5, top + height / 2, hit.Address());
+    object->accHitTest(fifth.left + 5, (fifth.top + fifth.bottom) / 2, hit.Address());
     EXPECT_EQ(hit.ToLong(), 5);
     Variant next;
     object->accNavigate(NAVDIR_NEXT, Child(5), next.Address());

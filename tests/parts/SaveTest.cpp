@@ -16,13 +16,6 @@ constexpr wchar_t kFile[] = L"TAMVELO_SAVES"; // the file that the other process
 constexpr int kKills = 25;                    // of one run; --gtest_repeat makes more
 constexpr size_t kSize = 1 << 19;
 
-struct Process : PROCESS_INFORMATION {
-    ~Process() {
-        CloseHandle(hThread);
-        CloseHandle(hProcess);
-    }
-};
-
 TEST(Save, DISABLED_OneAfterTheOther) {
     const wchar_t* const file = _wgetenv(kFile);
     const ULONGLONG end = GetTickCount64() + 20'000; // nobody is left to end it if the test is ended
@@ -47,7 +40,7 @@ TEST(Save, AProcessThatEndsInItLeavesTheOldFileOrTheNewOne) {
                                L"\" --gtest_filter=Save.DISABLED* --gtest_also_run_disabled_tests";
         STARTUPINFOW start{};
         start.cb = sizeof start;
-        Process process;
+        PROCESS_INFORMATION process{};
         ASSERT_TRUE(CreateProcessW(program, command.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW,
                                    nullptr, nullptr, &start, &process));
         while (fs::file_size(file) != kSize && // without opening it: a save would fail then
@@ -58,6 +51,8 @@ TEST(Save, AProcessThatEndsInItLeavesTheOldFileOrTheNewOne) {
         }
         EXPECT_TRUE(TerminateProcess(process.hProcess, 1)) << "it saves no more";
         WaitForSingleObject(process.hProcess, INFINITE);
+        CloseHandle(process.hThread);
+        CloseHandle(process.hProcess);
         const std::string text = frame::ReadLayoutFile(file);
         EXPECT_TRUE(text == std::string(kSize, 'a') || text == std::string(kSize, 'b')) << text.size();
         leftovers += static_cast<size_t>(std::distance(fs::directory_iterator(folder), {})) - 1;
