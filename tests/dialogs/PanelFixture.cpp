@@ -15,25 +15,12 @@ std::optional<com::Error> PanelTest::Show(const Opening& how, Script script) {
                     std::move(script));
 }
 
-void PanelTest::Expect(const Opening& how, const Script& script, const Log& asked) {
-    EXPECT_FALSE(Show(how, {Forget(), script}));
-    EXPECT_THAT(TakeLog(), ElementsAreArray(asked));
-}
-
 void PanelTest::WarmUp() {
     host.sink->Raises(L"AceptarSeleccion");
     Show({GridMenu(), Keys({VK_ESCAPE, VK_F5}), Elsewhere(), Keys({VK_ESCAPE, VK_F3}), Elsewhere(),
           Keys({VK_ESCAPE, VK_F6}), Elsewhere(), Do([] { PostMessageW(TopWindow(), WM_CLOSE, 0, 0); }),
           Back(), Key(VK_RETURN), Box(kHostErrorText), Key(VK_ESCAPE)});
     host.sink->Accepts({L"AceptarSeleccion"});
-}
-
-Script PanelTest::Elsewhere() {
-    return Until("another dialog", [](HWND top) { return top != Panel(); });
-}
-
-Script PanelTest::Back() {
-    return Until("the panel", [](HWND top) { return top == Panel(); });
 }
 
 Script PanelTest::Mouse(std::initializer_list<UINT> messages, WPARAM column, HWND (*where)()) {
@@ -44,14 +31,6 @@ Script PanelTest::Mouse(std::initializer_list<UINT> messages, WPARAM column, HWN
                          MAKELPARAM(place.left + 20, where == Grid ? place.bottom + 4 : 5));
         }
     });
-}
-
-Script PanelTest::GridMenu() {
-    return Do([] { PostMessageW(Grid(), WM_CONTEXTMENU, 0, MAKELPARAM(-1, -1)); }).Append(InMenu());
-}
-
-HWND PanelTest::Panel() {
-    return FindWindowThat([](HWND window) { return GetDlgItem(window, IDC_DATAGRID) != nullptr; });
 }
 
 RECT PanelTest::HeadingOf(WPARAM column) {

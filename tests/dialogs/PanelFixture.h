@@ -31,12 +31,19 @@ protected:
     std::optional<com::Error> Show(const Opening& how, Script script);
     std::optional<com::Error> Show(Script script) { return Show(Opening{}, std::move(script)); }
     /// Expects that the host is asked just that after the opening, and gets no error.
-    void Expect(const Opening& how, const Script& script, const Log& asked);
+    void Expect(const Opening& how, const Script& script, const Log& asked) {
+        EXPECT_FALSE(Show(how, {Forget(), script}));
+        EXPECT_THAT(TakeLog(), ElementsAreArray(asked));
+    }
     void Expect(const Script& script, const Log& asked) { Expect({}, script, asked); }
 
     // Waits for a dialog over the panel, and for the panel again.
-    static Script Elsewhere();
-    static Script Back();
+    static Script Elsewhere() {
+        return Until("another dialog", [](HWND top) { return top != Panel(); });
+    }
+    static Script Back() {
+        return Until("the panel", [](HWND top) { return top == Panel(); });
+    }
     // Goes to the search box by its key, to the button beside it, to the list.
     static Script InBox() { return Key('E', VK_CONTROL).Append(Focused(IDC_TXTFIELDS0)); }
     static Script OnButton() { return Into(IDC_CMDBUSCAR); }
@@ -47,9 +54,13 @@ protected:
         return Mouse({WM_LBUTTONDOWN, WM_LBUTTONUP}, column, Heading);
     }
     static Script DoubleClick() { return Mouse({WM_LBUTTONDBLCLK}); }
-    static Script GridMenu();
+    static Script GridMenu() {
+        return Do([] { PostMessageW(Grid(), WM_CONTEXTMENU, 0, MAKELPARAM(-1, -1)); }).Append(InMenu());
+    }
 
-    static HWND Panel();
+    static HWND Panel() {
+        return FindWindowThat([](HWND window) { return GetDlgItem(window, IDC_DATAGRID) != nullptr; });
+    }
     static HWND Grid() { return Item(IDC_DATAGRID); }
     static HWND Heading() { return FindWindowExW(Grid(), nullptr, L"SysHeader32", nullptr); }
     /// A column's part of the heading.
