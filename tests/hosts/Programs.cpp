@@ -29,23 +29,16 @@ void Read(HKEY parent, const std::wstring& name, const std::wstring& path,
     }
     wchar_t child[256];
     wchar_t text[1024];
-    for (DWORD i = 0;; ++i) {
+    for (DWORD i = 0; Counts(path); ++i) {
         DWORD length = ARRAYSIZE(child);
         DWORD size = sizeof(text);
         if (RegEnumValueW(key, i, child, &length, nullptr, nullptr, reinterpret_cast<BYTE*>(text), &size) !=
             ERROR_SUCCESS) {
             break;
         }
-        if (!Counts(path)) {
-            break;
-        }
         found[path + L"\\\\" + child] = std::wstring(text, size / sizeof(wchar_t));
     }
-    for (DWORD i = 0;; ++i) {
-        DWORD length = ARRAYSIZE(child);
-        if (RegEnumKeyExW(key, i, child, &length, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) {
-            break;
-        }
+    for (DWORD i = 0; RegEnumKeyW(key, i, child, ARRAYSIZE(child)) == ERROR_SUCCESS; ++i) {
         CharLowerW(child); // the system may write a parent's name another way
         const std::wstring below = path + L"\\" + child;
         const bool counts = Counts(below);

@@ -158,8 +158,25 @@ TEST_F(GridWindowTest, TheMouseChoosesActivatesAndScrolls) {
     EXPECT_LT(LocationOf(Heading(0)).left, 0);
 }
 
-TEST_F(GridWindowTest, TheMouseOnTheHeadingsWidensSortsMovesAndFitsColumns) {
+TEST_F(GridWindowTest, TheMouseOnTheHeadingsChoosesWidensSortsMovesAndFitsColumns) {
     Bind();
+    // A right click is about its column.
+    const RECT before = LocationOf(Heading(2));
+    int last = 0; // of which something is to be seen
+    for (int right = WidthOf(0); right <= kWidth - 40; right += WidthOf(static_cast<short>(last))) {
+        ++last;
+    }
+    for (const auto& [x, column] : {std::pair{before.left + 4L, 2}, {LONG{kWidth} - 40, last}}) {
+        POINT place{x, 4};
+        ClientToScreen(m_grid->Window(), &place);
+        SendMessageW(Header(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Header()),
+                     MAKELPARAM(place.x, place.y));
+        EXPECT_EQ(TakeEvents(), "menu;");
+        EXPECT_EQ(m_grid->CurrentColumn(), column);
+        EXPECT_EQ(LocationOf(Heading(2)).left, before.left); // nothing scrolls
+    }
+    EXPECT_EQ(m_grid->CurrentRow(), 0);
+
     const int y = ItemPlace(0).bottom / 2;
     const auto mouse = [&](UINT message, int x) {
         SendMessageW(Header(), message, message == WM_LBUTTONUP ? 0 : MK_LBUTTON, MAKELPARAM(x, y));
@@ -190,25 +207,6 @@ TEST_F(GridWindowTest, TheMouseOnTheHeadingsWidensSortsMovesAndFitsColumns) {
     Press(VK_ADD, {VK_CONTROL});
     EXPECT_EQ(TakeEvents(), "layout;");
     EXPECT_LT(WidthOf(0), first + 60);
-}
-
-TEST_F(GridWindowTest, ARightClickOnAHeadingIsAboutItsColumn) {
-    Bind();
-    const RECT before = LocationOf(Heading(2));
-    int last = 0; // of which something is to be seen
-    for (int right = WidthOf(0); right <= kWidth - 40; right += WidthOf(static_cast<short>(last))) {
-        ++last;
-    }
-    for (const auto& [x, column] : {std::pair{before.left + 4L, 2}, {LONG{kWidth} - 40, last}}) {
-        POINT place{x, 4};
-        ClientToScreen(m_grid->Window(), &place);
-        SendMessageW(Header(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Header()),
-                     MAKELPARAM(place.x, place.y));
-        EXPECT_EQ(TakeEvents(), "menu;");
-        EXPECT_EQ(m_grid->CurrentColumn(), column);
-        EXPECT_EQ(LocationOf(Heading(2)).left, before.left); // nothing scrolls
-    }
-    EXPECT_EQ(m_grid->CurrentRow(), 0);
 }
 
 TEST_F(GridWindowTest, TheClipboardGetsWholeValues) {
