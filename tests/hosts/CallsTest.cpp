@@ -115,15 +115,13 @@ protected:
     }
     /// An early-bound call; those of the bits in `nulls` are null pointers.
     Outcome Early(const Operation& operation, Values& values, unsigned nulls = 0) {
-        std::vector<VARIANT> pointers;
-        for (size_t i = 0; i < values.size(); ++i) {
-            const bool null = (nulls & (1U << i)) != 0;
-            pointers.push_back(Reference(values[i].Type(), null ? nullptr : &values[i].Address()->lVal));
-        }
+        std::vector<VARIANT> pointers(values.size());
         std::vector<VARTYPE> types(values.size(), VT_BYREF | VT_I4);
         std::vector<VARIANT*> arguments;
-        for (VARIANT& pointer : pointers) {
-            arguments.push_back(&pointer);
+        for (size_t i = 0; i < values.size(); ++i) {
+            void* const null = nullptr;
+            pointers[i] = Reference(values[i].Type(), nulls & (1U << i) ? null : &values[i].Address()->lVal);
+            arguments.push_back(&pointers[i]);
         }
         com::Variant code;
         com::Check(DispCallFunc(m_object.Get(), operation.slot, CC_STDCALL, VT_ERROR,
@@ -139,8 +137,8 @@ protected:
             return;
         }
         EXPECT_EQ(outcome.error.number, kTableLocked);
-        EXPECT_EQ(outcome.error.source, L"Gestión");
-        EXPECT_EQ(outcome.error.description, L"La tabla está bloqueada.");
+        EXPECT_EQ(outcome.error.source + L": " + outcome.error.description,
+                  L"Gestión: La tabla está bloqueada.");
     }
 
     const Server m_server;

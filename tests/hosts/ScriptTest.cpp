@@ -238,10 +238,9 @@ void Work(std::span<const Row> rows) {
         SCOPED_TRACE(::testing::PrintToString(row.statement + L": " + row.caption));
         HWND window = nullptr;
         bool well = Do({0, kGoTo, row.caption}, window);
-        EXPECT_TRUE(well) << "it did not open";
-        for (size_t i = 0; well && i < row.steps.size(); ++i) {
-            well = Do(row.steps[i], window);
-            EXPECT_TRUE(well) << "step " << i;
+        for (const Step& step : row.steps) {
+            EXPECT_TRUE(well) << "before step " << &step - row.steps.data();
+            well = well && Do(step, window);
         }
         well = well && Eventually([&] { return !IsWindow(window); });
         EXPECT_TRUE(well) << "it stays open";
