@@ -35,7 +35,7 @@ protected:
         return Play({Focused(IDC_LIST1), script},
                     [&] { return server->ShowOrder(&mode, sink.GetAddressOf(), columns.GetAddressOf()); });
     }
-    static Script Menu(UINT key) { return {Click(IDC_CMDMARCAS), InMenu(), Key(key)}; }
+    static Script Menu(UINT key) { return {Click(IDC_CMDMARCAS), InMenu(), Key(key), Focused(IDC_LIST1)}; }
     static Script Find(const wchar_t* text) {
         return {Key('E', VK_CONTROL), Focused(IDC_TXTFILTRO), Type(text)};
     }
@@ -79,8 +79,9 @@ TEST_F(Columnas, TicksByHandByCommandAndWhereTheSearchHidesThem) {
     EXPECT_FALSE(Choose({{Expect("xx-x"), Key(VK_SPACE), Toggle(), Toggle(), Expect("x-xx"), DoubleClick(3),
                           DoubleClick(0), Expect("x-x-")},
                          {Key('A', VK_CONTROL), Expect("xxxx"), Menu('Q'), Expect("x---")},
-                         {Find(L"prec"), Menu('I'), Expect("xxxx", 1), Key('Z', VK_CONTROL),
-                          Expect("xx-x", 1), Key('I', VK_CONTROL), Expect("x-x-", 1), Key('Z', VK_CONTROL)},
+                         {Find(L"prec"), Key('A', VK_CONTROL), Expect("x---", 1), Menu('I'),
+                          Expect("xxxx", 1), Key('Z', VK_CONTROL), Expect("xx-x", 1), Key('I', VK_CONTROL),
+                          Expect("x-x-", 1), Key('Z', VK_CONTROL)},
                          {Find(L"ano"), Expect("xx-x", 0), Set(IDC_TXTFILTRO, L" PCION"), Expect("xx-x", 1),
                           Toggle(), Expect("x--x", 1), Key(VK_RETURN)}}));
     EXPECT_EQ(TakeLog(), written);
@@ -118,6 +119,7 @@ TEST_F(MuchasColumnas, TheSearchIgnoresCaseAndAccentsAndTheSortGoesByEntry) {
         {{Type(L"pre"), Key(VK_RETURN)}, 3},
         {DoubleClick(2), 2},
         {{Find(L"año"), Key(VK_RETURN)}, 2},
+        {{Keys({VK_DOWN, VK_DOWN}), Find(L"c"), Key(VK_RETURN)}, 1}, // what is still there stays chosen
         {{Key(VK_DOWN), Find(L"no hay"), Key(VK_RETURN)}, -1},
         {Keys({VK_DOWN, VK_END, VK_RETURN}), 52},
         {{Do([] { Ask(LB_SETCURSEL, 41); }), Key(VK_RETURN)}, 51},
