@@ -101,24 +101,22 @@ TEST_F(PanelFiles, ThePlaceIsKeptAndPulledOntoTheScreen) {
     EXPECT_EQ(GetValue(key, L"Left") + L" " + GetValue(key, L"Top") + L" " + GetValue(key, L"Width") + L" " +
                   GetValue(key, L"Height"),
               L"60 50 700 520");
-    // Minimised or maximised it keeps its normal place. Maximised, it opens so again; and from there
-    // minimised it still is, and goes back to its place.
-    for (const int how : {SW_MAXIMIZE, SW_MINIMIZE}) {
-        const bool zoomed = how == SW_MAXIMIZE;
-        EXPECT_FALSE(Show({Do([how] { ShowWindow(Panel(), how); }), Close()}));
-        EXPECT_EQ(GetValue(key, L"Width"), L"700") << how;
-        Use({Do([zoomed] {
-                 EXPECT_EQ(IsZoomed(Panel()) != FALSE, zoomed);
-                 ShowWindow(Panel(), zoomed ? SW_MINIMIZE : SW_SHOW);
-             }),
-             Do([zoomed] {
-                 ShowWindow(Panel(), SW_RESTORE);
-                 EXPECT_EQ(IsZoomed(Panel()) != FALSE, zoomed);
-                 ShowWindow(Panel(), SW_SHOWNORMAL);
-                 const RECT kept{60, 50, 760, 570};
-                 const RECT place = Place();
-                 EXPECT_TRUE(EqualRect(&kept, &place));
-             })});
+    // Minimised or maximised it keeps its normal place; maximised it opens so again, also from minimised.
+    const std::vector<int> ways[] = {{SW_MAXIMIZE}, {SW_MAXIMIZE, SW_MINIMIZE}, {SW_MINIMIZE}};
+    for (const auto& way : ways) {
+        Script leave;
+        for (const int how : way) {
+            leave.Do([how] { ShowWindow(Panel(), how); });
+        }
+        EXPECT_FALSE(Show({leave, Close()}));
+        EXPECT_EQ(GetValue(key, L"Width"), L"700") << &way - ways;
+        Use(Do([&] {
+            EXPECT_EQ(IsZoomed(Panel()) != FALSE, way[0] == SW_MAXIMIZE) << &way - ways;
+            ShowWindow(Panel(), SW_SHOWNORMAL);
+            const RECT kept{60, 50, 760, 570};
+            const RECT place = Place();
+            EXPECT_TRUE(EqualRect(&kept, &place));
+        }));
         EXPECT_EQ(GetValue(key, L"WindowState"), L"0");
     }
     const auto onScreen = Do([] {
