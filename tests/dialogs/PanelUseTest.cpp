@@ -90,8 +90,14 @@ TEST_F(PanelUse, EnterOnSomethingTypedSearchesFirst) {
     Expect({typed, found, Key(VK_F4)}, kAccept);
     Expect({InBox(), Type(L"ma"), Key(VK_F4), found, Key(VK_RETURN)}, kAccept);
     // Searched in one column is not searched in another; in none of them there is nothing to search again.
+    std::wstring fields;
+    host.data->On(L"CreateFilter", [&](com::Invocation& call) {
+        fields += com::LateObject(call[0].ToObject().Get(), L"box").Call(L"DataField").ToText() + L" ";
+        call.Return(com::Variant(L"campo=ma"));
+    });
     const Script other{InGrid(), Key(VK_RIGHT), InBox(), Key(VK_RETURN)};
     Expect({typed, Asked(kSearch), other, Asked(kSearch), Key(VK_RETURN)}, kAccept);
+    EXPECT_EQ(fields, L"Codigo Nombre ");
     Expect(other, kAccept);
     host.set->Table().records = 2; // of which the filter leaves one
     Expect(typed, kSearch + kAccept);
