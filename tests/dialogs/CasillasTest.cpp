@@ -44,14 +44,6 @@ protected:
     static Script Counts(const std::wstring& marked, int row = 1) {
         return Says(L"Registro " + std::to_wstring(row) + L" de 20   ·   " + marked);
     }
-    static Script ClickMark(UINT message) {
-        return Do([message] {
-            RECT mark{};
-            SendMessageW(Heading(), HDM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&mark));
-            PostMessageW(Item(IDC_DATAGRID), message, MK_LBUTTON,
-                         MAKELPARAM((mark.left + mark.right) / 2, HIWORD(FirstRow())));
-        });
-    }
 };
 
 TEST_F(CasillasTest, TheEventFollowsTheAnswerWithThreeTexts) {
@@ -100,11 +92,11 @@ TEST_F(CasillasTest, MarksAreMadeOneByOneAndAllAtOnce) {
                      two,
                      Key(VK_SPACE),
                      three,
-                     ClickMark(WM_LBUTTONDOWN),
+                     Mouse({WM_LBUTTONDOWN}),
                      two,
-                     ClickMark(WM_LBUTTONDBLCLK),
+                     Mouse({WM_LBUTTONDBLCLK}),
                      three,
-                     ClickMark(WM_RBUTTONDOWN),
+                     Mouse({WM_RBUTTONDOWN}),
                      three, // that is for the menu
                      Keys({VK_DOWN, VK_DOWN, VK_SPACE, VK_UP, VK_SPACE}),
                      Counts(L"1 marcada", 2),

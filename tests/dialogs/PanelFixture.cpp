@@ -28,7 +28,7 @@ Script PanelTest::Mouse(std::initializer_list<UINT> messages, WPARAM column, HWN
         const RECT place = HeadingOf(column);
         for (const UINT message : sent) {
             PostMessageW(where(), message, MK_LBUTTON,
-                         MAKELPARAM(place.left + 20, where == Grid ? place.bottom + 4 : 5));
+                         MAKELPARAM((place.left + place.right) / 2, where == Grid ? place.bottom + 4 : 5));
         }
     });
 }

@@ -65,8 +65,6 @@ protected:
     static HWND Heading() { return FindWindowExW(Grid(), nullptr, L"SysHeader32", nullptr); }
     /// A column's part of the heading.
     static RECT HeadingOf(WPARAM column);
-    /// A place in the first row of the grid, as a mouse message has it.
-    static LPARAM FirstRow() { return MAKELPARAM(20, HeadingOf(0).bottom + 4); }
 
 private:
     void WarmUp() override;
