@@ -61,6 +61,16 @@ bool Strikes(const std::wstring& path) {
     return true;
 }
 
+/// What the fault does besides answering, at its first call.
+void Act(Fault fault) {
+    const bool acts = fault == Fault::ClosesWindow || fault == Fault::PumpsKey ||
+                      fault == Fault::CallsAgain || fault == Fault::TakesTwoSeconds;
+    if (acts && Foreign::struck == 1 && Foreign::act) {
+        Foreign::act();
+        SetErrorInfo(0, nullptr); // what the library left in there is not of this call
+    }
+}
+
 HRESULT Raise(Fault fault, EXCEPINFO* thrown) {
     if (fault == Fault::BareFailure) {
         return E_FAIL;
@@ -133,32 +143,18 @@ void Answer(Fault fault, VARIANT& value) {
     value = other;
 }
 
-class Proxy final : public IDispatch {
+/// Counts its references, and answers to the one interface.
+template <typename Interface>
+class Counted : public Interface {
 public:
-    Proxy(IDispatch* object, std::wstring name) : m_object(object), m_name(std::move(name)) {
-        if (object) {
-            m_identity = Identity(object);
-            g_proxies[m_identity.Get()] = this;
-        }
-        g_behind[this] = object;
-    }
-    ~Proxy() {
-        g_behind.erase(this);
-        if (m_identity) {
-            g_proxies.erase(m_identity.Get());
-        }
-    }
-    Proxy(const Proxy&) = delete;
-    Proxy& operator=(const Proxy&) = delete;
-
+    Counted() = default;
+    virtual ~Counted() = default;
+    Counted(const Counted&) = delete;
+    Counted& operator=(const Counted&) = delete;
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** out) override {
-        if (id != IID_IUnknown && id != IID_IDispatch) {
-            *out = nullptr;
-            return E_NOINTERFACE;
-        }
-        *out = this;
-        AddRef();
-        return S_OK;
+        const bool known = id == IID_IUnknown || id == __uuidof(Interface);
+        *out = known ? this : nullptr;
+        return known ? (AddRef(), S_OK) : E_NOINTERFACE;
     }
     ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
     ULONG STDMETHODCALLTYPE Release() override {
@@ -167,6 +163,26 @@ public:
             delete this;
         }
         return left;
+    }
+
+private:
+    ULONG m_references = 0;
+};
+
+class Proxy final : public Counted<IDispatch> {
+public:
+    Proxy(IDispatch* object, std::wstring name) : m_object(object), m_name(std::move(name)) {
+        if (object) {
+            m_identity = Identity(object);
+            g_proxies[m_identity.Get()] = this;
+        }
+        g_behind[this] = object;
+    }
+    ~Proxy() override {
+        g_behind.erase(this);
+        if (m_identity) {
+            g_proxies.erase(m_identity.Get());
+        }
     }
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
         *count = 0;
@@ -202,17 +218,8 @@ public:
         case Fault::RaisesMegabyte:
         case Fault::BareFailure:
             return Raise(fault, thrown);
-        case Fault::ClosesWindow:
-        case Fault::PumpsKey:
-        case Fault::CallsAgain:
-        case Fault::TakesTwoSeconds:
-            if (Foreign::struck == 1 && Foreign::act) {
-                Foreign::act();
-                SetErrorInfo(0, nullptr); // what the library left in there is not of this call
-            }
-            break;
         default:
-            break;
+            Act(fault);
         }
         if (!m_object) {
             return DISP_E_MEMBERNOTFOUND;
@@ -286,7 +293,6 @@ private:
         }
     }
 
-    ULONG m_references = 0;
     const com::ComPtr<IDispatch> m_object;
     com::ComPtr<IUnknown> m_identity;
     const std::wstring m_name;
@@ -294,22 +300,9 @@ private:
 };
 
 /// A step of For Each is a member like any other.
-class Steps final : public IEnumVARIANT {
+class Steps final : public Counted<IEnumVARIANT> {
 public:
     Steps(IEnumVARIANT* behind, std::wstring name) : m_behind(behind), m_name(std::move(name)) {}
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** out) override {
-        const bool known = id == IID_IUnknown || id == IID_IEnumVARIANT;
-        *out = known ? this : nullptr;
-        return known ? (AddRef(), S_OK) : E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --m_references;
-        if (left == 0) {
-            delete this;
-        }
-        return left;
-    }
     HRESULT STDMETHODCALLTYPE Next(ULONG count, VARIANT* values, ULONG* fetched) override {
         const com::ComPtr<Steps> held(this);
         Foreign::called[m_name] = VT_VARIANT;
@@ -317,12 +310,7 @@ public:
         if (fault == Fault::Raises || fault == Fault::BareFailure || fault == Fault::Missing) {
             return E_FAIL;
         }
-        if ((fault == Fault::ClosesWindow || fault == Fault::PumpsKey || fault == Fault::CallsAgain ||
-             fault == Fault::TakesTwoSeconds) &&
-            Foreign::struck == 1 && Foreign::act) {
-            Foreign::act();
-            SetErrorInfo(0, nullptr); // what the library left in there is not of this call
-        }
+        Act(fault);
         ULONG got = 0;
         const HRESULT code = m_behind->Next(count, values, &got);
         for (ULONG i = 0; i < got; ++i) {
@@ -342,7 +330,6 @@ public:
     }
 
 private:
-    ULONG m_references = 0;
     const com::ComPtr<IEnumVARIANT> m_behind;
     const std::wstring m_name;
 };
