@@ -1,5 +1,6 @@
 #include "com/Variant.h"
 
+#include <cmath>
 #include <new>
 #include <utility>
 
@@ -116,10 +117,14 @@ Variant Variant::As(VARTYPE type) const {
     Variant made;
     const auto convert = [&] { return VariantChangeType(&made.m_value, In(), VARIANT_LOCALBOOL, type); };
     if (IsObject()) {
-        SetErrorInfo(0,
-                     nullptr); // it is asked for its value: what is left there from before is not that call's
+        SetErrorInfo(0, nullptr); // asked for its value: what is left there from before is not that call's
     }
-    const HRESULT result = IsObject() ? CallOut(convert) : convert();
+    const bool integer = type == VT_I2 || type == VT_I4;
+    const bool noNumber = (m_value.vt == VT_R8 && std::isnan(m_value.dblVal)) ||
+                          (m_value.vt == VT_R4 && std::isnan(m_value.fltVal));
+    const HRESULT result = integer && noNumber ? DISP_E_OVERFLOW // which the system takes for some integer
+                           : IsObject()        ? CallOut(convert)
+                                               : convert();
     if (result == DISP_E_OVERFLOW) {
         throw Error(result, L"Desbordamiento: el valor no cabe en el tipo pedido.");
     }

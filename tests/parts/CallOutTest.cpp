@@ -5,6 +5,7 @@
 #include <float.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <functional>
 #include <set>
 
@@ -142,6 +143,7 @@ TEST(CallOut, TheHostHasItsFloatingPointTrapsInEveryCall) {
         EXPECT_EQ(items[0].ToText(), std::wstring(L"u\0o", 3)) << "a text does not end at a zero";
         Variant value(object.Get());
         EXPECT_EQ(value.ToShort(), 2) << "the object's own value";
+        EXPECT_THROW((value = Variant(std::nan(""))).ToLong(), Error) << "what is no number is no integer";
         value = Variant();
         EXPECT_TRUE(com::SameObject(object.Get(), static_cast<IEnumVARIANT*>(&host)));
         object.Reset();
