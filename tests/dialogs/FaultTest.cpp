@@ -66,6 +66,9 @@ constexpr Silent kSilent[] = {
     {L"", Fault::Megabyte, VT_BSTR, "a text like others"},
     {L"", Fault::EmbeddedZero, VT_BSTR, "a text like others"},
     {L"Recordset", Fault::Null, VT_DISPATCH, "a data class may have no records"},
+    {L"Recordset", Fault::Empty, VT_DISPATCH, "a data class may have no records"},
+    {L"Fields.Count", Fault::Empty, VT_EMPTY, "a set without fields"},
+    {L"Fields.Count", Fault::Negative, VT_EMPTY, "a set without fields"},
     {L".Clone", Fault::None, VT_EMPTY, "the host's own set is read then"},
     {L".GetRows", Fault::None, VT_EMPTY, "values are read one by one then"},
     {L".Clone.RecordCount", Fault::None, VT_EMPTY, "asked to see whether the clone has the host's rows"},
@@ -81,10 +84,10 @@ constexpr Silent kSilent[] = {
     {L"Fields.Item.Type", Fault::None, VT_EMPTY, "asked, not needed"},
     {L"Fields.Item.Caption", Fault::None, VT_EMPTY, "the name stands for it"},
     {L"Fields.Item.DefinedSize", Fault::None, VT_EMPTY, "asked, not needed"},
-    {L"Fields.Item.Value", Fault::Null, VT_EMPTY, "a value like others"},
-    {L"Fields.Item.Value", Fault::WrongType, VT_EMPTY, "the cell shows it"},
+    {L"Fields.Item.Value", Fault::None, VT_EMPTY, "the cell shows it"},
     {L"ShowSelecAdd MyClase.ValidaValue", Fault::Missing, VT_EMPTY, "may be missing"},
     {L"Entorno.CrearClase", Fault::Null, VT_DISPATCH, "the user is told of the class"},
+    {L"Entorno.CrearClase", Fault::Empty, VT_DISPATCH, "the user is told of the class"},
     {L"Entorno.ClaseRelacionada", Fault::Missing, VT_EMPTY, "may be missing"},
     {L"objClsEvents.AceptarNuevo", Fault::Missing, VT_EMPTY, "the status line tells"},
     {L"objClsEvents.AceptarModificar", Fault::Missing, VT_EMPTY, "the status line tells"},
@@ -178,7 +181,10 @@ protected:
 
     static bool Names(const std::wstring& text, const std::wstring& member) {
         return text.find(member.substr(member.rfind(L'.') + 1)) != std::wstring::npos ||
-               text.find(L"» no está establecido") != std::wstring::npos; // where an object should have come
+               text.find(L"» no está establecido") !=
+                   std::wstring::npos || // where an object should have come
+               text.find(L"«ClsShowSerch»") !=
+                   std::wstring::npos; // in the dialog that a dialog opens to look up
     }
     static const Silent* IsSilent(const std::wstring& member, Fault fault, VARTYPE answers) {
         const auto fits = [&](const Silent& each) {
@@ -194,7 +200,8 @@ protected:
     static std::wstring Verdict(const Scene& run, const Scene& clean, const std::wstring& operation,
                                 const std::wstring& member, const FaultName& fault) {
         std::wstring wrong = run.stuck ? L" stuck" : L"";
-        for (size_t i = 0; i < std::min(run.kept.size(), clean.kept.size()); ++i) {
+        const bool judges = member.ends_with(L".ValidaKey") || member.ends_with(L".ValidaDefinedSize");
+        for (size_t i = 0; !judges && i < std::min(run.kept.size(), clean.kept.size()); ++i) {
             wrong += clean.kept[i] && !run.kept[i] ? L" lost" : L"";
         }
         wrong += Dialog() ? L" left open" : L"";
