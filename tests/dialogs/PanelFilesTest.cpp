@@ -2,6 +2,7 @@
 #include "com/WinHeaders.h"
 
 #include <commctrl.h>
+#include <dlgs.h>
 
 #include "frame/Handles.h"
 #include "tests/dialogs/PanelFixture.h"
@@ -37,7 +38,16 @@ protected:
             EXPECT_TRUE(PostMessageW(child, BM_CLICK, 0, 0));
         });
     }
-    static Script Font(UINT key) { return {Key(VK_F3), Elsewhere(), Key(key), Back()}; }
+    /// The system's dialog, with one of its sizes.
+    static Script Font(UINT key, WPARAM size = 0) {
+        return {Key(VK_F3), Elsewhere(), Do([size] {
+                    const HWND sizes = GetDlgItem(TopWindow(), cmb3);
+                    SendMessageW(sizes, CB_SETCURSEL, size, 0);
+                    SendMessageW(TopWindow(), WM_COMMAND, MAKEWPARAM(cmb3, CBN_SELCHANGE),
+                                 reinterpret_cast<LPARAM>(sizes));
+                }),
+                Key(key), Back()};
+    }
     static Script Untick(UINT key) {
         return {GridMenu(), Key('G'), Elsewhere(), Keys({VK_DOWN, VK_SPACE, key}), Back()};
     }
@@ -61,7 +71,7 @@ protected:
 TEST_F(PanelFiles, FontAndColumnsAreKeptPerClass) {
     Use({Font(VK_ESCAPE), Untick(VK_ESCAPE)});
     Use(Exists(look, false));
-    Use(Font(VK_RETURN));
+    Use({Font(VK_RETURN, 12), Do([] { EXPECT_GT(HeadingOf(0).bottom, 36); })});
     EXPECT_THAT(ReadText(File(look)), HasSubstr("nombre=Tahoma"));
     Use({Has(kAll), Untick(VK_RETURN), Has(kAll - 1),
          Do([this] { EXPECT_THAT(ReadText(File(look)), HasSubstr("visible=0")); })});

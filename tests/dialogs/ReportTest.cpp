@@ -108,7 +108,8 @@ TEST_F(Reports, EachDialogHandsOverItsOwnCall) {
     const Script complaint{Enabled(0, false), Tick(0)}; // never printed unseen
     const Script orders{Set(0, L"C-1"), Set(1, L"T"), Set(2, L"8"), Set(3, L"9"),
                         Choose(4, 0),   Choose(5, 1), Tick(6)};
-    const Script numbers{Set(0, L"100"), Set(1, L"200"), Tick(2)};
+    const Script numbers{Click(IDC_CMDMARCAS), InMenu(),       Key(VK_ESCAPE), Focused(IDC_LIST1),
+                         Set(0, L"100"),       Set(1, L"200"), Tick(2)};
     // Something in every condition: places, not numbers; the third list before the first.
     const struct {
         const wchar_t* operation;

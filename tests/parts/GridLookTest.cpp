@@ -108,6 +108,10 @@ TEST_F(GridLookTest, TheCurrentRowIsDrawnInTheSelectedStyleWithAndWithoutFocus) 
     EXPECT_GT(PixelsOf(0, kLightYellow), 1000);
     EXPECT_EQ(PixelsOf(1, kLightYellow), 0);
     EXPECT_GT(PixelsOf(1, GetSysColor(COLOR_WINDOWTEXT)), 40); // letters
+    RECT line = LocationOf(2);
+    line.left = WidthOf(0) - 1;
+    line.right = line.left + 3;
+    EXPECT_EQ(Pixels(m_grid->Window(), line, GetSysColor(COLOR_WINDOW)), 0); // between two columns
     SetFocus(m_parent);
     EXPECT_GT(PixelsOf(0, kLightYellow), 1000);
     Press(VK_DOWN);
