@@ -4,9 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <fstream>
 
 #include "base/Text.h"
+#include "com/Error.h"
+#include "demo/app/Picture.h"
 
 namespace tamvelo::testing {
 
@@ -33,33 +34,6 @@ void Hold(UINT key, bool down) {
     GetKeyboardState(keys);
     keys[key] = down ? 0x80 : 0;
     SetKeyboardState(keys);
-}
-
-/// A picture of the window with its caption and children, as a .bmp file.
-void SavePicture(HWND window, const std::string& file) {
-    RECT place{};
-    GetWindowRect(window, &place);
-    const LONG width = place.right - place.left;
-    const LONG height = place.bottom - place.top;
-    BITMAPINFO info{};
-    info.bmiHeader = {sizeof(BITMAPINFOHEADER), width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-    void* bits = nullptr;
-    const HDC from = GetWindowDC(window);
-    const HDC to = CreateCompatibleDC(from);
-    const HBITMAP bitmap = CreateDIBSection(to, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    const HGDIOBJ before = SelectObject(to, bitmap);
-    BitBlt(to, 0, 0, width, height, from, 0, 0, SRCCOPY);
-    GdiFlush();
-    const DWORD size = static_cast<DWORD>(width * height * 4);
-    const BITMAPFILEHEADER header{0x4D42, 54 + size, 0, 0, 54};
-    std::ofstream out(file, std::ios::binary);
-    out.write(reinterpret_cast<const char*>(&header), 14);
-    out.write(reinterpret_cast<const char*>(&info.bmiHeader), 40);
-    out.write(static_cast<const char*>(bits), static_cast<std::streamsize>(size));
-    SelectObject(to, before);
-    DeleteObject(bitmap);
-    DeleteDC(to);
-    ReleaseDC(window, from);
 }
 
 } // namespace
@@ -186,13 +160,17 @@ void Player::GiveUp(HWND top) {
     if (!m_gaveUp) {
         m_gaveUp = true;
         const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-        const std::string picture = std::string("stuck-") + (test ? test->name() : "") + ".bmp";
-        SavePicture(top, picture);
+        const std::wstring picture =
+            L"stuck-" + base::FromUtf8(test ? test->name() : "").value_or(L"") + L".png";
+        try {
+            demo::SavePicture(top, picture);
+        } catch (const com::Error&) { // then there is none
+        }
         ADD_FAILURE() << "stuck at step " << m_at << ": "
                       << (m_at < m_script.m_steps.size() ? m_script.m_steps[m_at].name
                                                          : "the end, and still open")
                       << "\non top: " << base::ToUtf8(TextOf(top)) << " " << base::ToUtf8(BoxText(top))
-                      << "\npicture: " << picture << "\n"
+                      << "\npicture: " << base::ToUtf8(picture) << "\n"
                       << m_notes();
     } else if (GetTickCount64() - m_since > 2 * kPatience) {
         std::abort(); // nothing closes it; the rest of the tests could only hang too
