@@ -129,6 +129,11 @@ protected:
                     }
                 }
                 if (menu) {
+                    RECT form{};
+                    RECT place{};
+                    GetWindowRect(Dialog(), &form);
+                    GetWindowRect(window, &place);
+                    EXPECT_TRUE(PtInRect(&form, {place.left, place.top})) << place.left << " " << place.top;
                     PostMessageW(GetFocus(), WM_KEYDOWN, VK_ESCAPE, 1);
                 }
                 ExpectKeysOnce(m_menu);

@@ -48,6 +48,8 @@ TEST_F(GridWindowTest, KeysMoveTheRecordAndTheColumn) {
         EXPECT_EQ(set->Position(), row);
         EXPECT_EQ(m_grid->CurrentRow(), row);
         EXPECT_EQ(m_grid->CurrentColumn(), column);
+        const long top = std::stol(FirstCell(0)) - 1;
+        EXPECT_TRUE(top <= row && row < top + page) << "on screen from " << top;
         EXPECT_EQ(TakeEvents(), moves ? "row;" : "");
     }
     m_grid->SetCurrentColumn(99);
