@@ -152,6 +152,9 @@ private:
         const HWND top = TopWindow();
         LetGoOfKeys();
         if (top == nullptr || top == m_main) {
+            if (++m_alone % 100 == 0) { // Wine sizes a window by keys, also one that is no more, until Esc
+                PressKey(VK_ESCAPE);
+            }
             return;
         }
         if (const std::wstring text = BoxText(top); !text.empty() && top != m_told) {
@@ -208,6 +211,7 @@ private:
     std::size_t m_next = 0;
     UINT m_held = 0;
     int m_tries = 0;
+    int m_alone = 0;
     int m_pause = 0;
     HWND m_told = nullptr;
     const UINT_PTR m_timer;
@@ -223,9 +227,23 @@ public:
     void Feed() { m_fed = GetTickCount64(); }
 
 private:
+    static BOOL CALLBACK Tell(HWND window, LPARAM) {
+        DWORD process = 0;
+        GetWindowThreadProcessId(window, &process);
+        if (process == GetCurrentProcessId() && IsWindowVisible(window)) {
+            wchar_t kind[64] = L"";
+            wchar_t title[64] = L"";
+            GetClassNameW(window, kind, 64);
+            InternalGetWindowText(window, title, 64); // asks nobody
+            Say(std::wstring(L"    ") + kind + L" «" + title +
+                (IsWindowEnabled(window) ? L"»" : L"», no se puede usar"));
+        }
+        return TRUE;
+    }
     static void CALLBACK Look(void* self, BOOLEAN) {
         if (GetTickCount64() - static_cast<Watchdog*>(self)->m_fed > kPatience) {
             Say(L"FALLO: no vuelve");
+            EnumWindows(Tell, 0);
             TerminateProcess(GetCurrentProcess(), 1);
         }
     }

@@ -58,6 +58,17 @@ protected:
         return Do([] { PostMessageW(Grid(), WM_CONTEXTMENU, 0, MAKELPARAM(-1, -1)); }).Append(InMenu());
     }
 
+    /// Expects the grid below the search box, or in its place.
+    static Script SearchHasRoom(bool room) {
+        return Do([room] {
+            RECT grid{};
+            RECT box{};
+            GetWindowRect(Grid(), &grid);
+            GetWindowRect(Item(IDC_TXTFIELDS0), &box);
+            EXPECT_EQ(grid.top >= box.bottom, room);
+        });
+    }
+
     static HWND Panel() {
         return FindWindowThat([](HWND window) { return GetDlgItem(window, IDC_DATAGRID) != nullptr; });
     }

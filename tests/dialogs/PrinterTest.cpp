@@ -49,7 +49,7 @@ std::unique_ptr<void, PrinterRemoval> MakePrinter() {
 
 class Impresora : public DialogTest {
 protected:
-    Impresora() { gdiSlack = 16; } // a hidden window leaves pictures that the system keeps for others
+    Impresora() { gdiSlack = 80; } // what the system keeps of its printer dialog
     void Show(const Script& script) {
         const auto reports = com::MakeCollection({com::Variant(L"Listado")});
         EXPECT_FALSE(PlayLate(L"ShowRpt", {L"Pedidos", sink.Get(), reports.Get()}, script));
