@@ -111,7 +111,9 @@ TEST_F(GridLookTest, TheCurrentRowIsDrawnInTheSelectedStyleWithAndWithoutFocus) 
     RECT line = LocationOf(2);
     line.left = WidthOf(0) - 1;
     line.right = line.left + 3;
-    EXPECT_EQ(Pixels(m_grid->Window(), line, GetSysColor(COLOR_WINDOW)), 0); // between two columns
+    for (const COLORREF other : {GetSysColor(COLOR_WINDOW), RGB(0, 0, 0)}) { // between two columns
+        EXPECT_EQ(Pixels(m_grid->Window(), line, other), 0);
+    }
     SetFocus(m_parent);
     EXPECT_GT(PixelsOf(0, kLightYellow), 1000);
     Press(VK_DOWN);
