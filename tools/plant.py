@@ -13,7 +13,6 @@ import os
 import pathlib
 import queue
 import random
-import random
 import re
 import shutil
 import signal

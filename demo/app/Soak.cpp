@@ -153,6 +153,7 @@ private:
         LetGoOfKeys();
         if (top == nullptr || top == m_main) {
             if (++m_alone % 100 == 0) { // Wine sizes a window by keys, also one that is no more, until Esc
+                Say(L"    Esc, sin ningún diálogo");
                 PressKey(VK_ESCAPE);
             }
             return;
