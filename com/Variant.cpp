@@ -9,6 +9,12 @@
 
 namespace tamvelo::com {
 
+namespace {
+
+Error Overflow() { return {DISP_E_OVERFLOW, L"Desbordamiento: el valor no cabe en el tipo pedido."}; }
+
+} // namespace
+
 Bstr::Bstr(std::wstring_view text) : m_text(SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))) {
     if (!m_text) {
         throw std::bad_alloc();
@@ -114,19 +120,21 @@ VARIANT Variant::Detach() noexcept {
 }
 
 Variant Variant::As(VARTYPE type) const {
+    const bool integer = type == VT_I2 || type == VT_I4;
+    if (integer && (IsObject() || m_value.vt == VT_R4 || m_value.vt == VT_DATE)) {
+        return As(VT_R8).As(type);
+    }
+    if (integer && m_value.vt == VT_R8 && std::isnan(m_value.dblVal)) {
+        throw Overflow(); // the system takes it for some integer
+    }
     Variant made;
     const auto convert = [&] { return VariantChangeType(&made.m_value, In(), VARIANT_LOCALBOOL, type); };
     if (IsObject()) {
         SetErrorInfo(0, nullptr); // asked for its value: what is left there from before is not that call's
     }
-    const bool integer = type == VT_I2 || type == VT_I4;
-    const bool noNumber = (m_value.vt == VT_R8 && std::isnan(m_value.dblVal)) ||
-                          (m_value.vt == VT_R4 && std::isnan(m_value.fltVal));
-    const HRESULT result = integer && noNumber ? DISP_E_OVERFLOW // which the system takes for some integer
-                           : IsObject()        ? CallOut(convert)
-                                               : convert();
+    const HRESULT result = IsObject() ? CallOut(convert) : convert();
     if (result == DISP_E_OVERFLOW) {
-        throw Error(result, L"Desbordamiento: el valor no cabe en el tipo pedido.");
+        throw Overflow();
     }
     if (FAILED(result)) {
         throw Error(result, L"No coinciden los tipos.");

@@ -29,6 +29,7 @@ class Foreign final : public IDispatch, public IEnumVARIANT {
 public:
     enum class Failure { None, Bare, Deferred, Full, ErrorObject };
     Failure failure = Failure::None;
+    double value = 2; // its own
     HRESULT newEnum = S_OK;
     int items = 0;
     HRESULT end = S_FALSE;
@@ -70,8 +71,8 @@ public:
         switch (failure) {
         case Failure::None:
             if (result) {
-                result->vt = VT_I2;
-                result->iVal = 2;
+                result->vt = VT_R8;
+                result->dblVal = value;
             }
             return S_OK;
         case Failure::Bare:
@@ -143,7 +144,10 @@ TEST(CallOut, TheHostHasItsFloatingPointTrapsInEveryCall) {
         EXPECT_EQ(items[0].ToText(), std::wstring(L"u\0o", 3)) << "a text does not end at a zero";
         Variant value(object.Get());
         EXPECT_EQ(value.ToShort(), 2) << "the object's own value";
-        EXPECT_THROW((value = Variant(std::nan(""))).ToLong(), Error) << "what is no number is no integer";
+        host.value = std::nan("");
+        for (const Variant& none : {value, Variant(host.value), Variant::Date(host.value)}) {
+            EXPECT_THROW(none.ToLong(), Error) << "what is no number is no integer";
+        }
         value = Variant();
         EXPECT_TRUE(com::SameObject(object.Get(), static_cast<IEnumVARIANT*>(&host)));
         object.Reset();
