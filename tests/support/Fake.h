@@ -45,10 +45,11 @@ public:
             }
             checks->Called(m_name, called, flags, *parameters);
         }
+        m_running.push_back(id);
         Entered(id, *parameters);
         const HRESULT code =
             Automation::Invoke(id, reserved, locale, flags, parameters, result, thrown, wrong);
-        Left();
+        m_running.pop_back();
         if (checks && SUCCEEDED(code)) {
             checks->Answered(*parameters);
         }
@@ -57,10 +58,12 @@ public:
 
 protected:
     virtual void Entered(DISPID /*id*/, const DISPPARAMS& /*parameters*/) {}
-    virtual void Left() {}
+    /// The member that runs.
+    DISPID Running() const { return m_running.back(); }
 
 private:
     const std::wstring m_name;
+    std::vector<DISPID> m_running;
 };
 
 } // namespace tamvelo::testing

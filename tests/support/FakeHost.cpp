@@ -125,8 +125,7 @@ void HostObject::Accepts(std::initializer_list<const wchar_t*> members) {
 void HostObject::Renumber() {
     constexpr auto kRun = [](com::Automation& self, Invocation& call) {
         auto& object = static_cast<HostObject&>(self);
-        const Behaviour behaviour =
-            object.m_entries[object.m_running.back()].behaviour; // it may change itself
+        const Behaviour behaviour = object.m_entries[object.Running() - 1].behaviour; // it may change itself
         behaviour(call);
     };
     m_members.clear();
@@ -142,11 +141,10 @@ long HostObject::References() {
 }
 
 void HostObject::Entered(DISPID id, const DISPPARAMS& parameters) {
-    m_running.push_back(static_cast<size_t>(id - 1));
-    if (m_running.back() >= m_entries.size()) {
+    if (static_cast<size_t>(id) > m_entries.size()) {
         return; // a name that is known from before it went
     }
-    const Entry& entry = m_entries[m_running.back()];
+    const Entry& entry = m_entries[id - 1];
     const std::wstring name = entry.name;
     if (!entry.quiet) {
         std::wstring line = name + L"(";

@@ -42,13 +42,11 @@ private:
     };
     std::span<const com::Member> Members() const override { return m_members; }
     void Entered(DISPID id, const DISPPARAMS& parameters) override;
-    void Left() override { m_running.pop_back(); }
     void Renumber();
 
     Log& m_log;
     std::vector<Entry> m_entries;
     std::vector<com::Member> m_members;
-    std::vector<size_t> m_running;
 };
 
 /// The data class, sink and control of a host. Unless told otherwise the data class keeps the filter that it

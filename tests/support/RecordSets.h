@@ -85,27 +85,13 @@ protected:
 
 private:
     friend class MemoryFields;
-    long Standing() const { return m_position < 0 || m_position >= Count() ? -1 : RecordAt(m_position); }
     friend class MemoryField;
-    void RecordCount(com::Invocation& call);
-    void Bof(com::Invocation& call);
-    void Eof(com::Invocation& call);
-    void MoveFirst(com::Invocation& call);
-    void MoveLast(com::Invocation& call);
-    void MoveNext(com::Invocation& call);
-    void MovePrevious(com::Invocation& call);
-    void Bookmark(com::Invocation& call);
-    void AbsolutePosition(com::Invocation& call);
-    void Fields(com::Invocation& call);
-    void State(com::Invocation& call);
-    void EditMode(com::Invocation& call);
-    void Clone(com::Invocation& call);
-    void GetRows(com::Invocation& call);
-    void Filter(com::Invocation& call);
-    void Sort(com::Invocation& call);
-    void DataVersion(com::Invocation& call);
-    void Update(com::Invocation& call);
-    void CancelUpdate(com::Invocation& call);
+    struct Row;
+    static const Row kRows[19];
+    static void Run(com::Automation& self, com::Invocation& call);
+    bool Standing() const { return m_position >= 0 && m_position < Count(); }
+    /// The record that it stands on.
+    long Current() const;
     void Move(long position);
     long RecordAt(long position) const;
     long PositionOf(long record) const;
