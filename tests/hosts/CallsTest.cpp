@@ -6,42 +6,16 @@
 #include <set>
 
 #include "Server.h"
-#include "com/Automation.h"
-#include "entry/InOut.h"
+#include "tests/support/FakeHost.h"
 #include "tests/support/Operations.h"
 
 namespace tamvelo::hosts {
 namespace {
 
+using tamvelo::testing::HostObject;
 using tamvelo::testing::Operation;
 using tamvelo::testing::Operations;
 using tamvelo::testing::Parameter;
-
-constexpr HRESULT kTableLocked = static_cast<HRESULT>(0x800A04D2);
-
-/// Every role of a host in one object: a data class and a collection that cannot be read, a sink and a
-/// control.
-class Host final : public com::Automation {
-public:
-    int calls = 0;
-
-private:
-    void Locked(com::Invocation&) {
-        ++calls;
-        throw com::Error(kTableLocked, L"La tabla está bloqueada.", L"Gestión");
-    }
-    void Text(com::Invocation& call) { call.Return(com::Variant(L"A-1")); }
-    std::span<const com::Member> Members() const override {
-        static constexpr com::Member kMembers[] = {
-            {L"sClassName", 1, com::Member::Get, 0, 0, com::Run<&Host::Locked>},
-            {L"Requery", 2, com::Member::Method, 0, 1, com::Run<&Host::Locked>},
-            {L"Count", 4, com::Member::Get, 0, 0, com::Run<&Host::Locked>},
-            {L"Recordset", 5, com::Member::Get, 0, 0, com::Run<&Host::Locked>},
-            {L"Text", 3, com::Member::Get, 0, 0, com::Run<&Host::Text>},
-        };
-        return kMembers;
-    }
-};
 
 /// What became of a call: its code, the argument that is said to be wrong, and what the caller is told.
 struct Outcome {
@@ -59,13 +33,18 @@ VARIANT Reference(VARTYPE type, void* variable) {
 
 class CallsTest : public ::testing::Test {
 protected:
-    CallsTest() { PostQuitMessage(0); } // dialogs that ask the host nothing do open, and close at once
+    CallsTest() {
+        for (const wchar_t* member : {L"sClassName", L"Requery", L"Count", L"Recordset"}) {
+            m_host->Raises(member);
+        }
+        m_host->Returns(L"Text", com::Variant(L"A-1"), true);
+        PostQuitMessage(0); // dialogs that ask the host nothing do open, and close at once
+    }
     ~CallsTest() override {
         MSG quit;
         EXPECT_TRUE(PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE))
             << "a dialog kept it to itself";
-        m_host->AddRef();
-        EXPECT_EQ(m_host->Release(), 1U);
+        EXPECT_EQ(m_host->References(), 1);
         m_object.Reset();
         EXPECT_TRUE(m_server.MayUnload());
         SetErrorInfo(0, nullptr);
@@ -136,13 +115,16 @@ protected:
             EXPECT_EQ(outcome.code, S_OK);
             return;
         }
-        EXPECT_EQ(outcome.error.number, kTableLocked);
+        EXPECT_EQ(outcome.error.number, tamvelo::testing::kHostErrorNumber);
         EXPECT_EQ(outcome.error.source + L": " + outcome.error.description,
                   L"Gestión: La tabla está bloqueada.");
     }
 
     const Server m_server;
-    com::ComPtr<Host> m_host = com::Make<Host>();
+    tamvelo::testing::Log m_log;
+    /// Every role of a host in one object: a data class and a collection that cannot be read, a sink and a
+    /// control.
+    const com::ComPtr<HostObject> m_host = com::Make<HostObject>(L"todo", m_log);
     com::ComPtr<entry::IClsShowSerch> m_object = m_server.Create();
 };
 
@@ -163,11 +145,11 @@ TEST_F(CallsTest, EarlyBoundFailureBringsItsOwnErrorObjectAndTouchesNoVariable) 
                             ? values[i].ToText() == L"1"
                             : values[i].Get().cyVal.int64 == before[i].Get().cyVal.int64);
         }
-        const int asked = m_host->calls;
+        m_log.clear();
         for (size_t i = 0; i < operation.Required(); ++i) {
             EXPECT_EQ(Early(operation, values, 1U << i).code, E_POINTER);
         }
-        EXPECT_EQ(m_host->calls, asked);
+        EXPECT_TRUE(m_log.empty());
     });
 }
 
@@ -246,26 +228,11 @@ TEST_F(CallsTest, WrongArgumentsAreRefusedBeforeAnythingHappens) {
         values.resize(operation.Required() - 1);
         refused(values, DISP_E_BADPARAMCOUNT, 99);
     });
-    EXPECT_EQ(m_host->calls, 0);
+    EXPECT_TRUE(m_log.empty());
     LPOLESTR unknown = const_cast<LPOLESTR>(L"ShowColumns");
     DISPID id = 0;
     EXPECT_EQ(m_object->GetIDsOfNames(IID_NULL, &unknown, 1, LOCALE_USER_DEFAULT, &id), DISP_E_UNKNOWNNAME);
     EXPECT_EQ(Late(Operations().back().id + 1, Values()).code, DISP_E_MEMBERNOTFOUND);
-}
-
-TEST(InOutTest, HostsSeeChanges) {
-    VARIANT_BOOL find = VARIANT_TRUE;
-    com::Bstr text(L"antes");
-    {
-        entry::BoolInOut ownFind(&find, false);
-        entry::TextInOut ownText(text.Address(), {});
-        entry::BoolInOut omitted(nullptr, true);
-        EXPECT_TRUE(std::exchange(static_cast<bool&>(ownFind), false));
-        EXPECT_TRUE(std::exchange(static_cast<bool&>(omitted), false));
-        static_cast<std::wstring&>(ownText) += L" y después";
-    }
-    EXPECT_EQ(find, VARIANT_FALSE);
-    EXPECT_EQ(text.View(), L"antes y después");
 }
 
 TEST_F(CallsTest, TheFactoryServesOneClassAndNoAggregation) {

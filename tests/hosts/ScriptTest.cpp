@@ -8,7 +8,6 @@
 #include <sstream>
 #include <thread>
 
-#include "Programs.h"
 #include "Server.h"
 #include "com/Automation.h"
 #include "dates/Resources.h"

@@ -1,6 +1,9 @@
 #include "Server.h"
 
+#include <direct.h>
 #include <gtest/gtest.h>
+
+#include <cstdio>
 
 #include "com/Error.h"
 
@@ -22,6 +25,24 @@ std::wstring Folder() {
     wchar_t path[MAX_PATH];
     const std::wstring file(path, GetModuleFileNameW(nullptr, path, ARRAYSIZE(path)));
     return file.substr(0, file.rfind(L'\\'));
+}
+
+Finished RunProgram(const std::wstring& command) {
+    _wchdir(Folder().c_str());
+    FILE* const output = _wpopen((command + L" 2>&1").c_str(), L"rb");
+    if (!output) {
+        com::ThrowLastError(command);
+    }
+    Finished finished{};
+    for (int got = fgetc(output); got != EOF; got = fgetc(output)) {
+        finished.output += static_cast<char>(got);
+    }
+    finished.code = static_cast<DWORD>(_pclose(output));
+    return finished;
+}
+
+DWORD RunRegsvr32(const std::wstring& how) {
+    return RunProgram(L"regsvr32.exe /s " + how + L" \"" + Folder() + L"\\Tamvelo.dll\"").code;
 }
 
 Server::Server(const std::wstring& folder) : m_module(LoadLibraryW((folder + L"\\Tamvelo.dll").c_str())) {

@@ -10,6 +10,15 @@ namespace tamvelo::hosts {
 /// The folder of the test program; the library lies in it.
 std::wstring Folder();
 
+struct Finished {
+    DWORD code;
+    std::string output; // standard output and errors
+};
+/// Runs a program of the system in that folder to its end.
+Finished RunProgram(const std::wstring& command);
+/// regsvr32 on the library; `how` is the switches. The exit code.
+DWORD RunRegsvr32(const std::wstring& how);
+
 /// The library, loaded as it is without any registration.
 class Server {
 public:
