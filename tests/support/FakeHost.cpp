@@ -141,8 +141,8 @@ long HostObject::References() {
 }
 
 void HostObject::Entered(DISPID id, const DISPPARAMS& parameters) {
-    if (static_cast<size_t>(id) > m_entries.size()) {
-        return; // a name that is known from before it went
+    if (id < 1 || static_cast<size_t>(id) > m_entries.size()) {
+        return; // a default value that it has not; a name that is known from before it went
     }
     const Entry& entry = m_entries[id - 1];
     const std::wstring name = entry.name;
