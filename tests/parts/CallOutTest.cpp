@@ -27,9 +27,8 @@ constexpr unsigned kTraps = _EM_ZERODIVIDE | _EM_INVALID | _EM_OVERFLOW;
 /// set.
 class Foreign final : public IDispatch, public IEnumVARIANT {
 public:
-    enum class Failure { None, Bare, Deferred, Full, ErrorObject };
-    Failure failure = Failure::None;
-    double value = 2; // its own
+    std::function<HRESULT(EXCEPINFO*)> failure; // none: it answers its value
+    double value = 2;                           // its own
     HRESULT newEnum = S_OK;
     int items = 0;
     HRESULT end = S_FALSE;
@@ -68,43 +67,14 @@ public:
             }
             return newEnum;
         }
-        switch (failure) {
-        case Failure::None:
-            if (result) {
-                result->vt = VT_R8;
-                result->dblVal = value;
-            }
-            return S_OK;
-        case Failure::Bare:
-            return RPC_E_DISCONNECTED;
-        case Failure::Deferred:
-            thrown->pfnDeferredFillIn = [](EXCEPINFO * info) __attribute__((stdcall))->HRESULT {
-                info->scode = E_ACCESSDENIED;
-                info->bstrDescription = SysAllocString(L"Lo pienso y no.");
-                info->bstrSource = SysAllocString(L"Anfitrión");
-                return S_OK;
-            };
-            return DISP_E_EXCEPTION;
-        case Failure::Full:
-            thrown->wCode = 513;
-            thrown->bstrSource = SysAllocString(L"Anfitrión");
-            thrown->bstrDescription = SysAllocString(L"Bloqueado.");
-            thrown->bstrHelpFile = SysAllocString(L"ayuda.chm");
-            thrown->dwHelpContext = 7;
-            return DISP_E_EXCEPTION;
-        default: {
-            ICreateErrorInfo* made = nullptr;
-            CreateErrorInfo(&made);
-            made->SetDescription(const_cast<LPOLESTR>(L"Con objeto."));
-            made->SetHelpContext(9);
-            IErrorInfo* info = nullptr;
-            made->QueryInterface(IID_PPV_ARGS(&info));
-            SetErrorInfo(0, info);
-            info->Release();
-            made->Release();
-            return E_FAIL;
+        if (failure) {
+            return failure(thrown);
         }
+        if (result) {
+            result->vt = VT_R8;
+            result->dblVal = value;
         }
+        return S_OK;
     }
     HRESULT STDMETHODCALLTYPE Next(ULONG, VARIANT* out, ULONG*) override {
         Note("Next");
@@ -164,26 +134,51 @@ TEST(CallOut, AnErrorKeepsWhatTheHostSaidAndNamesTheCall) {
     LateObject object(static_cast<IDispatch*>(&host), L"MyClase");
     com::PublishError(Error(E_FAIL, L"De antes."), IID_NULL); // must not be taken for this call's
     const struct {
-        Foreign::Failure kind;
+        HRESULT (*failure)(EXCEPINFO* thrown);
         Error said;
-        const wchar_t* helpFile;
-        DWORD helpContext;
+        const wchar_t* help; // file and place
     } cases[] = {
-        {Foreign::Failure::Bare,
+        {[](EXCEPINFO*) { return RPC_E_DISCONNECTED; },
          {RPC_E_DISCONNECTED, L"«MyClase».Requery: " + com::SystemText(RPC_E_DISCONNECTED),
           L"«MyClase».Requery"},
-         L"",
-         0},
-        {Foreign::Failure::Deferred, {E_ACCESSDENIED, L"Lo pienso y no.", L"Anfitrión"}, L"", 0},
-        {Foreign::Failure::Full,
+         L" 0"},
+        {[](EXCEPINFO* thrown) {
+             thrown->pfnDeferredFillIn = [](EXCEPINFO * info) __attribute__((stdcall))->HRESULT {
+                 info->scode = E_ACCESSDENIED;
+                 info->bstrDescription = SysAllocString(L"Lo pienso y no.");
+                 info->bstrSource = SysAllocString(L"Anfitrión");
+                 return S_OK;
+             };
+             return DISP_E_EXCEPTION;
+         },
+         {E_ACCESSDENIED, L"Lo pienso y no.", L"Anfitrión"},
+         L" 0"},
+        {[](EXCEPINFO* thrown) {
+             thrown->wCode = 513;
+             thrown->bstrSource = SysAllocString(L"Anfitrión");
+             thrown->bstrDescription = SysAllocString(L"Bloqueado.");
+             thrown->bstrHelpFile = SysAllocString(L"ayuda.chm");
+             thrown->dwHelpContext = 7;
+             return DISP_E_EXCEPTION;
+         },
          {static_cast<HRESULT>(0x800A0201), L"Bloqueado.", L"Anfitrión"},
-         L"ayuda.chm",
-         7},
-        {Foreign::Failure::ErrorObject, {E_FAIL, L"Con objeto.", L"«MyClase».Requery"}, L"", 9},
+         L"ayuda.chm 7"},
+        {[](EXCEPINFO*) {
+             com::ComPtr<ICreateErrorInfo> made;
+             com::ComPtr<IErrorInfo> info;
+             CreateErrorInfo(&made);
+             made->SetDescription(const_cast<LPOLESTR>(L"Con objeto."));
+             made->SetHelpContext(9);
+             made.As(&info);
+             SetErrorInfo(0, info.Get());
+             return E_FAIL;
+         },
+         {E_FAIL, L"Con objeto.", L"«MyClase».Requery"},
+         L" 9"},
     };
-    for (const auto& [kind, expected, helpFile, helpContext] : cases) {
+    for (const auto& [failure, expected, help] : cases) {
         SCOPED_TRACE(::testing::PrintToString(expected.description));
-        host.failure = kind;
+        host.failure = failure;
         try {
             object.Call(L"Requery");
             ADD_FAILURE() << "no error";
@@ -195,8 +190,9 @@ TEST(CallOut, AnErrorKeepsWhatTheHostSaidAndNamesTheCall) {
             EXPECT_EQ(error.description, expected.description);
             EXCEPINFO passedOn{};
             com::FillExcepInfo(error, &passedOn);
-            EXPECT_EQ(std::wstring(passedOn.bstrHelpFile ? passedOn.bstrHelpFile : L""), helpFile);
-            EXPECT_EQ(passedOn.dwHelpContext, helpContext);
+            EXPECT_EQ((passedOn.bstrHelpFile ? passedOn.bstrHelpFile : L"") +
+                          (L" " + std::to_wstring(passedOn.dwHelpContext)),
+                      help);
             for (BSTR text : {passedOn.bstrSource, passedOn.bstrDescription, passedOn.bstrHelpFile}) {
                 SysFreeString(text);
             }
@@ -236,9 +232,9 @@ TEST(CallOut, EndsTheCallerWhoseWindowWentMeanwhile) {
     host.during = [&] { window = nullptr; };
     int told = 0;
     int after = 0;
-    for (const auto failure : {Foreign::Failure::None, Foreign::Failure::Full}) {
+    for (const bool fails : {false, true}) {
         window = made;
-        host.failure = failure;
+        host.failure = fails ? [](EXCEPINFO*) { return E_FAIL; } : host.failure;
         com::AtEdge(
             [&] {
                 try {
@@ -249,7 +245,7 @@ TEST(CallOut, EndsTheCallerWhoseWindowWentMeanwhile) {
             },
             [&](const Error&) { ++told; });
     }
-    host.failure = Foreign::Failure::None;
+    host.failure = nullptr;
     object.Call(L"Requery"); // what is done after a window went on purpose
     EXPECT_EQ(after + told, 0);
     window = made;
