@@ -10,9 +10,11 @@
 #include <string>
 #include <vector>
 
+#include "base/Text.h"
 #include "com/LateObject.h"
 #include "grid/Grid.h"
 #include "tests/support/RecordSets.h"
+#include "tests/support/ShownGrid.h"
 
 namespace tamvelo::testing {
 
@@ -92,19 +94,7 @@ protected:
         return object;
     }
     static VARIANT Child(LONG number) { return com::Variant(number).Detach(); }
-    LONG ChildrenOfRole(LONG wanted) {
-        const auto object = Accessible();
-        LONG count = 0;
-        LONG found = 0;
-        object->get_accChildCount(&count);
-        for (LONG child = 1; child <= count; ++child) {
-            com::Variant role;
-            object->get_accRole(Child(child), role.Address());
-            found += role.ToLong() == wanted ? 1 : 0;
-        }
-        return found;
-    }
-    LONG Rows() { return ChildrenOfRole(ROLE_SYSTEM_ROW); }
+    LONG Rows() const { return static_cast<LONG>(ReadGrid(m_grid->Window()).rows.size()); }
     /// Of the heading at that place on screen, from 0.
     LONG Heading(LONG place) { return Rows() + 1 + place; }
     std::wstring NameOf(LONG child) {
@@ -113,10 +103,7 @@ protected:
         return std::wstring(name.View());
     }
     /// What the first cell of the row at that place on screen shows, from 0.
-    std::wstring FirstCell(LONG place) {
-        const std::wstring name = NameOf(place + 1);
-        return name.substr(0, name.find(L';'));
-    }
+    std::wstring FirstCell(LONG place) { return base::Split(NameOf(place + 1), L";")[0]; }
     RECT LocationOf(LONG child) {
         LONG left = 0, top = 0, width = 0, height = 0;
         Accessible()->accLocation(&left, &top, &width, &height, Child(child));

@@ -107,21 +107,6 @@ private:
 /// returns.
 com::ComPtr<IDispatch> AsScript(IDispatch* object);
 
-/// A data class as far as binding goes: its `Recordset` is whatever stands in `set`.
-class RecordsetOwner : public Fake {
-public:
-    RecordsetOwner() : Fake(L"MyClase") {}
-    com::ComPtr<IDispatch> set;
-    /// In place of `set`: a property that makes a new one each time.
-    std::function<com::ComPtr<IDispatch>()> make;
-
-protected:
-    std::span<const com::Member> Members() const override;
-
-private:
-    void Recordset(com::Invocation& call);
-};
-
 /// A data source with one member, "Primary"; `set` may change.
 com::ComPtr<IUnknown> MakeDataSource(std::function<com::ComPtr<IDispatch>()> set);
 

@@ -78,16 +78,6 @@ ComPtr<IDispatch> AsScript(IDispatch* object) {
     return ComPtr<IDispatch>(com::Make<ScriptObject>(object).Get());
 }
 
-std::span<const com::Member> RecordsetOwner::Members() const {
-    static constexpr com::Member kMembers[] = {
-        {L"Recordset", 1, com::Member::Get, 0, 0, com::Run<&RecordsetOwner::Recordset>}};
-    return kMembers;
-}
-
-void RecordsetOwner::Recordset(com::Invocation& call) {
-    call.Return(com::Variant(make ? make().Get() : set.Get()));
-}
-
 ComPtr<IUnknown> MakeDataSource(std::function<ComPtr<IDispatch>()> set) {
     return ComPtr<IUnknown>(com::Make<MemoryDataSource>(std::move(set)).Get());
 }
