@@ -20,10 +20,8 @@ public:
                                  kHeight, nullptr, nullptr, nullptr, nullptr)),
           m_set(com::Make<testing::MemoryRecordSet>(testing::RecordSetOptions{.rows = rows})),
           m_grid(m_window, 1, *this) {
-        const auto owner = com::Make<testing::RecordsetOwner>();
-        owner->set = m_set;
         SetWindowPos(m_grid.Window(), nullptr, 0, 0, kWidth, kHeight, SWP_NOZORDER);
-        m_grid.SetDataSource(owner.Get());
+        m_grid.SetDataSource(m_set.Get());
         Paint();
     }
     virtual ~Subject() { DestroyWindow(m_window); }
