@@ -69,9 +69,9 @@ std::vector<std::wstring> OwnKeys() {
 
 HKEY Hive(Scope scope) { return scope == Scope::User ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE; }
 
-/// Deletes the parents of a key of ours from the innermost outwards as far as they hold nothing.
+/// Deletes the parents of a key of ours among the classes, from the innermost outwards, that hold nothing.
 void DeleteEmptyParents(HKEY hive, std::wstring path) {
-    for (size_t end = path.rfind(L'\\'); end != std::wstring::npos; end = path.rfind(L'\\')) {
+    for (size_t end = path.rfind(L'\\'); end >= std::size(kClasses); end = path.rfind(L'\\')) {
         path.resize(end);
         HKEY key = nullptr;
         DWORD keys = 0;

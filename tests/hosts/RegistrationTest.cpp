@@ -54,7 +54,7 @@ Snapshot Ours(HKEY hive) {
 }
 
 Snapshot AllOfTheUser() {
-    Snapshot found;
+    Snapshot found = Ours(HKEY_CURRENT_USER); // which not every listing shows
     Read(HKEY_CURRENT_USER, L"Software\\Classes", found);
     return found;
 }
@@ -72,6 +72,8 @@ class RegistrationTest : public testing::Test {
 protected:
     void SetUp() override {
         Clean(); // what a run that was ended left
+        RegSetKeyValueW(HKEY_CURRENT_USER, L"Software\\Classes", L"prueba", REG_SZ, L"",
+                        2); // as users have it
         m_before = AllOfTheUser();
     }
     void TearDown() override {
@@ -114,6 +116,8 @@ TEST_F(RegistrationTest, ForTheUserWritesTheSameAsForTheMachineAndNothingForOthe
 // A volatile key refuses lasting children. The one here is among the last to be written to.
 TEST_F(RegistrationTest, RefusedHalfWayTakesBackWhatWasWritten) {
     HKEY obstacle = nullptr;
+    RegCreateKeyW(HKEY_CURRENT_USER, (kClasses + L"Interface").c_str(), &obstacle); // a parent that lasts
+    RegCloseKey(obstacle);
     ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, kLastWritten.c_str(), 0, nullptr, REG_OPTION_VOLATILE,
                               KEY_ALL_ACCESS, nullptr, &obstacle, nullptr),
               ERROR_SUCCESS);
