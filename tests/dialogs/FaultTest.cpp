@@ -228,6 +228,26 @@ protected:
 
     /// For a long run, with a line for each fault: the operations whose names begin so ("*": all).
     static const wchar_t* Only() { return _wgetenv(L"TAMVELO_FAULTS"); }
+    /// Instead of all that, the folder for the traces of each operation in use.
+    static const wchar_t* Records() { return _wgetenv(L"TAMVELO_RECORD"); }
+
+    /// Accepted, left, and refused by each member of the sink.
+    void Record(const Operation& operation) {
+        const std::wstring use = UseOf(operation.name);
+        const auto traced = [&](const std::wstring& how, const std::wstring& keys, Fault fault = Fault::None,
+                                const std::wstring& member = L"") {
+            SetValue(kEnvironmentKey, L"Traza", Records() + (L"\\" + operation.name) + L" " + how + L".txt");
+            Renew();
+            return Try(operation, keys.c_str(), fault, member);
+        };
+        const Scene accepted = traced(L"aceptado", use);
+        traced(L"dejado", use.substr(0, use.find(L":")));
+        for (const auto& [member, answers] : accepted.called) {
+            if (member.starts_with(L"objClsEvents.")) {
+                traced(L"sin " + member.substr(member.find(L'.') + 1), use, Fault::Raises, member);
+            }
+        }
+    }
 
     /// All faults of all members that a clean run calls; unless it is a long run the daily ones, and of an
     /// operation that shares its form only what the others of that form did not call.
@@ -278,7 +298,7 @@ protected:
     }
 
 private:
-    const bool m_all = Only() != nullptr;
+    const bool m_all = Only() || Records();
     static inline std::set<std::wstring> s_tried;
     std::map<std::string, int> m_ends;
     long m_alive = 0;
@@ -298,7 +318,7 @@ TEST_P(EachUse, LivesTellsAndGoesOn) {
     for (const Operation& operation : Operations()) {
         const bool wanted = !Only() || *Only() == L'*' || operation.name.starts_with(Only());
         if (UseOf(operation.name) == GetParam() && wanted) {
-            TryAll(operation);
+            Records() ? Record(operation) : TryAll(operation);
         }
     }
 }
