@@ -300,6 +300,7 @@ void GridData::Write(short column, const com::Variant& value) {
     const UnderWay busy(m_busy);
     m_record.clear();
     cursor->Write(column, value);
+    m_strayed = true;     // a clone that is a snapshot has what was there before
     m_blocks.BumpEpoch(); // also in a set that does not count its changes
 }
 

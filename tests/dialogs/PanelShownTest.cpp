@@ -1,5 +1,6 @@
 // The record that is highlighted is the record that is delivered, whatever the host's record set can do.
 #include "tests/dialogs/PanelFixture.h"
+#include "tests/support/RecordKinds.h"
 #include "tests/support/ShownGrid.h"
 
 namespace tamvelo::testing {
@@ -7,46 +8,7 @@ namespace {
 
 using com::Invocation;
 using com::Variant;
-using Options = RecordSetOptions;
-
 constexpr long kRecords = 10; // all on screen
-
-using Can = std::vector<bool Options::*>;
-
-/// What a set cannot do, and can do beyond the usual.
-struct Kind {
-    const char* name;
-    Can without;
-    Can with = {};
-    bool script = false; // names through IDispatchEx only
-};
-
-const Can kNoSort{&Options::filterAndSort};
-const Can kNoVersion{&Options::filterAndSort, &Options::dataVersion};
-const Can kNoClone{&Options::filterAndSort, &Options::dataVersion, &Options::clone};
-const Can kMinimal{&Options::filterAndSort, &Options::dataVersion, &Options::clone, &Options::getRows};
-
-const Kind kKinds[] = {
-    {"full", {}},
-    {"no Sort", kNoSort},
-    {"no Sort, no version", kNoVersion},
-    {"no clone", {&Options::clone}},
-    {"no clone, no Sort, no version", kNoClone},
-    {"clone without GetRows", kNoSort + Can{&Options::getRows}},
-    {"clone that is a snapshot", kNoVersion, {&Options::snapshots}},
-    {"minimal, positions", kMinimal + Can{&Options::bookmarks, &Options::fieldTypes}, {}, true},
-    {"minimal, bookmarks", kMinimal + Can{&Options::absolutePosition, &Options::fieldTypes}},
-    {"minimal, the fields of a record", kMinimal + Can{&Options::bookmarks}, {&Options::recordFields}},
-    {"snapshot with the fields of a record",
-     kNoVersion + Can{&Options::getRows},
-     {&Options::snapshots, &Options::recordFields}},
-    {"clone with bookmarks only", kNoVersion + Can{&Options::absolutePosition}},
-    {"count unknown", kNoVersion + Can{&Options::knowsCount}},
-    {"neither count nor end",
-     kNoClone + Can{&Options::knowsCount, &Options::ends, &Options::absolutePosition}},
-    {"neither count nor end, positions",
-     kNoClone + Can{&Options::knowsCount, &Options::ends, &Options::bookmarks}},
-};
 
 /// The forms with a grid, and what accepts there.
 constexpr std::pair<const wchar_t*, UINT> kForms[] = {{L"ShowSelec", VK_RETURN},
@@ -58,23 +20,13 @@ class ShownTest : public PanelTest {
 protected:
     ShownTest() : PanelTest(kRecords) { gdiSlack = 16; } // the first opening of each of four forms
 
-    void Use(const Kind& kind) {
-        Options options;
-        options.rows = kRecords;
-        for (const auto without : kind.without) {
-            options.*without = false;
-        }
-        for (const auto with : kind.with) {
-            options.*with = true;
-        }
-        host.set = com::Make<MemoryRecordSet>(options);
+    void Use(std::string_view kind) {
+        host.set = com::Make<MemoryRecordSet>(OptionsOf(kind, kRecords));
         host.set->Table().names = {{short{4}, L"Planificar"}};
         Fill(L"fila ");
         host.data->On(
             L"Recordset",
-            [this, script = kind.script](Invocation& call) {
-                call.Return(Variant(script ? AsScript(host.set.Get()).Get() : host.set.Get()));
-            },
+            [this, kind](Invocation& call) { call.Return(Variant(Reach(kind, host.set.Get()).Get())); },
             true);
         host.stored.clear();
     }
@@ -127,8 +79,8 @@ TEST_F(ShownTest, WhatIsHighlightedIsDeliveredByEveryFormFromEveryKindOfRecordSe
         host.set->SetPosition(position);
     };
     for (const auto& form : kForms) {
-        for (const Kind& kind : kKinds) {
-            SCOPED_TRACE(::testing::PrintToString(std::wstring(form.first)) + ", " + kind.name);
+        for (const std::string_view kind : kRecordSetKinds) {
+            SCOPED_TRACE(::testing::PrintToString(std::wstring(form.first)) + ", " + std::string(kind));
             Use(kind);
             std::wstring highlighted;
             // A sink that fails, after it has turned everything round.
@@ -178,7 +130,7 @@ TEST_F(ShownTest, EveryCommandLooksBeforeItDoesAnythingWithTheRecord) {
     host.sink->Accepts({L"AceptarModificar", L"AceptarEliminar", L"clsEvents_AceptaSeleccion"});
     for (const auto& each : cases) {
         SCOPED_TRACE(&each - cases);
-        Use(kKinds[0]);
+        Use("full");
         host.className = each.className;
         Script script;
         for (const Script& command : each.commands) {
