@@ -27,11 +27,63 @@ static void PrintTo(const Rect& rect, std::ostream* out) {
 
 namespace {
 
+TEST(Text, LowersSpanishLettersAndFoldsAccentsButKeepsTheEne) {
+    EXPECT_EQ(Lower(L"ÁRTÍCULOS_Ñ Ü 09[]"), L"ártículos_ñ ü 09[]");
+    EXPECT_EQ(Lower(L"\u00D7\u00DF\u00F7\u0130\u0391"), L"\u00D7\u00DF\u00F7\u0130\u0391");
+    EXPECT_EQ(Fold(L"PINGÜINO Año Ñu Façade"), L"pinguino año ñu facade");
+    EXPECT_EQ(Fold(L"ÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏÐÑÒÓÔÕÖ×ØÙÚÛÜÝÞßàÿ÷"), L"aaaaaaæceeeeiiiiðñooooo×øuuuuyþßay÷");
+}
+
+TEST(Text, TrimsAndSplits) {
+    EXPECT_EQ(Trim(L" \t a b \r\n"), L"a b");
+    EXPECT_EQ(Trim(L" \t "), L"");
+    EXPECT_EQ(Split(L"a;;b,c;", L";,"), (std::vector<std::wstring>{L"a", L"", L"b", L"c", L""}));
+    EXPECT_EQ(Split(L"", L";"), std::vector<std::wstring>{L""});
+}
+
+TEST(Text, Utf8RoundTripsEveryLength) {
+    // The borders of the four sequence lengths and of the surrogate gap.
+    const std::wstring text = L"\u007F\u0080\u07FF\u0800\uD7FF\uE000\uFFFF\U00010000\U0010FFFF";
+    const std::string utf8 =
+        "\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xEE\x80\x80\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF"
+        "\xBF";
+    EXPECT_EQ(ToUtf8(text), utf8);
+    EXPECT_EQ(FromUtf8(utf8), text);
+    EXPECT_EQ(FromUtf8(std::string_view("a\0b", 3)), std::wstring(L"a\0b", 3));
+}
+
+TEST(Text, MalformedUtf8IsRefused) {
+    for (const char* bad : {"\x80", "a\xBF", "\xC3", "\xC3(", "\xC0\xAF", "\xC1\xBF", "\xE0\x9F\xBF",
+                            "\xE2\x82", "\xED\xA0\x80", "\xED\xBF\xBF", "\xF0\x8F\xBF\xBF", "\xF0\x9F\x98",
+                            "\xF4\x90\x80\x80", "\xF8\x88\x80\x80\x80", "\xFE", "\xFF"}) {
+        EXPECT_FALSE(FromUtf8(bad)) << testing::PrintToString(bad);
+    }
+}
+
+TEST(Text, HalfASurrogatePairBecomesTheReplacementCharacter) {
+    const std::wstring high(1, static_cast<wchar_t>(0xD83D));
+    const std::wstring low(1, static_cast<wchar_t>(0xDE00));
+    const std::string replaced = "\xEF\xBF\xBD";
+    EXPECT_EQ(ToUtf8(L"a" + high + L"b"), "a" + replaced + "b");
+    EXPECT_EQ(ToUtf8(low + L"b"), replaced + "b");
+    EXPECT_EQ(ToUtf8(L"a" + high), "a" + replaced);
+    EXPECT_EQ(ToUtf8(low + high), replaced + replaced);
+}
+
+TEST(Text, NumbersAreReadWholeAndInRange) {
+    EXPECT_EQ(ParseLong(L"0"), 0);
+    EXPECT_EQ(ParseLong(L"+0012"), 12);
+    EXPECT_EQ(ParseLong(L"2147483647"), 2147483647L);
+    EXPECT_EQ(ParseLong(L"-2147483648"), -2147483647L - 1);
+    for (const wchar_t* bad : {L"", L"-", L"+", L"+-1", L" 1", L"1 ", L"1.", L"0x1", L"12a", L"\u0661",
+                               L"2147483648", L"-2147483649", L"99999999999999999999999999"}) {
+        EXPECT_FALSE(ParseLong(bad)) << ToUtf8(bad);
+    }
+}
+
 TEST(SmallRules, SettingsKeysCursorsAndSortColumns) {
     EXPECT_EQ(FormKey(L"Casa", L"Tamvelo", 1, 20, L"frmOrden"),
               L"SOFTWARE\\Casa\\Tamvelo\\1.20\\Configuracion\\frmOrden\\");
-    EXPECT_EQ(SesionKey(L"Casa", L"Ordenes\\Informes"),
-              L"SOFTWARE\\Casa\\Global\\Configuracion\\Sesion\\Ordenes\\Informes");
     for (const std::wstring& name :
          {std::wstring(L"a/b: c*."), std::wstring(L" "), std::wstring(255, L'x')}) {
         EXPECT_TRUE(IsKeyName(name));
@@ -140,91 +192,48 @@ TEST(Placement, StoredNumbersMustBeAWindowAndScalingDoesNotDrift) {
     }
 }
 
-// The call as a host sees it that passed Column 4 and Indx 7.
+// The call as a host sees it that passed Column 4 and Indx 7; "=" before a literal, which it cannot change.
 std::wstring CallFor(const Answer& answer) {
     const auto number = [](NumberSource source) { return std::to_wstring(source.Resolve(4, 7)); };
     std::wstring call = answer.member == SinkMember::AceptarSeleccion ? L"Seleccion" : L"SeleccionParam";
-    call += L"(" + number(answer.first);
+    call += (answer.first.kind == NumberSource::Kind::Fixed ? L"(=" : L"(") + number(answer.first);
     for (const NumberSource& column : answer.Columns()) {
-        call += L", t" + number(column);
+        call += (answer.asValue ? L", v" : L", t") + number(column);
     }
     return call + L")";
 }
 
-TEST(SelectionAnswers, EachClassGetsItsCallInAnyCase) {
+TEST(SelectionAnswers, EachClassGetsItsCallInAnyCaseAndColumnsAreClamped) {
     const struct {
         Answer (*rule)(std::wstring_view);
-        std::vector<const wchar_t*> classes;
+        const wchar_t* classes;
         const wchar_t* call;
-        NumberSource::Kind kind =
-            NumberSource::Kind::Column; // only a fixed number is a literal: others the host may change
     } rows[] = {
-        {AnswerFor, {L"hordenes"}, L"SeleccionParam(4, t4, t0, t2)"},
-        {AnswerFor,
-         {L"fases", L"pruebas", L"rutas", L"EMPLEADOS", L"Clientes_Direcciones"},
-         L"SeleccionParam(4, t4, t0, t1)"},
-        {AnswerFor, {L"Ordenes"}, L"SeleccionParam(0, t0, t0, t1)", NumberSource::Kind::Fixed},
-        {AnswerFor, {L"familias", L"Secciones", L"impuestos"}, L"Seleccion(7, t0)", NumberSource::Kind::Indx},
-        {AnswerFor, {L"clientes", L"proveedores", L"cuentas"}, L"Seleccion(4, t0)"},
-        {AnswerFor, {L"pRODUCTOS"}, L"Seleccion(4, t1)"},
-        {AnswerFor, {L"tipos_producto", L"ordenes_lineas", L"articulos"}, L"Seleccion(4, t7)"},
-        {AnswerFor, {L"articulos_lotes", L"cliente", L" clientes", L""}, L"Seleccion(4, t4)"},
-        {AnswerInBrowser, {L"HOrdenes"}, L"SeleccionParam(7, t7, t0, t2)", NumberSource::Kind::Indx},
-        {AnswerInBrowser,
-         {L"fases", L"Empleados"},
-         L"SeleccionParam(7, t7, t0, t1)",
-         NumberSource::Kind::Indx},
-        {AnswerInBrowser,
-         {L"ordenes", L"clientes", L"pruebas", L""},
-         L"Seleccion(7, t7)",
-         NumberSource::Kind::Indx},
-        {AnswerInAddPanel, {L"HOrdenes"}, L"SeleccionParam(4, t4, t0, t2)"},
-        {AnswerInAddPanel, {L"Articulos"}, L"Seleccion(4, t0)"},
-        {AnswerInAddPanel, {L"familias"}, L"Seleccion(4, t7)"},
+        {AnswerFor, L"hordenes", L"SeleccionParam(4, t4, t0, t2)"},
+        {AnswerFor, L"fases|pruebas|rutas|EMPLEADOS|Clientes_Direcciones", L"SeleccionParam(4, t4, t0, t1)"},
+        {AnswerFor, L"Ordenes", L"SeleccionParam(=0, t0, t0, t1)"},
+        {AnswerFor, L"familias|Secciones|impuestos", L"Seleccion(7, t0)"},
+        {AnswerFor, L"clientes|proveedores|cuentas", L"Seleccion(4, t0)"},
+        {AnswerFor, L"pRODUCTOS", L"Seleccion(4, t1)"},
+        {AnswerFor, L"tipos_producto|ordenes_lineas|articulos", L"Seleccion(4, t7)"},
+        {AnswerFor, L"articulos_lotes|cliente| clientes|", L"Seleccion(4, t4)"},
+        {AnswerInBrowser, L"HOrdenes", L"SeleccionParam(7, t7, t0, t2)"},
+        {AnswerInBrowser, L"fases|Empleados", L"SeleccionParam(7, t7, t0, t1)"},
+        {AnswerInBrowser, L"ordenes|clientes|pruebas|", L"Seleccion(7, t7)"},
+        {AnswerInAddPanel, L"HOrdenes", L"SeleccionParam(4, t4, t0, t2)"},
+        {AnswerInAddPanel, L"Articulos", L"Seleccion(4, v0)"},
+        {AnswerInAddPanel, L"familias", L"Seleccion(4, v7)"},
     };
-    for (const auto& [rule, classes, call, kind] : rows) {
-        for (const wchar_t* className : classes) {
+    for (const auto& [rule, classes, call] : rows) {
+        for (const std::wstring& className : Split(classes, L"|")) {
             EXPECT_EQ(CallFor(rule(className)), call) << ToUtf8(className);
-            EXPECT_EQ(rule(className).first.kind, kind) << ToUtf8(className);
         }
     }
-    EXPECT_TRUE(AnswerInAddPanel(L"familias").asValue);
-    EXPECT_FALSE(AnswerInAddPanel(L"hordenes").asValue);
-}
-
-TEST(SelectionAnswers, DoubleClickHasItsOwnAnswerForTwoClassesAndColumnsAreClamped) {
-    for (const wchar_t* className : {L"ordenes", L"Articulos_Lotes"}) {
-        const std::optional<DoubleClickAnswer> answer = DoubleClickAnswerFor(className);
-        ASSERT_TRUE(answer) << ToUtf8(className);
-        EXPECT_EQ(answer->code, 2000);
-        EXPECT_EQ(answer->column, 0);
-    }
-    EXPECT_FALSE(DoubleClickAnswerFor(L"clientes"));
-    EXPECT_FALSE(DoubleClickAnswerFor(L"hordenes"));
-
     EXPECT_EQ(ClampColumn(6, 5), 0);
     EXPECT_EQ(ClampColumn(5, 5), 5);
     EXPECT_EQ(ClampColumn(-1, 5), -1);
     EXPECT_EQ(ClampColumn(32767, 100000), 32767);
-}
-
-TEST(SelectionAnswers, NamesFindRulesAndJoins) {
-    EXPECT_EQ(SelectionName(false, false), L"seleccion");
-    EXPECT_EQ(SelectionName(false, true), L"seleccionar");
-    EXPECT_EQ(SelectionName(true, false), L"seleccion_stock");
-    EXPECT_EQ(SelectionName(true, true), L"seleccion_stock");
-
-    ASSERT_TRUE(FindRuleFor(0));
-    EXPECT_FALSE(FindRuleFor(0)->number);
-    EXPECT_EQ(FindRuleFor(1)->number, 1);
-    EXPECT_EQ(FindRuleFor(2)->number, 2);
-    EXPECT_FALSE(FindRuleFor(3));
     EXPECT_FALSE(FindRuleFor(-1));
-
-    const auto join = [](const std::vector<std::wstring>& fragments) { return JoinAnd(fragments); };
-    EXPECT_EQ(join({}), L"");
-    EXPECT_EQ(join({L"", L""}), L"");
-    EXPECT_EQ(join({L"", L"a=1", L"", L"b=2", L""}), L"a=1 And b=2");
 }
 
 TEST(SearchModes, OnlyAnIndexInRangeIsRememberedAndKindsHaveTheirFields) {
@@ -261,8 +270,6 @@ TEST(SearchModes, APastedListIsSplitButNotAtCommas) {
     EXPECT_EQ(PastedValues(L"\r\n"), Values{});
     EXPECT_FALSE(PastedValues(L"1,5 y 2,5"));
     EXPECT_FALSE(PastedValues(L""));
-    EXPECT_EQ(CountOfValues(0) + L", " + CountOfValues(1) + L", " + CountOfValues(3),
-              L"0 valores, 1 valor, 3 valores");
 }
 
 using Titles = std::vector<std::wstring>;
