@@ -84,14 +84,9 @@ TEST(Text, NumbersAreReadWholeAndInRange) {
 TEST(SmallRules, SettingsKeysCursorsAndSortColumns) {
     EXPECT_EQ(FormKey(L"Casa", L"Tamvelo", 1, 20, L"frmOrden"),
               L"SOFTWARE\\Casa\\Tamvelo\\1.20\\Configuracion\\frmOrden\\");
-    for (const std::wstring& name :
-         {std::wstring(L"a/b: c*."), std::wstring(L" "), std::wstring(255, L'x')}) {
-        EXPECT_TRUE(IsKeyName(name));
-    }
-    for (const std::wstring& name :
-         {std::wstring(), std::wstring(L"a\\b"), std::wstring(L"a\0", 2), std::wstring(256, L'x')}) {
-        EXPECT_FALSE(IsKeyName(name));
-    }
+    EXPECT_TRUE(IsKeyName(L"a/b: c*.") && IsKeyName(L" ") && IsKeyName(std::wstring(255, L'x')));
+    EXPECT_FALSE(IsKeyName(L"") || IsKeyName(L"a\\b") || IsKeyName({L"a\0", 2}) ||
+                 IsKeyName(std::wstring(256, L'x')));
     EXPECT_EQ(CursorFile(L"SaVe"), L"Save.ani");
     EXPECT_EQ(CursorFile(L"wait"), L"KvCur1.ani");
     EXPECT_EQ(CursorFile(L"..\\save"), CursorFile(L"open"));

@@ -76,20 +76,19 @@ Class Registros
     Public Sub MoveNext : AbsolutePosition = AbsolutePosition + 1 : End Sub
     Public Sub MovePrevious : AbsolutePosition = AbsolutePosition - 1 : End Sub
     Public Sub Update : Dice "Update", Array() : End Sub
-    Public Function Lee(numero)
-        Dim lugares, fila
+    Private Function Lugar
+        Dim lugares
         lugares = Split(Visibles)
-        fila = Filas(lugares(AbsolutePosition - 1))
-        Lee = fila(numero)
+        Lugar = CInt(lugares(AbsolutePosition - 1))
     End Function
+    Public Function Lee(numero) : Lee = Filas(Lugar)(numero) : End Function
     Public Sub Escribe(numero, nuevo)
-        Dim lugares, fila
+        Dim fila
         Dice "Value de " & Lee(0), Array(nuevo)
         If Lee(0) = "C-3" Then Err.Raise 1234, "Gestion", "La ficha esta cerrada."
-        lugares = Split(Visibles)
-        fila = Filas(lugares(AbsolutePosition - 1))
+        fila = Filas(Lugar)
         fila(numero) = nuevo
-        Filas(lugares(AbsolutePosition - 1)) = fila
+        Filas(Lugar) = fila
     End Sub
     Public Sub Filtra(texto)
         Dim i, fila
