@@ -111,6 +111,11 @@ TEST_F(GridLookTest, TheCurrentRowIsDrawnInTheSelectedStyleWithAndWithoutFocus) 
     for (const COLORREF other : {GetSysColor(COLOR_WINDOW), RGB(0, 0, 0)}) { // between two columns
         EXPECT_EQ(Pixels(m_grid->Window(), line, other), 0);
     }
+    line.left = WidthOf(0);
+    line.right = line.left + base::Scale(4, 96, m_grid->Layout().dpi) + 2; // beside it there is some air
+    EXPECT_EQ(Pixels(m_grid->Window(), line, GetSysColor(COLOR_WINDOWTEXT)), 0);
+    line.right += 8;
+    EXPECT_GT(Pixels(m_grid->Window(), line, GetSysColor(COLOR_WINDOWTEXT)), 0);
     SetFocus(m_parent);
     EXPECT_GT(PixelsOf(0, kLightYellow), 1000);
     Press(VK_DOWN);

@@ -292,10 +292,21 @@ TEST_F(GridWindowTest, AReaderFindsRowsCellsStatesAndPlaces) {
     Variant hit;
     object->accHitTest(fifth.left + 5, (fifth.top + fifth.bottom) / 2, hit.Address());
     EXPECT_EQ(hit.ToLong(), 5);
-    Variant next;
-    object->accNavigate(NAVDIR_NEXT, Child(5), next.Address());
-    EXPECT_EQ(next.ToLong(), 6);
-    EXPECT_EQ(object->accNavigate(NAVDIR_PREVIOUS, Child(1), next.Address()), S_FALSE);
+    const struct {
+        long direction;
+        LONG from;
+        LONG to; // 0: nowhere
+    } ways[] = {
+        {NAVDIR_NEXT, 5, 6},    {NAVDIR_PREVIOUS, 5, 4},  {NAVDIR_DOWN, 5, 6},
+        {NAVDIR_UP, 5, 4},      {NAVDIR_PREVIOUS, 1, 0},  {NAVDIR_UP, 1, 0},
+        {NAVDIR_DOWN, rows, 0}, {NAVDIR_LEFT, 5, 0},      {NAVDIR_FIRSTCHILD, 0, 1},
+        {NAVDIR_NEXT, 0, 0},    {NAVDIR_UP, rows + 1, 0}, {NAVDIR_LASTCHILD, 0, children},
+    };
+    for (const auto& [direction, from, to] : ways) {
+        Variant next;
+        const HRESULT found = object->accNavigate(direction, Child(from), next.Address());
+        EXPECT_EQ(found == S_OK ? next.ToLong() : 0, to) << direction << " from " << from;
+    }
     TakeEvents();
     object->accDoDefaultAction(Child(4));
     object->accDoDefaultAction(Child(rows + 3));
@@ -304,6 +315,39 @@ TEST_F(GridWindowTest, AReaderFindsRowsCellsStatesAndPlaces) {
 
     m_grid.reset();
     EXPECT_EQ(object->accDoDefaultAction(Child(1)), CO_E_OBJNOTCONNECTED);
+}
+
+TEST_F(GridWindowTest, AReaderIsToldOfTheRowAndTheCellThatAreCurrentNow) {
+    static std::map<DWORD, LONG> told;
+    const WINEVENTPROC note =
+        [](HWINEVENTHOOK, DWORD event, HWND, LONG, LONG child, DWORD, DWORD) __attribute__((stdcall)) {
+        told[event] = child;
+    };
+    const HWINEVENTHOOK hook = SetWinEventHook(EVENT_OBJECT_FOCUS, EVENT_OBJECT_VALUECHANGE, nullptr, note,
+                                               GetCurrentProcessId(), GetCurrentThreadId(), 0);
+    const auto tells = [&](std::map<DWORD, LONG> expected) {
+        Pump();
+        std::erase_if(told, [](const auto& each) { return each.second == CHILDID_SELF; }); // of windows
+        EXPECT_EQ(std::exchange(told, {}), expected);
+    };
+    Bind();
+    tells({{EVENT_OBJECT_FOCUS, 1}, {EVENT_OBJECT_SELECTION, 1}});
+    Press(VK_DOWN);
+    tells({{EVENT_OBJECT_FOCUS, 2}, {EVENT_OBJECT_SELECTION, 2}});
+    Press(VK_RIGHT);
+    tells({{EVENT_OBJECT_VALUECHANGE, 2}});
+    m_grid->ToggleMark(4);
+    tells({{EVENT_OBJECT_FOCUS, 2}, {EVENT_OBJECT_SELECTION, 2}, {EVENT_OBJECT_VALUECHANGE, 2}});
+    SetFocus(m_parent);
+    Press(VK_DOWN);
+    tells({{EVENT_OBJECT_SELECTION, 3}});
+    SetFocus(m_grid->Window());
+    tells({{EVENT_OBJECT_FOCUS, 3}, {EVENT_OBJECT_SELECTION, 3}});
+    Send(WM_VSCROLL, SB_BOTTOM);
+    SetFocus(m_parent);
+    SetFocus(m_grid->Window());
+    tells({}); // it is not on screen
+    UnhookWinEvent(hook);
 }
 
 } // namespace tamvelo::testing
