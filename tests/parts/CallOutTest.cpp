@@ -219,6 +219,18 @@ TEST(CallOut, AWalkThatFailsIsAnErrorAndNotTheEnd) {
     host.newEnum = S_OK;
     host.items = 10'000'000;
     EXPECT_THROW(com::ItemsOf(object), Error) << "it never ends";
+
+    LateObject ours(com::MakeCollection({Variant(L"uno"), Variant(L"dos")}).Get(), L"cReports");
+    EXPECT_EQ(ours.Call(L"Count").ToLong(), 2);
+    EXPECT_EQ(ours.Call(L"Item", {2L}).ToText(), L"dos");
+    for (const long outside : {0L, 3L}) {
+        try {
+            ours.Call(L"Item", {outside});
+            ADD_FAILURE() << outside;
+        } catch (const Error& error) {
+            EXPECT_TRUE(error.description.ends_with(L" " + std::to_wstring(outside) + L"."));
+        }
+    }
 }
 
 TEST(CallOut, EndsTheCallerWhoseWindowWentMeanwhile) {

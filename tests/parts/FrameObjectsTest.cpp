@@ -12,6 +12,7 @@
 #include "frame/CheckList.h"
 #include "frame/ControlObject.h"
 #include "frame/EventRelay.h"
+#include "frame/FormObject.h"
 #include "frame/RowLayout.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/Operations.h"
@@ -110,6 +111,29 @@ TEST_F(FrameObjects, EachKindOfControlHasItsMembersAndDoesWhatTheySay) {
     EXPECT_EQ(picker.Call(L"Value").Type(), VT_DATE);
     EXPECT_THROW(picker.Put(L"Value", com::Variant::Date(1e9)), com::Error);
     EXPECT_EQ(picker.Call(L"Value").ToDate(), 46023.25);
+}
+
+/// A component that keeps places moves the form, and may name it.
+TEST_F(FrameObjects, AFormsObjectMovesItUntilItHasGone) {
+    const HWND window =
+        CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
+    LateObject form(com::Make<frame::FormObject>(window, L"frmPrueba").Get(), L"form");
+    const std::pair<const wchar_t*, long> places[] = {
+        {L"Left", 11}, {L"Top", 22}, {L"Width", 133}, {L"Height", 144}};
+    for (const auto& [name, value] : places) {
+        form.Put(name, value);
+    }
+    for (const auto& [name, value] : places) {
+        EXPECT_EQ(form.Call(name).ToLong(), value);
+    }
+    RECT place{};
+    GetWindowRect(window, &place);
+    EXPECT_EQ(place.left + place.top * 1000, 22011);
+    form.Put(L"Caption", L"Título");
+    EXPECT_EQ(Variant(form.Get()).ToText() + form.Call(L"Name").ToText(), L"TítulofrmPrueba");
+    EXPECT_EQ(form.Call(L"hWnd").ToLong(), static_cast<long>(reinterpret_cast<LONG_PTR>(window)));
+    DestroyWindow(window);
+    EXPECT_THROW(form.Call(L"Left"), com::Error);
 }
 
 /// A component fills, reads and ticks the list through its control object, also while a search hides part of

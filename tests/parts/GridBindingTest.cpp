@@ -65,6 +65,7 @@ TEST_F(GridBindingTest, EveryKindShowsTheHostsRowsAndLeavesItWhereItStands) {
             m_grid->Requeried();
             EXPECT_EQ(m_grid->RowCount(), 1010);
             EXPECT_EQ(m_grid->CurrentRow(), 500);
+            EXPECT_EQ(set->Table().Calls(L"Clone") > 0, set->Table().options.clone);
             set->Table().records = 0; // the heads stay that a record gave
             m_grid->Requeried();
             EXPECT_EQ(m_grid->RowCount(), 0);
