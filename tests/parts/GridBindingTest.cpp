@@ -65,7 +65,13 @@ TEST_F(GridBindingTest, EveryKindShowsTheHostsRowsAndLeavesItWhereItStands) {
             m_grid->Requeried();
             EXPECT_EQ(m_grid->RowCount(), 1010);
             EXPECT_EQ(m_grid->CurrentRow(), 500);
-            EXPECT_EQ(set->Table().Calls(L"Clone") > 0, set->Table().options.clone);
+            set->SetSort(L"Codigo DESC");
+            set->Table().calls.clear();
+            m_grid->Reordered();
+            EXPECT_EQ(set->Table().Calls(L"Clone") > 0, set->Table().options.clone); // of another order now
+            EXPECT_TRUE(ReadGrid(m_grid->Window()).Selected().starts_with(L"501; "));
+            Send(WM_VSCROLL, SB_TOP);
+            EXPECT_EQ(FirstCell(0), L"1010");
             set->Table().records = 0; // the heads stay that a record gave
             m_grid->Requeried();
             EXPECT_EQ(m_grid->RowCount(), 0);
