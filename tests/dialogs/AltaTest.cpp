@@ -1,17 +1,8 @@
 // The selection panel with a new record: what it hands over, and that nothing typed is lost or stored twice.
-#include "com/WinHeaders.h"
-
-#include <commctrl.h>
-
 #include "tests/dialogs/PanelFixture.h"
-#include "tests/support/Component.h"
 
 namespace tamvelo::testing {
 namespace {
-
-using com::Invocation;
-using com::Variant;
-using ::testing::Contains;
 
 // The boxes of the host's fields: Notas is the family, Grupo refers to the taxes.
 constexpr int Field(int number) { return IDC_RECORD_BOXES + number * 3 + 1; }
@@ -27,12 +18,8 @@ protected:
                       [](Invocation& call) { call.Return(Variant(call[0].ToText() + L"001")); });
         host.data->Accepts({L"InsertarArticulo"});
     }
-    std::optional<com::Error> Open(Script script, short column = 0, short indx = 0) {
-        VARIANT_BOOL find = VARIANT_TRUE;
-        return Play(std::move(script), [&] {
-            return server->ShowSelecAdd(sink.GetAddressOf(), data.GetAddressOf(), ctl.GetAddressOf(), &column,
-                                        &indx, &find);
-        });
+    void Open(const Script& script, short column = 0, short indx = 0) {
+        Show({L"ShowSelecAdd", column, indx}, script);
     }
     /// The environment makes every class: the host's one, under that name. Codes are numbers in its table.
     void OfferClasses(long records) {
@@ -40,29 +27,24 @@ protected:
         host.set->Table().value = [](long record, short column) {
             return Variant(std::to_wstring(100 * record + column));
         };
-        classes->On(L"CrearClase", [this](Invocation& call) {
+        environment->On(L"CrearClase", [this](Invocation& call) {
             host.className = call[0].ToText();
             call.Return(Variant(host.data.Get()));
         });
-        SetValue(kEnvironmentKey, L"Clases", Component::Name());
+        Offer({L"Clases"});
     }
     static Script Alta(int first = kNotas) {
-        return {Key('N', VK_CONTROL), Until("the new record", [=](HWND) {
-                    return IsShown(IDC_PICNEW) && GetFocus() == Item(first);
-                })};
+        return {L"^N", Until("the new record",
+                             [=](HWND) { return IsShown(IDC_PICNEW) && GetFocus() == Item(first); })};
     }
     /// A family, the code that it proposes, and a name.
     static Script Complete() {
         const Script onward = Until("the lookup's button", [](HWND) { return GetFocus() != Item(kNotas); });
-        return {Alta(), Type(L"12"), Key(VK_TAB), onward, Into(kNombre, L"Corona"), Says(kCodigo, L"12001")};
+        return {Alta(), L"'12 Tab", onward, Into(kNombre, L"Corona"), Says(kCodigo, L"12001")};
     }
     static Script Left() {
-        const Script hidden = Do([] { EXPECT_EQ(Shown({IDC_PICNEW, kNombre}), L"--"); });
-        return {Back(), Focused(IDC_DATAGRID), Says(kNombre, L""), hidden};
+        return {Back(), Focused(IDC_DATAGRID), Says(kNombre, L""), Looks({IDC_PICNEW, kNombre}, L"--")};
     }
-
-    com::ComPtr<HostObject> classes = com::Make<HostObject>(L"Clases", host.log);
-    const Component component{classes.Get()};
 };
 
 TEST_F(AltaTest, TheClassAndIndxDecideWhatARecordOfTheListSends) {
@@ -78,18 +60,18 @@ TEST_F(AltaTest, TheClassAndIndxDecideWhatARecordOfTheListSends) {
     host.text = L"A-1";
     for (const auto& [className, indx, answer] : cases) {
         host.className = className;
-        EXPECT_FALSE(Open(Keys({VK_INSERT, VK_RETURN}), 1, indx)); // Insert is the search, not a new record
+        Open(L"Insert Enter", 1, indx); // Insert is the search, not a new record
         EXPECT_THAT(TakeLog(),
                     ElementsAre(L"sClassName()", L"Requery(\"seleccion\")", L"FindRecord(\"A-1\", 1)",
-                                ::testing::StartsWith(answer), L"AplyFilter(\"\")"));
+                                StartsWith(answer), L"AplyFilter(\"\")"));
     }
 }
 
 TEST_F(AltaTest, ANewRecordIsStoredAndItsCodeHandedOver) {
     host.data->Returns(L"ValidaValue", Variant::Null());
-    EXPECT_FALSE(Open({Forget(), Complete(), Into(kPrecio, L"1.234,50"), Into(kAlta, L" 21/11/2026 "),
-                       Into(kActivo), Key(VK_SPACE), Key(VK_RETURN)},
-                      2, 3));
+    Open({Forget(), Complete(), Into(kPrecio, L"1.234,50"), Into(kAlta, L" 21/11/2026 "), Into(kActivo),
+          L"Space Enter"},
+         2, 3);
     EXPECT_THAT(
         TakeLog(),
         ElementsAre(
@@ -98,8 +80,7 @@ TEST_F(AltaTest, ANewRecordIsStoredAndItsCodeHandedOver) {
             LR"(InsertarArticulo({"12001", "Corona", "1.234,50", "21/11/2026", True, Empty, "12", Empty}))",
             L"AceptarSeleccion(&2, &ctl, \"12001\")", L"AplyFilter(\"\")"));
     // A code of the user's own stays, and Enter in the family asks for one before anything is checked.
-    EXPECT_FALSE(Open({Forget(), Alta(), Into(kCodigo, L"7"), Into(kNombre, L"Corona"), Into(kNotas, L"13"),
-                       Key(VK_RETURN)}));
+    Open({Forget(), Alta(), Into(kCodigo, L"7"), Into(kNombre, L"Corona"), Into(kNotas, L"13"), L"Enter"});
     EXPECT_THAT(TakeLog(),
                 Contains(LR"(InsertarArticulo({"7", "Corona", Empty, Empty, False, Empty, "13", Empty}))"));
 }
@@ -132,22 +113,22 @@ TEST_F(AltaTest, TheFirstWrongBoxIsNamedAndNothingTypedIsLost) {
                   Set(kPrecio, right.at(kPrecio)), Set(kCantidad, right.at(kCantidad)),
                   Set(kAlta, right.at(kAlta))};
     for (const auto& [number, text, says] : cases) {
-        script.Append({Set(number, text), Into(kGrupo), Key(VK_RETURN), Box(says), Focused(number),
+        script.Append({Set(number, text), Into(kGrupo), L"Enter", Box(says), Focused(number),
                        Says(number, text), Set(number, right.at(number))});
     }
-    EXPECT_FALSE(Open({script, Set(kNombre, L""), Into(kNombre, (longest + L"x")), Says(kNombre, longest),
-                       Close(), Question(IDNO), Back(), Key(VK_RETURN)}));
+    Open({script, Set(kNombre, L""), Into(kNombre, (longest + L"x")), Says(kNombre, longest), Close(),
+          Question(IDNO), Back(), L"Enter"});
     EXPECT_THAT(TakeLog(), Contains(L"InsertarArticulo({\"12001\", \"" + longest +
                                     LR"(", "1", "3 enero 2026", False, "2", "12", Empty}))"));
 }
 
 TEST_F(AltaTest, WhatIsStoredIsNotStoredAgainWhenTheSinkFails) {
     host.sink->On(L"AceptarSeleccion", [](Invocation&) {
-        EXPECT_FALSE(IsWindowVisible(Panel()));
+        EXPECT_FALSE(IsWindowVisible(Dialog()));
         RaiseHostError();
     });
-    EXPECT_FALSE(Open({Complete(), Forget(), Key(VK_RETURN), Box(kHostErrorText), Left(),
-                       Do([&] { host.sink->Accepts({L"AceptarSeleccion"}); }), Key(VK_RETURN)}));
+    Open({Complete(), Forget(), L"Enter", Box(kHostErrorText), Left(),
+          Do([&] { host.sink->Accepts({L"AceptarSeleccion"}); }), L"Enter"});
     EXPECT_THAT(
         TakeLog(),
         ElementsAre(LR"(InsertarArticulo({"12001", "Corona", Empty, Empty, False, Empty, "12", Empty}))",
@@ -159,23 +140,22 @@ TEST_F(AltaTest, EscAsksBeforeItThrowsAwayWhatWasTyped) {
     // "No" is what Enter answers. One that was thrown away leaves nothing to the next, and a tick is
     // something too.
     const Script away{Question(IDYES), Left()};
-    const Script escape = Key(VK_ESCAPE);
-    EXPECT_FALSE(Open({Alta(), escape, Left(), Complete(), escape, Question(0), Back(),
-                       Says(kNombre, L"Corona"), Click(IDC_CMDDESCARTAR), away, Complete(), escape, away,
-                       Alta(), Into(kActivo), Key(VK_SPACE), escape, away, escape}));
-    EXPECT_FALSE(Panel());
+    const Script escape = L"Esc";
+    Open({Alta(), escape, Left(), Complete(), escape, Question(0), Back(), Says(kNombre, L"Corona"),
+          Click(IDC_CMDDESCARTAR), away, Complete(), escape, away, Alta(), Into(kActivo), L"Space", escape,
+          away, escape});
+    EXPECT_FALSE(Dialog());
 }
 
 TEST_F(AltaTest, LookupsFillTheBoxThatAskedAndTheFamilyTheCode) {
     OfferClasses(100);
     const Script elsewhere = Until("the list", [](HWND) { return !Item(IDC_PICNEW); });
-    const Script choose{Key(VK_F4), elsewhere, Keys({VK_DOWN, VK_RETURN}), Showing(IDC_PICNEW)};
-    EXPECT_FALSE(
-        Open({Alta(), choose, Into(kNombre, L"Corona"), Into(kGrupo), // a list: a hundred taxes
-              Keys({VK_DOWN, VK_DOWN}), Says(kNotas, L"100"), Says(kGrupo, L"100 - 101"), Key(VK_RETURN)}));
+    const Script choose{L"F4", elsewhere, L"Down Enter", Showing(IDC_PICNEW)};
+    Open({Alta(), choose, Into(kNombre, L"Corona"), Into(kGrupo), // a list: a hundred taxes
+          L"Down Down", Says(kNotas, L"100"), Says(kGrupo, L"100 - 101"), L"Enter"});
     EXPECT_THAT(
         TakeLog(),
-        ::testing::IsSupersetOf(
+        IsSupersetOf(
             {L"CrearClase(\"impuestos\")", L"CrearClase(\"familias\")", L"NuevoCodigo_Fam(\"100\")",
              LR"(InsertarArticulo({"100001", "Corona", Empty, Empty, False, Empty, "100", "100"}))"}));
     host.set->Table().records = 101;                                               // too many for a list
@@ -183,9 +163,9 @@ TEST_F(AltaTest, LookupsFillTheBoxThatAskedAndTheFamilyTheCode) {
         SCOPED_TRACE(::testing::PrintToString(className));
         host.className = L"prueba";
         host.set->Table().related = {{3, className}}; // box 4, but no family
-        EXPECT_FALSE(Open({Forget(), Alta(kCodigo), Type(L"7"), Into(kNotas, L"37"), choose,
-                           Says(kNotas, L"100"), Says(kCodigo, L"7"), Says(kNombre, L""), Says(kPrecio, L""),
-                           Focused(kNotas), Key(VK_ESCAPE), Question(IDYES), Back(), Key(VK_ESCAPE)}));
+        Open({Forget(), Alta(kCodigo), L"'7", Into(kNotas, L"37"), choose, Says(kNotas, L"100"),
+              Says(kCodigo, L"7"), Says(kNombre, L""), Says(kPrecio, L""), Focused(kNotas), L"Esc",
+              Question(IDYES), Back(), L"Esc"});
         EXPECT_THAT(host.log, Contains(L"CrearClase(\"" + className + L"\")").Times(2)); // counted, shown
         EXPECT_THAT(host.log, Contains(HasSubstr(L"NuevoCodigo_Fam")).Times(0));
     }
@@ -196,8 +176,8 @@ TEST_F(AltaTest, DiscardingWinsOverAFamilyThatTheHostDoesNotKnow) {
     const auto mouse = [](UINT message) {
         return Do([message] { PostMessageW(Item(IDC_CMDDESCARTAR), message, MK_LBUTTON, MAKELPARAM(9, 9)); });
     };
-    EXPECT_FALSE(Open({Forget(), Alta(), Type(L"ZZ"), mouse(WM_LBUTTONDOWN), mouse(WM_LBUTTONUP),
-                       Question(IDYES), Left(), Key(VK_ESCAPE)}));
+    Open({Forget(), Alta(), L"'ZZ", mouse(WM_LBUTTONDOWN), mouse(WM_LBUTTONUP), Question(IDYES), Left(),
+          L"Esc"});
     EXPECT_THAT(TakeLog(), IsEmpty());
 }
 
@@ -225,7 +205,7 @@ TEST_F(AltaTest, TheListKeepsItsRoomBesideAllTheBoxesThereMayBe) {
         EXPECT_TRUE(usable(Item(IDC_TXTFIELDS0)));
         EXPECT_LE(place(Item(IDC_DATAGRID)).right, frame.left);
         EXPECT_LE(place(Item(IDC_CMDNUEVO)).right, frame.left);
-        EXPECT_LE(frame.right, place(Panel()).right);
+        EXPECT_LE(frame.right, place(Dialog()).right);
         EXPECT_LE(place(Item(IDC_CMDGUARDAR)).bottom, frame.bottom);
         for (short number = 1; number <= kBoxes; ++number) {
             SetFocus(Item(Field(number))); // which scrolls to it
@@ -236,7 +216,7 @@ TEST_F(AltaTest, TheListKeepsItsRoomBesideAllTheBoxesThereMayBe) {
         }
         EXPECT_FALSE(Item(Field(kBoxes + 1)));
     };
-    EXPECT_FALSE(Open({Alta(kCodigo), Do(look), Keys({VK_ESCAPE, VK_ESCAPE})}));
+    Open({Alta(kCodigo), Do(look), L"Esc Esc"});
 }
 
 } // namespace

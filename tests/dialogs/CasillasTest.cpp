@@ -1,18 +1,11 @@
 // The check list: what it answers, how marks are made, and a record set that refuses one.
-#include "com/WinHeaders.h"
-
-#include <commctrl.h>
-
 #include "tests/dialogs/PanelFixture.h"
 
 namespace tamvelo::testing {
 namespace {
 
-using com::Invocation;
-using com::Variant;
-
-constexpr wchar_t kClear[] = L"AplyFilter(\"\")";
 constexpr wchar_t kRequery[] = L"Requery(\"seleccion\")";
+constexpr wchar_t kList[] = L"ShowSelecTrueFalse";
 constexpr short kMark = 4;
 
 /// Twenty records of which the first three are marked. The column of marks is the first on screen.
@@ -33,13 +26,6 @@ protected:
                                    : Variant(L"f" + std::to_wstring(record) + L"c" + std::to_wstring(column));
         };
         ++host.set->Table().version;
-    }
-    std::optional<com::Error> Show(short column, short indx, Script script) {
-        VARIANT_BOOL find = VARIANT_TRUE;
-        return Play(std::move(script), [&] {
-            return server->ShowSelecTrueFalse(sink.GetAddressOf(), data.GetAddressOf(), ctl.GetAddressOf(),
-                                              &column, &indx, &find);
-        });
     }
     static Script Counts(const std::wstring& marked, int row = 1) {
         return Says(L"Registro " + std::to_wstring(row) + L" de 20   ·   " + marked);
@@ -72,11 +58,11 @@ TEST_F(CasillasTest, TheEventFollowsTheAnswerWithThreeTexts) {
             asked.end(),
             {answer + L")",
              L"clsEvents_AceptaSeleccion" + answer.substr(answer.find(L'(')) + each.more + L")", kClear});
-        EXPECT_FALSE(Show(each.column, each.indx, Key(VK_RETURN)));
+        Show({kList, each.column, each.indx}, L"Enter");
         EXPECT_THAT(TakeLog(), ElementsAreArray(asked));
     }
     host.sink->Without(L"clsEvents_AceptaSeleccion"); // as the library's own relay
-    EXPECT_FALSE(Show(0, 0, {Forget(), Key(VK_RETURN)}));
+    Show({kList}, {Forget(), L"Enter"});
     EXPECT_THAT(TakeLog(), ElementsAre(L"AceptarSeleccion(&0, &ctl, \"f0c0\")", kClear));
 }
 
@@ -88,9 +74,9 @@ TEST_F(CasillasTest, MarksAreMadeOneByOneAndAllAtOnce) {
     const Script two = Counts(L"2 marcadas");
     const Script three = Counts(L"3 marcadas");
     const Script one{three,
-                     Key(VK_SPACE),
+                     L"Space",
                      two,
-                     Key(VK_SPACE),
+                     L"Space",
                      three,
                      Mouse({WM_LBUTTONDOWN}),
                      two,
@@ -98,7 +84,7 @@ TEST_F(CasillasTest, MarksAreMadeOneByOneAndAllAtOnce) {
                      three,
                      Mouse({WM_RBUTTONDOWN}),
                      three, // that is for the menu
-                     Keys({VK_DOWN, VK_DOWN, VK_SPACE, VK_UP, VK_SPACE}),
+                     L"Down Down Space Up Space",
                      Counts(L"1 marcada", 2),
                      Asked({})};
     const Script all{Click(IDC_LBLTODOS),
@@ -106,27 +92,27 @@ TEST_F(CasillasTest, MarksAreMadeOneByOneAndAllAtOnce) {
                      Click(IDC_LBLNINGUNO),
                      none,
                      Into(IDC_LBLTODOS),
-                     Key(VK_SPACE),
+                     L"Space",
                      every,
                      Into(IDC_LBLNINGUNO),
-                     Key(VK_RETURN),
+                     L"Enter",
                      none,
                      Into(IDC_LBLTODOS),
-                     Key(VK_RETURN),
+                     L"Enter",
                      every,
-                     Key('U', VK_CONTROL),
+                     L"^U",
                      none,
-                     Key('T', VK_CONTROL),
+                     L"^T",
                      every};
     const auto reach = [](bool shown) { return Do([=] { EXPECT_EQ(IsShown(IDC_LBLALCANCE), shown); }); };
     // While a search hides rows the links say that they reach them; then every record is there.
-    EXPECT_FALSE(Show(
-        0, 0,
+    Show(
+        {kList},
         {Forget(), one, all, Says(IDC_LBLTODOS, L"    Selec. Todos"), Says(IDC_LBLNINGUNO, L"Selec. Ninguno"),
          reach(false), Into(IDC_TXTFIELDS0, L"ma"), Click(IDC_CMDBUSCAR), reach(true),
          Says(IDC_LBLTABLE, L"Filtro: campo=ma"), Says(L"Registro 1 de 10   ·   10 marcadas"), Forget(),
          Do([this] { host.data->On(L"Requery", [this](Invocation&) { host.set->SetFilter(L""); }); }),
-         Click(IDC_LBLTODOS), every, reach(false), Says(IDC_LBLTABLE, L""), Key(VK_ESCAPE)}));
+         Click(IDC_LBLTODOS), every, reach(false), Says(IDC_LBLTABLE, L""), L"Esc"});
 }
 
 TEST_F(CasillasTest, SpaceMarksTheCurrentColumnOrTheFirstToPlanNeverOtherData) {
@@ -136,25 +122,21 @@ TEST_F(CasillasTest, SpaceMarksTheCurrentColumnOrTheFirstToPlanNeverOtherData) {
     table.value = [](long, short column) {
         return column == kMark || column == 6 ? Variant(false) : Variant(L"x");
     };
-    EXPECT_FALSE(Show(0, 0,
-                      {Key(VK_SPACE), Counts(L"0 y 1 marcadas"),
-                       Keys({VK_HOME, VK_LEFT, VK_LEFT, VK_LEFT, VK_LEFT, VK_SPACE}),
-                       Counts(L"1 y 1 marcadas"), Key(VK_ESCAPE)}));
+    Show({kList}, {L"Space", Counts(L"0 y 1 marcadas"), L"Home Left Left Left Left Space",
+                   Counts(L"1 y 1 marcadas"), L"Esc"});
     table.written.clear();
     table.names.clear();
     const wchar_t* const hint = L"Para marcar, vaya antes a la columna de la casilla.";
-    EXPECT_FALSE(Show(0, 0, {Key(VK_SPACE), Says(hint), Key(VK_ESCAPE)}));
+    Show({kList}, {L"Space", Says(hint), L"Esc"});
     EXPECT_TRUE(table.written.empty());
     // The look is kept for the class and its number.
     table.names = {{kMark, L"Planificar"}, {6, L"Planificar_2"}};
-    EXPECT_FALSE(Show(0, 7, {Key(VK_ADD, VK_CONTROL), Key(VK_ESCAPE)}));
+    Show({kList, 0, 7}, {L"^Plus Esc"});
     EXPECT_THAT(ReadText(File(L"frmSelecTFprueba_7.grx")), HasSubstr("[columna Planificar]"));
     const auto searched = [](const wchar_t* caption) {
         return Do([=] { EXPECT_THAT(ItemText(IDC_LBLBUSCAR), HasSubstr(caption)); });
     };
-    EXPECT_FALSE(Show(0, 7,
-                      {Key(VK_LEFT), searched(L"Planificar 2 ?"), Key(VK_LEFT), searched(L"Planificar 1 ?"),
-                       Key(VK_ESCAPE)}));
+    Show({kList, 0, 7}, {L"Left", searched(L"Planificar 2 ?"), L"Left", searched(L"Planificar 1 ?"), L"Esc"});
 }
 
 } // namespace

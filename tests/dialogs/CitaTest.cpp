@@ -1,12 +1,6 @@
 // The new appointment: what is saved, the ways out, the look-ups, and life beside the host's own loop.
-#include "com/WinHeaders.h"
-
-#include <commctrl.h>
-
 #include "dates/Resources.h"
-#include "frame/Resources.h"
 #include "tests/dialogs/DialogFixture.h"
-#include "tests/support/Component.h"
 
 namespace tamvelo::testing {
 namespace {
@@ -16,22 +10,14 @@ constexpr DATE kDay = 46347; // 21 November 2026, a Saturday
 class Cita : public DialogTest {
 protected:
     Cita() {
-        gdiSlack = 16; // of a window that is hidden before it goes
         host.TextCells();
-        host.data->On(L"FindRecord", [this](com::Invocation& call) {
+        host.data->On(L"FindRecord", [this](Invocation& call) {
             host.set->SetPosition(std::wcstol(call[0].ToText().c_str() + 1, nullptr, 10)); // "f<record>c0"
         });
-        environment->On(L"CrearClase", [this](com::Invocation& call) {
+        environment->On(L"CrearClase", [this](Invocation& call) {
             host.className = call[0].ToText();
-            call.Return(com::Variant(host.data.Get()));
+            call.Return(Variant(host.data.Get()));
         });
-        environment->Accepts({L"GuardarCita"});
-    }
-    void WarmUp() override {
-        Offer(L"Clases");
-        Show({Into(IDC_TXTCITA10), Key(VK_F4), Showing(IDC_DATAGRID), Key(VK_ESCAPE), Focused(IDC_TXTCITA10),
-              Key(VK_ESCAPE)});
-        SetValue(kEnvironmentKey, L"Clases", L"");
     }
 
     HRESULT Ask(HWND over, DATE date) {
@@ -39,14 +25,14 @@ protected:
         return server->ShowNuevaCita(sink.GetAddressOf(), data.GetAddressOf(), &window, &date);
     }
     /// Opens the form and turns the host's own loop until it is gone.
-    std::optional<com::Error> Show(Script script, DATE date = kDay) {
-        return Play(std::move(script), [&] {
+    std::optional<com::Error> Try(const Script& script, DATE date = kDay) {
+        return Play(script, [&] {
             const HRESULT result = Ask(owner, date);
             TurnLoop();
             return result;
         });
     }
-    static void Offer(const wchar_t* setting) { SetValue(kEnvironmentKey, setting, Component::Name()); }
+    void Show(const Script& script) { EXPECT_FALSE(Try(script)); }
     static Script Hour(WORD hour, WORD minute) {
         return {Focused(IDC_DTPICHORA), Do([=] {
                     SYSTEMTIME time{2026, 11, 6, 21, hour, minute, 0, 0};
@@ -72,9 +58,6 @@ protected:
                               const std::wstring& when = L"21#, #1899-12-30 10:15") {
         return L"GuardarCita(#2026-11-" + when + L"#, " + texts + L", Nothing)";
     }
-
-    com::ComPtr<HostObject> environment = com::Make<HostObject>(L"Entorno", host.log);
-    const Component component{environment.Get()};
 };
 
 const std::wstring kEmpty = L"\"000\", \"\", \"-.-\", \"000\", \"\", \"0\", \"-.-\"";
@@ -88,7 +71,7 @@ TEST_F(Cita, OpensOnTheDayAndThePresentMinuteAndComesToTheFrontAsItIs) {
     const Script look = Do([&] {
         const HWND calendar = Item(IDC_MTHVFECHA);
         DateTime_GetSystemtime(Item(IDC_DTPICHORA), &shown);
-        EXPECT_EQ(TextOf(Dialog()), L"Nueva Cita :  " + com::Variant::Date(kDay).ToText());
+        EXPECT_EQ(TextOf(Dialog()), L"Nueva Cita :  " + Variant::Date(kDay).ToText());
         EXPECT_EQ(LOWORD(MonthCal_GetFirstDayOfWeek(calendar)), 0) << "Monday";
         EXPECT_TRUE(GetWindowLongW(calendar, GWL_STYLE) & MCS_WEEKNUMBERS); // as Spanish calendars count
         EXPECT_EQ(GetWindow(Dialog(), GW_OWNER), owner);
@@ -102,18 +85,18 @@ TEST_F(Cita, OpensOnTheDayAndThePresentMinuteAndComesToTheFrontAsItIs) {
         EXPECT_EQ(GetFocus(), Item(IDC_TXTCITA13));
     });
     const Script day = Says(IDC_LBLDIA, L"sábado, semana 47");
-    EXPECT_FALSE(Show({Focused(IDC_DTPICHORA), look, day, Into(IDC_TXTCITA13, L"7"), Forget(), again, day,
-                       Says(IDC_TXTCITA13, L"7"), Asked({}), Key(VK_ESCAPE)}));
+    Show({Focused(IDC_DTPICHORA), look, day, Into(IDC_TXTCITA13, L"7"), Forget(), again, day,
+          Says(IDC_TXTCITA13, L"7"), Asked({}), L"Esc"});
     GetLocalTime(&after);
     EXPECT_EQ(shown.wSecond, 0);
     EXPECT_TRUE((shown.wHour == before.wHour && shown.wMinute == before.wMinute) ||
                 (shown.wHour == after.wHour && shown.wMinute == after.wMinute));
     // A day that no calendar has is the host's error, and nothing stays open.
-    EXPECT_TRUE(Show({}, -400000));
+    EXPECT_TRUE(Try({}, -400000));
 }
 
 TEST_F(Cita, SavesWhatWasTypedInTheTablesOrder) {
-    Offer(L"Citas");
+    Offer({L"Citas"});
     // Tab goes through the rows as they stand.
     Script fill = Hour(10, 7);
     fill.Key(VK_PRIOR);
@@ -130,48 +113,46 @@ TEST_F(Cita, SavesWhatWasTypedInTheTablesOrder) {
         }
     }
     const std::wstring texts = L"\"C1\", \"Ana\", \"uno\r\ndos\", \"E1\", \"Luis\", \"2\", \"Prueba\"";
-    EXPECT_FALSE(Show({Forget(), fill, TabTo(IDC_MTHVFECHA), Key(VK_RETURN)}));
+    Show({Forget(), fill, TabTo(IDC_MTHVFECHA), L"Enter"});
     EXPECT_THAT(TakeLog(), ElementsAre(Saved(texts), kTold));
     // Another day; an hour that is still being typed; a code without look-ups is nothing to wait for.
-    EXPECT_FALSE(Show({Forget(), Hour(11, 45), ClickDay(23), Says(IDC_LBLDIA, L"lunes, semana 48"),
-                       Into(IDC_TXTCITA10, L"1"), Key(VK_RETURN), Focused(IDC_TXTCITA14), Into(IDC_DTPICHORA),
-                       Key(VK_RIGHT), Type(L"1"), Key(VK_RETURN)}));
+    Show({Forget(), Hour(11, 45), ClickDay(23), Says(IDC_LBLDIA, L"lunes, semana 48"),
+          Into(IDC_TXTCITA10, L"1"), L"Enter", Focused(IDC_TXTCITA14), Into(IDC_DTPICHORA),
+          L"Right '1 Enter"});
     EXPECT_THAT(TakeLog(), ElementsAre(Saved(L"\"1\"" + kEmpty.substr(5), L"23#, #1899-12-30 01:45"), kTold));
 }
 
 TEST_F(Cita, EveryWayOutTellsTheHostOnceAndASinkThatFailsKeepsNobody) {
     const Log left{kTold};
     const Log saved{Saved(kEmpty), kTold};
-    EXPECT_FALSE(Show({Forget(), Hour(10, 15), Into(IDC_TXTCITA13, L"7"), Key(VK_RETURN),
-                       Box(L"ningún componente que guarde citas"), Says(IDC_TXTCITA13, L"7"),
-                       Do([] { Offer(L"Citas"); }), Key(VK_RETURN)}));
+    Show({Forget(), Hour(10, 15), Into(IDC_TXTCITA13, L"7"), L"Enter",
+          Box(L"ningún componente que guarde citas"), Says(IDC_TXTCITA13, L"7"),
+          Do([this] { Offer({L"Citas"}); }), L"Enter"});
     EXPECT_THAT(TakeLog(),
                 ElementsAre(Saved(L"\"000\", \"\", \"-.-\", \"000\", \"\", \"7\", \"-.-\""), kTold));
-    const std::pair<Script, Log> ways[] = {{Key(VK_ESCAPE), left},
+    const std::pair<Script, Log> ways[] = {{L"Esc", left},
                                            {Close(), left},
                                            {Tool(L"Cancelar"), left},
                                            {Tool(L"Aceptar"), saved},
-                                           {{Into(IDC_TXTCITA10), Key(VK_RETURN)}, saved}};
+                                           {{Into(IDC_TXTCITA10), L"Enter"}, saved}};
     for (const auto& [leave, asked] : ways) {
-        EXPECT_FALSE(Show({Forget(), Hour(10, 15), leave}));
+        Show({Forget(), Hour(10, 15), leave});
         EXPECT_EQ(TakeLog(), asked);
     }
     host.sink->Raises(L"AceptarBuscar");
-    EXPECT_FALSE(Show({Forget(), Hour(10, 15), Key(VK_RETURN), Box(kHostErrorText)}));
+    Show({Forget(), Hour(10, 15), L"Enter", Box(kHostErrorText)});
     EXPECT_EQ(TakeLog(), saved);
     // The next one may be asked for from there.
-    host.sink->On(L"AceptarBuscar", [&](com::Invocation&) {
+    host.sink->On(L"AceptarBuscar", [&](Invocation&) {
         host.sink->Accepts({L"AceptarBuscar"});
         EXPECT_EQ(Ask(nullptr, kDay), S_OK);
     });
-    EXPECT_FALSE(Show({Focused(IDC_DTPICHORA), Key(VK_ESCAPE),
-                       Until("the next", [](HWND top) { return top == Dialog() && IsWindowVisible(top); }),
-                       Key(VK_ESCAPE)}));
+    Show({Focused(IDC_DTPICHORA), L"Esc",
+          Until("the next", [](HWND top) { return top == Dialog() && IsWindowVisible(top); }), L"Esc"});
 }
 
 TEST_F(Cita, LookUpsFillTheirBoxesAndMoveOn) {
-    Offer(L"Clases");
-    Offer(L"Citas");
+    Offer({L"Clases", L"Citas"});
     HWND form = nullptr;
     const auto enabled = [&](bool is) {
         return Do([&form, is, this] {
@@ -179,8 +160,8 @@ TEST_F(Cita, LookUpsFillTheirBoxesAndMoveOn) {
         });
     };
     const auto lookUp = [&](int from, int next) {
-        return Script({Into(from), Do([&] { form = Dialog(); }), Key(VK_F4), Showing(IDC_DATAGRID),
-                       enabled(false), Keys({VK_DOWN, VK_RETURN}), Focused(next), enabled(true)});
+        return Script({Into(from), Do([&] { form = Dialog(); }), L"F4", Showing(IDC_DATAGRID), enabled(false),
+                       L"Down Enter", Focused(next), enabled(true)});
     };
     const auto boxes = [](const std::wstring& texts) {
         return Do([texts] {
@@ -193,37 +174,36 @@ TEST_F(Cita, LookUpsFillTheirBoxesAndMoveOn) {
     };
     const Script notice = Until("the notice", [](HWND) { return !ItemText(IDC_LBLAVISO).empty(); });
     const Script noNotice = Says(IDC_LBLAVISO, L"");
-    EXPECT_FALSE(Show(
-        {lookUp(IDC_TXTCITA10, IDC_TXTCITA14), boxes(L"f1c0|f1c1||||"), lookUp(IDC_TXTCITA6, IDC_TXTCITA13),
-         lookUp(IDC_TXTCITA15, IDC_MTHVFECHA), boxes(L"f1c0|f1c1|f1c0|f1c1|f1c1|"), noNotice,
-         // From the name, also by its button.
-         Set(IDC_TXTCITA10, L""), lookUp(IDC_TXTCITA0, IDC_TXTCITA14), boxes(L"f1c0|f1c1|f1c0|f1c1|f1c1|"),
-         Click(IDC_CMDCITA0), Showing(IDC_DATAGRID), Key(VK_ESCAPE), Focused(IDC_TXTCITA0),
-         // A code is read when Enter is pressed or the box is left; what is not found is said.
-         Set(IDC_TXTCITA10, L"F3C0"), Key(VK_RETURN), Focused(IDC_TXTCITA14), noNotice,
-         boxes(L"F3C0|f3c1|f1c0|f1c1|f1c1|"), Set(IDC_TXTCITA6, L"no"), TabTo(IDC_TXTCITA1), notice,
-         boxes(L"F3C0|f3c1|no||f1c1|"),
-         // Enter on it opens the list; a code that was read is not asked for again.
-         Set(IDC_TXTCITA6, L"no"), Key(VK_RETURN), Showing(IDC_DATAGRID), Key(VK_ESCAPE),
-         Focused(IDC_TXTCITA6), Forget(), TabTo(IDC_TXTCITA1), Asked({}), lookUp(IDC_TXTCITA6, IDC_TXTCITA13),
-         noNotice, Set(IDC_TXTCITA10, L""), TabTo(IDC_TXTCITA0),
-         Until("no name", [](HWND) { return ItemText(IDC_TXTCITA0).empty(); }),
-         // One that is typed last is read before saving, and a name of the user's own stays.
-         Set(IDC_TXTCITA10, L"otro"), Set(IDC_TXTCITA0, L"Sustituta"), Into(IDC_DTPICHORA), Hour(10, 15),
-         Set(IDC_TXTCITA6, L"f2c0"), Tool(L"Aceptar")}));
+    Show({lookUp(IDC_TXTCITA10, IDC_TXTCITA14), boxes(L"f1c0|f1c1||||"), lookUp(IDC_TXTCITA6, IDC_TXTCITA13),
+          lookUp(IDC_TXTCITA15, IDC_MTHVFECHA), boxes(L"f1c0|f1c1|f1c0|f1c1|f1c1|"), noNotice,
+          // From the name, also by its button.
+          Set(IDC_TXTCITA10, L""), lookUp(IDC_TXTCITA0, IDC_TXTCITA14), boxes(L"f1c0|f1c1|f1c0|f1c1|f1c1|"),
+          Click(IDC_CMDCITA0), Showing(IDC_DATAGRID), L"Esc", Focused(IDC_TXTCITA0),
+          // A code is read when Enter is pressed or the box is left; what is not found is said.
+          Set(IDC_TXTCITA10, L"F3C0"), L"Enter", Focused(IDC_TXTCITA14), noNotice,
+          boxes(L"F3C0|f3c1|f1c0|f1c1|f1c1|"), Set(IDC_TXTCITA6, L"no"), TabTo(IDC_TXTCITA1), notice,
+          boxes(L"F3C0|f3c1|no||f1c1|"),
+          // Enter on it opens the list; a code that was read is not asked for again.
+          Set(IDC_TXTCITA6, L"no"), L"Enter", Showing(IDC_DATAGRID), L"Esc", Focused(IDC_TXTCITA6), Forget(),
+          TabTo(IDC_TXTCITA1), Asked({}), lookUp(IDC_TXTCITA6, IDC_TXTCITA13), noNotice,
+          Set(IDC_TXTCITA10, L""), TabTo(IDC_TXTCITA0),
+          Until("no name", [](HWND) { return ItemText(IDC_TXTCITA0).empty(); }),
+          // One that is typed last is read before saving, and a name of the user's own stays.
+          Set(IDC_TXTCITA10, L"otro"), Set(IDC_TXTCITA0, L"Sustituta"), Into(IDC_DTPICHORA), Hour(10, 15),
+          Set(IDC_TXTCITA6, L"f2c0"), Tool(L"Aceptar")});
     EXPECT_EQ(host.log[host.log.size() - 2],
               Saved(L"\"otro\", \"Sustituta\", \"-.-\", \"f2c0\", \"f2c1\", \"0\", \"f1c1\""));
-    EXPECT_THAT(host.log, ::testing::IsSupersetOf({L"CrearClase(\"clientes\")", L"CrearClase(\"empleados\")",
-                                                   L"FindRecord(\"otro\")", L"FindRecord(\"f2c0\")"}));
+    EXPECT_THAT(host.log, IsSupersetOf({L"CrearClase(\"clientes\")", L"CrearClase(\"empleados\")",
+                                        L"FindRecord(\"otro\")", L"FindRecord(\"f2c0\")"}));
 }
 
 TEST_F(Cita, GoesWithTheHostsWindowAndKeepsTheLibraryUntilThen) {
     host.log.clear();
-    EXPECT_FALSE(Show({Focused(IDC_DTPICHORA), Do([&] {
-                           server.Reset();
-                           EXPECT_FALSE(hosts::Server().MayUnload());
-                           DestroyWindow(owner);
-                       })}));
+    Show({Focused(IDC_DTPICHORA), Do([&] {
+              server.Reset();
+              EXPECT_FALSE(hosts::Server().MayUnload());
+              DestroyWindow(owner);
+          })});
     EXPECT_THAT(TakeLog(), ElementsAre(L"sClassName()"));
 }
 

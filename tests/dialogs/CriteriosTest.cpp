@@ -1,22 +1,10 @@
 // The criteria dialogs: what each asks of the host, in which order, and what its boxes let through.
-#include "com/WinHeaders.h"
-
-#include <commctrl.h>
-
-#include <map>
-
-#include "base/Text.h"
-#include "frame/Resources.h"
 #include "selection/Resources.h"
 #include "tests/dialogs/DialogFixture.h"
-#include "tests/support/Component.h"
 
 namespace tamvelo::testing {
 namespace {
 
-using com::Invocation;
-using com::Variant;
-using ::testing::Contains;
 using ::testing::EndsWith;
 
 // The fields of the host's record set.
@@ -27,11 +15,10 @@ constexpr int kCodigo = Field(0), kNombre = Field(1), kPrecio = Field(2), kAlta 
 class Criterios : public DialogTest {
 protected:
     Criterios() {
-        gdiSlack = 16; // of a window that is hidden before it goes
         other.className = L"clientes";
         other.TextCells();
-        classes->Returns(L"CrearClase", Variant(other.data.Get()), true);
-        classes->On(
+        environment->Returns(L"CrearClase", Variant(other.data.Get()), true);
+        environment->On(
             L"ClaseRelacionada",
             [](Invocation& call) {
                 constexpr std::wstring_view kRelated = L"Codigo Nombre Cantidad Grupo";
@@ -53,17 +40,10 @@ protected:
             call.Return(Variant(box.Call(L"Text").ToText() != L"mal"));
         });
     }
-    void WarmUp() override {
-        host.sink->Raises(L"AceptarBuscar");
-        Show(L"ShowSelecLab",
-             {LookUp(kCodigo), Key(VK_F12), Showing(IDC_LIST1), Key(VK_ESCAPE), Showing(IDC_DATAGRID),
-              Key(VK_RETURN), Focused(kCodigo), Key(VK_RETURN), Box(kHostErrorText), Key(VK_ESCAPE)});
-        host.sink->Accepts({L"AceptarBuscar"});
-    }
-    std::optional<com::Error> Show(const wchar_t* operation, Script script) {
-        SetValue(kEnvironmentKey, L"Clases", Component::Name());
+    void Show(const wchar_t* operation, const Script& script) {
+        Offer({L"Clases"});
         other.log.clear();
-        return PlayLate(operation, {sink.Get(), data.Get()}, std::move(script));
+        EXPECT_FALSE(PlayLate(operation, {sink.Get(), data.Get()}, script));
     }
     static bool IsMarked(int field) {
         LOGFONTW font{};
@@ -71,10 +51,8 @@ protected:
         GetObjectW(reinterpret_cast<HFONT>(used), sizeof font, &font);
         return font.lfWeight == FW_BOLD;
     }
-    static Script LookUp(int field) { return {Into(field), Key(VK_F4), Showing(IDC_DATAGRID)}; }
+    static Script LookUp(int field) { return {Into(field), L"F4", Showing(IDC_DATAGRID)}; }
     FakeHost other; // of the class that fields are related to
-    com::ComPtr<HostObject> classes = com::Make<HostObject>(L"Clases", host.log);
-    const Component component{classes.Get()};
 };
 
 TEST_F(Criterios, EachDialogLooksUpWithItsOwnSelectionsAndAppliesInOrder) {
@@ -103,14 +81,14 @@ TEST_F(Criterios, EachDialogLooksUpWithItsOwnSelectionsAndAppliesInOrder) {
                       })};
         Log asked;
         for (const int field : {kCodigo, kNombre, kCantidad, kGrupo}) {
-            script.Append({LookUp(field), Key(VK_ESCAPE), Focused(field)});
+            script.Append({LookUp(field), L"Esc", Focused(field)});
             asked = asked + Log{looked.at(row.selections[asked.size() / 3]), L"sClassName()",
                                 L"Requery(\"seleccion\")"};
         }
-        EXPECT_FALSE(Show(row.operation, {script, Forget(), Key(VK_RETURN)}));
+        Show(row.operation, {script, Forget(), L"Enter"});
         EXPECT_THAT(other.log, ElementsAreArray(asked));
         EXPECT_THAT(TakeLog(), Contains(EndsWith(L"Fields(4), 0)")).Times(row.list ? 0 : 1));
-        EXPECT_FALSE(Show(row.operation, {Focused(kCodigo), Key(VK_ESCAPE)}));
+        Show(row.operation, {Focused(kCodigo), L"Esc"});
         EXPECT_THAT(TakeLog(), ElementsAre(L"sClassName()"));
     }
 }
@@ -131,13 +109,13 @@ TEST_F(Criterios, BoxesAreCheckedAndBecomeOneFilter) {
     const auto marked = [](bool is) { return Do([is] { EXPECT_EQ(IsMarked(kNombre), is); }); };
     const Script tick = Click(kActivo + 1);
     const Script fill =
-        Script({Into(kNombre, L"axy"), Key(VK_TAB), Says(kNombre, L"ab"), Into(kAlta, L"8:30"), Key(VK_TAB),
-                Says(kAlta, L"8:30"), Set(kAlta, L""), Into(kAlta, L"2026-2-3"), Key(VK_TAB),
-                Focused(kActivo), Key(VK_HOME), Says(kAlta, day), Says(kActivo, L"-1 - Sí"), ticked(true),
-                Key(VK_DOWN), Says(kActivo, L" 0 - No"), ticked(false)});
-    EXPECT_FALSE(Show(L"ShowSelecLab", {pressed(false), fill, Click(IDC_OPTCOMPARISON1),
-                                        Says(L"20 Registros   ·   3 criterios: Nombre, Alta, Activo"),
-                                        pressed(true), Forget(), Key(VK_RETURN)}));
+        Script({Into(kNombre, L"axy"), L"Tab", Says(kNombre, L"ab"), Into(kAlta, L"8:30"), L"Tab",
+                Says(kAlta, L"8:30"), Set(kAlta, L""), Into(kAlta, L"2026-2-3"), L"Tab", Focused(kActivo),
+                L"Home", Says(kAlta, day), Says(kActivo, L"-1 - Sí"), ticked(true), L"Down",
+                Says(kActivo, L" 0 - No"), ticked(false)});
+    Show(L"ShowSelecLab",
+         {pressed(false), fill, Click(IDC_OPTCOMPARISON1),
+          Says(L"20 Registros   ·   3 criterios: Nombre, Alta, Activo"), pressed(true), Forget(), L"Enter"});
     const std::wstring filter = L"campo=ab And campo=" + std::wstring(day) + L" And campo= 0 - No";
     EXPECT_THAT(TakeLog(),
                 ElementsAre(L"GetFilter(\"Filter\")", L"CreateFilter(&TxtFields(0), 1)",
@@ -148,22 +126,21 @@ TEST_F(Criterios, BoxesAreCheckedAndBecomeOneFilter) {
                             L"GetFilter(\"Filter\")", L"AplyFilter(\"" + filter + L"\")",
                             L"Requery(\"selec\")", L"AceptarBuscar()"));
     // Everything goes at once, and " 2 - Todos" is no condition; the tick is a short way to the entry.
-    EXPECT_FALSE(Show(L"ShowSelecLab", {fill, marked(true), Key(VK_F7), Focused(kCodigo), Says(kAlta, L""),
-                                        Says(kActivo, L" 2 - Todos"), marked(false), tick,
-                                        Says(kActivo, L"-1 - Sí"), tick, Says(kActivo, L" 2 - Todos"),
-                                        Says(L"10 Registros   ·   Sin criterios"), Key(VK_ESCAPE)}));
+    Show(L"ShowSelecLab", {fill, marked(true), L"F7", Focused(kCodigo), Says(kAlta, L""),
+                           Says(kActivo, L" 2 - Todos"), marked(false), tick, Says(kActivo, L"-1 - Sí"), tick,
+                           Says(kActivo, L" 2 - Todos"), Says(L"10 Registros   ·   Sin criterios"), L"Esc"});
 }
 
 TEST_F(Criterios, ARefusedValueHoldsTheUserButNotTheDialog) {
     const auto complains = [](HWND) { return ItemText(IDC_STATUS).find(L"«mal»") == 0; };
-    const Script refused{Into(kNombre, L"mal"), Key(VK_TAB), Until("the complaint", complains)};
+    const Script refused{Into(kNombre, L"mal"), L"Tab", Until("the complaint", complains)};
     const Script lookUp = Click(kNombre + 2);
-    for (const Script& act : {Key(VK_RETURN), Key(VK_F5), Click(IDC_CMDBUSCAR), lookUp}) { // none happens
-        EXPECT_FALSE(Show(L"ShowSeleccionar",
-                          {refused, Focused(kNombre), Forget(), act,
-                           Asked({L"ValidaDefinedSize(&TxtFields(1))", L"ValidaValue(&TxtFields(1))"}),
-                           Set(kNombre, L""), Into(kNombre, L"b"), Key(VK_TAB),
-                           Says(L"20 Registros   ·   1 criterio: Nombre"), Forget(), Key(VK_ESCAPE)}));
+    for (const Script& act :
+         {Script(L"Enter"), Script(L"F5"), Click(IDC_CMDBUSCAR), lookUp}) { // none happens
+        Show(L"ShowSeleccionar",
+             {refused, Focused(kNombre), Forget(), act,
+              Asked({L"ValidaDefinedSize(&TxtFields(1))", L"ValidaValue(&TxtFields(1))"}), Set(kNombre, L""),
+              Into(kNombre, L"b"), L"Tab", Says(L"20 Registros   ·   1 criterio: Nombre"), Forget(), L"Esc"});
         EXPECT_THAT(TakeLog(), IsEmpty());
     }
 }
@@ -171,12 +148,11 @@ TEST_F(Criterios, ARefusedValueHoldsTheUserButNotTheDialog) {
 TEST_F(Criterios, SearchingShowsTheCountAndIsUndoneByCancelling) {
     host.stored = L"antes";
     const Log before{L"SetFilter(&\"antes\", \"Filter\")", L"AplyFilter(\"antes\")", L"Requery(\"selec\")"};
-    const Script search{Into(kNombre, L"a"), Key(VK_TAB), Forget(), Key(VK_F5)};
+    const Script search{Into(kNombre, L"a"), L"Tab", Forget(), L"F5"};
     const std::wstring rest = L"   ·   1 criterio: Nombre";
-    EXPECT_FALSE(
-        Show(L"ShowSeleccionar", {search, Says(L"10 Registros" + rest), Key(VK_END, VK_CONTROL),
-                                  Tool(L"Primer registro"), Do([this] { host.set->Table().records = 2; }),
-                                  Click(IDC_CMDBUSCAR), Says(L"1 Registro" + rest), Close()}));
+    Show(L"ShowSeleccionar", {search, Says(L"10 Registros" + rest), L"^End", Tool(L"Primer registro"),
+                              Do([this] { host.set->Table().records = 2; }), Click(IDC_CMDBUSCAR),
+                              Says(L"1 Registro" + rest), Close()});
     Log log = TakeLog();
     std::erase_if(log, [](const std::wstring& line) { return line.starts_with(L"CreateFilter"); });
     const Log applied{L"SetFilter(&\"campo=a\", \"Filter\")", L"GetFilter(\"Filter\")",
@@ -187,13 +163,13 @@ TEST_F(Criterios, SearchingShowsTheCountAndIsUndoneByCancelling) {
     // Accepting has replaced it too: after a sink that failed there is still a way back.
     host.stored = L"antes";
     host.sink->Raises(L"AceptarBuscar");
-    EXPECT_FALSE(Show(L"ShowSeleccionar", {Into(kNombre, L"a"), Key(VK_RETURN), Box(kHostErrorText),
-                                           Focused(kNombre), Says(kNombre, L"a"), Forget(), Key(VK_ESCAPE)}));
+    Show(L"ShowSeleccionar", {Into(kNombre, L"a"), L"Enter", Box(kHostErrorText), Focused(kNombre),
+                              Says(kNombre, L"a"), Forget(), L"Esc"});
     EXPECT_THAT(TakeLog(), ElementsAreArray(before));
 }
 
 TEST_F(Criterios, ALookUpAnswersThroughTheRelayThreeLevelsDown) {
-    classes->On(L"CrearClase", [&](Invocation& call) { // meanwhile the user presses a tool
+    environment->On(L"CrearClase", [&](Invocation& call) { // meanwhile the user presses a tool
         ClickTool(L"Aceptar");
         for (MSG message; PeekMessageW(&message, nullptr, WM_COMMAND, WM_COMMAND, PM_REMOVE);) {
             DispatchMessageW(&message);
@@ -202,13 +178,11 @@ TEST_F(Criterios, ALookUpAnswersThroughTheRelayThreeLevelsDown) {
     });
     for (const wchar_t* className : {L"clientes", L"hordenes"}) { // one value, and three
         other.className = className;
-        EXPECT_FALSE(Show(L"ShowSelecMinim", {LookUp(kCantidad), Key(VK_F12), Showing(IDC_LIST1),
-                                              Keys({VK_DOWN, VK_SPACE, VK_RETURN}), Showing(IDC_DATAGRID),
-                                              Keys({VK_DOWN, VK_RETURN}), Focused(kCantidad),
-                                              Says(kCantidad, L"f1c0"), Key(VK_ESCAPE)}));
+        Show(L"ShowSelecMinim",
+             {LookUp(kCantidad), L"F12", Showing(IDC_LIST1), L"Down Space Enter", Showing(IDC_DATAGRID),
+              L"Down Enter", Focused(kCantidad), Says(kCantidad, L"f1c0"), L"Esc"});
     }
     EXPECT_THAT(host.log, Contains(HasSubstr(L"Aceptar")).Times(0));
-    classes->Without(L"CrearClase");
 }
 
 TEST_F(Criterios, TheFocusAndTheWheelScrollTheRowsOrThereAreNone) {
@@ -221,21 +195,19 @@ TEST_F(Criterios, TheFocusAndTheWheelScrollTheRowsOrThereAreNone) {
             EXPECT_EQ(box.top >= panel.top && box.bottom <= panel.bottom, is) << field;
         });
     };
-    EXPECT_FALSE(
-        Show(L"ShowSeleccionarRecibo",
-             {Focused(kCodigo),
-              Do([] { SetWindowPos(Item(IDC_CRITERIA), nullptr, 0, 0, 300, 90, SWP_NOMOVE | SWP_NOZORDER); }),
-              Into(kGrupo), inView(kGrupo, true), Into(kCodigo), inView(kCodigo, true), Into(kNotas),
-              inView(kNotas, true), inView(kCodigo, false),
-              Do([] { SendMessageW(Item(IDC_CRITERIA), WM_MOUSEWHEEL, MAKEWPARAM(0, 1200), 0); }),
-              inView(kCodigo, true), Key(VK_ESCAPE)}));
+    Show(L"ShowSeleccionarRecibo",
+         {Focused(kCodigo),
+          Do([] { SetWindowPos(Item(IDC_CRITERIA), nullptr, 0, 0, 300, 90, SWP_NOMOVE | SWP_NOZORDER); }),
+          Into(kGrupo), inView(kGrupo, true), Into(kCodigo), inView(kCodigo, true), Into(kNotas),
+          inView(kNotas, true), inView(kCodigo, false),
+          Do([] { SendMessageW(Item(IDC_CRITERIA), WM_MOUSEWHEEL, MAKEWPARAM(0, 1200), 0); }),
+          inView(kCodigo, true), L"Esc"});
     // Without look-ups, and without fields, there is still a dialog.
-    classes->Raises(L"ClaseRelacionada");
-    EXPECT_FALSE(Show(L"ShowSelecLab", {Box(kHostErrorText), Focused(kCodigo), Key(VK_ESCAPE)}));
+    environment->Raises(L"ClaseRelacionada");
+    Show(L"ShowSelecLab", {Box(kHostErrorText), Focused(kCodigo), L"Esc"});
     host.set->Table().open = false;
-    EXPECT_FALSE(Show(L"ShowSelecLab",
-                      {Showing(IDC_CRITERIA), Says(IDC_LBLBUSCAR, L"La clase «prueba» no tiene campos."),
-                       Forget(), Tool(L"Aceptar")}));
+    Show(L"ShowSelecLab", {Showing(IDC_CRITERIA), Says(IDC_LBLBUSCAR, L"La clase «prueba» no tiene campos."),
+                           Forget(), Tool(L"Aceptar")});
     EXPECT_THAT(TakeLog(), ElementsAre(L"GetFilter(\"Filter\")", L"SetFilter(&\"\", \"Filter\")",
                                        L"GetFilter(\"Filter\")", L"AplyFilter(\"\")", L"Requery(\"selec\")",
                                        L"AceptarBuscar()"));

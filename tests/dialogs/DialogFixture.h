@@ -1,24 +1,36 @@
 #pragma once
 
+#include "com/WinHeaders.h"
+
+#include <commctrl.h>
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <optional>
 
+#include "base/Text.h"
+#include "com/Collection.h"
 #include "com/LateObject.h"
 #include "frame/Resources.h"
 #include "tests/hosts/Server.h"
+#include "tests/support/Component.h"
 #include "tests/support/Drive.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/HostChecks.h"
 
 namespace tamvelo::testing {
 
+using com::Invocation;
+using com::Variant;
+using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::IsSupersetOf;
+using ::testing::StartsWith;
 
 template <class T>
 std::vector<T> operator+(std::vector<T> first, const std::vector<T>& second) {
@@ -31,12 +43,9 @@ std::vector<T> operator+(std::vector<T> first, const std::vector<T>& second) {
 /// loaded.
 class DialogTest : public ::testing::Test {
 protected:
-    explicit DialogTest(long records = 20) : host(records) {}
+    explicit DialogTest(long records = 20);
     void SetUp() override;
     void TearDown() override;
-
-    /// Opens what the tests open, once per process: the first opening fills caches of the system that stay.
-    virtual void WarmUp() {}
 
     /// Makes a call of the library with the script playing; the error that the host got, if any.
     std::optional<com::Error> Play(Script script, const std::function<HRESULT()>& call);
@@ -53,8 +62,7 @@ protected:
         return Script().Do([this] { host.log.clear(); });
     }
 
-    // Steps of a script, which is a list of them: {Into(IDC_X, L"a"), Key(VK_RETURN), Box(L"No")}.
-    static Script Keys(std::initializer_list<UINT> keys);
+    // Steps of a script, which is a list of them and of keys: {Into(IDC_X, L"a"), L"Tab Enter", Box(L"No")}.
     static Script Key(UINT key, UINT held = 0) { return Script().Key(key, held); }
     static Script Type(std::wstring text) { return Script().Type(std::move(text)); }
     static Script Do(std::function<void()> action) { return Script().Do(std::move(action)); }
@@ -96,6 +104,8 @@ protected:
         return Do([] { PostMessageW(Dialog(), WM_CLOSE, 0, 0); });
     }
     static Script Question(int button, const std::wstring& text = L"");
+    /// Expects each of the controls to be x; o: off, -: hidden.
+    static Script Looks(std::initializer_list<int> ids, const std::wstring& shown);
     // Steps that expect a control's text, the status line's.
     static Script Says(int id, const std::wstring& text) {
         return Do([=] { EXPECT_EQ(ItemText(id), text); });
@@ -118,8 +128,6 @@ protected:
     /// A control of it or of a panel in it.
     static HWND Item(int id);
     static bool IsShown(int id) { return IsWindowVisible(Item(id)) != FALSE; }
-    /// For each of the controls x, o for one that is off, - for one that is hidden.
-    static std::wstring Shown(std::initializer_list<int> ids);
     static std::wstring ItemText(int id) { return TextOf(Item(id)); }
     std::wstring File(const std::wstring& name) const { return (m_folder / L"AtbGrx" / name).wstring(); }
     void WriteText(const std::wstring& file, const std::string& text) const;
@@ -129,11 +137,19 @@ protected:
     static std::wstring FormKey(const wchar_t* form) {
         return std::wstring(L"SOFTWARE\\Tamvelo\\Tamvelo\\1.0\\Configuracion\\") + form;
     }
+    static std::wstring Session(const wchar_t* key) {
+        return std::wstring(L"SOFTWARE\\Tamvelo\\Global\\Configuracion\\Sesion\\") + key;
+    }
     std::string Notes() const;
+
+    /// Makes it all of these components of the environment.
+    void Offer(std::initializer_list<const wchar_t*> parts, IDispatch* components);
+    void Offer(std::initializer_list<const wchar_t*> parts) { Offer(parts, environment.Get()); }
 
     static constexpr wchar_t kEnvironmentKey[] = L"SOFTWARE\\Tamvelo\\Global\\Configuracion\\Entorno";
 
     FakeHost host;
+    com::ComPtr<HostObject> environment = com::Make<HostObject>(L"Entorno", host.log);
     hosts::Server library;
     com::ComPtr<entry::IClsShowSerch> server;
     com::ComPtr<IDispatch> ctl; // the caller's own variables
@@ -141,7 +157,7 @@ protected:
     com::ComPtr<IDispatch> data;
     com::ComPtr<IDispatch> columns;
     std::optional<HostChecks> checks;
-    long gdiSlack = 1; // objects of the system's own that come and go
+    long gdiSlack = 16; // what the system keeps of a window that is hidden before it goes
     HWND owner = nullptr;
     HWND ownerBox = nullptr;
 
@@ -149,6 +165,7 @@ private:
     std::vector<std::wstring> Windows() const;
 
     std::filesystem::path m_folder;
+    std::optional<Component> m_component;
     HKEY m_registry = nullptr;
     std::vector<std::wstring> m_windows;
     long m_gdi = 0;

@@ -3,11 +3,8 @@
 // arguments.
 #include "tests/dialogs/EveryOperation.h"
 
-#include <commctrl.h>
-
 #include <set>
 
-#include "frame/Resources.h"
 #include "search/Resources.h"
 #include "selection/Resources.h"
 #include "tests/support/SystemAnswer.h"
@@ -181,8 +178,8 @@ private:
 };
 
 TEST_F(EveryOperation, IsOrderlyAndOutOfTheWayOfItsAnswerAndKeepsNothingOfTheHosts) {
-    host.data->Returns(L"ValidaValue", com::Variant(true), true);
-    host.data->Returns(L"ValidaDefinedSize", com::Variant(5L));
+    host.data->Returns(L"ValidaValue", Variant(true), true);
+    host.data->Returns(L"ValidaDefinedSize", Variant(5L));
     host.sink->Accepts({L"clsEvents_AceptaSeleccion"});
     int told = 0;
     HostObject::beforeEach = [&](const std::wstring& member) {
@@ -197,7 +194,7 @@ TEST_F(EveryOperation, IsOrderlyAndOutOfTheWayOfItsAnswerAndKeepsNothingOfTheHos
                                 SetFocus(Item(IDC_TXTFIELDS0));
                             }
                         }),
-                        Type(L"7"), Key(VK_TAB), Do([] {
+                        L"'7 Tab", Do([] {
                             for (const wchar_t* tool : {L"Orden descendente", L"Aceptar"}) {
                                 if (ToolCommand(tool) >= 0) {
                                     ClickTool(tool);
@@ -206,7 +203,7 @@ TEST_F(EveryOperation, IsOrderlyAndOutOfTheWayOfItsAnswerAndKeepsNothingOfTheHos
                         })};
     for (const Operation& operation : Operations()) {
         SCOPED_TRACE(::testing::PrintToString(operation.name));
-        const Script leave = operation.name == L"ShowNuevaCita" ? Key(VK_ESCAPE) : use;
+        const Script leave = operation.name == L"ShowNuevaCita" ? L"Esc" : use;
         const auto run = [&](const Script& script, bool changes) {
             checks->changesReferences = changes;
             host.set->SetFilter(L"");
@@ -224,18 +221,17 @@ TEST_F(EveryOperation, IsOrderlyAndOutOfTheWayOfItsAnswerAndKeepsNothingOfTheHos
     }
     HostObject::beforeEach = {};
     Open(OperationOf(L"ShowSelecAdd"),
-         {Key('N', VK_CONTROL), Until("the new record", [](HWND) { return IsShown(IDC_PICNEW); }), Look({}),
-          Keys({VK_ESCAPE, VK_ESCAPE})});
+         {L"^N", Until("the new record", [](HWND) { return IsShown(IDC_PICNEW); }), Look({}), L"Esc Esc"});
     host.className = L"Ordenes"; // two layouts of the search panel
     Open(OperationOf(L"ShowBuscar"),
-         {Look({}), Click(IDC_CMDESTILO1), Look({}), Click(IDC_CMDESTILO0), Look({}), Key(VK_ESCAPE)});
+         {Look({}), Click(IDC_CMDESTILO1), Look({}), Click(IDC_CMDESTILO0), Look({}), L"Esc"});
 }
 
 TEST_F(EveryOperation, LivesWhenTheSystemHasNothingLeftToMeasureWith) {
     const SystemAnswer noUnits(L"kernelbase.dll", "MulDiv", 3, 0); // of which dialog units are made
     const SystemAnswer noContext(L"user32.dll", "GetDC", 1, 0);
     for (const wchar_t* name : {L"ShowSelecAdd", L"ShowSeleccionar"}) { // the system's own calendar does not
-        Open(OperationOf(name), Key(VK_ESCAPE));
+        Open(OperationOf(name), L"Esc");
     }
 }
 

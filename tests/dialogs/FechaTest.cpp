@@ -1,10 +1,5 @@
 // The date picker, which opens on the current year: what its keys, its menu and its calendar make of the two
 // dates.
-#include "com/WinHeaders.h"
-
-#include <commctrl.h>
-
-#include "frame/Resources.h"
 #include "tests/dialogs/DialogFixture.h"
 
 namespace tamvelo::testing {
@@ -12,13 +7,8 @@ namespace {
 
 class FechaTest : public DialogTest {
 protected:
-    std::optional<com::Error> Show(Script script) {
-        return Play(std::move(script), [&] { return server->ShowSelecDate(sink.GetAddressOf()); });
-    }
-    void WarmUp() override {
-        host.sink->Raises(L"AceptarFechaEntre");
-        Show({Preset(L'H'), Key(VK_RETURN), Box(kHostErrorText), Preset(L'M'), Key(VK_ESCAPE)});
-        host.sink->Accepts({L"AceptarFechaEntre"});
+    void Show(const Script& script) {
+        EXPECT_FALSE(PlayLate(L"ShowSelecDate", {sink.Get()}, {Focused(IDC_DTPICKER0), script}));
     }
     /// The menu of presets by its access key, and a key there. What is chosen sends the focus to the dates.
     static Script Preset(UINT key) {
@@ -27,7 +17,7 @@ protected:
     }
     /// A date typed field by field into the picker with the focus, which is Spanish.
     static Script TypeDate(const wchar_t* day, const wchar_t* month, const wchar_t* year) {
-        return {Key(VK_RIGHT), Type(day), Key(VK_RIGHT), Type(month), Key(VK_RIGHT), Type(year)};
+        return {L"Right", Type(day), L"Right", Type(month), L"Right", Type(year)};
     }
     static std::wstring Accepted(const std::wstring& first, const std::wstring& last) {
         return L"AceptarFechaEntre(#" + first + L"#, #" + last + L"#)";
@@ -44,14 +34,14 @@ TEST_F(FechaTest, WhatThePickersShowIsHandedOver) {
     wchar_t today[16];
     wsprintfW(today, L"%04d-%02d-%02d", now.wYear, now.wMonth, now.wDay);
     const std::wstring year(today, 4);
-    const Script second{Key(VK_TAB), Focused(IDC_DTPICKER1)};
-    const Script third{Key(VK_RIGHT), Type(L"3")}; // a day that is not left yet
+    const Script second{L"Tab", Focused(IDC_DTPICKER1)};
+    const Script third{L"Right '3"}; // a day that is not left yet
     const std::pair<Script, std::wstring> rows[] = {
         {Says(IDC_LBLINTERVALO, now.wYear % 4 == 0 ? L"366 días" : L"365 días"), whole(0)},
-        {{Key(VK_PRIOR, VK_CONTROL), Key(VK_PRIOR, VK_CONTROL)}, whole(-2)},
+        {{L"^Prior ^Prior"}, whole(-2)},
         {{Preset(L'H'), Says(IDC_LBLINTERVALO, L"1 día")}, Accepted(today, today)},
         {Preset(L'O'), Accepted(year + L"-01-01", today)}, // the last one
-        {{Preset(L'E'), Key(VK_NEXT, VK_CONTROL), Key(VK_NEXT, VK_CONTROL)}, whole(1)},
+        {{Preset(L'E'), L"^Next ^Next"}, whole(1)},
         {Preset(L'I'), whole(-1)}, // a period from the menu
         {{TypeDate(L"28", L"02", L"2090"), second,
           Says(IDC_LBLINTERVALO, L"La primera fecha es posterior a la última")},
@@ -62,11 +52,11 @@ TEST_F(FechaTest, WhatThePickersShowIsHandedOver) {
         {{second, third}, Accepted(year + L"-01-01", year + L"-12-03")},
     };
     for (const auto& [script, expected] : rows) {
-        EXPECT_FALSE(Show({Focused(IDC_DTPICKER0), script, Key(VK_RETURN)}));
+        Show({script, L"Enter"});
         EXPECT_THAT(TakeLog(), ElementsAre(expected));
     }
-    for (const Script& leave : {Key(VK_ESCAPE), Close(), Tool(L"Cancelar")}) {
-        EXPECT_FALSE(Show({Focused(IDC_DTPICKER0), TypeDate(L"09", L"02", L"2024"), leave}));
+    for (const Script& leave : {Script(L"Esc"), Close(), Tool(L"Cancelar")}) {
+        Show({TypeDate(L"09", L"02", L"2024"), leave});
     }
     EXPECT_THAT(TakeLog(), IsEmpty());
 }
@@ -80,10 +70,9 @@ TEST_F(FechaTest, AnOpenCalendarTakesEnterAndThePeriodKeys) {
         PostMessageW(Item(IDC_DTPICKER0), WM_LBUTTONDOWN, MK_LBUTTON, button);
         PostMessageW(Item(IDC_DTPICKER0), WM_LBUTTONUP, 0, button);
     };
-    EXPECT_FALSE(
-        Show({Focused(IDC_DTPICKER0), Do(drop), Until("the calendar", [=](HWND) { return isOpen(); }),
-              Key(VK_NEXT, VK_CONTROL), Key(VK_RETURN), Asked({}), Do([=] { isOpen() ? drop() : void(); }),
-              Until("no calendar", [=](HWND) { return !isOpen(); }), Key(VK_RETURN)}));
+    Show({Do(drop), Until("the calendar", [=](HWND) { return isOpen(); }), L"^Next Enter", Asked({}),
+          Do([=] { isOpen() ? drop() : void(); }), Until("no calendar", [=](HWND) { return !isOpen(); }),
+          L"Enter"});
     SYSTEMTIME now{};
     GetLocalTime(&now);
     EXPECT_THAT(TakeLog(), ElementsAre(HasSubstr(std::to_wstring(now.wYear))));

@@ -2,15 +2,12 @@
 // components of the environment are out of order.
 #include <thread>
 
-#include "frame/Resources.h"
 #include "tests/dialogs/EveryOperation.h"
 
 namespace tamvelo::testing {
 namespace {
 
 using ::testing::AnyOf;
-using ::testing::Contains;
-using ::testing::StartsWith;
 using Ground = WithEnvironment;
 
 TEST_F(Ground, AWindowThatIsClosedByASentMessageEndsTheOperation) {
@@ -51,8 +48,7 @@ TEST_F(Ground, AComponentThatIsOutOfOrderIsToldOfOnceAndLeftAlone) {
     environment->Raises(L"Recibir");
     environment->Raises(L"RestaurarPosicion");
     const auto open = [&](const Script& boxes) {
-        Play({boxes, Keys({VK_TAB, VK_TAB}), Into(IDC_TXTFIELDS0, L"7"), Says(IDC_TXTFIELDS0, L"7"),
-              Key(VK_ESCAPE)},
+        Play({boxes, L"Tab Tab", Into(IDC_TXTFIELDS0, L"7"), Says(IDC_TXTFIELDS0, L"7"), L"Esc"},
              [&] { return Unwatched(OperationOf(L"ShowBuscar")) ? E_FAIL : S_OK; });
     };
     open({Box(L"«Configuracion».RestaurarPosicion"), Box(L"«Foco».Recibir")});

@@ -1,29 +1,13 @@
 // More of everything than anybody means: letters, fields, values.
-#include "com/WinHeaders.h"
-
-#include <commctrl.h>
-
-#include <map>
-
-#include "base/Text.h"
-#include "frame/Resources.h"
 #include "selection/Resources.h"
 #include "tests/dialogs/EveryOperation.h"
 
 namespace tamvelo::testing {
 namespace {
 
-using com::Invocation;
-using com::Variant;
-
 class Limits : public AllOperations {
 protected:
     Limits() { gdiSlack = 32; } // what the system draws its message boxes with
-    void WarmUp() override {
-        for (const wchar_t* name : {L"ShowSelec", L"ShowRegistros", L"ShowSeleccionar"}) {
-            Open(OperationOf(name), Key(VK_ESCAPE));
-        }
-    }
     /// A message box that fits the screen, button and all; what it says.
     Script Told(std::wstring part) {
         return Until("the message", [this, part = std::move(part)](HWND top) {
@@ -50,7 +34,7 @@ TEST_F(Limits, AMessageShowsTheFirstLinesAndTheTraceTheWhole) {
         hosts::Server().Create();
     };
     const auto fail = [this](const std::wstring& told) {
-        Open(OperationOf(L"ShowSeleccionar"), {Key(VK_DOWN, VK_CONTROL), Told(told), Key(VK_ESCAPE)});
+        Open(OperationOf(L"ShowSeleccionar"), {L"^Down", Told(told), L"Esc"});
     };
     traceTo(trace);
     std::wstring words;
@@ -75,8 +59,7 @@ TEST_F(Limits, AMessageShowsTheFirstLinesAndTheTraceTheWhole) {
               std::wstring(kHostErrorText) + L"\n\nOrigen: Gestión\nError: 513\nLlamada: «MyClase».MoveNext");
     // A question names each of its parts.
     host.set->Table().value = [](long, short column) { return Variant(std::wstring(9000, L'a' + column)); };
-    Open(OperationOf(L"ShowRegistros"),
-         {Into(IDC_DATAGRID), Key(VK_DELETE), Told(L"¿Desea eliminar"), Key(VK_ESCAPE)});
+    Open(OperationOf(L"ShowRegistros"), {Into(IDC_DATAGRID), L"Delete", Told(L"¿Desea eliminar"), L"Esc"});
     EXPECT_THAT(m_told, HasSubstr(L"\nPrecio: ccccc"));
 }
 
@@ -100,25 +83,25 @@ TEST_F(Limits, ACriterionLooksAtItsOwnBoxAndClearingAtEachOnce) {
               Count(entry(200), other);
               Count(Item(IDC_STATUS), status);
           }),
-          Type(L"b"), Do([&] {
+          L"'b", Do([&] {
               EXPECT_EQ(other[WM_GETTEXT], 0U);
               EXPECT_EQ(status[WM_SETTEXT], 1U);
           }),
-          Key(VK_F7), Says(L"20 Registros   ·   Sin criterios"), Do([&] {
+          L"F7", Says(L"20 Registros   ·   Sin criterios"), Do([&] {
               EXPECT_EQ(other[WM_GETTEXT], 1U);
               EXPECT_EQ(status[WM_SETTEXT], 2U);
           }),
-          Key(VK_ESCAPE)});
+          L"Esc"});
 }
 
 TEST_F(Limits, ACellOfAMegabyteIsSeenByItsBeginningAndCopiedWhole) {
     const std::wstring huge(500'000, L'x');
     host.set->Table().value = [&](long, short) { return Variant(huge); };
     Open(OperationOf(L"ShowSelec"),
-         {Key(VK_F5),
+         {L"F5",
           Until("the record",
                 [](HWND) { return ItemText(IDC_RECORD_VALUE).find(L"500000 caracteres") < 20'000; }),
-          Key('C', VK_CONTROL), Keys({VK_ESCAPE, VK_ESCAPE})});
+          L"^C Esc Esc"});
     ASSERT_TRUE(OpenClipboard(nullptr));
     EXPECT_EQ(static_cast<const wchar_t*>(GlobalLock(GetClipboardData(CF_UNICODETEXT))), huge);
     CloseClipboard();

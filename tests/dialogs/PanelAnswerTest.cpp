@@ -4,56 +4,46 @@
 namespace tamvelo::testing {
 namespace {
 
-using com::Invocation;
-
 constexpr HRESULT kAlreadyShown = static_cast<HRESULT>(0x800A0190);
-constexpr wchar_t kClear[] = L"AplyFilter(\"\")";
 
 TEST_F(PanelTest, OpeningAsksForTheSelectionAndLooksForTheControlsText) {
     host.text = L"ñ";
-    EXPECT_FALSE(Show({L"ShowSelec", 2}, Key(VK_ESCAPE)));
-    EXPECT_FALSE(Show({L"ShowSelecVerif", 3, 0, true, short{1}}, Key(VK_ESCAPE)));
+    Show({L"ShowSelec", 2}, L"Esc");
+    Show({L"ShowSelecVerif", 3, 0, true, short{1}}, L"Esc");
     host.text.clear();
-    EXPECT_FALSE(Show({L"ShowSelecDirecta", 1}, Key(VK_ESCAPE)));
+    Show({L"ShowSelecDirecta", 1}, L"Esc");
     EXPECT_THAT(TakeLog(), ElementsAre(L"sClassName()", L"Requery(\"seleccion\")", L"FindRecord(\"ñ\", 2)",
                                        L"sClassName()", L"Requery(\"seleccion_stock\")", L"sClassName()",
                                        L"Requery(\"seleccion\")"));
 }
 
 TEST_F(PanelTest, EachClassWantsItsOwnAnswer) {
-    const Script enter = Key(VK_RETURN);
-    const struct {
-        const wchar_t* className;
-        short column;
-        short indx;
-        Script answer;
-        Log asked;
-    } cases[] = {
+    const std::tuple<const wchar_t*, short, short, Script, Log> cases[] = {
         {L"fases",
          2,
          3,
-         enter,
+         L"Enter",
          {L"AceptarSeleccionParam(&2, &ctl, \"1,23\", \"1\", \"Artículo 1\")", kClear}},
-        {L"Ordenes", 5, 3, enter, {L"AceptarSeleccionParam(0, &ctl, \"1\", \"1\", \"Artículo 1\")", kClear}},
-        {L"familias", 1, 3, enter, {L"AceptarSeleccion(&3, &ctl, \"1\")", kClear}},
-        {L"tipos_producto", 9, 3, enter, {L"AceptarSeleccion(&0, &ctl, \"1/1/2000\")", kClear}},
+        {L"Ordenes",
+         5,
+         3,
+         L"Enter",
+         {L"AceptarSeleccionParam(0, &ctl, \"1\", \"1\", \"Artículo 1\")", kClear}},
+        {L"tipos_producto", 9, 3, L"Enter", {L"AceptarSeleccion(&0, &ctl, \"1/1/2000\")", kClear}},
         {L"otra", 4, 0, DoubleClick(), {L"AceptarSeleccion(&4, &ctl, \"Sí\")", kClear}},
-        // The host wants its code for these.
-        {L"Ordenes", 5, 3, DoubleClick(), {L"AceptarSeleccion(2000, &ctl, 1L)"}},
-        {L"articulos_lotes", 0, 0, DoubleClick(), {L"AceptarSeleccion(2000, &ctl, 1L)"}},
+        {L"Ordenes", 5, 3, DoubleClick(), {L"AceptarSeleccion(2000, &ctl, 1L)"}}, // the host wants its code
         // Only a column greater than the count becomes 0; one equal to it is an error, and the panel stays.
-        {L"prueba", MemoryRecordSet::kColumns, 0, {enter, Box(L"Error"), Key(VK_ESCAPE)}, {}},
+        {L"prueba", MemoryRecordSet::kColumns, 0, {L"Enter", Box(L"Error"), L"Esc"}, {}},
     };
-    for (const auto& each : cases) {
-        SCOPED_TRACE(&each - cases);
-        host.className = each.className;
-        Expect({L"ShowSelec", each.column, each.indx}, each.answer, each.asked);
+    for (const auto& [className, column, indx, answer, asked] : cases) {
+        host.className = className;
+        Expect({L"ShowSelec", column, indx}, answer, asked);
     }
     host.data->Raises(L"AplyFilter"); // the record is delivered all the same
-    Expect({enter, Box(kHostErrorText)}, {L"AceptarSeleccion(&0, &ctl, \"1\")", kClear});
+    Expect({L"Enter", Box(kHostErrorText)}, kAccept);
     host.data->Accepts({L"AplyFilter"});
     ctl.Reset(); // Nothing is a control without text
-    EXPECT_FALSE(Show(enter));
+    Show(L"Enter");
     EXPECT_THAT(TakeLog(), ElementsAre(L"sClassName()", L"Requery(\"seleccion\")",
                                        L"AceptarSeleccion(&0, &Nothing, \"1\")", kClear));
     EXPECT_EQ(ctl.Get(), nullptr);
@@ -68,11 +58,10 @@ TEST_F(PanelTest, VerificationHasButtonsInPlaceOfTheSearchStrip) {
         {{L"ShowSelecControlVerif"}, L"x-ox-", IDC_CMD0, {}},
     };
     for (const auto& [how, shown, button, asked] : cases) {
-        const Script look = Do([shown = shown] {
-            EXPECT_EQ(Shown({IDC_CMD0, IDC_CMD1, IDC_CMD2, IDC_CMD3, IDC_TXTFIELDS0}), shown);
-            EXPECT_EQ(IsToolOn(L"Buscar"), shown.back() == L'x');
-        });
-        Expect(how, {look, Key(VK_INSERT), look, button == IDCANCEL ? Key(VK_ESCAPE) : Click(button)}, asked);
+        const Script look{
+            Looks({IDC_CMD0, IDC_CMD1, IDC_CMD2, IDC_CMD3, IDC_TXTFIELDS0}, shown),
+            Do([searches = shown.back() == L'x'] { EXPECT_EQ(IsToolOn(L"Buscar"), searches); })};
+        Expect(how, {look, L"Insert", look, button == IDCANCEL ? L"Esc" : Click(button)}, asked);
     }
 }
 
@@ -80,42 +69,35 @@ TEST_F(PanelTest, VerificationHasButtonsInPlaceOfTheSearchStrip) {
 // another control in place of its own. If the sink fails the panel is back as it was.
 TEST_F(PanelTest, IsHiddenWhileTheHostTakesTheAnswer) {
     const auto other = com::Make<HostObject>(L"otro", host.log);
-    const struct {
-        const wchar_t* operation;
-        const wchar_t* className;
-        Script answer;
-        int focus;
-    } cases[] = {
-        {L"ShowSelec", L"prueba", Key(VK_RETURN), IDC_DATAGRID},
+    const std::tuple<const wchar_t*, const wchar_t*, Script, int> cases[] = {
+        {L"ShowSelec", L"prueba", L"Enter", IDC_DATAGRID},
         {L"ShowSelec", L"ordenes", DoubleClick(), IDC_DATAGRID},
-        {L"ShowSelecVerif", L"prueba", {Into(IDC_CMD1), Key(VK_SPACE)}, IDC_CMD1},
-        {L"ShowSelecTrueFalse", L"prueba", Key(VK_RETURN), IDC_DATAGRID},
-        {L"ShowSelecAdd", L"prueba", Key(VK_RETURN), IDC_DATAGRID},
-        {L"ShowRegistros", L"prueba", Key(VK_F4), IDC_DATAGRID},
+        {L"ShowSelecVerif", L"prueba", {Into(IDC_CMD1), L"Space"}, IDC_CMD1},
+        {L"ShowSelecTrueFalse", L"prueba", L"Enter", IDC_DATAGRID},
+        {L"ShowSelecAdd", L"prueba", L"Enter", IDC_DATAGRID},
+        {L"ShowRegistros", L"prueba", L"F4", IDC_DATAGRID},
     };
-    for (const auto& each : cases) {
-        SCOPED_TRACE(&each - cases);
-        host.className = each.className;
+    for (const auto& [operation, className, answer, focus] : cases) {
+        host.className = className;
         int answers = 0;
-        host.sink->On(L"AceptarSeleccion", [&](Invocation& call) {
-            EXPECT_FALSE(IsWindowVisible(Panel()));
+        host.sink->On(L"AceptarSeleccion", [&, op = operation](Invocation& call) {
+            EXPECT_FALSE(IsWindowVisible(Dialog()));
             EXPECT_TRUE(IsWindowEnabled(owner));
             if (answers++ == 0) {
                 RaiseHostError();
             }
-            com::LateObject(server.Get(), L"servidor")
-                .Call(each.operation, {sink.Get(), data.Get(), host.ctl.Get()});
-            call.WriteBack(1, com::Variant(static_cast<IDispatch*>(other.Get())));
+            com::LateObject(server.Get(), L"servidor").Call(op, {sink.Get(), data.Get(), host.ctl.Get()});
+            call.WriteBack(1, Variant(static_cast<IDispatch*>(other.Get())));
         });
         ctl = com::ComPtr<IDispatch>(host.ctl.Get());
-        EXPECT_FALSE(Show({each.operation}, {each.answer, Box(kHostErrorText), Focused(each.focus), Do([&] {
-                                                 EXPECT_TRUE(IsWindowVisible(Panel()));
-                                                 EXPECT_FALSE(IsWindowEnabled(owner));
-                                             }),
-                                             each.answer, Key(VK_ESCAPE)}));
+        Show({operation}, {answer, Box(kHostErrorText), Focused(focus), Do([&] {
+                               EXPECT_TRUE(IsWindowVisible(Dialog()));
+                               EXPECT_FALSE(IsWindowEnabled(owner));
+                           }),
+                           answer, L"Esc"});
         EXPECT_EQ(answers, 2);
         EXPECT_EQ(ctl.Get(), other.Get());
-        EXPECT_EQ(Panel(), nullptr);
+        EXPECT_EQ(Dialog(), nullptr);
     }
     ctl.Reset();
     EXPECT_EQ(other->References(), 1);
@@ -126,42 +108,40 @@ TEST_F(PanelTest, InsideACallNeitherAnotherShowNorAnotherCommandStarts) {
         EXPECT_EQ(server->ShowSelec(sink.GetAddressOf(), data.GetAddressOf(), ctl.GetAddressOf(), nullptr,
                                     nullptr, nullptr, nullptr),
                   kAlreadyShown);
-        if (Panel()) {
+        if (Dialog()) {
             ClickTool(L"Último registro");
         }
-        for (MSG message; PeekMessageW(&message, Panel(), WM_COMMAND, WM_COMMAND, PM_REMOVE);) {
+        for (MSG message; PeekMessageW(&message, Dialog(), WM_COMMAND, WM_COMMAND, PM_REMOVE);) {
             DispatchMessageW(&message);
         }
     };
     host.data->On(L"MoveFirst", again);
-    Expect(Keys({VK_HOME, VK_ESCAPE}), {L"MoveFirst()"});
+    Expect(L"Home Esc", {L"MoveFirst()"});
     // While it is being opened just the same: the half-made panel has taken the first caller's objects.
     host.data->On(L"Requery", again);
-    Expect(Key(VK_RETURN), {L"AceptarSeleccion(&0, &ctl, \"1\")", kClear});
+    Expect(L"Enter", kAccept);
 }
 
 TEST_F(PanelTest, TheHostsWindowsWaitForAModalOneAndItsLoopServesAnother) {
-    EXPECT_FALSE(Show({Do([this] {
-                           EXPECT_FALSE(IsWindowEnabled(owner));
-                           EXPECT_FALSE(library.MayUnload());
-                       }),
-                       Key(VK_ESCAPE)}));
+    Show({Do([this] {
+              EXPECT_FALSE(IsWindowEnabled(owner));
+              EXPECT_FALSE(library.MayUnload());
+          }),
+          L"Esc"});
     EXPECT_TRUE(IsWindowEnabled(owner));
     EXPECT_EQ(GetActiveWindow(), owner);
     EXPECT_EQ(GetFocus(), ownerBox);
-    EXPECT_FALSE(Show(Do([] { PostQuitMessage(7); }))); // the end of the program is passed on
+    Show(Do([] { PostQuitMessage(7); })); // the end of the program is passed on
     MSG message{};
     EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
     EXPECT_EQ(message.wParam, 7U);
     const Log moved{L"MoveFirst()"};
-    for (const auto& [last, asked] :
-         {std::pair{VK_RETURN, moved + Log{L"AceptarSeleccion(&0, &ctl, \"1\")", kClear}},
-          {VK_ESCAPE, moved}}) {
-        EXPECT_FALSE(Show({L"ShowSelecDirecta", 0, 0, false, short{0}}, {}));
-        EXPECT_TRUE(Panel() && IsWindowEnabled(owner));
+    for (const auto& [last, asked] : {std::pair{VK_RETURN, moved + kAccept}, {VK_ESCAPE, moved}}) {
+        Show({L"ShowSelecDirecta", 0, 0, false, short{0}}, {});
+        EXPECT_TRUE(Dialog() && IsWindowEnabled(owner));
         EXPECT_FALSE(library.MayUnload());
-        EXPECT_EQ(Show({})->number, kAlreadyShown);
-        const Player player({Forget(), InGrid(), Key(VK_HOME), Key(last)}, [this] { return Notes(); });
+        EXPECT_EQ(Try({}, {})->number, kAlreadyShown);
+        const Player player({Forget(), InGrid(), L"Home", Key(last)}, [this] { return Notes(); });
         TurnLoop();
         EXPECT_THAT(TakeLog(), ElementsAreArray(asked));
     }

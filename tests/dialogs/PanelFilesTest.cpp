@@ -1,7 +1,6 @@
 // What the selection panel keeps: the grid's look, its place on screen, the arrangement of its bar.
 #include "com/WinHeaders.h"
 
-#include <commctrl.h>
 #include <dlgs.h>
 
 #include "frame/Handles.h"
@@ -16,7 +15,7 @@ class PanelFiles : public PanelTest {
 protected:
     static RECT Place() {
         RECT place{};
-        GetWindowRect(Panel(), &place);
+        GetWindowRect(Dialog(), &place);
         return place;
     }
     static Script Has(int columns) {
@@ -39,24 +38,24 @@ protected:
         });
     }
     /// The system's dialog, with one of its sizes.
-    static Script Font(UINT key, WPARAM size = 0) {
-        return {Key(VK_F3), Elsewhere(), Do([size] {
+    static Script Font(const wchar_t* leave, WPARAM size = 0) {
+        return {L"F3", Elsewhere(), Do([size] {
                     const HWND sizes = GetDlgItem(TopWindow(), cmb3);
                     SendMessageW(sizes, CB_SETCURSEL, size, 0);
                     SendMessageW(TopWindow(), WM_COMMAND, MAKEWPARAM(cmb3, CBN_SELCHANGE),
                                  reinterpret_cast<LPARAM>(sizes));
                 }),
-                Key(key), Back()};
+                leave, Back()};
     }
-    static Script Untick(UINT key) {
-        return {GridMenu(), Key('G'), Elsewhere(), Keys({VK_DOWN, VK_SPACE, key}), Back()};
+    static Script Untick(const wchar_t* leave) {
+        return {GridMenu(), L"G", Elsewhere(), L"Down Space", leave, Back()};
     }
     Script Exists(const std::wstring& file, bool there) {
         return Do([=, this] { EXPECT_EQ(std::filesystem::exists(File(file)), there); });
     }
     /// The panel does its work.
     void Use(Script script) {
-        EXPECT_FALSE(Show({std::move(script), Key(VK_RETURN)}));
+        Show({std::move(script), L"Enter"});
         EXPECT_EQ(TakeLog().back(), L"AplyFilter(\"\")");
     }
     void Lock() { // as another program that reads it
@@ -69,17 +68,17 @@ protected:
 };
 
 TEST_F(PanelFiles, FontAndColumnsAreKeptPerClass) {
-    Use({Font(VK_ESCAPE), Untick(VK_ESCAPE)});
+    Use({Font(L"Esc"), Untick(L"Esc")});
     Use(Exists(look, false));
-    Use({Font(VK_RETURN, 12), Do([] { EXPECT_GT(HeadingOf(0).bottom, 36); })});
+    Use({Font(L"Enter", 12), Do([] { EXPECT_GT(HeadingOf(0).bottom, 36); })});
     EXPECT_THAT(ReadText(File(look)), HasSubstr("nombre=Tahoma"));
-    Use({Has(kAll), Untick(VK_RETURN), Has(kAll - 1),
+    Use({Has(kAll), Untick(L"Enter"), Has(kAll - 1),
          Do([this] { EXPECT_THAT(ReadText(File(look)), HasSubstr("visible=0")); })});
     Use(Has(kAll - 1));
     // The last two are no file names: nothing is kept or said.
     for (const wchar_t* name : {L"Otra", L"..\\x", L"a\tb"}) {
         host.className = name;
-        Use({Has(kAll), Font(VK_RETURN)});
+        Use({Has(kAll), Font(L"Enter")});
     }
     const std::filesystem::directory_iterator files(File(L""));
     EXPECT_EQ(std::distance(begin(files), end(files)), 2);
@@ -90,7 +89,7 @@ TEST_F(PanelFiles, FontAndColumnsAreKeptPerClass) {
 TEST_F(PanelFiles, ALayoutThatCannotBeReadLeavesTheDefaultLookAndANote) {
     WriteText(File(look), "Tamvelo cuadrícula 1\nppp=doce\n");
     WriteText(File(look + L".bad"), "the one before");
-    Use({Notes(L"«frmSelecprueba.grx» no es válido (línea 2)"), Key(VK_DOWN), Notes(L".bad»")});
+    Use({Notes(L"«frmSelecprueba.grx» no es válido (línea 2)"), L"Down", Notes(L".bad»")});
     EXPECT_EQ(ReadText(File(look + L".bad")), "Tamvelo cuadrícula 1\nppp=doce\n");
     Use({Exists(look, false), Says(L"Registro 1 de 20")}); // said once
     WriteText(File(bar), "Tamvelo barra 1\n[banda]\n");
@@ -99,7 +98,7 @@ TEST_F(PanelFiles, ALayoutThatCannotBeReadLeavesTheDefaultLookAndANote) {
     WriteText(File(look), "Tamvelo cuadrícula 1\n");
     // One that another program holds can neither be read nor written, and stays as it is.
     Lock();
-    Use({Notes(L"No se puede leer el fichero"), Key(VK_F3), Elsewhere(), Key(VK_RETURN),
+    Use({Notes(L"No se puede leer el fichero"), L"F3", Elsewhere(), L"Enter",
          Box(L"No se puede escribir el fichero")});
     m_locked.reset();
     EXPECT_EQ(ReadText(File(look)), "Tamvelo cuadrícula 1\n");
@@ -107,7 +106,7 @@ TEST_F(PanelFiles, ALayoutThatCannotBeReadLeavesTheDefaultLookAndANote) {
 
 TEST_F(PanelFiles, ThePlaceIsKeptAndPulledOntoTheScreen) {
     const auto key = FormKey(L"frmSeleccion");
-    Use(Do([] { SetWindowPos(Panel(), nullptr, 60, 50, 700, 520, SWP_NOZORDER); }));
+    Use(Do([] { SetWindowPos(Dialog(), nullptr, 60, 50, 700, 520, SWP_NOZORDER); }));
     EXPECT_EQ(GetValue(key, L"Left") + L" " + GetValue(key, L"Top") + L" " + GetValue(key, L"Width") + L" " +
                   GetValue(key, L"Height"),
               L"60 50 700 520");
@@ -116,13 +115,13 @@ TEST_F(PanelFiles, ThePlaceIsKeptAndPulledOntoTheScreen) {
     for (const auto& way : ways) {
         Script leave;
         for (const int how : way) {
-            leave.Do([how] { ShowWindow(Panel(), how); });
+            leave.Do([how] { ShowWindow(Dialog(), how); });
         }
-        EXPECT_FALSE(Show({leave, Close()}));
+        Show({leave, Close()});
         EXPECT_EQ(GetValue(key, L"Width"), L"700") << &way - ways;
         Use(Do([&] {
-            EXPECT_EQ(IsZoomed(Panel()) != FALSE, way[0] == SW_MAXIMIZE) << &way - ways;
-            ShowWindow(Panel(), SW_SHOWNORMAL);
+            EXPECT_EQ(IsZoomed(Dialog()) != FALSE, way[0] == SW_MAXIMIZE) << &way - ways;
+            ShowWindow(Dialog(), SW_SHOWNORMAL);
             const RECT kept{60, 50, 760, 570};
             const RECT place = Place();
             EXPECT_TRUE(EqualRect(&kept, &place));
@@ -151,7 +150,7 @@ TEST_F(PanelFiles, ThePlaceIsKeptAndPulledOntoTheScreen) {
                               REG_OPTION_VOLATILE, KEY_ALL_ACCESS, nullptr, &passing, nullptr),
               ERROR_SUCCESS);
     RegCloseKey(passing);
-    EXPECT_FALSE(Show({Key(VK_RETURN), Box(L"en el registro de Windows")}));
+    Show({L"Enter", Box(L"en el registro de Windows")});
     EXPECT_EQ(TakeLog().back(), L"AplyFilter(\"\")");
 }
 
@@ -177,15 +176,15 @@ TEST_F(PanelFiles, TheOwnBarComesFirstThenTheSharedThenTheDesign) {
 }
 
 TEST_F(PanelFiles, TheUserArrangesTheBar) {
-    const Script customise = {Key(VK_F6), Elsewhere()};
+    const Script customise = {L"F6", Elsewhere()};
     const Script gone{HasTool(L"Aceptar", false), HasTool(L"Cancelar")};
     Use({customise, Press(L"errar"), Back(), Exists(bar, false), // nothing was changed
-         customise, Keys({VK_DOWN, VK_HOME}),                    // to the first tool, Aceptar
+         customise, L"Down Home",                                // to the first tool, Aceptar
          Press(L"liminar"), Press(L"errar"), Back(), gone});
     EXPECT_THAT(ReadText(File(bar)), HasSubstr("[herramienta ID_Aceptar]\nbanda=Edición\nvisible=0"));
     SetValue(L"SOFTWARE\\Tamvelo\\Global\\Configuracion\\Sesion\\Terminal", L"Int", L"12");
     // F8 leaves the editing band only, for that time.
-    Use({gone, Says(L"Registro 1 de 20   ·   Terminal 12"), Key(VK_F8), Do([] { EXPECT_EQ(Tools(), 1U); }),
+    Use({gone, Says(L"Registro 1 de 20   ·   Terminal 12"), L"F8", Do([] { EXPECT_EQ(Tools(), 1U); }),
          HasTool(L"Cancelar")});
     Use(HasTool(L"Primer registro"));
 }

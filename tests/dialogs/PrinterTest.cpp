@@ -6,8 +6,6 @@
 
 #include <memory>
 
-#include "com/Collection.h"
-#include "frame/Resources.h"
 #include "reports/Resources.h"
 #include "tests/dialogs/DialogFixture.h"
 
@@ -51,19 +49,17 @@ class Impresora : public DialogTest {
 protected:
     Impresora() { gdiSlack = 80; } // what the system keeps of its printer dialog
     void Show(const Script& script) {
-        const auto reports = com::MakeCollection({com::Variant(L"Listado")});
+        const auto reports = com::MakeCollection({Variant(L"Listado")});
         EXPECT_FALSE(PlayLate(L"ShowRpt", {L"Pedidos", sink.Get(), reports.Get()}, script));
-    }
-    void WarmUp() override { Show(Key(VK_RETURN)); }
-    static Script Enabled(const wchar_t* shown) {
-        return Do([=] { EXPECT_EQ(Shown({IDC_LBLCOPIAS, IDC_TXTCOPIAS, IDC_CMDPRINTER}), shown); });
     }
 };
 
 TEST_F(Impresora, IsChosenInTheSystemsDialogAndCopiesAreItsOwn) {
-    Show({Enabled(L"xxx"), Click(IDC_CMDPRINTER), Box(L"No hay ninguna impresora"), Set(IDC_TXTCOPIAS, L"9"),
-          Into(IDC_TXTCOPIAS), Keys({VK_UP, VK_UP}), Into(IDC_CMBSELEC), Key(VK_DOWN), Enabled(L"ooo"),
-          Key(VK_RETURN)});
+    const auto copies = [](const wchar_t* shown) {
+        return Looks({IDC_LBLCOPIAS, IDC_TXTCOPIAS, IDC_CMDPRINTER}, shown);
+    };
+    Show({copies(L"xxx"), Click(IDC_CMDPRINTER), Box(L"No hay ninguna impresora"), Set(IDC_TXTCOPIAS, L"9"),
+          Into(IDC_TXTCOPIAS), L"Up Up", Into(IDC_CMBSELEC), L"Down", copies(L"ooo"), L"Enter"});
     const auto printer = MakePrinter();
     const Script choose{Click(IDC_CMDPRINTER),
                         Until("the printer dialog", [](HWND top) { return top != Dialog(); }),
@@ -75,8 +71,8 @@ TEST_F(Impresora, IsChosenInTheSystemsDialogAndCopiesAreItsOwn) {
                         })};
     const Script back{Showing(IDC_LBLPRINTER), Says(IDC_LBLPRINTER, L"Prueba")};
     // The choice is there again, and the copies travel also to where they do not belong.
-    Show({Enabled(L"ooo"), Into(IDC_CMBSELEC), Key(VK_UP), Enabled(L"xxx"), choose, Key(VK_ESCAPE), back,
-          choose, Key(VK_RETURN), back, Into(IDC_LIST1), Key(VK_RETURN)});
+    Show({copies(L"ooo"), Into(IDC_CMBSELEC), L"Up", copies(L"xxx"), choose, L"Esc", back, choose, L"Enter",
+          back, Into(IDC_LIST1), L"Enter"});
     EXPECT_THAT(TakeLog(),
                 ElementsAre(L"AceptarReports(&[False], &1, &11)", L"AceptarReports(&[False], &0, &11)"));
 }

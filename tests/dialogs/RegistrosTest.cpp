@@ -4,8 +4,6 @@
 namespace tamvelo::testing {
 namespace {
 
-using com::Invocation;
-
 constexpr Opening kBrowser{L"ShowRegistros"};
 constexpr wchar_t kAnswer[] = L"AceptarSeleccion(&0, &ctl, \"1\")";
 
@@ -28,31 +26,29 @@ TEST_F(RegistrosTest, TheClassAndIndxDecideTheAnswerToARecordThatWasFound) {
     host.text = L"ñ";
     for (const auto& [className, indx, asked] : cases) {
         host.className = className;
-        EXPECT_FALSE(Show({L"ShowRegistros", 1, indx}, {Says(IDC_LBLTABLE, className), Key(VK_F4)}));
+        Show({L"ShowRegistros", 1, indx}, {Says(IDC_LBLTABLE, className), L"F4"});
         EXPECT_THAT(TakeLog(),
                     ElementsAre(L"sClassName()", L"Requery(\"seleccion\")", L"FindRecord(\"ñ\", 1)", asked));
     }
-    EXPECT_FALSE(Show({L"ShowRegistros", 0, MemoryRecordSet::kColumns, false},
-                      {Key(VK_F4), Box(L"Error"), Key(VK_ESCAPE)}));
+    Show({L"ShowRegistros", 0, MemoryRecordSet::kColumns, false}, {L"F4", Box(L"Error"), L"Esc"});
     EXPECT_THAT(TakeLog(), ElementsAre(L"sClassName()", L"Requery(\"seleccion\")"));
 }
 
 TEST_F(RegistrosTest, KeysAndToolsAsk) {
     const Log ascending{L"SetOrder(&0, \"\", \"seleccion\")"};
     const Log descending{L"SetOrder(&0, \" DESC\", \"seleccion\")"};
-    Expect({{Key(VK_END), Says(L"Registro 20 de 20"), Key(VK_HOME), Says(L"Registro 1 de 20"), Asked({})},
-            {Key(VK_F9), Asked(ascending), Key(VK_F9, VK_SHIFT), Asked(descending), Tool(L"Orden ascendente"),
-             Asked(ascending), Tool(L"Orden descendente"), Asked(descending)},
+    Expect({{L"End", Says(L"Registro 20 de 20"), L"Home", Says(L"Registro 1 de 20"), Asked({})},
+            {L"F9", Asked(ascending), L"+F9", Asked(descending), Tool(L"Orden ascendente"), Asked(ascending),
+             Tool(L"Orden descendente"), Asked(descending)},
             {Tool(L"Último registro"), Asked({L"MoveLast()"}), Tool(L"Registro anterior"),
              Asked({L"MovePrevious()"}), Tool(L"Registro siguiente"), Asked({L"MoveNext()"}),
              Tool(L"Primer registro"), Asked({L"MoveFirst()"})},
-            {Key(VK_F5), Elsewhere(), Key(VK_ESCAPE), Back(), Key(VK_INSERT), Focused(IDC_TXTFIELDS0),
-             Key(VK_DOWN), Focused(IDC_DATAGRID)},
-            {InBox(), Type(L"xma"), Keys({VK_HOME, VK_DELETE}), OnButton(), Key(VK_RETURN), Asked(kSearch),
-             Tool(L"Cancelar")}},
+            {L"F5", Elsewhere(), L"Esc", Back(), L"Insert", Focused(IDC_TXTFIELDS0), L"Down",
+             Focused(IDC_DATAGRID)},
+            {InBox(), L"'xma Home Delete", OnButton(), L"Enter", Asked(kSearch), Tool(L"Cancelar")}},
            {});
     for (const Script& way :
-         {Tool(L"Aceptar"), DoubleClick(), Script{InBox(), Key(VK_RETURN)}, Script{InBox(), Key(VK_F4)}}) {
+         {Tool(L"Aceptar"), DoubleClick(), Script{InBox(), L"Enter"}, Script{InBox(), L"F4"}}) {
         Expect(way, {kAnswer});
     }
 }
@@ -62,22 +58,21 @@ TEST_F(RegistrosTest, FiltersAreTypedOrTheHosts) {
     Log starred = kSearch;
     starred[1] = L"SetFilter(&\"campo=*\", \"FilterSelec\")";
     starred[3] = L"AplyFilter(\"campo=*\")";
-    const Script typed{InGrid(), InBox(), Type(L"ma"), Key(VK_RETURN)};
-    Expect({InBox(), Type(L"*"), Key(VK_RETURN), Asked(starred), typed,
-            Says(IDC_LBLTABLE, L"prueba   ·   Filtro: campo=ma"), Key(VK_ESCAPE)},
+    const Script typed{InGrid(), InBox(), L"'ma Enter"};
+    Expect({InBox(), L"'* Enter", Asked(starred), typed, Says(IDC_LBLTABLE, L"prueba   ·   Filtro: campo=ma"),
+            L"Esc"},
            kSearch);
     host.set->Table().records = 2;         // of which the filter leaves one
     Expect(typed, kSearch + Log{kAnswer}); // and the filter stays
     host.set->Table().records = 20;
     host.stored = L"campo=z";
     const Log on{L"GetFilter(\"Filter\")", L"AplyFilter(\"campo=z\")", L"Requery()"};
-    Expect({{Key(VK_F7), Says(IDC_LBLTABLE, L"prueba   ·   Filtro: campo=z"), Says(L"Registro 1 de 10"),
-             Asked(on)},
-            {Tool(L"Aplicar o quitar el filtro"), Says(IDC_LBLTABLE, L"prueba"), Says(L"Registro 1 de 20"),
-             Asked({L"AplyFilter(\"\")"})},
-            {Do([this] { host.stored.clear(); }), Key(VK_F7), Says(L"No hay ningún filtro que aplicar."),
-             Key(VK_ESCAPE)}},
-           {on[0], L"AplyFilter(\"\")", on[2]});
+    Expect(
+        {{L"F7", Says(IDC_LBLTABLE, L"prueba   ·   Filtro: campo=z"), Says(L"Registro 1 de 10"), Asked(on)},
+         {Tool(L"Aplicar o quitar el filtro"), Says(IDC_LBLTABLE, L"prueba"), Says(L"Registro 1 de 20"),
+          Asked({L"AplyFilter(\"\")"})},
+         {Do([this] { host.stored.clear(); }), L"F7", Says(L"No hay ningún filtro que aplicar."), L"Esc"}},
+        {on[0], L"AplyFilter(\"\")", on[2]});
 }
 
 TEST_F(RegistrosTest, NewModifyAndDeleteAreTheHostsWhereItOffersThem) {
@@ -86,13 +81,13 @@ TEST_F(RegistrosTest, NewModifyAndDeleteAreTheHostsWhereItOffersThem) {
         const wchar_t* refusal;
         Log asked; // of a host that offers them
     } cases[] = {
-        {{OnButton(), Key(VK_DELETE), Asks(IDNO)}, L"Registro 1 de 20", {}},
-        {{Key(VK_DELETE), Asks(0)}, L"Registro 1 de 20", {}},
-        {Key(VK_RETURN), L"modificar registros", {L"AceptarModificar(&0, &ctl)"}},
+        {{OnButton(), L"Delete", Asks(IDNO)}, L"Registro 1 de 20", {}},
+        {{L"Delete", Asks(0)}, L"Registro 1 de 20", {}},
+        {L"Enter", L"modificar registros", {L"AceptarModificar(&0, &ctl)"}},
         {Tool(L"Modificar el registro"), L"modificar registros", {L"AceptarModificar(&0, &ctl)"}},
-        {Key('N', VK_CONTROL), L"de alta registros", {L"AceptarNuevo(&0, &ctl)"}},
-        {{InBox(), Key(VK_INSERT)}, L"de alta registros", {L"AceptarNuevo(&0, &ctl)"}},
-        {{Key(VK_DELETE), Asks(IDYES)}, L"eliminar registros", {L"AceptarEliminar(&0, &ctl)"}},
+        {L"^N", L"de alta registros", {L"AceptarNuevo(&0, &ctl)"}},
+        {{InBox(), L"Insert"}, L"de alta registros", {L"AceptarNuevo(&0, &ctl)"}},
+        {{L"Delete", Asks(IDYES)}, L"eliminar registros", {L"AceptarEliminar(&0, &ctl)"}},
     };
     Script refused;
     Script passed;
@@ -103,12 +98,12 @@ TEST_F(RegistrosTest, NewModifyAndDeleteAreTheHostsWhereItOffersThem) {
         passed.Append({InGrid(), each.script, Says(goes ? L"Registro 1 de 19" : L"Registro 1 de 20"),
                        Asked(each.asked)});
     }
-    Expect({refused, Key(VK_ESCAPE)}, {});
+    Expect({refused, L"Esc"}, {});
     host.sink->Accepts({L"AceptarNuevo", L"AceptarModificar"});
     host.sink->On(L"AceptarEliminar", [this](Invocation&) { --host.set->Table().records; });
-    Expect({passed, Key(VK_ESCAPE)}, {});
+    Expect({passed, L"Esc"}, {});
     host.set->Table().records = 0; // nothing to modify or to delete
-    Expect({Keys({VK_RETURN, VK_DELETE, VK_F4}), Says(L"Sin registros"), Key(VK_ESCAPE)}, {});
+    Expect({L"Enter Delete F4", Says(L"Sin registros"), L"Esc"}, {});
 }
 
 } // namespace

@@ -12,16 +12,6 @@ constexpr UINT kNext = WM_APP;
 constexpr int kSettle = 4; // a key is several messages, one after the other
 constexpr int kMost = 300;
 
-constexpr struct {
-    const wchar_t* name;
-    UINT key;
-} kKeys[] = {
-    {L"Enter", VK_RETURN}, {L"Tab", VK_TAB},       {L"Esc", VK_ESCAPE}, {L"Space", VK_SPACE},
-    {L"Down", VK_DOWN},    {L"Next", VK_NEXT},     {L"Home", VK_HOME},  {L"End", VK_END},
-    {L"F4", VK_F4},        {L"F5", VK_F5},         {L"F7", VK_F7},      {L"F9", VK_F9},
-    {L"F12", VK_F12},      {L"Delete", VK_DELETE},
-};
-
 void Press(UINT key, UINT held) {
     BYTE keys[256];
     GetKeyboardState(keys);
@@ -122,12 +112,8 @@ void Clerk::Step(std::wstring step) {
     }
     const UINT held = step.size() == 1 ? 0 : step[0] == L'^' ? VK_CONTROL : step[0] == L'+' ? VK_SHIFT : 0;
     step.erase(0, held ? 1 : 0);
-    const auto known =
-        std::ranges::find(kKeys, std::wstring_view(step), [](const auto& each) { return each.name; });
-    if (known != std::end(kKeys)) {
-        Press(known->key, held);
-    } else if (held) {
-        Press(step[0], held);
+    if (held || step.size() > 1) {
+        Press(KeyNamed(step), held);
     } else {
         wchar_t kind[16] = L"";
         GetClassNameW(GetFocus(), kind, ARRAYSIZE(kind));

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <map>
+#include <sstream>
 
 #include "base/Text.h"
 #include "com/Error.h"
@@ -61,6 +63,29 @@ std::wstring BoxText(HWND window) {
     constexpr int kMessage = 0xFFFF; // the control that every message box keeps its text in
     const HWND message = GetDlgItem(window, kMessage);
     return message && GetDlgItem(window, IDOK) ? TextOf(message) : L"";
+}
+
+UINT KeyNamed(const std::wstring& name) {
+    static const std::map<std::wstring, UINT> keys{
+        {L"Enter", VK_RETURN},  {L"Tab", VK_TAB},       {L"Esc", VK_ESCAPE}, {L"Space", VK_SPACE},
+        {L"Up", VK_UP},         {L"Down", VK_DOWN},     {L"Left", VK_LEFT},  {L"Right", VK_RIGHT},
+        {L"Prior", VK_PRIOR},   {L"Next", VK_NEXT},     {L"Home", VK_HOME},  {L"End", VK_END},
+        {L"Insert", VK_INSERT}, {L"Delete", VK_DELETE}, {L"Plus", VK_ADD}};
+    if (const auto known = keys.find(name); known != keys.end()) {
+        return known->second;
+    }
+    return name.size() == 1 ? name[0] : name[0] == L'F' ? VK_F1 - 1 + std::stoul(name.substr(1)) : 0;
+}
+
+Script::Script(const wchar_t* keys) {
+    std::wistringstream words(keys);
+    for (std::wstring word; words >> word;) {
+        const UINT held = word.size() == 1  ? 0
+                          : word[0] == L'^' ? VK_CONTROL
+                          : word[0] == L'+' ? VK_SHIFT
+                                            : 0;
+        word[0] == L'\'' ? Type(word.substr(1)) : Key(KeyNamed(word.substr(held ? 1 : 0)), held);
+    }
 }
 
 Script& Script::Key(UINT key, UINT held) {

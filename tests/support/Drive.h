@@ -15,6 +15,8 @@ HWND TopWindow();
 std::wstring TextOf(HWND window);
 /// The text of a message box; "" for any other window.
 std::wstring BoxText(HWND window);
+/// The key of that name: "Enter", "F4", "A"; 0: none.
+UINT KeyNamed(const std::wstring& name);
 
 /// What the user does, one step after the other, inside whatever modal loop is running: steps are taken by a
 /// timer, and a timer's turn comes only when every posted message before it has been handled.
@@ -24,6 +26,9 @@ public:
     using Step = std::function<bool(HWND top)>;
 
     Script() = default;
+    /// Keys, parted by blanks: their names, with "^" or "+" before one that is pressed with Ctrl or Shift;
+    /// what follows "'" is typed.
+    Script(const wchar_t* keys);
     Script(std::initializer_list<Script> parts) {
         for (const Script& part : parts) {
             Append(part);
