@@ -17,23 +17,17 @@ protected:
     Criterios() {
         other.className = L"clientes";
         other.TextCells();
-        environment->Returns(L"CrearClase", Variant(other.data.Get()), true);
-        environment->On(
-            L"ClaseRelacionada",
-            [](Invocation& call) {
-                constexpr std::wstring_view kRelated = L"Codigo Nombre Cantidad Grupo";
-                const bool related = kRelated.find(call[1].ToText()) != kRelated.npos;
-                call.Return(Variant(call[0].ToText() == L"prueba" && related ? L"clientes" : L""));
-            },
-            true);
-        host.data->On(
-            L"ValidaKey",
-            [](Invocation& call) { // refuses one key and changes another
-                call.WriteBack(1,
-                               Variant(static_cast<short>(call[1].ToLong() == 'y' ? 'b' : call[1].ToLong())));
-                call.Return(Variant(call[1].ToLong() != 'x'));
-            },
-            true);
+        environment->Returns(L"CrearClase", Variant(other.data.Get()));
+        environment->On(L"ClaseRelacionada", [](Invocation& call) {
+            constexpr std::wstring_view kRelated = L"Codigo Nombre Cantidad Grupo";
+            const bool related = kRelated.find(call[1].ToText()) != kRelated.npos;
+            call.Return(Variant(call[0].ToText() == L"prueba" && related ? L"clientes" : L""));
+        });
+        host.data->On(L"ValidaKey", [](Invocation& call) { // refuses one key and changes another
+            const long key = call[1].ToLong();
+            call.WriteBack(1, Variant(static_cast<short>(key == 'y' ? 'b' : key)));
+            call.Return(Variant(key != 'x'));
+        });
         host.data->Returns(L"ValidaDefinedSize", Variant(8L));
         host.data->On(L"ValidaValue", [](Invocation& call) {
             com::LateObject box(call[0].ToObject().Get(), L"box");
@@ -45,51 +39,32 @@ protected:
         other.log.clear();
         EXPECT_FALSE(PlayLate(operation, {sink.Get(), data.Get()}, script));
     }
-    static bool IsMarked(int field) {
-        LOGFONTW font{};
-        const LRESULT used = SendMessageW(Item(field - 1), WM_GETFONT, 0, 0);
-        GetObjectW(reinterpret_cast<HFONT>(used), sizeof font, &font);
-        return font.lfWeight == FW_BOLD;
-    }
     static Script LookUp(int field) { return {Into(field), L"F4", Showing(IDC_DATAGRID)}; }
     FakeHost other; // of the class that fields are related to
 };
 
 TEST_F(Criterios, EachDialogLooksUpWithItsOwnSelectionsAndAppliesInOrder) {
-    const struct {
-        const wchar_t* operation;
-        const wchar_t* caption;
-        std::wstring selections; // of kCodigo, kNombre, Cantidad and Grupo
-        bool options;
-        bool list = false; // for yes and no
-    } cases[] = {
-        {L"ShowSeleccionar", L"Criterios de ventas", L"_m__", false},
-        {L"ShowSeleccionarComp", L"Criterios de compras", L"m___", false},
-        {L"ShowSelecMinim", L"Criterios de mínimos", L"__c_", true},
-        {L"ShowSelecLab", L"Criterios de laboratorio", L"_mc_", true, true},
-        {L"ShowSeleccionarRecibo", L"Criterios de recibos", L"____", true},
+    // The selections of kCodigo, kNombre, kCantidad and kGrupo; the options; whether yes and no have a box.
+    const std::tuple<const wchar_t*, std::wstring, const wchar_t*, int> cases[] = {
+        {L"ShowSeleccionar", L"_m__", L"--", 1},       {L"ShowSeleccionarComp", L"m___", L"--", 1},
+        {L"ShowSelecMinim", L"__c_", L"x-", 1},        {L"ShowSelecLab", L"_mc_", L"x-", 0},
+        {L"ShowSeleccionarRecibo", L"____", L"x-", 1},
     };
     const std::map<wchar_t, const wchar_t*> looked{{L'_', L"Requery(\"seleccion\")"},
                                                    {L'm', L"Requery(\"seleccionmixta\")"},
                                                    {L'c', L"Requery(\"selecc\")"}};
-    for (const auto& row : cases) {
-        SCOPED_TRACE(base::ToUtf8(row.caption));
-        Script script{Focused(kCodigo), Says(IDC_LBLBUSCAR, L"Criterios para «prueba»:"), Do([&] {
-                          EXPECT_EQ(TextOf(Dialog()), row.caption);
-                          EXPECT_EQ(IsShown(IDC_FRMCOMPARISON), row.options);
-                          EXPECT_EQ(Item(kPrecio + 2), nullptr); // no related class, no button
-                      })};
+    for (const auto& [operation, selections, options, boxes] : cases) {
+        Script script{Focused(kCodigo), Says(IDC_LBLBUSCAR, L"Criterios para «prueba»:"),
+                      Looks({IDC_FRMCOMPARISON, kPrecio + 2}, options)}; // no related class, no button
         Log asked;
         for (const int field : {kCodigo, kNombre, kCantidad, kGrupo}) {
             script.Append({LookUp(field), L"Esc", Focused(field)});
-            asked = asked + Log{looked.at(row.selections[asked.size() / 3]), L"sClassName()",
-                                L"Requery(\"seleccion\")"};
+            asked = asked +
+                    Log{looked.at(selections[asked.size() / 3]), L"sClassName()", L"Requery(\"seleccion\")"};
         }
-        Show(row.operation, {script, Forget(), L"Enter"});
+        Show(operation, {script, Forget(), L"Enter"});
         EXPECT_THAT(other.log, ElementsAreArray(asked));
-        EXPECT_THAT(TakeLog(), Contains(EndsWith(L"Fields(4), 0)")).Times(row.list ? 0 : 1));
-        Show(row.operation, {Focused(kCodigo), L"Esc"});
-        EXPECT_THAT(TakeLog(), ElementsAre(L"sClassName()"));
+        EXPECT_THAT(TakeLog(), Contains(EndsWith(L"Fields(4), 0)")).Times(boxes));
     }
 }
 
@@ -106,7 +81,14 @@ TEST_F(Criterios, BoxesAreCheckedAndBecomeOneFilter) {
             EXPECT_EQ(SendMessageW(Bar(), TB_ISBUTTONCHECKED, tool, 0) != 0, is);
         });
     };
-    const auto marked = [](bool is) { return Do([is] { EXPECT_EQ(IsMarked(kNombre), is); }); };
+    const auto marked = [](LONG weight) {
+        return Do([weight] {
+            LOGFONTW font{};
+            const LRESULT used = SendMessageW(Item(kNombre - 1), WM_GETFONT, 0, 0);
+            GetObjectW(reinterpret_cast<HFONT>(used), sizeof font, &font);
+            EXPECT_EQ(font.lfWeight, weight);
+        });
+    };
     const Script tick = Click(kActivo + 1);
     const Script fill =
         Script({Into(kNombre, L"axy"), L"Tab", Says(kNombre, L"ab"), Into(kAlta, L"8:30"), L"Tab",
@@ -126,9 +108,10 @@ TEST_F(Criterios, BoxesAreCheckedAndBecomeOneFilter) {
                             L"GetFilter(\"Filter\")", L"AplyFilter(\"" + filter + L"\")",
                             L"Requery(\"selec\")", L"AceptarBuscar()"));
     // Everything goes at once, and " 2 - Todos" is no condition; the tick is a short way to the entry.
-    Show(L"ShowSelecLab", {fill, marked(true), L"F7", Focused(kCodigo), Says(kAlta, L""),
-                           Says(kActivo, L" 2 - Todos"), marked(false), tick, Says(kActivo, L"-1 - Sí"), tick,
-                           Says(kActivo, L" 2 - Todos"), Says(L"10 Registros   ·   Sin criterios"), L"Esc"});
+    Show(L"ShowSelecLab",
+         {fill, marked(FW_BOLD), L"F7", Focused(kCodigo), Says(kAlta, L""), Says(kActivo, L" 2 - Todos"),
+          marked(FW_NORMAL), tick, Says(kActivo, L"-1 - Sí"), tick, Says(kActivo, L" 2 - Todos"),
+          Says(L"10 Registros   ·   Sin criterios"), L"Esc"});
 }
 
 TEST_F(Criterios, ARefusedValueHoldsTheUserButNotTheDialog) {
@@ -188,10 +171,8 @@ TEST_F(Criterios, ALookUpAnswersThroughTheRelayThreeLevelsDown) {
 TEST_F(Criterios, TheFocusAndTheWheelScrollTheRowsOrThereAreNone) {
     const auto inView = [](int field, bool is) {
         return Do([=] {
-            RECT panel{};
-            RECT box{};
-            GetWindowRect(Item(IDC_CRITERIA), &panel);
-            GetWindowRect(Item(field), &box);
+            const RECT panel = PlaceOf(Item(IDC_CRITERIA));
+            const RECT box = PlaceOf(Item(field));
             EXPECT_EQ(box.top >= panel.top && box.bottom <= panel.bottom, is) << field;
         });
     };

@@ -30,7 +30,11 @@ DialogTest::DialogTest(long records) : host(records) {
     environment->Returns(L"RutaBarra", Variant(L"C:\\no hay\\"));
     environment->Returns(L"CarpetaCuadriculas", Variant(L"C:\\no hay\\"));
     environment->Returns(L"Existe", Variant(false));
-    environment->On(L"CrearClase", [this](Invocation& call) { call.Return(Variant(host.data.Get())); });
+    environment->On(L"CrearClase",
+                    [this](Invocation& call) { // every class is the host's one, under that name
+                        host.className = call[0].ToText();
+                        call.Return(Variant(host.data.Get()));
+                    });
 }
 
 void DialogTest::SetUp() {
@@ -43,11 +47,9 @@ void DialogTest::SetUp() {
     ASSERT_EQ(RegOverridePredefKey(HKEY_CURRENT_USER, m_registry), ERROR_SUCCESS);
     SetValue(kEnvironmentKey, L"Carpeta", m_folder.wstring());
 
-    owner = CreateWindowExW(0, L"STATIC", L"Gestión", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 100, 100, 500, 400,
-                            nullptr, nullptr, nullptr, nullptr);
+    NewOwner();
     ownerBox = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE, 10, 10, 80, 20, owner, nullptr,
                                nullptr, nullptr);
-    SetActiveWindow(owner);
     SetFocus(ownerBox);
     m_references = host.References();
     ctl = com::ComPtr<IDispatch>(host.ctl.Get());
@@ -84,25 +86,24 @@ void DialogTest::TearDown() {
     std::filesystem::remove_all(m_folder);
 }
 
+void DialogTest::NewOwner() {
+    if (!IsWindow(owner)) {
+        owner = CreateWindowExW(0, L"STATIC", L"Gestión", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 100, 100, 500,
+                                400, nullptr, nullptr, nullptr, nullptr);
+    }
+    SetActiveWindow(owner);
+}
+
 std::vector<std::wstring> DialogTest::Windows() const {
     std::vector<std::wstring> names;
     FindWindowThat([&](HWND window) {
-        wchar_t name[64] = L"";
-        GetClassNameW(window, name, ARRAYSIZE(name));
-        if (window != owner && !std::wstring_view(name).ends_with(L"IME")) { // the system's own
-            names.emplace_back(name);
+        const std::wstring name = ClassOf(window);
+        if (window != owner && !name.ends_with(L"IME")) { // the system's own
+            names.push_back(name);
         }
         return false;
     });
     return names;
-}
-
-std::string DialogTest::Notes() const {
-    std::wstring text = L"the host was asked:\n";
-    for (const std::wstring& line : host.log) {
-        text += L"  " + line + L"\n";
-    }
-    return base::ToUtf8(text);
 }
 
 std::optional<com::Error> DialogTest::Play(Script script, const std::function<HRESULT()>& call) {
@@ -151,6 +152,19 @@ Script DialogTest::Question(int button, const std::wstring& text) {
             })};
 }
 
+Script DialogTest::InList(int row, LONG x, const std::vector<UINT>& messages) {
+    return Do([=] {
+        const HWND list = Item(IDC_LIST1);
+        RECT label{LVIR_LABEL, 0, 0, 0};
+        SendMessageW(list, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+        SendMessageW(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&label));
+        for (const UINT message : messages) {
+            PostMessageW(list, message, MK_LBUTTON,
+                         MAKELPARAM(label.left + x, (label.top + label.bottom) / 2));
+        }
+    });
+}
+
 void DialogTest::Count(HWND control, Counts& counts) {
     const SUBCLASSPROC count = [](HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR,
                                   DWORD_PTR data) __attribute__((stdcall))
@@ -193,6 +207,12 @@ int DialogTest::ToolCommand(const std::wstring& caption) {
         }
     }
     return -1;
+}
+
+RECT PlaceOf(HWND window) {
+    RECT place{};
+    GetWindowRect(window, &place);
+    return place;
 }
 
 HWND DialogTest::FindWindowThat(const std::function<bool(HWND)>& fits) {

@@ -38,6 +38,8 @@ std::vector<T> operator+(std::vector<T> first, const std::vector<T>& second) {
     return first;
 }
 
+RECT PlaceOf(HWND window);
+
 /// The real library beside the test program, a fake host with a window, a private registry and a private
 /// folder. After each test nothing may be left: no window, no GDI object, no reference, no reason to stay
 /// loaded.
@@ -103,6 +105,8 @@ protected:
     static Script Close() {
         return Do([] { PostMessageW(Dialog(), WM_CLOSE, 0, 0); });
     }
+    /// The mouse in a row of the list, so far to the right of the label's beginning.
+    static Script InList(int row, LONG x, const std::vector<UINT>& messages);
     static Script Question(int button, const std::wstring& text = L"");
     /// Expects each of the controls to be x; o: off, -: hidden.
     static Script Looks(std::initializer_list<int> ids, const std::wstring& shown);
@@ -111,6 +115,10 @@ protected:
         return Do([=] { EXPECT_EQ(ItemText(id), text); });
     }
     static Script Says(const std::wstring& status) { return Says(IDC_STATUS, status); }
+    /// Expects a part of it.
+    static Script Mentions(int id, const std::wstring& part) {
+        return Do([=] { EXPECT_THAT(ItemText(id), HasSubstr(part)); });
+    }
     /// Counts the messages that a control of the dialog gets, by their numbers.
     using Counts = std::map<UINT, UINT>;
     static void Count(HWND control, Counts& counts);
@@ -140,7 +148,9 @@ protected:
     static std::wstring Session(const wchar_t* key) {
         return std::wstring(L"SOFTWARE\\Tamvelo\\Global\\Configuracion\\Sesion\\") + key;
     }
-    std::string Notes() const;
+    std::string Notes() const { return "the host was asked: " + ::testing::PrintToString(host.log); }
+    /// The host's window, again where it was closed; it comes to the front.
+    void NewOwner();
 
     /// Makes it all of these components of the environment.
     void Offer(std::initializer_list<const wchar_t*> parts, IDispatch* components);

@@ -76,6 +76,7 @@ private:
 class WithEnvironment : public AllOperations {
 protected:
     void SetUp() override {
+        environment->Returns(L"CrearClase", Variant(host.data.Get()));
         environment->Returns(L"ClaseRelacionada", Variant(L"clientes"));
         host.data->Returns(L"ValidaKey", Variant(true));
         host.data->Returns(L"ValidaValue", Variant(true));
@@ -94,13 +95,6 @@ protected:
         server.Reset();
         EXPECT_TRUE(hosts::Server().MayUnload());
         server = hosts::Server().Create();
-    }
-    void NewOwner() {
-        if (!IsWindow(owner)) {
-            owner = CreateWindowExW(0, L"STATIC", L"Gestión", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 100, 100, 500,
-                                    400, nullptr, nullptr, nullptr, nullptr);
-        }
-        SetActiveWindow(owner);
     }
 };
 

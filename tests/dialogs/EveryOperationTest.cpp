@@ -53,11 +53,7 @@ void ExpectKeysOnce(const Texts& texts) {
 
 bool Has(HWND window, LONG style) { return (GetWindowLongW(window, GWL_STYLE) & style) == style; }
 
-bool IsA(HWND window, const wchar_t* kind) {
-    wchar_t name[32] = L"";
-    GetClassNameW(window, name, ARRAYSIZE(name));
-    return lstrcmpiW(name, kind) == 0;
-}
+bool IsA(HWND window, const wchar_t* kind) { return lstrcmpiW(ClassOf(window).c_str(), kind) == 0; }
 
 /// The controls that show, in the order of the dialog manager, those in panels at the panel's place.
 std::vector<HWND> ShownControls(HWND parent) {
@@ -74,21 +70,17 @@ std::vector<HWND> ShownControls(HWND parent) {
 
 /// Lines from left to right, from top to bottom.
 bool StandsBefore(HWND first, HWND second) {
-    RECT a{};
-    RECT b{};
-    GetWindowRect(first, &a);
-    GetWindowRect(second, &b);
+    const RECT a = PlaceOf(first);
+    const RECT b = PlaceOf(second);
     const LONG shared = std::min(a.bottom, b.bottom) - std::max(a.top, b.top);
     const bool sameLine = shared * 2 > std::min(a.bottom - a.top, b.bottom - b.top);
     return sameLine ? a.left <= b.left : a.top <= b.top;
 }
 
 void ExpectOrderlyControls(HWND dialog) {
-    RECT design{};
-    RECT least{};
-    GetWindowRect(dialog, &design);
+    const RECT design = PlaceOf(dialog);
     SetWindowPos(dialog, nullptr, 0, 0, 30, 30, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    GetWindowRect(dialog, &least);
+    const RECT least = PlaceOf(dialog);
     EXPECT_TRUE(EqualRect(&least, &design)) << "can be made too small";
     Texts captions;
     HWND before = nullptr;
@@ -126,10 +118,8 @@ protected:
                     }
                 }
                 if (menu) {
-                    RECT form{};
-                    RECT place{};
-                    GetWindowRect(Dialog(), &form);
-                    GetWindowRect(window, &place);
+                    const RECT form = PlaceOf(Dialog());
+                    const RECT place = PlaceOf(window);
                     EXPECT_TRUE(PtInRect(&form, {place.left, place.top})) << place.left << " " << place.top;
                     PostMessageW(GetFocus(), WM_KEYDOWN, VK_ESCAPE, 1);
                 }
@@ -189,11 +179,7 @@ TEST_F(EveryOperation, IsOrderlyAndOutOfTheWayOfItsAnswerAndKeepsNothingOfTheHos
             EXPECT_FALSE(Dialog() && IsWindowVisible(Dialog()));
         }
     };
-    const Script use = {Do([] {
-                            if (IsShown(IDC_TXTFIELDS0)) {
-                                SetFocus(Item(IDC_TXTFIELDS0));
-                            }
-                        }),
+    const Script use = {Do([] { SetFocus(IsShown(IDC_TXTFIELDS0) ? Item(IDC_TXTFIELDS0) : GetFocus()); }),
                         L"'7 Tab", Do([] {
                             for (const wchar_t* tool : {L"Orden descendente", L"Aceptar"}) {
                                 if (ToolCommand(tool) >= 0) {

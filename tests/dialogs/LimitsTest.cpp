@@ -1,4 +1,7 @@
-// More of everything than anybody means: letters, fields, values.
+// Hosts that go to the limits: more of everything than anybody means; the window that a dialog belongs to
+// goes while nobody is looking; components of the environment are out of order.
+#include <thread>
+
 #include "selection/Resources.h"
 #include "tests/dialogs/EveryOperation.h"
 
@@ -7,7 +10,6 @@ namespace {
 
 class Limits : public AllOperations {
 protected:
-    Limits() { gdiSlack = 32; } // what the system draws its message boxes with
     /// A message box that fits the screen, button and all; what it says.
     Script Told(std::wstring part) {
         return Until("the message", [this, part = std::move(part)](HWND top) {
@@ -16,8 +18,7 @@ protected:
             if (m_told.find(part) == m_told.npos) {
                 return false;
             }
-            RECT box{};
-            GetWindowRect(top, &box);
+            const RECT box = PlaceOf(top);
             EXPECT_LE(box.bottom - box.top, GetSystemMetrics(SM_CYSCREEN) * 3 / 4);
             EXPECT_LE(box.right - box.left, GetSystemMetrics(SM_CXSCREEN));
             PostMessageW(top, WM_COMMAND, GetDlgItem(top, IDNO) ? IDNO : IDOK, 0);
@@ -105,6 +106,58 @@ TEST_F(Limits, ACellOfAMegabyteIsSeenByItsBeginningAndCopiedWhole) {
     ASSERT_TRUE(OpenClipboard(nullptr));
     EXPECT_EQ(static_cast<const wchar_t*>(GlobalLock(GetClipboardData(CF_UNICODETEXT))), huge);
     CloseClipboard();
+}
+
+using ::testing::AnyOf;
+using Ground = WithEnvironment;
+
+TEST_F(Ground, AWindowThatIsClosedByASentMessageEndsTheOperation) {
+    const DWORD thread = GetCurrentThreadId();
+    for (const Operation& operation : Operations()) {
+        if (!HasDialog(operation) || operation.name == L"ShowNuevaCita") { // these do not wait
+            continue;
+        }
+        SCOPED_TRACE(::testing::PrintToString(operation.name));
+        std::atomic<bool> returned = false;
+        // Nothing is posted to the dialog's thread meanwhile, as a timer would.
+        std::thread other([&] {
+            const auto open = [&] {
+                GUITHREADINFO info{};
+                info.cbSize = sizeof info;
+                return GetGUIThreadInfo(thread, &info) && info.hwndFocus && !IsWindowEnabled(owner);
+            };
+            for (int i = 0; i < 500 && !open(); ++i) {
+                Sleep(10);
+            }
+            Sleep(50);
+            SendMessageW(owner, WM_CLOSE, 0, 0);
+            for (int i = 0; i < 300 && !returned; ++i) {
+                Sleep(10);
+            }
+            EXPECT_TRUE(returned);
+            PostThreadMessageW(thread, WM_NULL, 0, 0);
+        });
+        Unwatched(operation);
+        returned = true;
+        other.join();
+        EXPECT_FALSE(IsWindow(owner));
+        NewOwner();
+    }
+}
+
+TEST_F(Ground, AComponentThatIsOutOfOrderIsToldOfOnceAndLeftAlone) {
+    environment->Raises(L"Recibir");
+    environment->Raises(L"RestaurarPosicion");
+    const auto open = [&](const Script& boxes) {
+        Play({boxes, L"Tab Tab", Into(IDC_TXTFIELDS0, L"7"), Says(IDC_TXTFIELDS0, L"7"), L"Esc"},
+             [&] { return Unwatched(OperationOf(L"ShowBuscar")) ? E_FAIL : S_OK; });
+    };
+    open({Box(L"«Configuracion».RestaurarPosicion"), Box(L"«Foco».Recibir")});
+    EXPECT_THAT(host.log, Contains(AnyOf(StartsWith(L"Recibir"), StartsWith(L"GuardarPosicion"))).Times(1));
+    SetValue(kEnvironmentKey, L"Configuracion", L"");
+    SetValue(kEnvironmentKey, L"Foco", L"No.Existe");
+    Renew();
+    open(Box(L"«No.Existe»"));
 }
 
 } // namespace

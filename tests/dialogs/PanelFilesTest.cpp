@@ -13,17 +13,10 @@ constexpr int kAll = MemoryRecordSet::kColumns;
 
 class PanelFiles : public PanelTest {
 protected:
-    static RECT Place() {
-        RECT place{};
-        GetWindowRect(Dialog(), &place);
-        return place;
-    }
     static Script Has(int columns) {
         return Do([=] { EXPECT_EQ(SendMessageW(Heading(), HDM_GETITEMCOUNT, 0, 0), columns); });
     }
-    static Script Notes(const wchar_t* part) {
-        return {Has(kAll), Do([part] { EXPECT_THAT(ItemText(IDC_STATUS), HasSubstr(part)); })};
-    }
+    static Script Notes(const wchar_t* part) { return {Has(kAll), Mentions(IDC_STATUS, part)}; }
     static Script HasTool(const wchar_t* caption, bool there = true) {
         return Do([=] { EXPECT_EQ(ToolCommand(caption) >= 0, there); });
     }
@@ -54,15 +47,10 @@ protected:
         return Do([=, this] { EXPECT_EQ(std::filesystem::exists(File(file)), there); });
     }
     /// The panel does its work.
-    void Use(Script script) {
-        Show({std::move(script), L"Enter"});
+    void Use(const Script& script) {
+        Show({script, L"Enter"});
         EXPECT_EQ(TakeLog().back(), L"AplyFilter(\"\")");
     }
-    void Lock() { // as another program that reads it
-        m_locked.reset(CreateFileW(File(look).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
-                                   FILE_ATTRIBUTE_NORMAL, nullptr));
-    }
-    frame::UniqueFile m_locked;
     const std::wstring look = L"frmSelecprueba.grx";
     const std::wstring bar = L"frmSeleccion.atb";
 };
@@ -97,10 +85,11 @@ TEST_F(PanelFiles, ALayoutThatCannotBeReadLeavesTheDefaultLookAndANote) {
          Exists(bar + L".bad", true)});
     WriteText(File(look), "Tamvelo cuadrícula 1\n");
     // One that another program holds can neither be read nor written, and stays as it is.
-    Lock();
+    frame::UniqueFile locked(
+        CreateFileW(File(look).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
     Use({Notes(L"No se puede leer el fichero"), L"F3", Elsewhere(), L"Enter",
          Box(L"No se puede escribir el fichero")});
-    m_locked.reset();
+    locked.reset();
     EXPECT_EQ(ReadText(File(look)), "Tamvelo cuadrícula 1\n");
 }
 
@@ -123,7 +112,7 @@ TEST_F(PanelFiles, ThePlaceIsKeptAndPulledOntoTheScreen) {
             EXPECT_EQ(IsZoomed(Dialog()) != FALSE, way[0] == SW_MAXIMIZE) << &way - ways;
             ShowWindow(Dialog(), SW_SHOWNORMAL);
             const RECT kept{60, 50, 760, 570};
-            const RECT place = Place();
+            const RECT place = PlaceOf(Dialog());
             EXPECT_TRUE(EqualRect(&kept, &place));
         }));
         EXPECT_EQ(GetValue(key, L"WindowState"), L"0");
@@ -132,13 +121,13 @@ TEST_F(PanelFiles, ThePlaceIsKeptAndPulledOntoTheScreen) {
         RECT work{};
         SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
         RECT both{};
-        const RECT place = Place();
+        const RECT place = PlaceOf(Dialog());
         IntersectRect(&both, &work, &place);
         EXPECT_TRUE(EqualRect(&both, &place));
     });
     SetValue(key, L"Left", L"5000");
     SetValue(key, L"Top", L"-900");
-    Use({onScreen, Do([] { EXPECT_EQ(Place().right - Place().left, 700); })});
+    Use({onScreen, Do([] { EXPECT_EQ(PlaceOf(Dialog()).right - PlaceOf(Dialog()).left, 700); })});
     SetValue(key, L"Left", L"sí");
     SetValue(key, L"Width", L"99999999");
     SetValue(key, L"Height", L"");

@@ -15,6 +15,8 @@ struct Opening {
 };
 
 inline constexpr wchar_t kClear[] = L"AplyFilter(\"\")";
+inline constexpr wchar_t kAscending[] = L"SetOrder(&0, \"\", \"seleccion\")";
+inline constexpr wchar_t kDescending[] = L"SetOrder(&0, \" DESC\", \"seleccion\")";
 /// What accepting the first record tells.
 inline const Log kAccept{L"AceptarSeleccion(&0, &ctl, \"1\")", kClear};
 /// What a search for "ma" asks.
@@ -26,10 +28,7 @@ inline const Log kSearch{L"CreateFilter(&TxtFields(0))", L"SetFilter(&\"campo=ma
 /// The forms with a grid.
 class PanelTest : public DialogTest {
 protected:
-    explicit PanelTest(long records = 20) : DialogTest(records) {
-        gdiSlack = 8; // what the system draws with, which comes with the first of its kind
-    }
-
+    using DialogTest::DialogTest;
     /// Calls the operation with the script playing; the error that the host got, if any.
     std::optional<com::Error> Try(const Opening& how, const Script& script);
     void Show(const Opening& how, const Script& script) { EXPECT_FALSE(Try(how, script)); }
@@ -62,13 +61,7 @@ protected:
 
     /// Expects the grid below the search box, or in its place.
     static Script SearchHasRoom(bool room) {
-        return Do([room] {
-            RECT grid{};
-            RECT box{};
-            GetWindowRect(Grid(), &grid);
-            GetWindowRect(Item(IDC_TXTFIELDS0), &box);
-            EXPECT_EQ(grid.top >= box.bottom, room);
-        });
+        return Do([room] { EXPECT_EQ(PlaceOf(Grid()).top >= PlaceOf(Item(IDC_TXTFIELDS0)).bottom, room); });
     }
 
     static HWND Grid() { return Item(IDC_DATAGRID); }

@@ -63,10 +63,8 @@ protected:
     }
     /// Does that behind the form's back, then the command, and expects that nothing comes of it but a note.
     Script Refused(const Script& command, const std::function<void()>& change) {
-        return {Forget(),  Do(change),
-                command,   Back(),
-                Asked({}), Do([] {
-                    EXPECT_THAT(ItemText(IDC_STATUS), HasSubstr(L"se ha leído de nuevo")); })};
+        return {Forget(), Do(change), command,
+                Back(),   Asked({}),  Mentions(IDC_STATUS, L"se ha leído de nuevo")};
     }
 };
 
@@ -76,9 +74,9 @@ TEST_F(ShownTest, WhatIsHighlightedIsDeliveredByEveryFormFromEveryKindOfRecordSe
         host.set->SetSort(sort);
         host.set->SetPosition(position);
     };
-    for (const auto& form : kForms) {
+    for (const auto& [operation, accept] : kForms) {
         for (const std::string_view kind : kRecordSetKinds) {
-            SCOPED_TRACE(::testing::PrintToString(std::wstring(form.first)) + ", " + std::string(kind));
+            SCOPED_TRACE(base::ToUtf8(operation) + ", " + std::string(kind));
             Use(kind);
             std::wstring highlighted;
             // A sink that fails, after it has turned everything round.
@@ -91,8 +89,7 @@ TEST_F(ShownTest, WhatIsHighlightedIsDeliveredByEveryFormFromEveryKindOfRecordSe
                 host.set->SetFilter(L"pares");
                 place(L"", 1);
             };
-            const Script accept = form.second;
-            Show({form.first},
+            Show({operation},
                  {{Rows("opened"), L"Down Down", Rows("moved"), L"+F9", Rows("sorted")},
                   {L"Home Down", Rows("moved where sorted"), L"F9", Rows("sorted back")},
                   {Refused(accept, [&] { host.set->SetPosition(5); }), Rows("moved by the host")},
@@ -111,11 +108,7 @@ TEST_F(ShownTest, WhatIsHighlightedIsDeliveredByEveryFormFromEveryKindOfRecordSe
 }
 
 TEST_F(ShownTest, EveryCommandLooksBeforeItDoesAnythingWithTheRecord) {
-    const struct {
-        const wchar_t* operation;
-        const wchar_t* className;
-        std::vector<Script> commands;
-    } cases[] = {
+    const std::tuple<const wchar_t*, const wchar_t*, std::vector<Script>> cases[] = {
         {L"ShowSelec", L"prueba", {L"F5", L"^C", L"^L"}},
         {L"ShowSelec", L"ordenes", {DoubleClick()}},
         {L"ShowSelec", L"hordenes", {DoubleClick()}},
@@ -124,16 +117,15 @@ TEST_F(ShownTest, EveryCommandLooksBeforeItDoesAnythingWithTheRecord) {
         {L"ShowRegistros", L"prueba", {L"F4", L"Enter", L"Delete"}},
     };
     host.sink->Accepts({L"AceptarModificar", L"AceptarEliminar", L"clsEvents_AceptaSeleccion"});
-    for (const auto& each : cases) {
-        SCOPED_TRACE(&each - cases);
+    for (const auto& [operation, className, commands] : cases) {
         Use("full");
-        host.className = each.className;
+        host.className = className;
         Script script;
-        for (const Script& command : each.commands) {
+        for (const Script& command : commands) {
             const auto change = [this] { host.set->SetPosition((host.set->Position() + 5) % kRecords); };
             script.Append({Refused(command, change), L"Down"});
         }
-        Show({each.operation}, {script, L"Esc"});
+        Show({operation}, {script, L"Esc"});
         EXPECT_THAT(host.set->Table().written, IsEmpty());
     }
 }

@@ -5,9 +5,6 @@ namespace tamvelo::testing {
 namespace {
 
 const Log kNoFilter{kClear, L"Requery(\"selec\")"};
-const Log kAscending{L"SetOrder(&0, \"\", \"seleccion\")"};
-const Log kDescending{L"SetOrder(&0, \" DESC\", \"seleccion\")"};
-
 class PanelUse : public PanelTest {
 protected:
     static Script Strip(bool shown) {
@@ -30,19 +27,15 @@ protected:
 };
 
 TEST_F(PanelUse, KeysToolsAndTheHeadingAskTheHost) {
-    Show({Forget(),
-          {L"End", Asked({L"MoveLast()"}), L"Home", Asked({L"MoveFirst()"}),
-           L"Down Next",                                         // the grid's own moves
-           Key('E', VK_RMENU), Focused(IDC_DATAGRID), Asked({}), // types €, and is no Ctrl+E
-           L"Delete", Asked(kNoFilter)},
-          {Tool(L"Registro siguiente"), Asked({L"MoveNext()"}), Tool(L"Registro anterior"),
-           Asked({L"MovePrevious()"}), Tool(L"Último registro"), Asked({L"MoveLast()"}),
-           Tool(L"Primer registro"), Asked({L"MoveFirst()"})},
-          {Tool(L"Orden descendente"), Asked(kDescending), Tool(L"Orden ascendente"), Asked(kAscending),
-           Tool(L"Quitar el filtro"), Asked(kNoFilter), ClickHeading(), Asked(kDescending), ClickHeading(),
-           Asked(kAscending)},
-          {GridMenu(), L"Down Down Down Enter", Asked(kAscending)},
-          Tool(L"Cancelar")});
+    Show(
+        {{Forget(), L"End Home Down Next", Asked({L"MoveLast()", L"MoveFirst()"}), // and the grid's own moves
+          Key('E', VK_RMENU), Focused(IDC_DATAGRID), L"Delete",
+          Asked(kNoFilter)}, // types €, and is no Ctrl+E
+         {Tool(L"Registro siguiente"), Tool(L"Registro anterior"), Tool(L"Último registro"),
+          Tool(L"Primer registro"), Asked({L"MoveNext()", L"MovePrevious()", L"MoveLast()", L"MoveFirst()"})},
+         {Tool(L"Orden descendente"), Tool(L"Orden ascendente"), ClickHeading(), ClickHeading(), GridMenu(),
+          L"Down Down Down Enter", Asked({kDescending, kAscending, kDescending, kAscending, kAscending})},
+         {Tool(L"Quitar el filtro"), Asked(kNoFilter), Tool(L"Cancelar")}});
     const std::pair<Script, Log> ways[] = {
         {{L"'2 Enter"}, {L"AceptarSeleccion(&0, &ctl, \"2\")", kClear}},
         {L"End Enter", {L"MoveLast()", L"AceptarSeleccion(&0, &ctl, \"20\")", kClear}},
@@ -55,7 +48,6 @@ TEST_F(PanelUse, KeysToolsAndTheHeadingAskTheHost) {
         {Do([] { PostMessageW(Dialog(), WM_SYSCOMMAND, SC_CLOSE, 0); }), {}},
     };
     for (const auto& [script, asked] : ways) {
-        SCOPED_TRACE((&asked - &ways[0].second) / 2);
         Expect(script, asked);
     }
 }

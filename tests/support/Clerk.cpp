@@ -115,9 +115,7 @@ void Clerk::Step(std::wstring step) {
     if (held || step.size() > 1) {
         Press(KeyNamed(step), held);
     } else {
-        wchar_t kind[16] = L"";
-        GetClassNameW(GetFocus(), kind, ARRAYSIZE(kind));
-        m_box = lstrcmpiW(kind, L"Edit") == 0 ? GetFocus() : nullptr;
+        m_box = lstrcmpiW(ClassOf(GetFocus()).c_str(), L"Edit") == 0 ? GetFocus() : nullptr;
         m_typed = step;
         PostMessageW(GetFocus(), WM_CHAR, step[0], 1);
     }

@@ -20,12 +20,6 @@ constexpr ULONGLONG kPatience = 5000;
 
 Player* g_player = nullptr;
 
-std::wstring ClassOf(HWND window) {
-    wchar_t name[64] = L"";
-    GetClassNameW(window, name, ARRAYSIZE(name));
-    return name;
-}
-
 void Hold(UINT key, bool down) {
     if (key == VK_RMENU) { // AltGr is Ctrl and Alt to whoever looks
         Hold(VK_CONTROL, down);
@@ -39,6 +33,12 @@ void Hold(UINT key, bool down) {
 }
 
 } // namespace
+
+std::wstring ClassOf(HWND window) {
+    wchar_t name[64] = L"";
+    GetClassNameW(window, name, ARRAYSIZE(name));
+    return name;
+}
 
 HWND TopWindow() {
     HWND found = nullptr;

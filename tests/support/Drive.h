@@ -13,6 +13,7 @@ namespace tamvelo::testing {
 /// The window of this thread that takes input: the topmost visible and enabled one.
 HWND TopWindow();
 std::wstring TextOf(HWND window);
+std::wstring ClassOf(HWND window);
 /// The text of a message box; "" for any other window.
 std::wstring BoxText(HWND window);
 /// The key of that name: "Enter", "F4", "A"; 0: none.
