@@ -26,10 +26,10 @@ struct Outcome {
     com::Error error;
 };
 
-VARIANT Reference(VARTYPE type, void* variable) {
-    VARIANT reference{};
-    reference.vt = static_cast<VARTYPE>(type | VT_BYREF);
-    reference.byref = variable;
+com::Variant Reference(VARTYPE type, void* variable) {
+    com::Variant reference;
+    reference.Address()->vt = static_cast<VARTYPE>(type | VT_BYREF);
+    reference.Address()->byref = variable;
     return reference;
 }
 
@@ -78,8 +78,9 @@ protected:
                 FAILED(code) ? com::ErrorOfInvoke(code, thrown, L"ClsShowSerch") : com::Error(S_OK, L"")};
     }
     /// A late-bound call; arguments in declared order, or as `named`.
-    Outcome Late(DISPID id, std::vector<VARIANT> arguments, std::vector<DISPID> named = {}) {
-        std::ranges::reverse(arguments);
+    Outcome Late(DISPID id, const Values& values, std::vector<DISPID> named = {}) {
+        std::vector<VARIANT> arguments(values.size());
+        std::transform(values.rbegin(), values.rend(), arguments.begin(), std::mem_fn(&com::Variant::Get));
         std::ranges::reverse(named);
         DISPPARAMS parameters{arguments.data(), named.data(), static_cast<UINT>(arguments.size()),
                               static_cast<UINT>(named.size())};
@@ -89,20 +90,15 @@ protected:
                                               nullptr, &thrown, &wrong);
         return Told(code, thrown, wrong);
     }
-    Outcome Late(DISPID id, const Values& values) {
-        std::vector<VARIANT> arguments(values.size());
-        std::ranges::transform(values, arguments.begin(), &com::Variant::Get);
-        return Late(id, arguments);
-    }
     /// An early-bound call; those of the bits in `nulls` are null pointers.
     Outcome Early(const Operation& operation, Values& values, unsigned nulls = 0) {
-        std::vector<VARIANT> pointers(values.size());
+        Values pointers(values.size());
         std::vector<VARTYPE> types(values.size(), VT_BYREF | VT_I4);
         std::vector<VARIANT*> arguments;
         for (size_t i = 0; i < values.size(); ++i) {
             void* const null = nullptr;
             pointers[i] = Reference(values[i].Type(), nulls & (1U << i) ? null : &values[i].Address()->lVal);
-            arguments.push_back(&pointers[i]);
+            arguments.push_back(pointers[i].Address());
         }
         com::Variant code;
         com::Check(DispCallFunc(m_object.Get(), operation.slot, CC_STDCALL, VT_ERROR,
@@ -164,7 +160,7 @@ TEST_F(CallsTest, LateBoundArgumentsMayComeInEveryWay) {
         if (!seen.insert(types).second) {
             return; // dialogs take their time, and no other argument comes
         }
-        std::vector<VARIANT> typed; // of a compiled program; scripts have tests of their own
+        Values typed; // of a compiled program; scripts have tests of their own
         std::vector<const wchar_t*> names{operation.name.c_str()};
         for (size_t i = 0; i < values.size(); ++i) {
             typed.push_back(Reference(values[i].Type(), &values[i].Address()->lVal));
@@ -175,12 +171,12 @@ TEST_F(CallsTest, LateBoundArgumentsMayComeInEveryWay) {
             if (types[i] != VT_I2) {
                 continue;
             }
-            std::vector<VARIANT> with = typed;
+            Values with = typed;
             BYTE small = 1;
             long large = 1;
-            VARIANT byte{};
-            byte.vt = VT_UI1;
-            for (const VARIANT& number : {byte, Reference(VT_UI1, &small), Reference(VT_I4, &large)}) {
+            com::Variant byte;
+            byte.Address()->vt = VT_UI1;
+            for (const com::Variant& number : {byte, Reference(VT_UI1, &small), Reference(VT_I4, &large)}) {
                 with[i] = number;
                 ExpectHostsError(operation, Late(operation.id, with));
             }
