@@ -228,6 +228,8 @@ TEST(SelectionAnswers, EachClassGetsItsCallInAnyCaseAndColumnsAreClamped) {
     EXPECT_EQ(ClampColumn(5, 5), 5);
     EXPECT_EQ(ClampColumn(-1, 5), -1);
     EXPECT_EQ(ClampColumn(32767, 100000), 32767);
+    EXPECT_TRUE(DoubleClickAnswerFor(L"Articulos_Lotes"));
+    EXPECT_FALSE(DoubleClickAnswerFor(L"hordenes"));
     EXPECT_FALSE(FindRuleFor(-1));
 }
 
