@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <sstream>
 #include <thread>
 
@@ -15,14 +16,10 @@
 #include "search/Resources.h"
 #include "selection/Resources.h"
 #include "tests/support/Operations.h"
-#include "tests/support/OtherProcess.h"
 #include "tests/support/ShownGrid.h"
 
 namespace tamvelo::hosts {
 namespace {
-
-using tamvelo::testing::Eventually;
-using tamvelo::testing::FocusIn;
 
 /// What a user does, or sees, in place of a key.
 enum : UINT { kClick = 0x1000, kSays, kShows, kGoTo };
@@ -185,6 +182,24 @@ const Row kRows[] = {
     {L"NoExiste", L"", "Error 438"},
 };
 
+/// Waits until the condition holds; false after ten seconds.
+bool Eventually(const std::function<bool()>& condition) {
+    const ULONGLONG start = GetTickCount64();
+    bool holds = false;
+    while (!(holds = condition()) && GetTickCount64() - start < 10'000) {
+        Sleep(10);
+    }
+    return holds;
+}
+
+/// The control that has the focus in the window's thread.
+HWND FocusIn(HWND window) {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
+    return info.hwndFocus;
+}
+
 bool Reads(const Step& step, HWND control) {
     if (step.key == kSays) {
         wchar_t text[128] = L"";
@@ -203,8 +218,11 @@ bool Reads(const Step& step, HWND control) {
 /// True when it could be done.
 bool Do(const Step& step, HWND& window) {
     if (step.key == kGoTo) {
-        window = tamvelo::testing::WindowOfAnyProcess(step.text);
-        return window && SetForegroundWindow(window);
+        return Eventually([&] {
+                   window = FindWindowW(nullptr, step.text.c_str());
+                   return window && IsWindowVisible(window) && FocusIn(window);
+               }) &&
+               SetForegroundWindow(window);
     }
     const HWND control = GetDlgItem(window, step.control);
     if (step.key == kClick) {
@@ -214,13 +232,17 @@ bool Do(const Step& step, HWND& window) {
         return Eventually(
             [&] { return Reads(step, step.key == kSays && !control ? FocusIn(window) : control); });
     }
+    HWND focus = nullptr;
     const bool there = Eventually([&] { // it may be still to be made, in a panel of the dialog's
-        const HWND focus = FocusIn(window);
+        focus = FocusIn(window);
         return focus && (step.control == 0 || GetDlgCtrlID(focus) == step.control);
     });
-    tamvelo::testing::PostTextTo(window, step.text);
+    for (const wchar_t letter : step.text) {
+        PostMessageW(focus, WM_CHAR, letter, 1);
+    }
     if (step.key != 0) {
-        tamvelo::testing::PostKeyTo(window, step.key);
+        PostMessageW(focus, WM_KEYDOWN, step.key, 1);
+        PostMessageW(focus, WM_KEYUP, step.key, static_cast<LPARAM>(0xC0000001));
     }
     return there;
 }
