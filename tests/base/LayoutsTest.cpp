@@ -51,23 +51,11 @@ TEST(GridLayout, TheFileIsStable) {
 TEST(GridLayout, AnyColumnNameSurvives) {
     GridLayout layout;
     layout.font.face = L" [=\\] ";
-    const std::wstring names[] = {L"",
-                                  L" ",
-                                  L"  a  b  ",
-                                  L"a]b[c",
-                                  L"a=b",
-                                  L"a#2",
-                                  L"#",
-                                  L"\\005D",
-                                  L"a\r\nb\tc",
-                                  {L"a\0b", 3},
-                                  L"😀",
-                                  L"a" + Unit(0xD83D),
-                                  Unit(0xDE00) + L"a",
-                                  Unit(0xFEFF),
-                                  L"\u00A0\u2028",
-                                  L"columna x"};
-    for (const std::wstring& name : names) {
+    for (const std::wstring& name :
+         {std::wstring(), std::wstring(L" "), std::wstring(L"  a  b  "), std::wstring(L"a]b[c"),
+          std::wstring(L"a=b"), std::wstring(L"a#2"), std::wstring(L"#"), std::wstring(L"\\005D"),
+          std::wstring(L"a\r\nb\tc"), std::wstring(L"a\0b", 3), std::wstring(L"😀"), L"a" + Unit(0xD83D),
+          Unit(0xDE00) + L"a", Unit(0xFEFF), std::wstring(L"\u00A0\u2028"), std::wstring(L"columna x")}) {
         layout.columns.push_back({name, 10, true, 0});
         layout.columns.push_back({name, 20, true, 1});
     }

@@ -16,6 +16,7 @@ namespace tamvelo::testing {
 namespace {
 
 using com::Variant;
+using grid::CellKind;
 
 constexpr COLORREF kLightYellow = RGB(255, 255, 192);
 
@@ -264,7 +265,7 @@ TEST(GridTextTest, ValuesAreWrittenAsTheUserWritesThem) {
     const struct {
         Variant value;
         std::wstring text;
-        grid::CellKind kind = grid::CellKind::Any;
+        CellKind kind = CellKind::Any;
     } cases[] = {
         {Variant::Null(), L""},
         {Variant(), L""},
@@ -275,16 +276,16 @@ TEST(GridTextTest, ValuesAreWrittenAsTheUserWritesThem) {
         {Variant(-1e20), L"-1E+20"},
         {Money(123456789000), L"12.345.678,90"},
         {Money(-5000), L"-0,50"},
-        {Variant(1234.567), L"1.234,57", grid::CellKind::Money},
-        {Variant(7L), L"7,00", grid::CellKind::Money},
+        {Variant(1234.567), L"1.234,57", CellKind::Money},
+        {Variant(7L), L"7,00", CellKind::Money},
         {Variant(true), L"Sí"},
-        {Variant(0L), L"No", grid::CellKind::Check},
-        {Variant(L"texto"), L"texto", grid::CellKind::Check},
+        {Variant(0L), L"No", CellKind::Check},
+        {Variant(L"texto"), L"texto", CellKind::Check},
         {Variant(L"fin "), L"fin "},
         {Variant::Date(45351), L"29/2/2024"},
         {Variant::Date(45351.75), L"29/2/2024 18:00:00"},
         {Variant::Date(0.25), L"6:00:00"},
-        {Variant::Date(45351.25), L"6:00:00", grid::CellKind::Time},
+        {Variant::Date(45351.25), L"6:00:00", CellKind::Time},
         {Variant::Date(1e300), L"#Fecha"},
         {bytes, L"#Binario"},
         {Variant(static_cast<IDispatch*>(nullptr)), L"#Objeto"},
@@ -293,9 +294,9 @@ TEST(GridTextTest, ValuesAreWrittenAsTheUserWritesThem) {
     for (const auto& [value, text, kind] : cases) {
         EXPECT_EQ(grid::Format(value.Get(), kind), text);
     }
-    EXPECT_EQ(grid::KindOfValue(Variant(5L).Get(), grid::KindOfField(0)), grid::CellKind::Number);
-    EXPECT_EQ(grid::KindOfValue(Variant(L"007").Get(), grid::KindOfField(202)), grid::CellKind::Text);
-    EXPECT_EQ(grid::KindOfValue(Variant(1L).Get(), grid::KindOfField(11)), grid::CellKind::Check);
+    EXPECT_EQ(grid::KindOfValue(Variant(5L).Get(), grid::KindOfField(0)), CellKind::Number);
+    EXPECT_EQ(grid::KindOfValue(Variant(L"007").Get(), grid::KindOfField(202)), CellKind::Text);
+    EXPECT_EQ(grid::KindOfValue(Variant(1L).Get(), grid::KindOfField(11)), CellKind::Check);
 }
 
 TEST(GridTextTest, AFontComesBackAtEveryResolution) {
