@@ -5,6 +5,7 @@
 
 #include <set>
 
+#include "base/Text.h"
 #include "search/Resources.h"
 #include "selection/Resources.h"
 #include "tests/support/SystemAnswer.h"
@@ -77,6 +78,19 @@ bool StandsBefore(HWND first, HWND second) {
     return sameLine ? a.left <= b.left : a.top <= b.top;
 }
 
+/// What the text of a label, a button or a box to tick takes in one line, with the sign before it.
+int WidthOfText(HWND control) {
+    const HDC dc = GetDC(control);
+    const HGDIOBJ before = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0)));
+    RECT size{};
+    DrawTextW(dc, TextOf(control).c_str(), -1, &size, DT_CALCRECT | DT_SINGLELINE);
+    SelectObject(dc, before);
+    ReleaseDC(control, dc);
+    const LONG kind = GetWindowLongW(control, GWL_STYLE) & BS_TYPEMASK;
+    const bool sign = IsA(control, L"Button") && (kind == BS_AUTOCHECKBOX || kind == BS_AUTORADIOBUTTON);
+    return size.right + (sign ? GetSystemMetrics(SM_CXMENUCHECK) : 0);
+}
+
 void ExpectOrderlyControls(HWND dialog) {
     const RECT design = PlaceOf(dialog);
     SetWindowPos(dialog, nullptr, 0, 0, 30, 30, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
@@ -87,6 +101,12 @@ void ExpectOrderlyControls(HWND dialog) {
     for (const HWND control : ShownControls(dialog)) {
         if (IsA(control, L"Button") || (IsA(control, L"Static") && !Has(control, SS_NOPREFIX))) {
             captions.push_back(TextOf(control));
+            RECT room{};
+            GetClientRect(control, &room);
+            const bool picture = IsA(control, L"Button") && Has(control, BS_ICON);
+            const bool cut = room.right > 0 && room.bottom < 30 && WidthOfText(control) > room.right;
+            EXPECT_FALSE(cut && !picture && !Has(control, SS_ENDELLIPSIS))
+                << base::ToUtf8(TextOf(control)) << " " << WidthOfText(control) << " in " << room.right;
         }
         // The list follows its search box: Tab goes there.
         const bool next =
