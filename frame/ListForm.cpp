@@ -17,6 +17,7 @@ void ListForm::OnLoad() {
     m_list = std::make_unique<CheckList>(Control(IDC_LIST1), m_listDesign.kind, *this);
     ShowControl(IDC_LBLFILTRO, m_listDesign.searchBox);
     ShowControl(IDC_TXTFILTRO, m_listDesign.searchBox);
+    ObjectOf(IDC_TXTFILTRO, L"TxtFiltro", 0);
     ShowControl(IDC_LBLCUENTA, m_listDesign.counter != nullptr);
     ShowControl(IDC_CMDMARCAS, m_listDesign.kind == CheckList::Kind::Ticks);
 }

@@ -13,6 +13,8 @@
 namespace tamvelo::testing {
 namespace {
 
+using ::testing::Contains;
+using ::testing::Not;
 using Texts = std::vector<std::wstring>;
 
 /// The tips of the tools and the list's menu, or a part of them.
@@ -238,6 +240,33 @@ TEST_F(EveryOperation, LivesWhenTheSystemHasNothingLeftToMeasureWith) {
     const SystemAnswer noContext(L"user32.dll", "GetDC", 1, 0);
     for (const wchar_t* name : {L"ShowSelecAdd", L"ShowSeleccionar"}) { // the system's own calendar does not
         Open(OperationOf(name), L"Esc");
+    }
+}
+
+using Focus = WithEnvironment;
+
+TEST_F(Focus, EachBoxThatGetsItIsHandedToTheComponentByItsOwnName) {
+    for (const Operation& operation : Operations()) {
+        if (!HasDialog(operation)) {
+            continue;
+        }
+        const Script boxes = Do([&] {
+            Log received;
+            for (HWND box : ShownControls(Dialog())) {
+                if (IsWindowEnabled(box) && (IsA(box, L"Edit") || IsA(box, L"ComboBox"))) {
+                    SetFocus(Bar());
+                    host.log.clear();
+                    SetFocus(box);
+                    const std::wstring name = host.log.empty() ? L"" : host.log.back();
+                    EXPECT_TRUE(name.starts_with(L"Recibir(Txt") || name.starts_with(L"Recibir(Cmb"))
+                        << base::ToUtf8(operation.name + L" " + name);
+                    EXPECT_THAT(received, Not(Contains(name)));
+                    received.push_back(name);
+                }
+            }
+        });
+        Open(operation, {boxes, Key(VK_ESCAPE)});
+        NewOwner();
     }
 }
 
