@@ -194,14 +194,16 @@ bool GridData::Load(long first, long last) {
     bool read = false;
     while (ReadRows(*cursor, first, last)) {
         read = true;
-        if (m_looked || m_current < first || m_current > last || !(m_strayed || cursor->MayStray())) {
+        if (m_looked || m_current < first || m_current > last ||
+            !(m_strayed || m_wrote || cursor->MayStray())) {
             break;
         }
         m_looked = true;
+        const bool closely = std::exchange(m_wrote, false) || m_strayed;
         const std::uint32_t epoch = m_blocks.Epoch();
         const auto all = static_cast<short>(m_kinds.size());
         const std::vector<bool> differ =
-            Differences(cursor->HostRecord(m_strayed ? all : std::min(all, kTelling)));
+            Differences(cursor->HostRecord(closely ? all : std::min(all, kTelling)));
         if (epoch != m_blocks.Epoch()) {
             break; // the rows are others now; whoever changed them loads those
         }
@@ -300,7 +302,7 @@ void GridData::Write(short column, const com::Variant& value) {
     const UnderWay busy(m_busy);
     m_record.clear();
     cursor->Write(column, value);
-    m_strayed = true;     // a clone that is a snapshot has what was there before
+    m_wrote = true;
     m_blocks.BumpEpoch(); // also in a set that does not count its changes
 }
 

@@ -92,6 +92,7 @@ private:
     Blocks m_blocks{kBlocks};
     bool m_looked = false;         // since the rows were read: whether they are the host's
     bool m_strayed = false;        // they have been others
+    bool m_wrote = false;          // a clone that is a snapshot has what was there before
     bool m_ordered = false;        // the host was asked for an order
     RecordCursor::Record m_record; // the host's current one, if it is confirmed
     std::vector<bool> m_restless;  // columns whose values changed by themselves
