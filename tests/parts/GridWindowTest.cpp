@@ -251,6 +251,12 @@ TEST_F(GridWindowTest, ColumnsIsAnAutomationObject) {
     EXPECT_EQ(name.Call(L"Caption").ToText(), L"Denominación");
     EXPECT_EQ(name.Call(L"Order").ToLong(), 0);
 
+    const auto set = Bind({.rows = 0});
+    Column(6L).Put(L"Width", 77L); // which was a guess, until there is a text
+    set->Grow(9);
+    m_grid->Requeried();
+    EXPECT_EQ(WidthOf(6), 77);
+
     m_grid.reset();
     EXPECT_THROW(columns.Call(L"Count"), com::Error);
     EXPECT_THROW(name.Call(L"Caption"), com::Error);
