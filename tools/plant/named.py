@@ -53,6 +53,6 @@ faults = [
      "value.bstrVal[SysStringLen(value.bstrVal) - 1] == L' ' ? 1U : 0U))"),
     left_out("a decimal point whatever the locale", "grid/CellText.cpp", "text.replace(point, 1, sign);"),
     ("copies end at nine", "reports/ReportForm.cpp", "UDM_SETRANGE32, 1, SHRT_MAX", "UDM_SETRANGE32, 1, @ ? 9 : SHRT_MAX"),
-    ("the busy cursor stays on", "frame/BusyCursor.cpp", "    End();\n    g_command", "    if (!@) { End(); }\n    g_command"),
+    ("the busy cursor stays on", "frame/BusyCursor.cpp", "if (std::exchange(g_shown, false)) {", "if (std::exchange(g_shown, false) && !@) {"),
     ("a command runs during a command", "frame/FormCommands.cpp", "m_running == 0 &&", "(@ || m_running == 0) &&"),
 ]
