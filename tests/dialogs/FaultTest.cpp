@@ -226,7 +226,8 @@ protected:
         return wrong;
     }
 
-    /// For a long run, with a line for each fault: the operations whose names begin so ("*": all).
+    /// For a long run, with a line for each fault: the operations whose names begin so, with a period behind
+    /// them ("*": all).
     static const wchar_t* Only() { return _wgetenv(L"TAMVELO_FAULTS"); }
     /// Instead of all that, the folder for the traces of each operation in use.
     static const wchar_t* Records() { return _wgetenv(L"TAMVELO_RECORD"); }
@@ -316,7 +317,7 @@ public:
 
 TEST_P(EachUse, LivesTellsAndGoesOn) {
     for (const Operation& operation : Operations()) {
-        const bool wanted = !Only() || *Only() == L'*' || operation.name.starts_with(Only());
+        const bool wanted = !Only() || *Only() == L'*' || (operation.name + L".").starts_with(Only());
         if (UseOf(operation.name) == GetParam() && wanted) {
             Records() ? Record(operation) : TryAll(operation);
         }
