@@ -243,9 +243,9 @@ TEST_F(EveryOperation, LivesWhenTheSystemHasNothingLeftToMeasureWith) {
     }
 }
 
-using Focus = WithEnvironment;
+using Components = WithEnvironment;
 
-TEST_F(Focus, EachBoxThatGetsItIsHandedToTheComponentByItsOwnName) {
+TEST_F(Components, AreHandedEachBoxThatGetsTheFocusByItsOwnName) {
     for (const Operation& operation : Operations()) {
         if (!HasDialog(operation)) {
             continue;
@@ -267,6 +267,30 @@ TEST_F(Focus, EachBoxThatGetsItIsHandedToTheComponentByItsOwnName) {
         });
         Open(operation, {boxes, Key(VK_ESCAPE)});
         NewOwner();
+    }
+}
+
+TEST_F(Components, FillAndKeepTheListsOfReports) {
+    const struct {
+        const wchar_t* operation;
+        const wchar_t* key;
+        const wchar_t* loads;
+        const wchar_t* controls;
+        const wchar_t* more;
+    } cases[] = {
+        {L"ShowRpt", L"frmRpts", L"CargarLista", L", List1(0), CmbSelec(0), TxtFields(0)", L", False, False"},
+        {L"ShowSql", L"frmsql", L"CargarLista", L", List1(0)", L""},
+        {L"ShowEtiq", L"frmSelecEti", L"CargarEtiquetas", L", List1(0)", L""},
+    };
+    for (const auto& [operation, key, loads, controls, more] : cases) {
+        const std::wstring place = L"(\"" + FormKey(key) + L"\\rptsPruebas\"";
+        host.log.clear();
+        Open(OperationOf(operation), {L"^A", Tool(L"Aceptar")});
+        std::erase_if(host.log, [](const auto& line) {
+            return !line.starts_with(L"Cargar") && !line.starts_with(L"GuardarLista");
+        });
+        EXPECT_THAT(host.log, ElementsAre(loads + place + L", [\"Uno\" informe]" + controls + more + L")",
+                                          L"GuardarLista" + place + controls + L")"));
     }
 }
 
