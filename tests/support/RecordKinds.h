@@ -12,6 +12,7 @@ inline constexpr std::string_view kRecordSetKinds[] = {
     "no clone",
     "no clone, no Sort, no version",
     "no GetRows, no Sort",
+    "no count",
     "no count, no Sort, no version",
     "no position, no Sort, no version",
     "snapshot, no Sort, no version",
