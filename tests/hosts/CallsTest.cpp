@@ -251,49 +251,44 @@ TEST_F(CallsTest, TheFactoryServesOneClassAndNoAggregation) {
     factory->LockServer(FALSE);
 }
 
+TYPEATTR AttributesOf(ITypeInfo* info) {
+    TYPEATTR* attributes = nullptr;
+    com::Check(info->GetTypeAttr(&attributes));
+    const TYPEATTR copy = *attributes;
+    info->ReleaseTypeAttr(attributes);
+    return copy;
+}
+
 /// "automation-compatible" shows on the half of a dual interface that early-bound callers see.
-WORD Flags(ITypeInfo* info, const TYPEATTR& attributes) {
+WORD Flags(ITypeInfo* info) {
     HREFTYPE reference = 0;
     com::ComPtr<ITypeInfo> early;
-    TYPEATTR* more = nullptr;
-    WORD flags = attributes.wTypeFlags;
+    const WORD flags = AttributesOf(info).wTypeFlags;
     if (flags & TYPEFLAG_FDUAL && SUCCEEDED(info->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference)) &&
-        SUCCEEDED(info->GetRefTypeInfo(reference, &early)) && SUCCEEDED(early->GetTypeAttr(&more))) {
-        flags |= more->wTypeFlags;
-        early->ReleaseTypeAttr(more);
+        SUCCEEDED(info->GetRefTypeInfo(reference, &early))) {
+        return flags | AttributesOf(early.Get()).wTypeFlags;
     }
     return flags;
 }
 
-IID IdOf(ITypeInfo* info) {
-    TYPEATTR* attributes = nullptr;
-    com::Check(info->GetTypeAttr(&attributes));
-    const IID id = attributes->guid;
-    info->ReleaseTypeAttr(attributes);
-    return id;
-}
-
 /// A class or interface with all that a compiled host relies on.
 void Write(std::wostream& out, ITypeInfo* info) {
-    TYPEATTR* attributes = nullptr;
-    com::Check(info->GetTypeAttr(&attributes));
+    const TYPEATTR attributes = AttributesOf(info);
     com::Bstr name;
     com::Check(info->GetDocumentation(MEMBERID_NIL, name.Address(), nullptr, nullptr, nullptr));
     wchar_t id[39];
-    StringFromGUID2(attributes->guid, id, ARRAYSIZE(id));
-    out << attributes->typekind << L' ' << name.View() << L' ' << id << L' ' << Flags(info, *attributes)
-        << L'\n';
-    for (UINT i = 0; attributes->typekind == TKIND_COCLASS && i < attributes->cImplTypes; ++i) {
+    StringFromGUID2(attributes.guid, id, ARRAYSIZE(id));
+    out << attributes.typekind << L' ' << name.View() << L' ' << id << L' ' << Flags(info) << L'\n';
+    for (UINT i = 0; attributes.typekind == TKIND_COCLASS && i < attributes.cImplTypes; ++i) {
         HREFTYPE reference = 0;
         INT kind = 0;
         com::ComPtr<ITypeInfo> implemented;
         com::Check(info->GetRefTypeOfImplType(i, &reference));
         com::Check(info->GetRefTypeInfo(reference, &implemented));
         com::Check(info->GetImplTypeFlags(i, &kind));
-        StringFromGUID2(IdOf(implemented.Get()), id, ARRAYSIZE(id));
+        StringFromGUID2(AttributesOf(implemented.Get()).guid, id, ARRAYSIZE(id));
         out << L"  " << kind << L' ' << id << L'\n';
     }
-    info->ReleaseTypeAttr(attributes);
     for (const Operation& function : Functions(info)) {
         out << L"  " << function.id << L' ' << function.name << L' ' << function.slot;
         for (const Parameter& parameter : function.parameters) {
@@ -337,9 +332,9 @@ TEST(TypeLibTest, ObjectsReportTheirClassAndInterface) {
     com::ComPtr<ITypeInfo> info;
     ASSERT_EQ(object.As(&provider), S_OK);
     ASSERT_EQ(provider->GetClassInfo(&info), S_OK);
-    EXPECT_TRUE(IdOf(info.Get()) == entry::kClsShowSerchId);
+    EXPECT_TRUE(AttributesOf(info.Get()).guid == entry::kClsShowSerchId);
     ASSERT_EQ(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, &info), S_OK);
-    EXPECT_TRUE(IdOf(info.Get()) == __uuidof(entry::IClsShowSerch));
+    EXPECT_TRUE(AttributesOf(info.Get()).guid == __uuidof(entry::IClsShowSerch));
 }
 
 } // namespace

@@ -77,11 +77,11 @@ TEST(DemoHost, TheRecordSetHasTheShapeThatGridsRead) {
     const auto field = [&](const com::Argument& which) {
         return LateObject(fields.Call(L"Item", {which}).ToObject().Get(), L"Field");
     };
-    std::wstring described = fields.Call(L"Count").ToText();
-    for (const wchar_t* member : {L"Name", L"Caption", L"Type", L"DefinedSize"}) {
-        described += L" " + field(1L).Call(member).ToText();
-    }
-    EXPECT_EQ(described, L"10 descripcion Descripción 202 60");
+    EXPECT_EQ(fields.Call(L"Count").ToLong(), 10);
+    EXPECT_EQ(field(1L).Call(L"Name").ToText() + field(1L).Call(L"Caption").ToText(),
+              L"descripcionDescripción");
+    EXPECT_EQ(field(1L).Call(L"Type").ToLong(), 202);
+    EXPECT_EQ(field(1L).Call(L"DefinedSize").ToLong(), 60);
     EXPECT_THROW(field(10L), com::Error);
     EXPECT_THROW(field(L"id"), com::Error);
     LateObject price = field(L"PRECIO");
