@@ -117,8 +117,8 @@ TEST_F(BuscarTest, EachCommandAsksTheHost) {
            Asked({L"MoveFirst()", L"MovePrevious()", L"MoveNext()", L"MoveLast()"})},
           {Tool(L"Filtro aplicado"), L"Delete Insert", Asked({}), L"F5", Asked({L"Requery()"})},
           {Into(IDC_CMDBUSCAR), Forget(), L"Enter",
-           Asked({L"CreateFilter(&TxtFields(0), 0)", L"SetFilter(&\"\", \"Filter\")",
-                  L"GetFilter(\"Filter\")", L"AplyFilter(\"\")"})}, // it is pressed
+           Asked({L"CreateFilter(&TxtFields(0), 0)", LR"(SetFilter(&"", "Filter"))", L"GetFilter(\"Filter\")",
+                  L"AplyFilter(\"\")"})}, // it is pressed
           Tool(L"Cerrar")});
     EXPECT_THAT(TakeLog(), IsEmpty());
     const std::pair<Script, Log> ways[] = {
@@ -225,9 +225,7 @@ TEST_F(BuscarTest, AHostThatTakesItsTimeIsWaitedForWithTheAnimatedCursor) {
             if (GetCapture() == Dialog() && GetCursor() && GetCursor() != LoadCursorW(nullptr, IDC_WAIT)) {
                 shown.push_back(member);
             }
-            if (slow == member) {
-                Sleep(600);
-            }
+            Sleep(slow == member ? 600 : 0);
             if (comesForward) { // a window of the host's takes the mouse
                 const HWND other = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 9, 9,
                                                    owner, nullptr, nullptr, nullptr);

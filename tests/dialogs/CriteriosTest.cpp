@@ -130,7 +130,7 @@ TEST_F(Criterios, ARefusedValueHoldsTheUserButNotTheDialog) {
 
 TEST_F(Criterios, SearchingShowsTheCountAndIsUndoneByCancelling) {
     host.stored = L"antes";
-    const Log before{L"SetFilter(&\"antes\", \"Filter\")", L"AplyFilter(\"antes\")", L"Requery(\"selec\")"};
+    const Log before{LR"(SetFilter(&"antes", "Filter"))", L"AplyFilter(\"antes\")", L"Requery(\"selec\")"};
     const Script search{Into(kNombre, L"a"), L"Tab", Forget(), L"F5"};
     const std::wstring rest = L"   ·   1 criterio: Nombre";
     Show(L"ShowSeleccionar", {search, Says(L"10 Registros" + rest), L"^End", Tool(L"Primer registro"),
@@ -138,7 +138,7 @@ TEST_F(Criterios, SearchingShowsTheCountAndIsUndoneByCancelling) {
                               Says(L"1 Registro" + rest), Close()});
     Log log = TakeLog();
     std::erase_if(log, [](const std::wstring& line) { return line.starts_with(L"CreateFilter"); });
-    const Log applied{L"SetFilter(&\"campo=a\", \"Filter\")", L"GetFilter(\"Filter\")",
+    const Log applied{LR"(SetFilter(&"campo=a", "Filter"))", L"GetFilter(\"Filter\")",
                       L"AplyFilter(\"campo=a\")", L"Requery(\"selec\")"};
     const Log first{L"GetFilter(\"Filter\")"};
     const Log moves{L"MoveLast()", L"MoveFirst()"};
@@ -189,9 +189,32 @@ TEST_F(Criterios, TheFocusAndTheWheelScrollTheRowsOrThereAreNone) {
     host.set->Table().open = false;
     Show(L"ShowSelecLab", {Showing(IDC_CRITERIA), Says(IDC_LBLBUSCAR, L"La clase «prueba» no tiene campos."),
                            Forget(), Tool(L"Aceptar")});
-    EXPECT_THAT(TakeLog(), ElementsAre(L"GetFilter(\"Filter\")", L"SetFilter(&\"\", \"Filter\")",
+    EXPECT_THAT(TakeLog(), ElementsAre(L"GetFilter(\"Filter\")", LR"(SetFilter(&"", "Filter"))",
                                        L"GetFilter(\"Filter\")", L"AplyFilter(\"\")", L"Requery(\"selec\")",
                                        L"AceptarBuscar()"));
+}
+
+TEST_F(Criterios, ACriterionLooksAtItsOwnBoxAndClearingAtEachOnce) {
+    host.set->Table().columns = 3000;
+    Counts box;
+    Counts status;
+    Show(L"ShowSeleccionar", {Focused(kCodigo), Mentions(IDC_LBLBUSCAR, L"2700 campos"), Do([&] {
+                                  EXPECT_TRUE(Item(Field(299)) && !Item(Field(300))); // and the user is told
+                                  for (int i = 0; i < 299; i += 2) {
+                                      SetWindowTextW(Item(Field(i)), L"a");
+                                  }
+                                  Count(Item(Field(200)), box);
+                                  Count(Item(IDC_STATUS), status);
+                              }),
+                              Mentions(IDC_STATUS, L"150 criterios: Código, Precio"), L"'b", Do([&] {
+                                  EXPECT_EQ(box[WM_GETTEXT], 0U);
+                                  EXPECT_EQ(status[WM_SETTEXT], 1U);
+                              }),
+                              L"F7", Says(L"20 Registros   ·   Sin criterios"), Do([&] {
+                                  EXPECT_EQ(box[WM_GETTEXT], 1U);
+                                  EXPECT_EQ(status[WM_SETTEXT], 2U);
+                              }),
+                              L"Esc"});
 }
 
 } // namespace

@@ -1,6 +1,5 @@
-// The new appointment: what is saved, the ways out, the look-ups, and life beside the host's own loop. The
-// date picker, which opens on the current year: what its keys, its menu and its calendar make of the two
-// dates.
+// The new appointment: what is saved, the ways out, the look-ups, and life beside the host's own loop; the
+// date picker: what its keys, its menu and its calendar make of the two dates.
 #include "dates/Resources.h"
 #include "tests/dialogs/DialogFixture.h"
 
@@ -58,7 +57,7 @@ protected:
     }
 };
 
-const std::wstring kEmpty = L"\"000\", \"\", \"-.-\", \"000\", \"\", \"0\", \"-.-\"";
+const std::wstring kEmpty = LR"("000", "", "-.-", "000", "", "0", "-.-")";
 const std::wstring kTold = L"AceptarBuscar()";
 
 TEST_F(Cita, OpensOnTheDayAndThePresentMinuteAndComesToTheFrontAsItIs) {
@@ -115,8 +114,7 @@ TEST_F(Cita, EveryWayOutTellsTheHostOnceAndASinkThatFailsKeepsNobody) {
     Show({Forget(), Hour(10, 15), Into(IDC_TXTCITA13, L"7"), L"Enter",
           Box(L"ningún componente que guarde citas"), Says(IDC_TXTCITA13, L"7"),
           Do([this] { Offer({L"Citas"}); }), L"Enter"});
-    EXPECT_THAT(TakeLog(),
-                ElementsAre(Saved(L"\"000\", \"\", \"-.-\", \"000\", \"\", \"7\", \"-.-\""), kTold));
+    EXPECT_THAT(TakeLog(), ElementsAre(Saved(LR"("000", "", "-.-", "000", "", "7", "-.-")"), kTold));
     const std::pair<Script, Log> ways[] = {{L"Esc", left},
                                            {Close(), left},
                                            {Tool(L"Cancelar"), left},
@@ -179,7 +177,7 @@ TEST_F(Cita, LookUpsFillTheirBoxesAndMoveOn) {
           Set(IDC_TXTCITA10, L"otro"), Set(IDC_TXTCITA0, L"Sustituta"), Into(IDC_DTPICHORA), Hour(10, 15),
           Set(IDC_TXTCITA6, L"f2c0"), Tool(L"Aceptar")});
     EXPECT_EQ(host.log[host.log.size() - 2],
-              Saved(L"\"otro\", \"Sustituta\", \"-.-\", \"f2c0\", \"f2c1\", \"0\", \"f1c1\""));
+              Saved(LR"("otro", "Sustituta", "-.-", "f2c0", "f2c1", "0", "f1c1")"));
     EXPECT_THAT(host.log, IsSupersetOf({L"CrearClase(\"clientes\")", L"CrearClase(\"empleados\")",
                                         L"FindRecord(\"otro\")", L"FindRecord(\"f2c0\")"}));
 }
@@ -204,10 +202,6 @@ protected:
         return {Do([] { PostMessageW(GetFocus(), WM_SYSCHAR, L'p', 1 | 1 << 29); }), InMenu(), Key(key),
                 Focused(IDC_DTPICKER0)};
     }
-    /// A date typed field by field into the picker with the focus, which is Spanish.
-    static Script TypeDate(const wchar_t* day, const wchar_t* month, const wchar_t* year) {
-        return {L"Right", Type(day), L"Right", Type(month), L"Right", Type(year)};
-    }
     static std::wstring Accepted(const std::wstring& first, const std::wstring& last) {
         return L"AceptarFechaEntre(#" + first + L"#, #" + last + L"#)";
     }
@@ -225,6 +219,7 @@ TEST_F(FechaTest, WhatThePickersShowIsHandedOver) {
     const std::wstring year(today, 4);
     const Script second{L"Tab", Focused(IDC_DTPICKER1)};
     const Script third{L"Right '3"}; // a day that is not left yet
+    // A date is typed field by field into the picker with the focus, which is Spanish.
     const std::pair<Script, std::wstring> rows[] = {
         {Says(IDC_LBLINTERVALO, now.wYear % 4 == 0 ? L"366 días" : L"365 días"), whole(0)},
         {{L"^Prior ^Prior"}, whole(-2)},
@@ -232,10 +227,10 @@ TEST_F(FechaTest, WhatThePickersShowIsHandedOver) {
         {Preset(L'O'), Accepted(year + L"-01-01", today)}, // the last one
         {{Preset(L'E'), L"^Next ^Next"}, whole(1)},
         {Preset(L'I'), whole(-1)}, // a period from the menu
-        {{TypeDate(L"28", L"02", L"2090"), second,
+        {{L"Right '28 Right '02 Right '2090", second,
           Says(IDC_LBLINTERVALO, L"La primera fecha es posterior a la última")},
          Accepted(L"2090-02-28", year + L"-12-31")},
-        {{TypeDate(L"09", L"02", L"2024"), second, TypeDate(L"01", L"03", L"2024")},
+        {{L"Right '09 Right '02 Right '2024", second, L"Right '01 Right '03 Right '2024"},
          Accepted(L"2024-02-09", L"2024-03-01")},
         {third, Accepted(year + L"-01-03", year + L"-12-31")},
         {{second, third}, Accepted(year + L"-01-01", year + L"-12-03")},
@@ -244,8 +239,9 @@ TEST_F(FechaTest, WhatThePickersShowIsHandedOver) {
         Show({script, L"Enter"});
         EXPECT_THAT(TakeLog(), ElementsAre(expected));
     }
+    CountObjects();
     for (const Script& leave : {Script(L"Esc"), Close(), Tool(L"Cancelar")}) {
-        Show({TypeDate(L"09", L"02", L"2024"), leave});
+        Show({L"Right '09 Right '02 Right '2024", leave});
     }
     EXPECT_THAT(TakeLog(), IsEmpty());
 }

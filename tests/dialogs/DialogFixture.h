@@ -110,12 +110,11 @@ protected:
     static Script Question(int button, const std::wstring& text = L"");
     /// Expects each of the controls to be x; o: off, -: hidden.
     static Script Looks(std::initializer_list<int> ids, const std::wstring& shown);
-    // Steps that expect a control's text, the status line's.
+    // Steps that expect a control's text, the status line's, a part of one.
     static Script Says(int id, const std::wstring& text) {
         return Do([=] { EXPECT_EQ(ItemText(id), text); });
     }
     static Script Says(const std::wstring& status) { return Says(IDC_STATUS, status); }
-    /// Expects a part of it.
     static Script Mentions(int id, const std::wstring& part) {
         return Do([=] { EXPECT_THAT(ItemText(id), HasSubstr(part)); });
     }
@@ -131,7 +130,6 @@ protected:
     static WPARAM Tools();
     /// The window command of a tool that is on the bar; -1 when it is not.
     static int ToolCommand(const std::wstring& caption);
-    static bool IsToolOn(const wchar_t* caption);
     static void ClickTool(const wchar_t* caption);
     /// A control of it or of a panel in it.
     static HWND Item(int id);
@@ -149,6 +147,8 @@ protected:
         return std::wstring(L"SOFTWARE\\Tamvelo\\Global\\Configuracion\\Sesion\\") + key;
     }
     std::string Notes() const { return "the host was asked: " + ::testing::PrintToString(host.log); }
+    /// From here on each GDI object counts: what the system keeps has come.
+    void CountObjects();
     /// The host's window, again where it was closed; it comes to the front.
     void NewOwner();
 
@@ -163,11 +163,11 @@ protected:
     hosts::Server library;
     com::ComPtr<entry::IClsShowSerch> server;
     com::ComPtr<IDispatch> ctl; // the caller's own variables
-    com::ComPtr<IDispatch> sink;
-    com::ComPtr<IDispatch> data;
-    com::ComPtr<IDispatch> columns;
+    com::ComPtr<IDispatch> sink{host.sink.Get()};
+    com::ComPtr<IDispatch> data{host.data.Get()};
+    com::ComPtr<IDispatch> columns{host.columns.Get()};
     std::optional<HostChecks> checks;
-    long gdiSlack = 16; // what the system keeps of a window that is hidden before it goes
+    long gdiSlack = 20; // what the system keeps of a window that is hidden before it goes
     HWND owner = nullptr;
     HWND ownerBox = nullptr;
 
@@ -179,6 +179,7 @@ private:
     HKEY m_registry = nullptr;
     std::vector<std::wstring> m_windows;
     long m_gdi = 0;
+    static inline long s_caches = 200; // of the system's, which the first of each kind fills
     long m_references = 0;
 };
 

@@ -45,17 +45,16 @@ protected:
 
 private:
     Variant Given(const Parameter& parameter) {
-        const std::pair<const wchar_t*, IDispatch*> objects[] = {{L"MyClase", data.Get()},
-                                                                 {L"ctl", ctl.Get()},
-                                                                 {L"Columns", columns.Get()},
-                                                                 {L"cReports", m_reports.Get()},
-                                                                 {L"objClsEvents", sink.Get()}};
+        const std::map<std::wstring, IDispatch*> objects{{L"MyClase", data.Get()},
+                                                         {L"ctl", ctl.Get()},
+                                                         {L"Columns", columns.Get()},
+                                                         {L"cReports", m_reports.Get()}};
         switch (parameter.type) {
         case VT_DISPATCH: {
-            const auto named = [&](const auto& each) { return parameter.name == each.first; };
-            const auto last = std::end(objects) - 1; // has several names
-            const auto [name, object] = *std::find_if(std::begin(objects), last, named);
-            return Variant(Reached(object, name).Get());
+            const auto known = objects.find(parameter.name);
+            return Variant(known == objects.end()
+                               ? Reached(sink.Get(), L"objClsEvents").Get() // has several names
+                               : Reached(known->second, known->first.c_str()).Get());
         }
         case VT_BSTR:
             return Variant(L"Pruebas");

@@ -1,8 +1,7 @@
-// Hosts that go to the limits: more of everything than anybody means; the window that a dialog belongs to
-// goes while nobody is looking; components of the environment are out of order.
+// Hosts that go to the limits: texts longer than anybody means; the window that a dialog belongs to goes while
+// nobody is looking; components of the environment are out of order.
 #include <thread>
 
-#include "selection/Resources.h"
 #include "tests/dialogs/EveryOperation.h"
 
 namespace tamvelo::testing {
@@ -64,51 +63,6 @@ TEST_F(Limits, AMessageShowsTheFirstLinesAndTheTraceTheWhole) {
     EXPECT_THAT(m_told, HasSubstr(L"\nPrecio: ccccc"));
 }
 
-TEST_F(Limits, ACriterionLooksAtItsOwnBoxAndClearingAtEachOnce) {
-    host.set->Table().columns = 3000;
-    host.data->Returns(L"ValidaKey", Variant(true));
-    const auto entry = [](int field) {
-        return GetDlgItem(Item(IDC_CRITERIA), IDC_CRITERIA_FIELDS + 4 * field + 1);
-    };
-    Counts other;
-    Counts status;
-    Open(OperationOf(L"ShowSeleccionar"),
-         {Do([&] {
-              EXPECT_NE(entry(299), nullptr);
-              EXPECT_EQ(entry(300), nullptr); // and the user is told
-              EXPECT_THAT(ItemText(IDC_LBLBUSCAR), HasSubstr(L"2700 campos"));
-              for (int i = 0; i < 299; i += 2) {
-                  SetWindowTextW(entry(i), L"a");
-              }
-              EXPECT_THAT(ItemText(IDC_STATUS), HasSubstr(L"150 criterios: Código, Precio"));
-              Count(entry(200), other);
-              Count(Item(IDC_STATUS), status);
-          }),
-          L"'b", Do([&] {
-              EXPECT_EQ(other[WM_GETTEXT], 0U);
-              EXPECT_EQ(status[WM_SETTEXT], 1U);
-          }),
-          L"F7", Says(L"20 Registros   ·   Sin criterios"), Do([&] {
-              EXPECT_EQ(other[WM_GETTEXT], 1U);
-              EXPECT_EQ(status[WM_SETTEXT], 2U);
-          }),
-          L"Esc"});
-}
-
-TEST_F(Limits, ACellOfAMegabyteIsSeenByItsBeginningAndCopiedWhole) {
-    const std::wstring huge(500'000, L'x');
-    host.set->Table().value = [&](long, short) { return Variant(huge); };
-    Open(OperationOf(L"ShowSelec"),
-         {L"F5",
-          Until("the record",
-                [](HWND) { return ItemText(IDC_RECORD_VALUE).find(L"500000 caracteres") < 20'000; }),
-          L"^C Esc Esc"});
-    ASSERT_TRUE(OpenClipboard(nullptr));
-    EXPECT_EQ(static_cast<const wchar_t*>(GlobalLock(GetClipboardData(CF_UNICODETEXT))), huge);
-    CloseClipboard();
-}
-
-using ::testing::AnyOf;
 using Ground = WithEnvironment;
 
 TEST_F(Ground, AWindowThatIsClosedByASentMessageEndsTheOperation) {
@@ -153,7 +107,8 @@ TEST_F(Ground, AComponentThatIsOutOfOrderIsToldOfOnceAndLeftAlone) {
              [&] { return Unwatched(OperationOf(L"ShowBuscar")) ? E_FAIL : S_OK; });
     };
     open({Box(L"«Configuracion».RestaurarPosicion"), Box(L"«Foco».Recibir")});
-    EXPECT_THAT(host.log, Contains(AnyOf(StartsWith(L"Recibir"), StartsWith(L"GuardarPosicion"))).Times(1));
+    EXPECT_THAT(host.log,
+                Contains(::testing::AnyOf(StartsWith(L"Recibir"), StartsWith(L"GuardarPosicion"))).Times(1));
     SetValue(kEnvironmentKey, L"Configuracion", L"");
     SetValue(kEnvironmentKey, L"Foco", L"No.Existe");
     Renew();

@@ -8,6 +8,7 @@
 #include <thread>
 #include <vector>
 
+#include "com/LateObject.h"
 #include "demo/app/Counts.h"
 #include "tests/hosts/Server.h"
 #include "tests/support/Drive.h"
@@ -104,19 +105,14 @@ TEST(Loading, SeveralApartmentsOpenAtOnce) {
 
 TEST(Loading, AThreadThatEndsLeavesNothingOpen) {
     for (const bool endsItsApartment : {true, false}) {
-        SCOPED_TRACE(endsItsApartment);
         Server server;
         FakeHost host;
         const long references = host.References();
         std::thread([&] {
             ImmDisableIME(0); // input methods have a share of their own in the apartment
             CoInitialize(nullptr);
-            com::ComPtr<IDispatch> sink(host.sink.Get());
-            com::ComPtr<IDispatch> data(host.data.Get());
-            long owner = 0;
-            DATE day = 46347;
-            EXPECT_EQ(server.Create()->ShowNuevaCita(sink.GetAddressOf(), data.GetAddressOf(), &owner, &day),
-                      S_OK);
+            com::LateObject(server.Create().Get(), L"servidor")
+                .Call(L"ShowNuevaCita", {host.sink.Get(), host.data.Get(), 0L, com::Variant::Date(46347)});
             EXPECT_NE(TopWindow(), nullptr);
             EXPECT_GT(host.References(), references + 2);
             EXPECT_FALSE(server.MayUnload());

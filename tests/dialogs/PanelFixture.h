@@ -30,7 +30,15 @@ class PanelTest : public DialogTest {
 protected:
     using DialogTest::DialogTest;
     /// Calls the operation with the script playing; the error that the host got, if any.
-    std::optional<com::Error> Try(const Opening& how, const Script& script);
+    std::optional<com::Error> Try(const Opening& how, const Script& script) {
+        const com::Argument control = com::Argument::Ref(ctl);
+        return how.last
+                   ? PlayLate(how.operation,
+                              {sink.Get(), data.Get(), control, how.column, how.indx, how.find, *how.last},
+                              script)
+                   : PlayLate(how.operation,
+                              {sink.Get(), data.Get(), control, how.column, how.indx, how.find}, script);
+    }
     void Show(const Opening& how, const Script& script) { EXPECT_FALSE(Try(how, script)); }
     void Show(const Script& script) { Show({}, script); }
     /// Expects that the host is asked just that after the opening, and gets no error.
@@ -50,7 +58,16 @@ protected:
     static Script OnButton() { return Into(IDC_CMDBUSCAR); }
     static Script InGrid() { return Into(IDC_DATAGRID); }
     // The mouse in the first row of a column, in the column's heading; the menu of the grid.
-    static Script Mouse(std::initializer_list<UINT> messages, WPARAM column = 0, HWND (*where)() = Grid);
+    static Script Mouse(const std::vector<UINT>& messages, WPARAM column = 0, HWND (*where)() = Grid) {
+        return Do([=] {
+            const RECT place = HeadingOf(column);
+            for (const UINT message : messages) {
+                PostMessageW(
+                    where(), message, MK_LBUTTON,
+                    MAKELPARAM((place.left + place.right) / 2, where == Grid ? place.bottom + 4 : 5));
+            }
+        });
+    }
     static Script ClickHeading(WPARAM column = 0) {
         return Mouse({WM_LBUTTONDOWN, WM_LBUTTONUP}, column, Heading);
     }
@@ -67,7 +84,11 @@ protected:
     static HWND Grid() { return Item(IDC_DATAGRID); }
     static HWND Heading() { return FindWindowExW(Grid(), nullptr, L"SysHeader32", nullptr); }
     /// A column's part of the heading.
-    static RECT HeadingOf(WPARAM column);
+    static RECT HeadingOf(WPARAM column) {
+        RECT place{};
+        SendMessageW(Heading(), HDM_GETITEMRECT, column, reinterpret_cast<LPARAM>(&place));
+        return place;
+    }
 };
 
 } // namespace tamvelo::testing

@@ -10,11 +10,6 @@ protected:
     static Script Strip(bool shown) {
         return {Looks({IDC_TXTFIELDS0, IDC_LBLTABLE}, shown ? L"xx" : L"--"), SearchHasRoom(shown)};
     }
-    static std::wstring RecordText(int row) {
-        wchar_t text[512] = L"";
-        ListView_GetItemText(GetDlgItem(TopWindow(), IDC_RECORD_LIST), row, 1, text, ARRAYSIZE(text));
-        return text;
-    }
     static COLORREF PixelOf(HWND window, int x, int y) { // from the right and the bottom
         RECT area;
         GetClientRect(window, &area);
@@ -96,7 +91,7 @@ TEST_F(PanelUse, TheStripNamesItsColumnAndComesAndGoes) {
     const Script first = Says(IDC_LBLBUSCAR, L"B&uscar en Código:");
     const Script second = Says(IDC_LBLBUSCAR, L"B&uscar en Nombre:");
     Log everything(kSearch.begin() + 1, kSearch.end()); // the host makes no filter of an asterisk
-    everything[0] = L"SetFilter(&\"\", \"FilterSelec\")";
+    everything[0] = LR"(SetFilter(&"", "FilterSelec"))";
     everything[2] = L"AplyFilter(\"\")";
     Expect({{first, L"Right", second, Mouse({WM_LBUTTONDOWN}, 0), first, ClickHeading(1), second, L"Left",
              Forget()},
@@ -128,10 +123,10 @@ TEST_F(PanelUse, TheMenuOfAHeadingIsAboutItsColumn) {
          }),
          menu, L"Up Up Up Enter", Do([] { EXPECT_LT(HeadingOf(2).right - HeadingOf(2).left, 200); }), // fits
          menu, L"Down Down Down Enter Esc"},
-        {L"SetOrder(&2, \"\", \"seleccion\")"});
+        {LR"(SetOrder(&2, "", "seleccion"))"});
 }
 
-TEST_F(PanelUse, F5ShowsTheWholeRecord) {
+TEST_F(PanelUse, F5ShowsTheWholeRecordAndTheBeginningOfALongValueWhichIsCopiedWhole) {
     const std::wstring end = std::wstring(300, L'n') + L" fin";
     const std::wstring verse = L"uno\r\ndos\rtres\n" + end;
     host.set->Table().value = [&](long, short column) -> Variant {
@@ -140,6 +135,19 @@ TEST_F(PanelUse, F5ShowsTheWholeRecord) {
         }
         return Variant(column == 1 ? verse : L"c" + std::to_wstring(column));
     };
+    const auto text = [](int row) {
+        wchar_t value[512] = L"";
+        ListView_GetItemText(GetDlgItem(TopWindow(), IDC_RECORD_LIST), row, 1, value, ARRAYSIZE(value));
+        return std::wstring(value);
+    };
+    const auto copied = [](const std::wstring& value) {
+        return Do([=] {
+            OpenClipboard(TopWindow());
+            EXPECT_EQ(static_cast<const wchar_t*>(GlobalLock(GetClipboardData(CF_UNICODETEXT))), value);
+            CloseClipboard();
+        });
+    };
+    const Script leave{L"Esc", Back(), Focused(IDC_DATAGRID), L"Esc"};
     const auto fills = [] {
         const HWND list = GetDlgItem(TopWindow(), IDC_RECORD_LIST);
         RECT area{};
@@ -148,7 +156,7 @@ TEST_F(PanelUse, F5ShowsTheWholeRecord) {
         EXPECT_EQ(ListView_GetItemCount(list), MemoryRecordSet::kColumns);
     };
     Expect({L"F5", Elsewhere(), Do([&] {
-                EXPECT_EQ(RecordText(7) + RecordText(6) + RecordText(1), L"c7#Erroruno dos tres " + end);
+                EXPECT_EQ(text(7) + text(6) + text(1), L"c7#Erroruno dos tres " + end);
                 fills();
                 SetWindowPos(TopWindow(), nullptr, 0, 0, 900, 600, SWP_NOMOVE | SWP_NOZORDER);
                 fills();
@@ -158,13 +166,12 @@ TEST_F(PanelUse, F5ShowsTheWholeRecord) {
                 EXPECT_EQ(TextOf(whole), L"uno\r\ndos\r\ntres\r\n" + end);
                 EXPECT_GT(SendMessageW(whole, EM_GETLINECOUNT, 0, 0), 4);
             }),
-            L"^C", Do([&] {
-                OpenClipboard(TopWindow());
-                EXPECT_EQ(static_cast<const wchar_t*>(GlobalLock(GetClipboardData(CF_UNICODETEXT))), verse);
-                CloseClipboard();
-            }),
-            L"Esc", Back(), Focused(IDC_DATAGRID), L"Esc"},
+            L"^C", copied(verse), leave},
            {});
+    const std::wstring huge(500'000, L'x');
+    host.set->Table().value = [&](long, short) { return Variant(huge); };
+    const auto begins = [](HWND) { return ItemText(IDC_RECORD_VALUE).find(L"500000 caracteres") < 20'000; };
+    Expect({L"F5", Until("the beginning", begins), L"^C", copied(huge), leave}, {});
     host.set->Table().records = 0;
     Expect(L"F5 Esc", {});
 }

@@ -14,7 +14,7 @@
 namespace tamvelo::testing {
 namespace {
 
-const std::wstring kLedger = L"Articulos_Movimientos_ALMACEN";
+constexpr wchar_t kLedger[] = L"Articulos_Movimientos_ALMACEN";
 
 base::DateRange ThisMonth() {
     SYSTEMTIME now;
@@ -24,13 +24,11 @@ base::DateRange ThisMonth() {
 
 /// A range as the log writes its dates.
 std::wstring Logged(const base::DateRange& range) {
-    std::wstring text;
-    for (const base::Day day : {range.first, range.last}) {
-        wchar_t one[16];
-        const base::CalendarDate date = base::ToDate(day);
-        wsprintfW(one, L"#%04d-%02d-%02d#", date.year, date.month, date.day);
-        text += (text.empty() ? L"" : L", ") + std::wstring(one);
-    }
+    const base::CalendarDate first = base::ToDate(range.first);
+    const base::CalendarDate last = base::ToDate(range.last);
+    wchar_t text[32];
+    wsprintfW(text, L"#%04d-%02d-%02d#, #%04d-%02d-%02d#", first.year, first.month, first.day, last.year,
+              last.month, last.day);
     return text;
 }
 
@@ -75,58 +73,47 @@ protected:
 
 TEST_F(Reports, EachDialogHandsOverItsOwnCall) {
     const Script off = Looks({Part(0)}, L"o");
-    const Script written{Set(Part(0), L"C-1"), Set(Part(1), L"A"), Choose(Part(2), 1),
-                         Tick(5)}; // Repetición: No, Facturado: Sí
+    const Script written{Set(Part(0), L"C-1"), Set(Part(1), L"A"), Choose(Part(2), 1), Tick(5)}; // No, Sí
     const Script priced{written, Choose(Part(6), 9)};
     const Script draft{off, Set(Part(1), L"A")};
     const Script hours{Set(Part(0), L"C-1"), Set(Part(1), L"7.05"), Set(Part(2), L"2130"), Tick(4)};
     const Script complaint{off, Tick(0)}; // never printed unseen
-    const Script orders{Set(Part(0), L"C-1"),
-                        Set(Part(1), L"T"),
-                        Set(Part(2), L"8"),
-                        Set(Part(3), L"9"),
-                        Choose(Part(4), 0),
-                        Choose(Part(5), 1),
-                        Tick(6)};
+    const Script orders{{Set(Part(0), L"C-1"), Set(Part(1), L"T"), Set(Part(2), L"8"), Set(Part(3), L"9")},
+                        {Choose(Part(4), 0), Choose(Part(5), 1), Tick(6)}};
     const Script numbers{Click(IDC_CMDMARCAS), InMenu(), L"Esc", Focused(IDC_LIST1), Set(Part(0), L"100"),
                          Set(Part(1), L"200"), Tick(2)};
-    // Something in every condition: places, not numbers; the third list before the first.
-    const struct {
-        const wchar_t* operation;
-        const wchar_t* member;
-        bool dates;
-        Script fill;
-        const wchar_t* filled;
-        std::wstring screen = L"Pedidos";
-    } cases[] = {
-        {L"ShowRpt", L"AceptarReports", false, {}, L""},
-        {L"ShowRptListas", L"AceptarListasParam", false, Choose(Part(0), 4), L", \"SL4\""},
-        {L"ShowRptCond", L"AceptarReportsParam", true, priced, L", \"C-1\", &0, &1, \"A\", &\"TDS\""},
-        {L"ShowRptInfCond", L"AceptarReportsInformesParam", true, written, L", \"C-1\", &0, &1, \"A\""},
-        {L"ShowRptMailCond", L"AceptarReportsParamMail", true, priced, L", \"C-1\", &0, &1, \"A\", &\"TDS\""},
-        {L"ShowRptBorrador", L"AceptarReportsParamMail", true, draft,
-         L", \"Borrador\", &2, &2, \"A\", &\"PRC\"", L"Presupuestos"},
-        {L"ShowRptCondHr", L"AceptarReportsParamHr", true, hours,
-         L", \"C-1\", False, True, #1899-12-30 07:05#, #1899-12-30 21:30#"},
-        {L"ShowRptFchAuto", L"AceptarReportsFchAuto", true, Tick(0), L", 1"},
-        {L"ShowRptFchAuto", L"AceptarInformesFchAuto", true, Tick(0), L", 1", kLedger},
-        {L"ShowRptFchAutoInf", L"AceptarInformesFchAuto", true, Tick(0), L", 1"},
-        {L"ShowRptFchAutoInf", L"AceptarInformesFchAuto", true, complaint, L", 0", L"Pedidos_Reclamaciones"},
-        {L"ShowRptFchAutoInf", L"AceptarInformesFchAuto", true, Tick(0), L", 1", L"pedidos_reclamaciones"},
-        {L"ShowRptsInfFch", L"AceptarInformesFch", true, Set(Part(0), L"A"), L", \"A\""},
-        {L"ShowRptFchCliDirec", L"AceptarInformesFchAuto", true, {}, L""},
-        {L"ShowRptInfOrdenes", L"AceptarInformesFchAutoTipoTime", true, orders,
-         L", 1, \"T\", #1899-12-30 08:00#, #1899-12-30 09:00#, 0, 1, \"C-1\""},
-        {L"ShowRptNumAut", L"AceptarDocNumAut", false, numbers, L", \"100\", \"200\", True"},
+    // Something in every condition: places, not numbers; the third list before the first. "@" are ticks,
+    // output, copies and dates, "*" those without dates.
+    const std::tuple<const wchar_t*, const wchar_t*, Script, std::wstring> cases[] = {
+        {L"ShowRpt", L"Pedidos", {}, L"AceptarReports(*)"},
+        {L"ShowRptListas", L"Pedidos", Choose(Part(0), 4), LR"(AceptarListasParam(*, "SL4"))"},
+        {L"ShowRptCond", L"Pedidos", priced, LR"(AceptarReportsParam(@, "C-1", &0, &1, "A", &"TDS"))"},
+        {L"ShowRptInfCond", L"Pedidos", written, LR"(AceptarReportsInformesParam(@, "C-1", &0, &1, "A"))"},
+        {L"ShowRptMailCond", L"Pedidos", priced,
+         LR"(AceptarReportsParamMail(@, "C-1", &0, &1, "A", &"TDS"))"},
+        {L"ShowRptBorrador", L"Presupuestos", draft,
+         LR"(AceptarReportsParamMail(@, "Borrador", &2, &2, "A", &"PRC"))"},
+        {L"ShowRptCondHr", L"Pedidos", hours,
+         LR"(AceptarReportsParamHr(@, "C-1", False, True, #1899-12-30 07:05#, #1899-12-30 21:30#))"},
+        {L"ShowRptFchAuto", L"Pedidos", Tick(0), L"AceptarReportsFchAuto(@, 1)"},
+        {L"ShowRptFchAuto", kLedger, Tick(0), L"AceptarInformesFchAuto(@, 1)"},
+        {L"ShowRptFchAutoInf", L"Pedidos", Tick(0), L"AceptarInformesFchAuto(@, 1)"},
+        {L"ShowRptFchAutoInf", L"Pedidos_Reclamaciones", complaint, L"AceptarInformesFchAuto(@, 0)"},
+        {L"ShowRptFchAutoInf", L"pedidos_reclamaciones", Tick(0), L"AceptarInformesFchAuto(@, 1)"},
+        {L"ShowRptsInfFch", L"Pedidos", Set(Part(0), L"A"), LR"(AceptarInformesFch(@, "A"))"},
+        {L"ShowRptFchCliDirec", L"Pedidos", {}, L"AceptarInformesFchAuto(@)"},
+        {L"ShowRptInfOrdenes", L"Pedidos", orders,
+         LR"(AceptarInformesFchAutoTipoTime(@, 1, "T", #1899-12-30 08:00#, #1899-12-30 09:00#, 0, 1, "C-1"))"},
+        {L"ShowRptNumAut", L"Pedidos", numbers, LR"(AceptarDocNumAut(*, "100", "200", True))"},
     };
     const std::wstring next = L", " + Logged(base::Step(ThisMonth(), 1));
-    for (const auto& row : cases) {
-        Show(row.operation, {L"^A ^Next", row.fill, Choose(IDC_CMBSELEC, 1), Copies(L" 7"), L"Enter"},
-             row.screen);
-        EXPECT_THAT(TakeLog(),
-                    ElementsAre(row.member + (L"(&[True True True], &1, &7" + (row.dates ? next : L"")) +
-                                row.filled + L")"));
+    for (auto [operation, screen, fill, call] : cases) {
+        Show(operation, {L"^A ^Next", fill, Choose(IDC_CMBSELEC, 1), Copies(L" 7"), L"Enter"}, screen);
+        const size_t mark = call.find(L'(') + 1;
+        call.replace(mark, 1, L"&[True True True], &1, &7" + (call[mark] == L'@' ? next : L""));
+        EXPECT_THAT(TakeLog(), ElementsAre(call));
     }
+    CountObjects();
     Show(L"ShowSql", L"Space Enter");
     Show(L"ShowRptFchAuto", {Looks({Part(0)}, L"-"), L"Enter"}, L"Otra", Variant(false));
     EXPECT_THAT(TakeLog(),
@@ -156,7 +143,7 @@ TEST_F(Reports, ChoicesAreKeptPerScreenAndFollowTheReports) {
     titles.clear();
     Show(L"ShowRptMailCond", L"Enter");
     const std::wstring start = L"AceptarReportsParamMail(&[";
-    const std::wstring rest = month + L", \"\", &2, &2, \"\", &\"PRC\")";
+    const std::wstring rest = month + LR"(, "", &2, &2, "", &"PRC"))";
     EXPECT_THAT(TakeLog(),
                 ElementsAre(start + L"False False True], &2, &7, " + rest,
                             start + L"False False False], &0, &1, " + rest, start + L"], &2, &7, " + rest));
@@ -218,11 +205,12 @@ TEST_F(Reports, AComponentOfTheEnvironmentFillsAndKeepsTheLists) {
          {Do([] { EXPECT_EQ(SendMessageW(Item(IDC_CMBSELEC), CB_GETCOUNT, 0, 0), 2); }), L"Space Enter"});
     const std::wstring key = L"(\"" + FormKey(L"frmRptsMailCond") + L"\\rptsPedidos\", ";
     const std::wstring boxes = L"List1(0), CmbSelec(0), TxtFields(0)";
-    EXPECT_THAT(TakeLog(), IsSupersetOf({L"CargarLista" + key + L"[\"Listado\" \"Resumen\" \"Etiquetas\"], " +
-                                             boxes + L", False, False)",
-                                         L"GuardarLista" + key + boxes + L")",
-                                         L"AceptarReportsParamMail(&[False True], &0, &3, " + month +
-                                             L", \"\", &2, &2, \"\", &\"PRC\")"}));
+    EXPECT_THAT(
+        TakeLog(),
+        IsSupersetOf(
+            {L"CargarLista" + key + LR"(["Listado" "Resumen" "Etiquetas"], )" + boxes + L", False, False)",
+             L"GuardarLista" + key + boxes + L")",
+             L"AceptarReportsParamMail(&[False True], &0, &3, " + month + LR"(, "", &2, &2, "", &"PRC"))"}));
     Show(L"PrintEtiq", {});
     EXPECT_THAT(host.log,
                 Contains(::testing::AllOf(HasSubstr(L"CargarEtiquetas"), HasSubstr(L", List1(0))"))));
