@@ -1,5 +1,5 @@
-// Hosts that go to the limits: texts longer than anybody means; the window that a dialog belongs to goes while
-// nobody is looking; components of the environment are out of order.
+// Hosts that go to the limits: texts longer than anybody means; the window that a dialog belongs to goes
+// while nobody is looking; components of the environment are out of order.
 #include <thread>
 
 #include "tests/dialogs/EveryOperation.h"
