@@ -113,7 +113,6 @@ TEST_F(Reports, EachDialogHandsOverItsOwnCall) {
         call.replace(mark, 1, L"&[True True True], &1, &7" + (call[mark] == L'@' ? next : L""));
         EXPECT_THAT(TakeLog(), ElementsAre(call));
     }
-    CountObjects();
     Show(L"ShowSql", L"Space Enter");
     Show(L"ShowRptFchAuto", {Looks({Part(0)}, L"-"), L"Enter"}, L"Otra", Variant(false));
     EXPECT_THAT(TakeLog(),
@@ -293,6 +292,7 @@ TEST_F(Reports, WhatIsNoHourIsRefusedAndCopiesThatAreNoNumberReportedTheChoicesK
         {L"ShowRptNumAut", L"Pedidos", false, L"Empty, Empty, False)"},
         {L"ShowRptNumAut", L"Pedidos", true, L"\"100\", Empty, True)"},
     };
+    CountObjects();
     for (const auto& [operation, screen, showAuto, call] : others) {
         Show(L"ShowRptNumAut", fails);
         const bool prints = *operation == L'P';
