@@ -94,6 +94,8 @@ constexpr Silent kSilent[] = {
     {L"Fields.Item.Value", Fault::Array, VT_EMPTY, "the cell shows it"},
     {L"Fields.Item.Value", Fault::Megabyte, VT_EMPTY, "the cell shows it"},
     {L"Fields.Item.Value", Fault::EmbeddedZero, VT_EMPTY, "the cell shows it"},
+    {L"ShowSelecAdd MyClase.Recordset.Fields.Item.Value", Fault::None, VT_EMPTY,
+     "the cell shows it, handed over is the code that was typed"},
     {L"ShowSelecAdd MyClase.ValidaValue", Fault::Missing, VT_EMPTY, "may be missing"},
     {L"Entorno.CrearClase", Fault::Null, VT_DISPATCH, "the user is told of the class"},
     {L"Entorno.CrearClase", Fault::Empty, VT_DISPATCH, "the user is told of the class"},
