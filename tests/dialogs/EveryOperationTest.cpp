@@ -94,13 +94,23 @@ int WidthOfText(HWND control) {
 }
 
 void ExpectOrderlyControls(HWND dialog) {
-    const RECT design = PlaceOf(dialog);
-    SetWindowPos(dialog, nullptr, 0, 0, 30, 30, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    const RECT least = PlaceOf(dialog);
-    EXPECT_TRUE(EqualRect(&least, &design)) << "can be made too small";
     Texts captions;
     HWND before = nullptr;
-    for (const HWND control : ShownControls(dialog)) {
+    const std::vector<HWND> controls = ShownControls(dialog);
+    for (auto at = controls.begin(); at != controls.end(); ++at) {
+        const HWND control = *at;
+        const bool frame =
+            IsA(control, L"Button") && (GetWindowLongW(control, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX;
+        for (auto other = at + 1; other != controls.end() && !frame; ++other) {
+            RECT shared{};
+            const RECT place = PlaceOf(control);
+            const RECT another = PlaceOf(*other);
+            EXPECT_FALSE(IntersectRect(&shared, &place, &another) && !IsA(*other, UPDOWN_CLASSW))
+                << GetDlgCtrlID(control) << " lies over " << GetDlgCtrlID(*other);
+        }
+        const bool label = IsA(control, L"Static") && base::Trim(TextOf(control)).ends_with(L":");
+        EXPECT_TRUE(!label || IsWindowVisible(GetWindow(control, GW_HWNDNEXT)))
+            << base::ToUtf8(TextOf(control)) << " is the label of nothing";
         if (IsA(control, L"Button") || (IsA(control, L"Static") && !Has(control, SS_NOPREFIX))) {
             captions.push_back(TextOf(control));
             RECT room{};
@@ -120,6 +130,10 @@ void ExpectOrderlyControls(HWND dialog) {
         }
     }
     ExpectKeysOnce(captions);
+    const RECT design = PlaceOf(dialog);
+    SetWindowPos(dialog, nullptr, 0, 0, 30, 30, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    const RECT least = PlaceOf(dialog);
+    EXPECT_TRUE(EqualRect(&least, &design)) << "can be made too small";
 }
 
 class EveryOperation : public AllOperations {
