@@ -9,11 +9,11 @@ mkdir -p build out/fuzz
 cmake --preset fuzz >build/fuzz.log
 cmake --build --preset fuzz --target fuzzers
 failed=0
-for fuzzer in build/fuzz/*-fuzz; do
-    name=$(basename "$fuzzer" -fuzz)
+for source in tests/base/fuzz/*Fuzz.cpp; do # not what a build of before left in its folder
+    name=$(basename "$source" Fuzz.cpp)
     log=out/fuzz/$name.log
     mkdir -p "$kept/$name"
-    if "$fuzzer" -max_total_time="${1:-20}" -timeout=10 -max_len=4096 -print_final_stats=1 -artifact_prefix="out/fuzz/$name-" \
+    if "build/fuzz/$name-fuzz" -max_total_time="${1:-20}" -timeout=10 -max_len=4096 -print_final_stats=1 -artifact_prefix="out/fuzz/$name-" \
         "$kept/$name" "tests/base/fuzz/corpus/$name" >"$log" 2>&1; then
         echo "fuzz $name: $(sed -n 's/^stat::number_of_executed_units: //p' "$log") executions"
     else

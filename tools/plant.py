@@ -220,7 +220,8 @@ def recorded(workers):
         store.write_text(json.dumps(known))
 
     with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
-        list(pool.map(one, sorted(build.glob("*-test.exe"))))
+        targets = subprocess.run(["ninja", "-C", build, "-t", "targets", "all"], capture_output=True, text=True).stdout
+        list(pool.map(one, (build / name for name in re.findall(r"^(\S+-test\.exe): ", targets, re.M))))
     return now
 
 

@@ -72,6 +72,8 @@ class RegistrationTest : public testing::Test {
 protected:
     void SetUp() override {
         Clean(); // what a run that was ended left
+        m_install(TRUE, L"user");
+        Clean(); // and its empty parents, which go with what is in them
         RegSetKeyValueW(HKEY_CURRENT_USER, L"Software\\Classes", L"prueba", REG_SZ, L"",
                         2); // as users have it
         m_before = AllOfTheUser();
