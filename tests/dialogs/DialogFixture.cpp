@@ -65,9 +65,8 @@ void DialogTest::TearDown() {
     checks.reset();
     m_component.reset();
     EXPECT_THAT(Windows(), ElementsAreArray(m_windows)) << "windows left";
-    s_caches -= std::max(0L, demo::GdiObjects() - m_gdi - gdiSlack);
-    EXPECT_GE(s_caches, 0) << "GDI objects left";
-    s_caches = std::min(s_caches, 60L);
+    ExpectObjects();
+    s_caches = std::clamp(s_caches, 0L, 60L);
     EXPECT_EQ(host.References(), m_references) << "references to host objects left";
     EXPECT_TRUE(library.MayUnload());
     if (IsWindow(owner)) {
@@ -78,6 +77,11 @@ void DialogTest::TearDown() {
     RegCloseKey(m_registry);
     RegDeleteTreeW(HKEY_CURRENT_USER, kPrivateRoot);
     std::filesystem::remove_all(m_folder);
+}
+
+void DialogTest::ExpectObjects() {
+    s_caches -= std::max(0L, demo::GdiObjects() - m_gdi - gdiSlack);
+    EXPECT_GE(s_caches, 0) << "GDI objects left";
 }
 
 void DialogTest::CountObjects() {

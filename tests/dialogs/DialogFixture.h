@@ -149,6 +149,8 @@ protected:
     std::string Notes() const { return "the host was asked: " + ::testing::PrintToString(host.log); }
     /// From here on each GDI object counts: what the system keeps has come.
     void CountObjects();
+    /// None is left that was not there before but for those.
+    void ExpectObjects();
     /// The host's window, again where it was closed; it comes to the front.
     void NewOwner();
 

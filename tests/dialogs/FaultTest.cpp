@@ -250,6 +250,7 @@ protected:
                 traced(L"sin " + member.substr(member.find(L'.') + 1), use, Fault::Raises, member);
             }
         }
+        CountObjects(); // what is left is looked at where nothing is recorded
     }
 
     /// All faults of all members that a clean run calls; unless it is a long run the daily ones, and of an
@@ -262,6 +263,8 @@ protected:
         EXPECT_THAT(clean.told, IsEmpty());
         EXPECT_FALSE(clean.stuck);
         const Scene opening = Try(operation, L"");
+        CountObjects();
+        gdiSlack = 16; // for all the tries together
         for (const auto& [member, answers] : clean.called) {
             // Operations that are used alike have a form in common, and all grids read their records the same
             // way.
@@ -298,6 +301,7 @@ protected:
             Renew();
             EXPECT_LE(Foreign::Alive(), m_alive) << base::ToUtf8(member);
         }
+        ExpectObjects();
     }
 
 private:
