@@ -218,8 +218,8 @@ TEST_F(Reports, AComponentOfTheEnvironmentFillsAndKeepsTheLists) {
 TEST_F(Reports, TheSeriesBelongsToTheEleventhReport) {
     titles.assign(12, L"Informe");
     SetValue(Session(L"Clientes"), L"Serie", L"A");
-    const Script on = Looks({Part(0)}, L"x");
-    const Script off = Looks({Part(0)}, L"o");
+    const Script on = Looks({Part(0) - 1, Part(0)}, L"xx"); // its label, too
+    const Script off = Looks({Part(0) - 1, Part(0)}, L"oo");
     Script script;
     for (int i = 0; i < 12; ++i) {
         script.Append({i == 10 ? on : off, L"Down"});
