@@ -152,6 +152,20 @@ TEST(CallOut, AnErrorKeepsWhatTheHostSaidAndNamesTheCall) {
          },
          {static_cast<HRESULT>(0x800A0201), L"Lo pienso y no.", L"Anfitrión"},
          L"ayuda.chm 7"},
+        {[](EXCEPINFO* thrown) {
+             thrown->scode = E_ACCESSDENIED;
+             thrown->bstrDescription = SysAllocString(L"Con su código.");
+             return DISP_E_EXCEPTION;
+         },
+         {E_ACCESSDENIED, L"Con su código.", L"«MyClase».Requery"},
+         L" 0"},
+        {[](EXCEPINFO* thrown) {
+             thrown->scode = 513; // as scripts say it
+             thrown->bstrDescription = SysAllocString(L"Con su número.");
+             return DISP_E_EXCEPTION;
+         },
+         {static_cast<HRESULT>(0x800A0201), L"Con su número.", L"«MyClase».Requery"},
+         L" 0"},
         {[](EXCEPINFO*) {
              com::ComPtr<ICreateErrorInfo> made;
              com::ComPtr<IErrorInfo> info;

@@ -350,9 +350,10 @@ TEST_F(GridWindowTest, AReaderIsToldOfTheRowAndTheCellThatAreCurrentNow) {
     SetFocus(m_grid->Window());
     tells({{EVENT_OBJECT_FOCUS, 3}, {EVENT_OBJECT_SELECTION, 3}});
     Send(WM_VSCROLL, SB_BOTTOM);
+    SetWindowPos(m_grid->Window(), nullptr, 0, 0, 300, 150, SWP_NOMOVE | SWP_NOZORDER);
     SetFocus(m_parent);
     SetFocus(m_grid->Window());
-    tells({}); // it is not on screen
+    tells({}); // it is not on screen, and a new size does not bring it back
     UnhookWinEvent(hook);
 }
 
