@@ -1,6 +1,6 @@
-# The folders of the library, bottom up. A storey may use those of lower rank only: forms (rank 5) do not know each other.
-set(TAMVELO_STOREYS base com contract grid frame search selection gridconfig reports dates entry)
-set(TAMVELO_RANKS 0 1 2 3 4 5 5 5 5 5 6)
+# The folders of the library, bottom up. A storey may use those of lower rank only: forms (rank 6) do not know each other.
+set(TAMVELO_STOREYS base com contract win objects grid environment frame search selection gridconfig reports dates entry)
+set(TAMVELO_RANKS 0 1 2 2 3 3 4 5 6 6 6 6 6 7)
 
 # What every target of ours is compiled with. Not -Wnon-virtual-dtor: COM interfaces have no destructor by design, and
 # deleting through a base without one is caught by -Wall.
@@ -24,18 +24,18 @@ function(tamvelo_rank folder result)
     set(${result} ${rank} PARENT_SCOPE)
 endfunction()
 
-# tamvelo_storey(NAME grid SOURCES a.cpp b.cpp... [USES contract com base] [LIBRARIES comctl32...])
-# The static library tamvelo_<NAME> of the folder; USES are storeys below it, LIBRARIES anything else to link.
+# tamvelo_storey(NAME grid [FAST] SOURCES a.cpp b.cpp... [USES contract com base] [LIBRARIES comctl32...])
+# The static library tamvelo_<NAME> of the folder; USES are storeys below it, LIBRARIES anything else to link. FAST is what runs for each row.
 function(tamvelo_storey)
-    cmake_parse_arguments(PARSE_ARGV 0 arg "" "NAME" "SOURCES;USES;LIBRARIES")
+    cmake_parse_arguments(PARSE_ARGV 0 arg "FAST" "NAME" "SOURCES;USES;LIBRARIES")
     if(arg_UNPARSED_ARGUMENTS)
         message(FATAL_ERROR "tamvelo_storey(${arg_NAME}): what is ${arg_UNPARSED_ARGUMENTS}?")
     endif()
     tamvelo_rank(${arg_NAME} own)
     add_library(tamvelo_${arg_NAME} STATIC ${arg_SOURCES})
     target_link_libraries(tamvelo_${arg_NAME} PUBLIC tamvelo_options)
-    # Forms are code that runs once for each thing a person does: small counts for more than fast.
-    if(own GREATER 3)
+    # Most of it runs once for each thing a person does: small counts for more than fast.
+    if(NOT arg_FAST)
         target_compile_options(tamvelo_${arg_NAME} PRIVATE $<$<CONFIG:Release>:-Os>)
     endif()
     foreach(used IN LISTS arg_USES)

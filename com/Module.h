@@ -2,6 +2,8 @@
 
 #include "com/WinHeaders.h"
 
+#include <string>
+
 namespace tamvelo::com {
 
 /// What keeps the library loaded: living objects and explicit locks.
@@ -10,6 +12,8 @@ public:
     static void Attach(HINSTANCE instance) { s_instance = instance; }
     /// The module that holds the library's resources.
     static HINSTANCE Instance() { return s_instance; }
+    /// The folder that the library was loaded from, without a backslash at the end.
+    static std::wstring Folder();
     static void Lock() { InterlockedIncrement(&s_locks); }
     static void Unlock() { InterlockedDecrement(&s_locks); }
     static LONG Locks() { return s_locks; }

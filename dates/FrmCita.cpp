@@ -7,18 +7,18 @@
 #include "base/Appointment.h"
 #include "base/Commands.h"
 #include "dates/Resources.h"
-#include "frame/Clock.h"
-#include "frame/MousePointer.h"
 #include "frame/Nested.h"
-#include "frame/Picker.h"
+#include "win/Clock.h"
+#include "win/MousePointer.h"
+#include "win/Picker.h"
 
 namespace tamvelo::dates {
 
 using frame::CommandRow;
 using frame::Do;
-using frame::kFill;
-using frame::kOwn;
-using frame::LayoutRow;
+using win::kFill;
+using win::kOwn;
+using win::LayoutRow;
 
 namespace {
 
@@ -132,8 +132,8 @@ void FrmCita::Mostrar(IDispatch* sink, IDispatch* data, HWND owner, DATE date) {
 
 void FrmCita::OnLoad() {
     m_clsMeEvents = MakeRelay(
-        {{frame::AceptaSeleccion, [this](com::Invocation& call) { clsMeEvents_AceptaSeleccion(call); }},
-         {frame::AceptaSeleccionParam,
+        {{objects::AceptaSeleccion, [this](com::Invocation& call) { clsMeEvents_AceptaSeleccion(call); }},
+         {objects::AceptaSeleccionParam,
           [this](com::Invocation& call) { clsMeEvents_AceptaSeleccionParam(call); }}});
     for (const Box& box : kBoxes) {
         ObjectOf(box.control, L"TxtFields", box.index);
@@ -145,13 +145,12 @@ void FrmCita::OnLoad() {
         SetTip(search.button, L"Buscar en la lista (F4)");
     }
     for (const Person& person : kPersons) {
-        Of(person).watch =
-            frame::EditWatch::Start(Control(person.code), {[](wchar_t&) {},
-                                                           [this, &person] {
-                                                               Tried([&] { FillName(person); });
-                                                               return true;
-                                                           },
-                                                           {}});
+        Of(person).watch = win::EditWatch::Start(Control(person.code), {[](wchar_t&) {},
+                                                                        [this, &person] {
+                                                                            Tried([&] { FillName(person); });
+                                                                            return true;
+                                                                        },
+                                                                        {}});
     }
     DateTime_SetFormat(Control(IDC_DTPICHORA), L"HH':'mm");
     SYSTEMTIME now{};
@@ -192,14 +191,14 @@ void FrmCita::SetDay(DATE date) {
 base::Day FrmCita::Day() const {
     SYSTEMTIME day{};
     MonthCal_GetCurSel(Control(IDC_MTHVFECHA), &day);
-    return frame::DayOf(day);
+    return win::DayOf(day);
 }
 
 void FrmCita::ShowDay() { SetControlText(IDC_LBLDIA, base::DescribeDay(Day())); }
 
 int FrmCita::Minute() const {
     constexpr int kMinutesPerHour = 60;
-    frame::TakeTyped(Control(IDC_DTPICHORA));
+    win::TakeTyped(Control(IDC_DTPICHORA));
     SYSTEMTIME time{};
     DateTime_GetSystemtime(Control(IDC_DTPICHORA), &time);
     return time.wHour * kMinutesPerHour + time.wMinute;
@@ -212,7 +211,7 @@ void FrmCita::SetTime(const SYSTEMTIME& time) {
 void FrmCita::StepHour(int direction) {
     constexpr int kMinutesPerHour = 60;
     const int minute = base::StepQuarter(Minute(), direction);
-    SYSTEMTIME time = frame::SystemTimeOf(frame::Today());
+    SYSTEMTIME time = win::SystemTimeOf(win::Today());
     time.wHour = static_cast<WORD>(minute / kMinutesPerHour);
     time.wMinute = static_cast<WORD>(minute % kMinutesPerHour);
     SetTime(time);
@@ -225,14 +224,14 @@ void FrmCita::Aceptar() {
         FillName(person); // of a code that was typed last
         CheckStands();
     }
-    frame::Appointment cita{Day(), Minute(), {}};
+    environment::Appointment cita{Day(), Minute(), {}};
     for (const Box& box : kBoxes) {
         cita.texts.*box.text = ControlText(box.control);
     }
     cita.texts = base::WithDefaults(std::move(cita.texts));
-    frame::MousePointer::Hourglass();
-    frame::Environment::NewAppointments()->Save(cita);
-    frame::MousePointer::Default();
+    win::MousePointer::Hourglass();
+    environment::Environment::NewAppointments()->Save(cita);
+    win::MousePointer::Default();
     if (IsLoaded()) {
         Salir();
     }
@@ -242,7 +241,7 @@ void FrmCita::Salir() {
     // The host hears of every way out. One that fails then must not keep the user here, who would save a
     // second time; and it may ask for the next appointment at once.
     Deliver([&] {
-        frame::MousePointer::Default();
+        win::MousePointer::Default();
         contract::Sink sink = m_objClsEvents; // it may close its window meanwhile, and the form with it
         Trapped([&] { sink.AceptarBuscar(); });
     });
@@ -269,7 +268,7 @@ bool FrmCita::FillName(const Person& person) {
     const std::wstring before = known.name.value_or(L"");
     known.code = code;
     known.name.reset();
-    const bool asks = !code.empty() && frame::Environment::OffersDataClasses();
+    const bool asks = !code.empty() && environment::Environment::OffersDataClasses();
     const std::optional<std::wstring> name = asks ? frame::NameOf(person.lookup, code) : std::nullopt;
     if (!IsLoaded()) {
         return false;
@@ -284,7 +283,7 @@ bool FrmCita::FillName(const Person& person) {
 
 void FrmCita::LeerCodigo() {
     const Search* const search = Find(kSearches, &Search::box, GetDlgCtrlID(GetFocus()));
-    if (FillName(*search->person) || !frame::Environment::OffersDataClasses()) {
+    if (FillName(*search->person) || !environment::Environment::OffersDataClasses()) {
         MoveFocus(search->next);
     } else if (IsLoaded()) {
         LookUp(*search);

@@ -7,9 +7,9 @@
 
 #include "contract/DataClass.h"
 #include "contract/Sink.h"
-#include "frame/EditWatch.h"
-#include "frame/EventRelay.h"
 #include "frame/Form.h"
+#include "objects/EventRelay.h"
+#include "win/EditWatch.h"
 
 namespace tamvelo::dates {
 
@@ -32,7 +32,7 @@ private:
     struct Known {
         std::wstring code;
         std::optional<std::wstring> name;
-        std::shared_ptr<frame::EditWatch> watch;
+        std::shared_ptr<win::EditWatch> watch;
     };
 
     void Aceptar();
@@ -62,7 +62,7 @@ private:
     bool OnNotify(NMHDR& header, LRESULT& answer) override;
     bool OnKey(UINT key, bool control, bool shift) override;
     std::span<const frame::CommandRow> Commands() const override;
-    std::vector<frame::LayoutRow> Rows() const override;
+    std::vector<win::LayoutRow> Rows() const override;
     HWND FirstFocus() const override;
 
     static const std::array<Person, 2> kPersons;
@@ -71,11 +71,11 @@ private:
     contract::Sink m_objClsEvents;
     contract::DataClass m_myClase;
     std::wstring m_className;
-    std::unique_ptr<frame::OwnRelay> m_clsMeEvents; // hears the look-ups
+    std::unique_ptr<objects::OwnRelay> m_clsMeEvents; // hears the look-ups
     std::array<Known, 2> m_known;
     const Search* m_asked = nullptr; // the look-up to open
     bool m_answered = false;
-    frame::UniqueIcon m_glyph; // the buttons do not own it
+    win::UniqueIcon m_glyph; // the buttons do not own it
 };
 
 } // namespace tamvelo::dates

@@ -8,7 +8,7 @@
 #include "dates/FrmCita.h"
 #include "dates/FrmSeleccionFecha.h"
 #include "entry/InOut.h"
-#include "frame/Environment.h"
+#include "environment/Environment.h"
 #include "frame/FormInstances.h"
 #include "frame/Nested.h"
 #include "gridconfig/FrmColumnas.h"
@@ -108,7 +108,7 @@ HRESULT PrintReports(const reports::ReportDesign& design, BSTR* cls, IDispatch**
 
 ClsShowSerch::ClsShowSerch() : m_description(com::OwnTypeInfo(__uuidof(IClsShowSerch))) {
     com::Check(m_description ? S_OK : TYPE_E_CANTLOADLIBRARY);
-    frame::StartTraceIfAsked();
+    environment::StartTraceIfAsked();
     frame::SetShowSerchFactory(
         [] { return com::ComPtr<IDispatch>(static_cast<IClsShowSerch*>(com::Make<ClsShowSerch>().Get())); });
 }

@@ -1,6 +1,6 @@
+#include "com/ApartmentEnd.h"
 #include "com/Module.h"
 #include "entry/Runtime.h"
-#include "frame/ApartmentEnd.h"
 
 BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void* processEnds) {
     using namespace tamvelo;
@@ -8,10 +8,10 @@ BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void* processEnds) {
         entry::Runtime::Attach();
         com::Module::Attach(instance);
     } else if (reason == DLL_THREAD_DETACH) {
-        frame::ApartmentEnd::Now(); // of a thread that did not end its apartment itself
+        com::ApartmentEnd::Now(); // of a thread that did not end its apartment itself
         entry::Runtime::ThreadEnds();
     } else if (reason == DLL_PROCESS_DETACH && !processEnds) {
-        frame::ApartmentEnd::Unhook();
+        com::ApartmentEnd::Unhook();
         entry::Runtime::Detach();
     }
     return TRUE;

@@ -8,7 +8,7 @@
 #include "entry/Interfaces.h"
 #include "entry/RegistryChange.h"
 #include "entry/ServerClass.h"
-#include "frame/RelayInterfaces.h"
+#include "objects/RelayInterfaces.h"
 
 namespace tamvelo::entry {
 
@@ -29,8 +29,8 @@ struct Interface {
 
 const Interface kInterfaces[] = {
     {__uuidof(IClsShowSerch), L"_ClsShowSerch", kDualMarshaler},
-    {__uuidof(frame::IClsEventos), L"_ClsEventos", kDualMarshaler},
-    {frame::kRelayEventsId, L"__ClsEventos", kDispatchMarshaler},
+    {__uuidof(objects::IClsEventos), L"_ClsEventos", kDualMarshaler},
+    {objects::kRelayEventsId, L"__ClsEventos", kDispatchMarshaler},
 };
 
 std::wstring Braced(const GUID& id) {

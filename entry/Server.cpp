@@ -1,12 +1,12 @@
 #include <string_view>
 
+#include "com/ApartmentEnd.h"
 #include "com/Guard.h"
 #include "com/Module.h"
 #include "com/Object.h"
 #include "entry/ClsShowSerch.h"
 #include "entry/Registration.h"
 #include "entry/ServerClass.h"
-#include "frame/ApartmentEnd.h"
 
 namespace tamvelo::entry {
 
@@ -65,10 +65,10 @@ STDAPI DllGetClassObject(REFCLSID classId, REFIID id, void** out) {
 }
 
 STDAPI DllCanUnloadNow() {
-    if (com::Module::Locks() > (frame::ApartmentEnd::IsWatched() ? 1 : 0)) {
+    if (com::Module::Locks() > (com::ApartmentEnd::IsWatched() ? 1 : 0)) {
         return S_FALSE;
     }
-    frame::ApartmentEnd::Now(); // components belong to the host: they must not outlive the library
+    com::ApartmentEnd::Now(); // components belong to the host: they must not outlive the library
     return com::Module::Unused() ? S_OK : S_FALSE;
 }
 

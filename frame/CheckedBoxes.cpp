@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "base/SearchModes.h"
-#include "frame/WindowText.h"
+#include "win/WindowText.h"
 
 namespace tamvelo::frame {
 
@@ -13,9 +13,9 @@ bool IsAsked(const CheckedBoxes::Hooks& hooks) { return !hooks.checked || hooks.
 
 } // namespace
 
-void CheckedBoxes::Add(com::ComPtr<ControlObject> object, Hooks hooks) {
+void CheckedBoxes::Add(com::ComPtr<objects::ControlObject> object, Hooks hooks) {
     const auto box = std::make_shared<Box>(Box{std::move(object), std::move(hooks), nullptr});
-    EditWatch::Handlers handlers;
+    win::EditWatch::Handlers handlers;
     // The box owns its watch: held weakly, neither keeps the other.
     handlers.typed = [this, held = std::weak_ptr(box)](wchar_t& letter) {
         if (const auto kept = held.lock()) {
@@ -35,7 +35,7 @@ void CheckedBoxes::Add(com::ComPtr<ControlObject> object, Hooks hooks) {
             return used;
         };
     }
-    box->watch = EditWatch::Start(box->object->Window(), std::move(handlers));
+    box->watch = win::EditWatch::Start(box->object->Window(), std::move(handlers));
     m_boxes.push_back(box);
 }
 
@@ -62,7 +62,7 @@ bool CheckedBoxes::Judge(const Box& box) {
     if (!IsLoaded()) {
         return true;
     }
-    const std::wstring text = TextOf(edit);
+    const std::wstring text = win::TextOf(edit);
     const std::wstring kept = base::TrimmedTo(text, size);
     if (kept != text) {
         SetWindowTextW(edit, kept.c_str());

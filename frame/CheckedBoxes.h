@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "contract/DataClass.h"
-#include "frame/EditWatch.h"
 #include "frame/FormPart.h"
+#include "win/EditWatch.h"
 
 namespace tamvelo::frame {
 
@@ -26,7 +26,7 @@ public:
     /// `data` is the form's own, which it may let go of at any time.
     CheckedBoxes(Form& form, contract::DataClass& data) : FormPart(form), m_data(data) {}
 
-    void Add(com::ComPtr<ControlObject> box, Hooks hooks = {});
+    void Add(com::ComPtr<objects::ControlObject> box, Hooks hooks = {});
     /// Forgets the boxes; the form does at unload.
     void Clear() { m_boxes.clear(); }
     /// Checks what was left and not checked yet, before a command that must not run otherwise. False when a
@@ -37,9 +37,9 @@ public:
 
 private:
     struct Box {
-        com::ComPtr<ControlObject> object;
+        com::ComPtr<objects::ControlObject> object;
         Hooks hooks;
-        std::shared_ptr<EditWatch> watch;
+        std::shared_ptr<win::EditWatch> watch;
     };
     void Typed(const Box& box, wchar_t& letter);
     bool Left(const Box& box);

@@ -5,10 +5,10 @@
 #include <algorithm>
 
 #include "base/Commands.h"
-#include "frame/Clock.h"
-#include "frame/FormPreview.h"
-#include "frame/Picker.h"
 #include "frame/Resources.h"
+#include "win/Clock.h"
+#include "win/MessageHook.h"
+#include "win/Picker.h"
 
 namespace tamvelo::frame {
 
@@ -20,22 +20,22 @@ constexpr wchar_t kPeriodAfter[] = L"{PERIODO_SIGUIENTE}";
 base::Day Read(HWND picker) {
     SYSTEMTIME time{};
     DateTime_GetSystemtime(picker, &time);
-    return DayOf(time);
+    return win::DayOf(time);
 }
 
 void Write(HWND picker, base::Day day) {
-    SYSTEMTIME time = SystemTimeOf(day);
+    SYSTEMTIME time = win::SystemTimeOf(day);
     DateTime_SetSystemtime(picker, GDT_VALID, &time);
 }
 
 } // namespace
 
-std::vector<LayoutRow> DateRangeControl::Rows() {
+std::vector<win::LayoutRow> DateRangeControl::Rows() {
     return {
-        {kOwn,
+        {win::kOwn,
          {{IDC_LBLFECHA0}, {IDC_DTPICKER0}, {IDC_LBLFECHA1}, {IDC_DTPICKER1}, {IDC_CMDPERIODO}},
          IDC_FRMPARAM},
-        {kOwn, {{IDC_LBLINTERVALO, kFill}}, IDC_FRMPARAM},
+        {win::kOwn, {{IDC_LBLINTERVALO, win::kFill}}, IDC_FRMPARAM},
     };
 }
 
@@ -46,8 +46,8 @@ base::DateRange DateRangeControl::Shown() const {
 }
 
 base::DateRange DateRangeControl::Range() {
-    TakeTyped(Control(IDC_DTPICKER0));
-    TakeTyped(Control(IDC_DTPICKER1));
+    win::TakeTyped(Control(IDC_DTPICKER0));
+    win::TakeTyped(Control(IDC_DTPICKER1));
     return Shown();
 }
 
@@ -64,7 +64,7 @@ void DateRangeControl::ShowLength() {
     }
 }
 
-void DateRangeControl::OnLoad() { Set(m_opening(Today())); }
+void DateRangeControl::OnLoad() { Set(m_opening(win::Today())); }
 
 void DateRangeControl::OnNotify(const NMHDR& header) {
     if (header.code == DTN_DATETIMECHANGE &&
@@ -101,7 +101,7 @@ bool DateRangeControl::OnCommand(std::wstring_view command) {
     if (command == kPeriodBefore || command == kPeriodAfter) {
         Set(base::Step(Range(), command == kPeriodAfter ? 1 : -1));
     } else if (preset != presets.end()) {
-        Set(preset->Of(Today()));
+        Set(preset->Of(win::Today()));
     } else {
         return false;
     }

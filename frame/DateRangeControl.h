@@ -19,7 +19,7 @@ public:
         : FormPart(form), m_opening(opening), m_changed(std::move(changed)) {}
 
     /// The rows of the layout that it takes.
-    static std::vector<LayoutRow> Rows();
+    static std::vector<win::LayoutRow> Rows();
     HWND FirstFocus() const;
     /// What the pickers show, in their order and as the user left it: the first may lie after the last.
     base::DateRange Range();

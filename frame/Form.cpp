@@ -8,18 +8,18 @@
 #include "base/Commands.h"
 #include "com/FloatGuard.h"
 #include "com/Module.h"
-#include "frame/BusyCursor.h"
+#include "environment/Product.h"
 #include "frame/FormInstances.h"
-#include "frame/FormObject.h"
 #include "frame/FormPart.h"
-#include "frame/FormPreview.h"
-#include "frame/Handles.h"
-#include "frame/Message.h"
-#include "frame/MousePointer.h"
-#include "frame/Product.h"
 #include "frame/Resources.h"
-#include "frame/ThemeScope.h"
-#include "frame/WindowText.h"
+#include "objects/FormObject.h"
+#include "win/BusyCursor.h"
+#include "win/Handles.h"
+#include "win/Message.h"
+#include "win/MessageHook.h"
+#include "win/MousePointer.h"
+#include "win/ThemeScope.h"
+#include "win/WindowText.h"
 
 namespace tamvelo::frame {
 
@@ -49,14 +49,15 @@ void Form::Load() {
         return;
     }
     CreateWindowHidden();
-    Using(Component::Settings, [&] { Environment::Get().GetSettings().RestorePlacement(Key(), *this); });
+    Using(Component::Settings,
+          [&] { environment::Environment::Get().GetSettings().RestorePlacement(Key(), *this); });
     PullOntoMonitor();
     LoadToolbar();
     for (FormPart* part : m_parts) {
         part->OnLoad();
     }
     OnLoad();
-    m_layout = RowLayout(m_window, Rows());
+    m_layout = win::RowLayout(m_window, Rows());
     ResizeControls();
     OnLaidOut();
     if (!m_layoutNote.empty() && Control(IDC_STATUS) && ControlText(IDC_STATUS).empty()) {
@@ -71,12 +72,12 @@ void Form::NoteLayout(std::wstring note) {
 }
 
 void Form::CreateWindowHidden() {
-    const ThemeScope theme;
+    const win::ThemeScope theme;
     INITCOMMONCONTROLSEX controls{sizeof controls,
                                   ICC_WIN95_CLASSES | ICC_DATE_CLASSES | ICC_STANDARD_CLASSES};
     InitCommonControlsEx(&controls);
     const HWND made = CreateDialogParamW(com::Module::Instance(), MAKEINTRESOURCEW(m_design.dialogTemplate),
-                                         IsWindow(m_owner) ? m_owner : OwnerForDialog(), Procedure,
+                                         IsWindow(m_owner) ? m_owner : win::OwnerForDialog(), Procedure,
                                          reinterpret_cast<LPARAM>(this));
     if (!made || !m_window) {
         com::ThrowLastError(L"No se puede crear el formulario «" + std::wstring(Name()) + L"».");
@@ -93,9 +94,9 @@ void Form::CreateWindowHidden() {
 
 void Form::LoadToolbar() {
     Using(Component::Files, [&] {
-        FileService& files = Environment::Get().GetFiles();
+        environment::FileService& files = environment::Environment::Get().GetFiles();
         m_toolbarFile = files.ToolbarLayoutPath(Name());
-        const std::wstring shared = LibraryFolder() + L"\\KvSearchTool.atb";
+        const std::wstring shared = com::Module::Folder() + L"\\KvSearchTool.atb";
         if (files.Exists(m_toolbarFile)) {
             NoteLayout(m_toolbar->Load(m_toolbarFile));
         } else if (files.Exists(shared)) {
@@ -108,7 +109,7 @@ void Form::LoadToolbar() {
 
 void Form::ShowModal() {
     Load();
-    MousePointer::Default(); // a command of another form may have opened this one: the user's turn now
+    win::MousePointer::Default(); // a command of another form may have opened this one: the user's turn now
     m_opening = false;
     m_modal.emplace(m_window);
     Appear();
@@ -118,7 +119,7 @@ void Form::ShowModal() {
 void Form::ShowModeless() {
     Load();
     m_opening = false;
-    FormPreview::Add(m_window, [this](MSG& message) { return Preview(message); });
+    win::MessageHook::Add(m_window, [this](MSG& message) { return Preview(message); });
     Appear();
 }
 
@@ -215,14 +216,15 @@ void Form::Unload() {
 void Form::BeforeDestroy() {
     Trapped([&] { OnBeforeUnload(); });
     Trapped([&] {
-        Using(Component::Settings, [&] { Environment::Get().GetSettings().SavePlacement(Key(), *this); });
+        Using(Component::Settings,
+              [&] { environment::Environment::Get().GetSettings().SavePlacement(Key(), *this); });
     });
-    MousePointer::Default();
+    win::MousePointer::Default();
 }
 
 void Form::AfterDestroy() noexcept {
     m_modal.reset();
-    FormPreview::Remove(m_window);
+    win::MessageHook::Remove(m_window);
     m_window = nullptr;
     m_container = nullptr;
     Vanish();
@@ -245,7 +247,7 @@ void Form::CheckStands() const {
     }
 }
 
-std::wstring Form::Key() const { return Product::Own().FormKey(Name()); }
+std::wstring Form::Key() const { return environment::Product::Own().FormKey(Name()); }
 
 // Errors
 
@@ -253,11 +255,11 @@ void Form::ControlErrores(const com::Error& error) noexcept {
     const std::shared_ptr<Form> alive = weak_from_this().lock();
     const com::Watch outermost; // an error is told to the end, whatever becomes of the form
     try {
-        MousePointer::Default();
-        Environment::Get().GetErrors().Show(m_shown ? m_window : OwnerForDialog(), error);
+        win::MousePointer::Default();
+        environment::Environment::Get().GetErrors().Show(m_shown ? m_window : win::OwnerForDialog(), error);
     } catch (...) {
         // The reporter itself is out of order: the plain box needs nothing but the system.
-        ShowMessage(m_shown ? m_window : nullptr, error.description, Name(), MB_OK | MB_ICONERROR);
+        win::ShowMessage(m_shown ? m_window : nullptr, error.description, Name(), MB_OK | MB_ICONERROR);
     }
 }
 
@@ -304,8 +306,8 @@ INT_PTR Form::Handle(UINT message, WPARAM first, LPARAM second) {
         reinterpret_cast<MINMAXINFO*>(second)->ptMinTrackSize = {m_smallest.cx, m_smallest.cy};
         return TRUE;
     case WM_SETCURSOR:
-        if (MousePointer::IsHourglass()) {
-            MousePointer::Hourglass();
+        if (win::MousePointer::IsHourglass()) {
+            win::MousePointer::Hourglass();
             return Answer(TRUE);
         }
         return FALSE;
@@ -319,8 +321,10 @@ INT_PTR Form::Handle(UINT message, WPARAM first, LPARAM second) {
             if (arrives && left != sender && !IsChild(sender, left)) {
                 const int id = LOWORD(first);
                 const auto known = m_objects.find(id);
-                const com::ComPtr<ControlObject> object = known == m_objects.end() ? nullptr : known->second;
-                Using(Component::Focus, [&] { Environment::Get().GetFocus().Receive(sender, object.Get()); });
+                const com::ComPtr<objects::ControlObject> object =
+                    known == m_objects.end() ? nullptr : known->second;
+                Using(Component::Focus,
+                      [&] { environment::Environment::Get().GetFocus().Receive(sender, object.Get()); });
             }
             for (FormPart* part : m_parts) {
                 part->OnControl(LOWORD(first), HIWORD(first));
@@ -342,7 +346,7 @@ INT_PTR Form::Handle(UINT message, WPARAM first, LPARAM second) {
     }
     case WM_ACTIVATE:
         if (LOWORD(first) == WA_INACTIVE) {
-            BusyCommand::End(); // the window in front has the mouse
+            win::BusyCommand::End(); // the window in front has the mouse
             m_left = GetFocus();
         }
         return FALSE;
@@ -380,7 +384,7 @@ void Form::Relayout() {
 
 com::ComPtr<IDispatch> Form::FormObject() {
     if (!m_formObject) {
-        m_formObject = com::Make<class FormObject>(m_window, Name());
+        m_formObject = com::Make<class objects::FormObject>(m_window, Name());
     }
     return m_formObject;
 }

@@ -11,13 +11,13 @@
 #include "com/CallOut.h"
 #include "com/Error.h"
 #include "com/Guard.h"
-#include "frame/ControlObject.h"
-#include "frame/Environment.h"
-#include "frame/EventRelay.h"
+#include "environment/Environment.h"
 #include "frame/Keys.h"
-#include "frame/ModalScope.h"
-#include "frame/RowLayout.h"
 #include "frame/Toolbar.h"
+#include "objects/ControlObject.h"
+#include "objects/EventRelay.h"
+#include "win/ModalScope.h"
+#include "win/RowLayout.h"
 
 namespace tamvelo::frame {
 
@@ -64,7 +64,7 @@ struct FormDesign {
 /// Anything may happen while the host runs: it may destroy our owner, and so this window, or call us again.
 /// A call out during which the window went throws Gone, which ends the show method, command or handler that
 /// made it; after what else may run the host's code (a menu, a box of the system's) CheckStands does.
-class Form : public PlacedForm, public std::enable_shared_from_this<Form> {
+class Form : public environment::PlacedForm, public std::enable_shared_from_this<Form> {
 public:
     virtual ~Form();
     Form(const Form&) = delete;
@@ -131,7 +131,7 @@ protected:
     virtual std::span<const CommandRow> SharedCommands() const { return {}; }
     /// Keys that all forms of a kind have; the form's own rows come first.
     virtual std::span<const KeyRow> SharedKeys() const { return {}; }
-    virtual std::vector<LayoutRow> Rows() const { return {}; }
+    virtual std::vector<win::LayoutRow> Rows() const { return {}; }
     /// What a form lays out itself beside its rows: it takes the room away from `area` (client pixels).
     virtual void LayOutBeside(RECT& /*area*/) {}
     /// A notification of a control (WM_COMMAND).
@@ -155,8 +155,8 @@ protected:
     template <class Body>
     void Tried(const Body& body);
     /// A relay for nested dialogs, whose handlers run as code of this form.
-    std::unique_ptr<OwnRelay> MakeRelay(std::map<DISPID, OwnRelay::Handler> handlers) {
-        return std::make_unique<OwnRelay>(&m_window, std::move(handlers));
+    std::unique_ptr<objects::OwnRelay> MakeRelay(std::map<DISPID, objects::OwnRelay::Handler> handlers) {
+        return std::make_unique<objects::OwnRelay>(&m_window, std::move(handlers));
     }
     enum class Component : unsigned { Settings = 1, Files = 2, Focus = 4 };
     /// Works with a component of the environment that the form can do without. When it fails that is told
@@ -182,7 +182,7 @@ protected:
     std::wstring ControlText(int id) const;
     void SetControlText(int id, const std::wstring& text);
     /// The automation object of a control, made on first use and kept until unload.
-    com::ComPtr<ControlObject> ObjectOf(int id, const wchar_t* name, short index);
+    com::ComPtr<objects::ControlObject> ObjectOf(int id, const wchar_t* name, short index);
     Toolbar& Bar() {
         CheckStands();
         return *m_toolbar;
@@ -246,8 +246,8 @@ private:
     HWND m_left = nullptr; // had the focus when another window came in front: that one has it back as it was
     std::unique_ptr<Toolbar> m_toolbar;
     std::wstring m_toolbarFile;
-    RowLayout m_layout;
-    std::optional<ModalScope> m_modal;
+    win::RowLayout m_layout;
+    std::optional<win::ModalScope> m_modal;
     bool m_opening = false;
     bool m_shown = false;
     bool m_looping = false;
@@ -256,7 +256,7 @@ private:
     std::wstring m_layoutNote;
     int m_running = 0;
     SIZE m_smallest{};
-    std::map<int, com::ComPtr<ControlObject>> m_objects;
+    std::map<int, com::ComPtr<objects::ControlObject>> m_objects;
     HWND m_tips = nullptr; // a window of the form's, made with the first tip
     std::map<int, std::wstring> m_tipTexts;
     com::ComPtr<IDispatch> m_formObject;

@@ -3,12 +3,12 @@
 #include <utility>
 
 #include "base/Commands.h"
-#include "frame/BusyCursor.h"
 #include "frame/Form.h"
 #include "frame/FormPart.h"
-#include "frame/FormPreview.h"
-#include "frame/Handles.h"
-#include "frame/MousePointer.h"
+#include "win/BusyCursor.h"
+#include "win/Handles.h"
+#include "win/MessageHook.h"
+#include "win/MousePointer.h"
 
 // Keys, tools and menus: how they become commands, and how commands run.
 namespace tamvelo::frame {
@@ -94,7 +94,7 @@ bool Form::Preview(MSG& message) {
 }
 
 bool Form::PreviewKey(UINT key, HWND focus) {
-    if (IsListOpen(focus)) {
+    if (win::IsListOpen(focus)) {
         return false; // an open list or calendar has the keys for itself
     }
     bool used = false;
@@ -133,13 +133,13 @@ void Form::Input(std::wstring_view command) {
 
 void Form::Dispatch(std::wstring_view command) {
     const std::shared_ptr<Form> alive = shared_from_this();
-    MousePointer::Hourglass();
-    const BusyCommand busy(m_window, command);
+    win::MousePointer::Hourglass();
+    const win::BusyCommand busy(m_window, command);
     ++m_running;
     Trapped([&] { RunCommand(command); });
     --m_running;
     if (command != base::kCerrar) { // that one ends in the unload, which does it
-        MousePointer::Default();
+        win::MousePointer::Default();
     }
 }
 
@@ -160,7 +160,7 @@ void Form::RunCommand(std::wstring_view command) {
     } else if (command == kTabKey) {
         SendMessageW(m_window, WM_NEXTDLGCTL, 0, FALSE);
     } else if (command == kCustomizeToolbar) {
-        MousePointer::Default();
+        win::MousePointer::Default();
         Bar().Customize();
     } else if (command == kEditingBandOnly) {
         Bar().SetBandVisible(base::kBandRegistros, false);
@@ -182,7 +182,7 @@ void Form::ToolbarChanged() {
 }
 
 void Form::RunMenu(std::span<const MenuItem> items, POINT screen) {
-    const UniqueMenu menu(CreatePopupMenu());
+    const win::UniqueMenu menu(CreatePopupMenu());
     for (size_t i = 0; i < items.size(); ++i) {
         const wchar_t* caption =
             items[i].caption ? items[i].caption : ToolCaption(m_design.tools, items[i].command);

@@ -7,8 +7,8 @@
 #include "base/MessageText.h"
 #include "com/Module.h"
 #include "frame/Form.h"
-#include "frame/ThemeScope.h"
-#include "frame/WindowText.h"
+#include "win/ThemeScope.h"
+#include "win/WindowText.h"
 
 // What a form does with its controls by number.
 namespace tamvelo::frame {
@@ -37,7 +37,7 @@ int Form::WidthOf(const wchar_t* text, HFONT font) const {
 }
 
 HWND Form::AddControl(int id, const wchar_t* windowClass, const wchar_t* text, DWORD style, SIZE units) {
-    const ThemeScope theme;
+    const win::ThemeScope theme;
     RECT size{0, 0, units.cx, units.cy};
     MapDialogRect(m_window, &size);
     const DWORD edge = lstrcmpW(windowClass, L"EDIT") == 0 ? WS_EX_CLIENTEDGE : 0; // as a template gives it
@@ -78,7 +78,7 @@ void Form::EnableControl(int id, bool enabled) {
 
 void Form::SetTip(int id, std::wstring text) {
     if (!m_tips) {
-        const ThemeScope theme;
+        const win::ThemeScope theme;
         m_tips =
             CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
                             0, 0, 0, 0, m_window, nullptr, com::Module::Instance(), nullptr);
@@ -105,7 +105,7 @@ void Form::PlaceTips() const {
     }
 }
 
-std::wstring Form::ControlText(int id) const { return TextOf(Control(id)); }
+std::wstring Form::ControlText(int id) const { return win::TextOf(Control(id)); }
 
 void Form::SetControlText(int id, const std::wstring& text) {
     const HWND control = Control(id);
@@ -113,10 +113,10 @@ void Form::SetControlText(int id, const std::wstring& text) {
     SetWindowTextW(control, label ? base::Shortened(text, base::kLongestLabel).c_str() : text.c_str());
 }
 
-com::ComPtr<ControlObject> Form::ObjectOf(int id, const wchar_t* name, short index) {
-    com::ComPtr<ControlObject>& object = m_objects[id];
+com::ComPtr<objects::ControlObject> Form::ObjectOf(int id, const wchar_t* name, short index) {
+    com::ComPtr<objects::ControlObject>& object = m_objects[id];
     if (!object) {
-        object = com::Make<ControlObject>(Control(id), std::wstring(name), index);
+        object = com::Make<objects::ControlObject>(Control(id), std::wstring(name), index);
     }
     return object;
 }

@@ -4,9 +4,9 @@
 #include <mutex>
 #include <string>
 
-#include "frame/ApartmentEnd.h"
+#include "base/NeverDestroyed.h"
+#include "com/ApartmentEnd.h"
 #include "frame/Form.h"
-#include "frame/NeverDestroyed.h"
 
 namespace tamvelo::frame {
 
@@ -18,7 +18,7 @@ std::mutex g_lock;
 
 std::map<Key, std::shared_ptr<Form>>& Instances() {
     // A form left open at process end must not run its teardown after its host.
-    static NeverDestroyed<std::map<Key, std::shared_ptr<Form>>> instances;
+    static base::NeverDestroyed<std::map<Key, std::shared_ptr<Form>>> instances;
     return *instances;
 }
 
@@ -39,7 +39,7 @@ std::shared_ptr<Form> TakeOne() {
 
 std::shared_ptr<Form> FormInstances::Obtain(std::wstring_view name,
                                             const std::function<std::shared_ptr<Form>()>& make) {
-    ApartmentEnd::Watch();
+    com::ApartmentEnd::Watch(com::ApartmentEnd::What::Forms, CloseThread);
     const Key key{GetCurrentThreadId(), std::wstring(name)};
     {
         const std::scoped_lock lock(g_lock);

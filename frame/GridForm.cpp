@@ -4,8 +4,8 @@
 #include "base/FilterText.h"
 #include "base/SelectionAnswers.h"
 #include "frame/RecordView.h"
-#include "frame/ThemeScope.h"
 #include "grid/CellText.h"
+#include "win/ThemeScope.h"
 
 namespace tamvelo::frame {
 
@@ -31,7 +31,7 @@ void GridForm::Take(IDispatch* sink, IDispatch* data, const contract::HostContro
     m_column = column;
     m_indx = indx;
     m_className = m_data.sClassName();
-    m_layoutStore = GridLayoutStore(LayoutName());
+    m_layoutStore = environment::GridLayoutStore(LayoutName());
 }
 
 void GridForm::OpenRecords(std::wstring_view selection, bool find) {
@@ -48,7 +48,7 @@ void GridForm::OpenRecords(std::wstring_view selection, bool find) {
 
 void GridForm::OnLoad() {
     {
-        const ThemeScope theme;
+        const win::ThemeScope theme;
         m_grid = std::make_unique<grid::Grid>(Window(), IDC_DATAGRID, *this);
     }
     // Right after the search box in the tab order: the arrows there go where Tab goes, into the list.
@@ -56,9 +56,10 @@ void GridForm::OnLoad() {
                  SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     DataGrid().SetAccessibleName(m_className);
     const auto selected = [this](com::Invocation& call) { clsMeEvents_AceptaSeleccion(call); };
-    m_relay = MakeRelay({{ConfigurarColumnas, [this](com::Invocation&) { clsMeEvents_ConfigurarColumnas(); }},
-                         {AceptaSeleccion, selected},
-                         {AceptaSeleccionParam, selected}});
+    m_relay = MakeRelay(
+        {{objects::ConfigurarColumnas, [this](com::Invocation&) { clsMeEvents_ConfigurarColumnas(); }},
+         {objects::AceptaSeleccion, selected},
+         {objects::AceptaSeleccionParam, selected}});
     ObjectOf(IDC_TXTFIELDS0, L"TxtFields", 0);
     SetHeading(Heading({}));
 }

@@ -7,11 +7,11 @@
 #include "contract/DataClass.h"
 #include "contract/HostControl.h"
 #include "contract/Sink.h"
-#include "frame/EventRelay.h"
+#include "environment/GridLayoutStore.h"
 #include "frame/Form.h"
-#include "frame/GridLayoutStore.h"
 #include "frame/Resources.h"
 #include "grid/Grid.h"
+#include "objects/EventRelay.h"
 
 namespace tamvelo::frame {
 
@@ -205,8 +205,8 @@ private:
     short m_column = 0;
     short m_indx = 0;
     std::unique_ptr<grid::Grid> m_grid;
-    std::unique_ptr<OwnRelay> m_relay;
-    GridLayoutStore m_layoutStore;
+    std::unique_ptr<objects::OwnRelay> m_relay;
+    environment::GridLayoutStore m_layoutStore;
     bool m_lookChanged = false;
     std::wstring m_filter;                     // in force, as far as this form knows
     contract::HostControl* m_caller = nullptr; // the host's reference, while its call waits for us

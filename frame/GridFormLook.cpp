@@ -3,8 +3,8 @@
 #include <commdlg.h>
 
 #include "frame/GridForm.h"
-#include "frame/MousePointer.h"
 #include "frame/Nested.h"
+#include "win/MousePointer.h"
 
 // The look of the grid: font and columns, and the file that keeps them.
 namespace tamvelo::frame {
@@ -36,7 +36,7 @@ void GridForm::CambiarFuenteGrid() {
     choice.hwndOwner = Window();
     choice.lpLogFont = &font;
     choice.Flags = CF_SCREENFONTS | CF_INITTOLOGFONTSTRUCT | CF_NOVERTFONTS | CF_NOSCRIPTSEL;
-    MousePointer::Default();
+    win::MousePointer::Default();
     if (ChooseFontW(&choice) && IsLoaded()) {
         DataGrid().SetFont(font);
         SaveLook();

@@ -14,20 +14,20 @@ constexpr wchar_t kEnterList[] = L"{LISTA}";
 } // namespace
 
 void ListForm::OnLoad() {
-    m_list = std::make_unique<CheckList>(Control(IDC_LIST1), m_listDesign.kind, *this);
+    m_list = std::make_unique<win::CheckList>(Control(IDC_LIST1), m_listDesign.kind, *this);
     ShowControl(IDC_LBLFILTRO, m_listDesign.searchBox);
     ShowControl(IDC_TXTFILTRO, m_listDesign.searchBox);
     ObjectOf(IDC_TXTFILTRO, L"TxtFiltro", 0);
     ShowControl(IDC_LBLCUENTA, m_listDesign.counter != nullptr);
-    ShowControl(IDC_CMDMARCAS, m_listDesign.kind == CheckList::Kind::Ticks);
+    ShowControl(IDC_CMDMARCAS, m_listDesign.kind == win::CheckList::Kind::Ticks);
 }
 
-std::vector<LayoutRow> ListForm::Rows() const {
+std::vector<win::LayoutRow> ListForm::Rows() const {
     return {
-        {kOwn, {{IDC_LBLFILTRO}, {IDC_TXTFILTRO, kFill}}},
-        {kOwn, {{IDC_LBLLIST1, kFill}}},
-        {kFill, {{IDC_LIST1, kFill}}},
-        {kOwn, {{IDC_LBLCUENTA, kFill}, {IDC_CMDMARCAS}}},
+        {win::kOwn, {{IDC_LBLFILTRO}, {IDC_TXTFILTRO, win::kFill}}},
+        {win::kOwn, {{IDC_LBLLIST1, win::kFill}}},
+        {win::kFill, {{IDC_LIST1, win::kFill}}},
+        {win::kOwn, {{IDC_LBLCUENTA, win::kFill}, {IDC_CMDMARCAS}}},
     };
 }
 
@@ -52,7 +52,7 @@ void ListForm::ListChanged() {
 }
 
 void ListForm::EntryDoubleClicked() {
-    if (m_listDesign.kind == CheckList::Kind::Ticks) {
+    if (m_listDesign.kind == win::CheckList::Kind::Ticks) {
         const int current = List().Current();
         if (current >= 0) {
             List().Tick(current, !List().IsTicked(current));
@@ -66,7 +66,7 @@ void ListForm::ListMenuAsked(POINT screen) {
         {kInvert, L"&Invertir las marcas"}, {L"", nullptr},
         {kRestore, L"Como al a&brir"},
     };
-    if (m_listDesign.kind == CheckList::Kind::Ticks) {
+    if (m_listDesign.kind == win::CheckList::Kind::Ticks) {
         RunMenu(kMenu, screen);
     }
 }
@@ -99,8 +99,8 @@ void ListForm::GoToSearch() {
     }
 }
 
-void ListForm::Mark(void (*mark)(CheckList& list)) {
-    if (m_listDesign.kind == CheckList::Kind::Ticks) {
+void ListForm::Mark(void (*mark)(win::CheckList& list)) {
+    if (m_listDesign.kind == win::CheckList::Kind::Ticks) {
         mark(List());
     }
 }

@@ -3,33 +3,33 @@
 #include <memory>
 #include <string>
 
-#include "frame/CheckList.h"
 #include "frame/Form.h"
 #include "frame/Resources.h"
+#include "win/CheckList.h"
 
 namespace tamvelo::frame {
 
 /// A form around the list `List1`: a search box above it, the counter and the commands for ticks below it.
 /// The template holds the controls of frame/ListPanel.rch; what the design leaves out is hidden.
-class ListForm : public Form, public CheckListEvents {
+class ListForm : public Form, public win::CheckListEvents {
 protected:
     struct ListDesign {
-        CheckList::Kind kind = CheckList::Kind::Ticks;
+        win::CheckList::Kind kind = win::CheckList::Kind::Ticks;
         bool searchBox = false;
         /// The counter's text; null for no counter.
-        std::wstring (*counter)(const CheckList& list) = nullptr;
+        std::wstring (*counter)(const win::CheckList& list) = nullptr;
     };
     ListForm(const FormDesign& design, const ListDesign& list) : Form(design), m_listDesign(list) {}
 
     /// Throws when the form is gone, as after any host call it may be.
-    CheckList& List() const {
+    win::CheckList& List() const {
         CheckStands();
         return *m_list;
     }
     /// The selected entry; -1 for none, also before there is a list.
     int CurrentEntry() const { return IsLoaded() && m_list ? m_list->Current() : -1; }
     /// The list as an environment component gets it.
-    com::ComPtr<ControlObject> ListObject() { return ObjectOf(IDC_LIST1, L"List1", 0); }
+    com::ComPtr<objects::ControlObject> ListObject() { return ObjectOf(IDC_LIST1, L"List1", 0); }
 
     void OnLoad() override;
     void OnControl(int control, int code) override;
@@ -37,7 +37,7 @@ protected:
     HWND FirstFocus() const override { return Control(IDC_LIST1); }
     std::span<const CommandRow> SharedCommands() const override;
     std::span<const KeyRow> SharedKeys() const override;
-    std::vector<LayoutRow> Rows() const override;
+    std::vector<win::LayoutRow> Rows() const override;
 
     /// An entry was double-clicked; a list with ticks toggles it.
     void EntryDoubleClicked() override;
@@ -46,25 +46,25 @@ protected:
 private:
     void ListChanged() override;
     void ListMenuAsked(POINT screen) override;
-    void Mark(void (*mark)(CheckList& list));
+    void Mark(void (*mark)(win::CheckList& list));
     void TickAll() {
-        Mark([](CheckList& list) { list.TickAll(true); });
+        Mark([](win::CheckList& list) { list.TickAll(true); });
     }
     void TickNone() {
-        Mark([](CheckList& list) { list.TickAll(false); });
+        Mark([](win::CheckList& list) { list.TickAll(false); });
     }
     void Invert() {
-        Mark([](CheckList& list) { list.InvertTicks(); });
+        Mark([](win::CheckList& list) { list.InvertTicks(); });
     }
     void Restore() {
-        Mark([](CheckList& list) { list.RestoreTicks(); });
+        Mark([](win::CheckList& list) { list.RestoreTicks(); });
     }
     void GoToSearch();
     void EnterList() { List().Enter(); }
 
     const ListDesign m_listDesign;
     // Outlives its window, which may go while the list is telling something.
-    std::unique_ptr<CheckList> m_list;
+    std::unique_ptr<win::CheckList> m_list;
 };
 
 } // namespace tamvelo::frame

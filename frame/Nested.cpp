@@ -3,7 +3,7 @@
 #include "base/Text.h"
 #include "com/Error.h"
 #include "contract/DataClass.h"
-#include "frame/Environment.h"
+#include "environment/Environment.h"
 #include "grid/RecordSource.h"
 
 namespace tamvelo::frame {
@@ -13,7 +13,8 @@ namespace {
 ShowSerchFactory g_factory = nullptr;
 
 com::LateObject MakeList(const Lookup& lookup) {
-    com::LateObject data(Environment::Get().GetDataClasses().Create(lookup.className).Get(), L"MyClase");
+    com::LateObject data(environment::Environment::Get().GetDataClasses().Create(lookup.className).Get(),
+                         L"MyClase");
     data.Call(L"Requery", {lookup.selection});
     return data;
 }

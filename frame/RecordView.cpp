@@ -9,7 +9,7 @@
 #include "base/Text.h"
 #include "frame/Form.h"
 #include "frame/Resources.h"
-#include "grid/Clipboard.h"
+#include "win/Clipboard.h"
 
 namespace tamvelo::frame {
 
@@ -32,10 +32,10 @@ public:
 private:
     void OnLoad() override;
     std::span<const CommandRow> Commands() const override;
-    std::vector<LayoutRow> Rows() const override {
-        return {{kFill, {{IDC_RECORD_LIST, kFill}}},
-                {kOwn, {{IDC_RECORD_LABEL, kFill}}},
-                {kOwn, {{IDC_RECORD_VALUE, kFill}}}};
+    std::vector<win::LayoutRow> Rows() const override {
+        return {{win::kFill, {{IDC_RECORD_LIST, win::kFill}}},
+                {win::kOwn, {{IDC_RECORD_LABEL, win::kFill}}},
+                {win::kOwn, {{IDC_RECORD_VALUE, win::kFill}}}};
     }
     void ResizeControls() override;
     bool OnNotify(NMHDR& header, LRESULT& answer) override;
@@ -116,7 +116,7 @@ std::span<const CommandRow> RecordForm::Commands() const {
 void RecordForm::CopyValue() {
     const int chosen = ListView_GetNextItem(Control(IDC_RECORD_LIST), -1, LVNI_SELECTED);
     if (chosen >= 0) {
-        grid::CopyText(Window(), m_fields[static_cast<size_t>(chosen)].value);
+        win::CopyText(Window(), m_fields[static_cast<size_t>(chosen)].value);
     }
 }
 

@@ -9,10 +9,10 @@
 #include "base/Commands.h"
 #include "com/Error.h"
 #include "com/Module.h"
-#include "frame/Handles.h"
-#include "frame/LayoutFile.h"
+#include "environment/LayoutFile.h"
 #include "frame/Resources.h"
-#include "grid/Dpi.h"
+#include "win/Dpi.h"
+#include "win/Handles.h"
 
 namespace tamvelo::frame {
 
@@ -82,10 +82,10 @@ Toolbar::~Toolbar() {
 }
 
 void Toolbar::AddGlyphs() {
-    const int dpi = grid::DpiOf(m_window);
+    const int dpi = win::DpiOf(m_window);
     const int size = dpi >= 168 ? 32 : dpi >= 120 ? 24 : 16;
     const int resource = size == 32 ? IDB_TOOLBAR32 : size == 24 ? IDB_TOOLBAR24 : IDB_TOOLBAR16;
-    const UniqueBitmap strip(static_cast<HBITMAP>(LoadImageW(
+    const win::UniqueBitmap strip(static_cast<HBITMAP>(LoadImageW(
         com::Module::Instance(), MAKEINTRESOURCEW(resource), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
     m_glyphs.reset(ImageList_Create(size, size, ILC_COLOR32, 0, 1));
     if (strip) {
@@ -94,9 +94,9 @@ void Toolbar::AddGlyphs() {
     SendMessageW(m_window, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(m_glyphs.get()));
 }
 
-UniqueIcon Toolbar::Glyph(std::wstring_view id) const {
+win::UniqueIcon Toolbar::Glyph(std::wstring_view id) const {
     const ToolKind* const kind = FindTool(id);
-    return UniqueIcon(kind ? ImageList_GetIcon(m_glyphs.get(), kind->glyph, ILD_TRANSPARENT) : nullptr);
+    return win::UniqueIcon(kind ? ImageList_GetIcon(m_glyphs.get(), kind->glyph, ILD_TRANSPARENT) : nullptr);
 }
 
 int Toolbar::CommandOf(std::wstring_view id) const {
@@ -207,7 +207,7 @@ bool Toolbar::IsEnabled(std::wstring_view id) const {
 
 std::wstring Toolbar::Load(const std::wstring& path) {
     std::wstring note;
-    if (const auto saved = LoadLayout(path, base::ParseToolbarLayout, note)) {
+    if (const auto saved = environment::LoadLayout(path, base::ParseToolbarLayout, note)) {
         m_layout = base::Merge(DesignOf(m_uses), *saved);
         m_stale = true;
     }
@@ -215,7 +215,7 @@ std::wstring Toolbar::Load(const std::wstring& path) {
 }
 
 void Toolbar::Save(const std::wstring& path) const {
-    WriteLayoutFile(path, base::FormatToolbarLayout(m_layout));
+    environment::WriteLayoutFile(path, base::FormatToolbarLayout(m_layout));
 }
 
 void Toolbar::Customize() {

@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "base/ToolbarLayout.h"
-#include "frame/Handles.h"
 #include "frame/Tools.h"
+#include "win/Handles.h"
 
 namespace tamvelo::frame {
 
@@ -55,7 +55,7 @@ public:
     /// The identifier of a tool of this bar by its window-command number; "" for another number.
     std::wstring_view IdOf(int command) const;
     /// A command's picture in the bar's size, for a button elsewhere; null when there is none.
-    UniqueIcon Glyph(std::wstring_view id) const;
+    win::UniqueIcon Glyph(std::wstring_view id) const;
     /// Answers the bar's own notifications; false when `header` is another control's.
     bool Notified(NMHDR& header, LRESULT& answer);
 
@@ -67,7 +67,7 @@ private:
     bool FillCustomizeItem(int index, NMHDR& header) const;
     void FillTip(NMHDR& header) const;
 
-    UniqueHandle<HIMAGELIST, ImageList_Destroy> m_glyphs; // the window does not own its pictures
+    win::UniqueHandle<HIMAGELIST, ImageList_Destroy> m_glyphs; // the window does not own its pictures
     HWND m_window = nullptr;
     std::span<const ToolUse> m_uses;
     Owner m_owner;

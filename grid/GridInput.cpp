@@ -8,7 +8,7 @@
 #include "base/Placement.h"
 #include "grid/GridAccessible.h"
 #include "grid/GridView.h"
-#include "grid/TextSearch.h"
+#include "win/TextSearch.h"
 
 namespace tamvelo::grid {
 
@@ -153,7 +153,7 @@ long GridView::RowStarting(std::wstring_view text, long from) {
     for (const long first : m_data.LoadedBlocks()) {
         const long end = std::min(first + GridData::kRowsReadTogether, m_data.Count());
         for (long row = first; row < end; ++row) {
-            if ((row >= from || before < 0) && StartsWith(LoadedText(row, m_column), text)) {
+            if ((row >= from || before < 0) && win::StartsWith(LoadedText(row, m_column), text)) {
                 if (row >= from) {
                     return row;
                 }

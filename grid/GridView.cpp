@@ -5,7 +5,7 @@
 #include "base/ColumnText.h"
 #include "base/Placement.h"
 #include "base/Text.h"
-#include "grid/Clipboard.h"
+#include "win/Clipboard.h"
 
 namespace tamvelo::grid {
 
@@ -270,12 +270,12 @@ void GridView::CopyRow(bool withHeadings) {
         cells.push_back(Text(column));
     }
     const std::wstring row = base::TabLine(cells);
-    CopyText(m_window, withHeadings ? base::TabLine(headings) + L"\r\n" + row : row);
+    win::CopyText(m_window, withHeadings ? base::TabLine(headings) + L"\r\n" + row : row);
 }
 
 void GridView::CopyCell() {
     if (m_columns.Count() > 0 && Confirm()) {
-        CopyText(m_window, Text(m_column));
+        win::CopyText(m_window, Text(m_column));
     }
 }
 

@@ -8,9 +8,9 @@
 #include "base/Placement.h"
 #include "com/Guard.h"
 #include "com/Module.h"
-#include "grid/Dpi.h"
 #include "grid/GridAccessible.h"
 #include "grid/GridView.h"
+#include "win/Dpi.h"
 
 namespace tamvelo::grid {
 
@@ -79,7 +79,7 @@ void GridView::Create(HWND parent, int controlId) {
     if (!m_window) {
         com::ThrowLastError(L"No se pudo crear el cuadro de datos.");
     }
-    m_dpi = DpiOf(m_window);
+    m_dpi = win::DpiOf(m_window);
     m_look = GridLook::Current();
     m_headings.Create(m_window, nullptr);
     RemakeFont();
@@ -189,7 +189,7 @@ LRESULT GridView::Handle(UINT message, WPARAM w, LPARAM l) {
         InvalidateBody();
         return 0;
     case kDpiChangedAfterParent:
-        ChangeDpi(DpiOf(window));
+        ChangeDpi(win::DpiOf(window));
         return 0;
     case WM_GETOBJECT:
         if (static_cast<LONG>(l) == OBJID_CLIENT) {

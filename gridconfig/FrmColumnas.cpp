@@ -5,7 +5,7 @@
 
 namespace tamvelo::gridconfig {
 
-using frame::CheckList;
+using win::CheckList;
 
 namespace {
 
@@ -30,7 +30,7 @@ void FrmColumnas::Mostrar(IDispatch* sink, IDispatch* columns) {
         m_sink = contract::Sink(sink, L"ClsEventos");
         m_columns = contract::ColumnCollection(columns);
         Load();
-        std::vector<frame::ListEntry> entries;
+        std::vector<win::ListEntry> entries;
         const short count = m_columns.Count();
         for (short i = 0; i < count; ++i) {
             contract::ColumnCollection::Column column = m_columns.Item(i);

@@ -1,6 +1,6 @@
 #include "base/SettingsKeys.h"
 #include "base/Text.h"
-#include "frame/Product.h"
+#include "environment/Product.h"
 #include "reports/Dialogs.h"
 #include "reports/SharedConditions.h"
 
@@ -72,17 +72,18 @@ constexpr wchar_t kCustomer[] = L"Cliente";
 
 bool IsCustomers(const ReportForm& form) { return base::Lower(form.Cls()) == L"clientes"; }
 
-std::wstring CustomerKey() { return frame::Product::Own().SesionKey(base::kSesionPersonalClientes); }
+std::wstring CustomerKey() { return environment::Product::Own().SesionKey(base::kSesionPersonalClientes); }
 
 void OpenInfCond(ReportForm& form) {
     if (IsCustomers(form)) {
-        form.SetText(1, frame::Environment::Get().GetSettings().ReadValue(CustomerKey(), kCustomer, {}));
+        form.SetText(1,
+                     environment::Environment::Get().GetSettings().ReadValue(CustomerKey(), kCustomer, {}));
     }
 }
 
 void SaveInfCond(ReportForm& form) {
     if (IsCustomers(form)) {
-        frame::Environment::Get().GetSettings().WriteValue(CustomerKey(), kCustomer, form.Text(1));
+        environment::Environment::Get().GetSettings().WriteValue(CustomerKey(), kCustomer, form.Text(1));
     }
 }
 

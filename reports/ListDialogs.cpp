@@ -1,6 +1,6 @@
 #include "base/Commands.h"
 #include "base/SettingsKeys.h"
-#include "frame/Product.h"
+#include "environment/Product.h"
 #include "reports/Dialogs.h"
 #include "reports/SharedConditions.h"
 
@@ -27,10 +27,10 @@ constexpr Condition kSqlConditions[] = {
     {.kind = Kind::Text, .index = 0, .caption = L"Se&rie:", .note = kWhyNoSeries},
 };
 
-std::wstring SeriesKey() { return frame::Product::Own().SesionKey(base::kSesionClientes); }
+std::wstring SeriesKey() { return environment::Product::Own().SesionKey(base::kSesionClientes); }
 
 void ReadSeries(ReportForm& form) {
-    form.SetText(0, frame::Environment::Get().GetSettings().ReadValue(SeriesKey(), kSeries, {}));
+    form.SetText(0, environment::Environment::Get().GetSettings().ReadValue(SeriesKey(), kSeries, {}));
 }
 
 void PrepareSql(ReportForm& form) {
@@ -44,7 +44,7 @@ void SqlEntryChosen(ReportForm& form, int entry) {
 }
 
 void SaveSql(ReportForm& form) {
-    frame::Environment::Get().GetSettings().WriteValue(SeriesKey(), kSeries, form.Text(0));
+    environment::Environment::Get().GetSettings().WriteValue(SeriesKey(), kSeries, form.Text(0));
 }
 
 void DeliverSql(ReportForm& form, ReportChoice& choice) { form.Sink().AceptarReportsPlain(choice); }

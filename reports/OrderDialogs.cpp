@@ -1,5 +1,5 @@
 #include "base/SettingsKeys.h"
-#include "frame/Product.h"
+#include "environment/Product.h"
 #include "reports/Dialogs.h"
 #include "reports/SharedConditions.h"
 
@@ -35,14 +35,14 @@ constexpr Condition kOrderConditions[] = {
     kAutomatic,
 };
 
-std::wstring OrdersKey() { return frame::Product::Own().SesionKey(base::kSesionOrdenesInformes); }
+std::wstring OrdersKey() { return environment::Product::Own().SesionKey(base::kSesionOrdenesInformes); }
 
 void PrepareOrders(ReportForm& form) {
-    form.SetText(1, frame::Environment::Get().GetSettings().ReadValue(OrdersKey(), kType, {}));
+    form.SetText(1, environment::Environment::Get().GetSettings().ReadValue(OrdersKey(), kType, {}));
 }
 
 void SaveOrders(ReportForm& form) {
-    frame::Environment::Get().GetSettings().WriteValue(OrdersKey(), kType, form.Text(1));
+    environment::Environment::Get().GetSettings().WriteValue(OrdersKey(), kType, form.Text(1));
 }
 
 void DeliverOrders(ReportForm& form, ReportChoice& choice) {

@@ -1,14 +1,14 @@
 #include <algorithm>
 
 #include "base/HourText.h"
-#include "frame/Message.h"
 #include "reports/ReportForm.h"
 #include "reports/Resources.h"
+#include "win/Message.h"
 
 // The conditions of a report dialog: controls made from its description.
 namespace tamvelo::reports {
 
-using frame::LayoutRow;
+using win::LayoutRow;
 
 namespace {
 
@@ -154,8 +154,8 @@ bool ReportForm::CheckHours() const {
         const int control = ControlOf(condition) + Entry;
         if (condition.kind == Kind::Hour && !base::ParseHour(ControlText(control))) {
             SetFocus(Control(control));
-            frame::ShowMessage(Window(), NoHour(ControlText(control)), m_report.caption,
-                               MB_OK | MB_ICONWARNING);
+            win::ShowMessage(Window(), NoHour(ControlText(control)), m_report.caption,
+                             MB_OK | MB_ICONWARNING);
             return false;
         }
     }
@@ -217,7 +217,7 @@ void ReportForm::AskLookUp(const Condition& condition) {
 void ReportForm::LookUp() {
     const Condition& condition = *m_lookedUp;
     // Held: the host may close the form meanwhile.
-    const com::ComPtr<frame::ControlObject> box =
+    const com::ComPtr<objects::ControlObject> box =
         ObjectOf(ControlOf(condition) + Entry, Of(condition.kind).array, condition.index);
     const com::ComPtr<IDispatch> sink(m_clsEventos->Sink());
     frame::OpenLookup(condition.lookup, sink.Get(), box.Get(), condition.index);

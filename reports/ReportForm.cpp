@@ -5,20 +5,20 @@
 #include "base/Commands.h"
 #include "base/SettingsKeys.h"
 #include "com/Collection.h"
+#include "environment/Product.h"
 #include "frame/FormInstances.h"
-#include "frame/MousePointer.h"
-#include "frame/Product.h"
 #include "reports/Printer.h"
 #include "reports/Resources.h"
+#include "win/MousePointer.h"
 
 namespace tamvelo::reports {
 
 using frame::CommandRow;
 using frame::Do;
-using frame::kFill;
-using frame::kOwn;
-using frame::LayoutRow;
 using frame::ToolUse;
+using win::kFill;
+using win::kOwn;
+using win::LayoutRow;
 
 namespace {
 
@@ -34,12 +34,12 @@ constexpr int kOutputRow[] = {IDC_LBLSELEC,   IDC_CMBSELEC,   IDC_LBLCOPIAS, IDC
 constexpr auto kOverflow = static_cast<HRESULT>(0x800A0006);
 constexpr auto kMismatch = static_cast<HRESULT>(0x800A000D);
 
-std::wstring TickedReports(const frame::CheckList& list) {
+std::wstring TickedReports(const win::CheckList& list) {
     const int count = list.TickedCount();
     return std::to_wstring(count) + (count == 1 ? L" informe marcado" : L" informes marcados");
 }
 
-std::wstring TickedLabels(const frame::CheckList& list) {
+std::wstring TickedLabels(const win::CheckList& list) {
     const int count = list.TickedCount();
     return std::to_wstring(count) + (count == 1 ? L" etiqueta marcada" : L" etiquetas marcadas");
 }
@@ -48,7 +48,7 @@ std::wstring TickedLabels(const frame::CheckList& list) {
 
 ReportForm::ReportForm(const ReportDesign& design)
     : ListForm({design.name, IDD_REPORT, kTools, design.keys},
-               {frame::CheckList::Kind::Ticks, false, design.labels ? TickedLabels : TickedReports}),
+               {win::CheckList::Kind::Ticks, false, design.labels ? TickedLabels : TickedReports}),
       m_report(design) {
     if (design.dates) {
         m_dates.emplace(*this, base::WholeMonth, [this] { ShowPeriod(); });
@@ -94,7 +94,7 @@ void ReportForm::Mostrar(const Request& request) {
 
 void ReportForm::Aceptar(const Request& request) {
     Show([&] {
-        frame::MousePointer::Hourglass(); // until it unloads
+        win::MousePointer::Hourglass(); // until it unloads
         Open(request, true);
         Accept();
     });
@@ -104,7 +104,8 @@ void ReportForm::OnLoad() {
     ListForm::OnLoad();
     SetWindowTextW(Window(), m_report.caption);
     const auto answered = [this](com::Invocation& call) { clsEventos_AceptaSeleccion(call); };
-    m_clsEventos = MakeRelay({{frame::AceptaSeleccion, answered}, {frame::AceptaSeleccionParam, answered}});
+    m_clsEventos =
+        MakeRelay({{objects::AceptaSeleccion, answered}, {objects::AceptaSeleccionParam, answered}});
     for (const int control :
          {IDC_LBLFECHA0, IDC_DTPICKER0, IDC_LBLFECHA1, IDC_DTPICKER1, IDC_CMDPERIODO, IDC_LBLINTERVALO}) {
         ShowControl(control, m_report.dates);
@@ -142,18 +143,20 @@ void ReportForm::OnUnload() noexcept {
 
 // The choices, and how they are kept.
 
-std::wstring ReportForm::ChoicesKey() const { return frame::Product::Own().FormKey(Name()) + m_reportKey; }
+std::wstring ReportForm::ChoicesKey() const {
+    return environment::Product::Own().FormKey(Name()) + m_reportKey;
+}
 
 std::wstring ReportForm::Remembered(const wchar_t* name, const wchar_t* fallback) const {
-    return frame::Environment::Get().GetSettings().ReadValue(ChoicesKey(), name, fallback);
+    return environment::Environment::Get().GetSettings().ReadValue(ChoicesKey(), name, fallback);
 }
 
 void ReportForm::Remember(const wchar_t* name, const std::wstring& value) const {
-    frame::Environment::Get().GetSettings().WriteValue(ChoicesKey(), name, value);
+    environment::Environment::Get().GetSettings().WriteValue(ChoicesKey(), name, value);
 }
 
 void ReportForm::LoadChoices() {
-    frame::Settings& settings = frame::Environment::Get().GetSettings();
+    environment::Settings& settings = environment::Environment::Get().GetSettings();
     if (m_report.labels) {
         settings.LoadLabelChoices(ChoicesKey(), m_reports.Get(), *this);
     } else {
@@ -172,7 +175,7 @@ void ReportForm::LoadChoices() {
 }
 
 void ReportForm::SetReports(const std::vector<std::wstring>& titles, const std::vector<bool>& ticks) {
-    std::vector<frame::ListEntry> entries(titles.size());
+    std::vector<win::ListEntry> entries(titles.size());
     for (size_t i = 0; i < titles.size(); ++i) {
         entries[i] = {titles[i], ticks[i]};
     }
@@ -243,7 +246,7 @@ void ReportForm::Accept() {
     const auto keep = [&] {
         // The reports are worth more than remembering them.
         Tried([&] {
-            frame::Environment::Get().GetSettings().SaveListChoices(ChoicesKey(), *this);
+            environment::Environment::Get().GetSettings().SaveListChoices(ChoicesKey(), *this);
             if (m_report.save) {
                 m_report.save(*this);
             }

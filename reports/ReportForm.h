@@ -7,8 +7,8 @@
 
 #include "contract/Sink.h"
 #include "frame/DateRangeControl.h"
-#include "frame/EventRelay.h"
 #include "frame/ListForm.h"
+#include "objects/EventRelay.h"
 #include "reports/ReportDesign.h"
 
 namespace tamvelo::reports {
@@ -19,7 +19,7 @@ inline constexpr wchar_t kLookUp[] = L"{CONSULTAR}";
 /// A report dialog: the reports of a host's screen with ticks, where they go and how often, and conditions.
 /// The choices are kept per screen; the host runs the reports when it gets them. A description makes one of
 /// these into a certain dialog.
-class ReportForm final : public frame::ListForm, private frame::ChoiceLists {
+class ReportForm final : public frame::ListForm, private environment::ChoiceLists {
 public:
     /// What the host asks with.
     struct Request {
@@ -79,7 +79,7 @@ private:
     bool CheckHours() const;
     const Condition& Find(Condition::Kind kind, short index) const;
     int ControlOf(const Condition& condition) const;
-    std::vector<frame::LayoutRow> ConditionRows() const;
+    std::vector<win::LayoutRow> ConditionRows() const;
     const Condition* LookupOf(int control) const;
     void AskLookUp(const Condition& condition);
     void LookUp();
@@ -101,7 +101,7 @@ private:
     void ResizeControls() override;
     void CurrentChanged() override;
     std::span<const frame::CommandRow> Commands() const override;
-    std::vector<frame::LayoutRow> Rows() const override;
+    std::vector<win::LayoutRow> Rows() const override;
 
     void SetReports(const std::vector<std::wstring>& titles, const std::vector<bool>& ticks) override;
     std::vector<std::wstring> Titles() const override;
@@ -117,7 +117,7 @@ private:
 
     const ReportDesign& m_report;
     std::optional<frame::DateRangeControl> m_dates;
-    std::unique_ptr<frame::OwnRelay> m_clsEventos; // hears the look-ups
+    std::unique_ptr<objects::OwnRelay> m_clsEventos; // hears the look-ups
     std::wstring m_cls;
     std::wstring m_reportKey;
     contract::Sink m_sink;

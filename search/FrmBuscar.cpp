@@ -8,7 +8,7 @@
 
 #include "base/Commands.h"
 #include "base/SettingsKeys.h"
-#include "frame/Product.h"
+#include "environment/Product.h"
 #include "frame/Resources.h"
 #include "search/Resources.h"
 
@@ -17,10 +17,10 @@ namespace tamvelo::search {
 using frame::CommandRow;
 using frame::Do;
 using frame::KeyRow;
-using frame::kFill;
-using frame::kOwn;
-using frame::LayoutRow;
 using frame::ToolUse;
+using win::kFill;
+using win::kOwn;
+using win::LayoutRow;
 
 namespace {
 
@@ -120,8 +120,8 @@ void FrmBuscar::Mostrar(IDispatch* sink, IDispatch* data, IDispatch* columns) {
         m_columns = contract::ColumnCollection(columns);
         m_className = m_data.sClassName();
         m_orders = m_className == base::kClassOfOrders;
-        frame::Settings& settings = frame::Environment::Get().GetSettings();
-        const std::wstring key = frame::Product::Own().SesionKey(base::kSesionOrdenes);
+        environment::Settings& settings = environment::Environment::Get().GetSettings();
+        const std::wstring key = environment::Product::Own().SesionKey(base::kSesionOrdenes);
         m_simple = base::StoredIndex(settings.ReadValue(key, kSimple, L"0"), 2, 0) == 1 && m_orders;
         m_kind = base::StoredIndex(settings.ReadValue(key, kSimpleIndex, L"-1"), SHRT_MAX, -1);
         m_mode = base::StoredIndex(settings.ReadValue(key, kMode + m_className, L"0"), kOptions, 0);
@@ -172,7 +172,7 @@ void FrmBuscar::OnUnload() noexcept {
 
 HWND FrmBuscar::FirstFocus() const { return Control(kBoxes[Mode().focus]); }
 
-com::ComPtr<frame::ControlObject> FrmBuscar::Box(short index) {
+com::ComPtr<objects::ControlObject> FrmBuscar::Box(short index) {
     return ObjectOf(kBoxes[index], L"TxtFields", index);
 }
 
@@ -189,8 +189,8 @@ void FrmBuscar::Remember(const std::wstring& name, int value) {
     if (m_orders) {
         // A choice that cannot be kept is still the user's choice.
         Using(Component::Settings, [&] {
-            frame::Environment::Get().GetSettings().WriteValue(
-                frame::Product::Own().SesionKey(base::kSesionOrdenes), name, std::to_wstring(value));
+            environment::Environment::Get().GetSettings().WriteValue(
+                environment::Product::Own().SesionKey(base::kSesionOrdenes), name, std::to_wstring(value));
         });
     }
 }

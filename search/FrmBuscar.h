@@ -27,7 +27,7 @@ public:
 
 private:
     const base::SearchMode& Mode() const { return base::kSearchModes.at(static_cast<size_t>(m_mode)); }
-    com::ComPtr<frame::ControlObject> Box(short index);
+    com::ComPtr<objects::ControlObject> Box(short index);
     void Watch(short index);
     void Remember(const std::wstring& name, int value);
     void RememberKind();
@@ -73,7 +73,7 @@ private:
     bool OnKey(UINT key, bool control, bool shift) override;
     HWND FirstFocus() const override;
     std::span<const frame::CommandRow> Commands() const override;
-    std::vector<frame::LayoutRow> Rows() const override;
+    std::vector<win::LayoutRow> Rows() const override;
 
     contract::Sink m_sink;
     contract::DataClass m_data;

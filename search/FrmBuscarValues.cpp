@@ -2,10 +2,10 @@
 
 #include "base/Commands.h"
 #include "base/FilterText.h"
-#include "frame/BusyCursor.h"
 #include "frame/Resources.h"
 #include "search/FrmBuscar.h"
 #include "search/Resources.h"
+#include "win/BusyCursor.h"
 
 // What the search panel does with what is typed: checks, the list of values, the filter.
 namespace tamvelo::search {
@@ -25,7 +25,7 @@ bool FrmBuscar::PasteValues(const std::wstring& text) {
 
 void FrmBuscar::AddValues(std::span<const std::wstring> values) {
     const HWND list = Control(IDC_LIST2);
-    const frame::BusyWork busy(Window(), values.size());
+    const win::BusyWork busy(Window(), values.size());
     LRESULT last = 0;
     ShowWindow(list, SW_HIDE); // or each value would be drawn, and the bar with it
     for (const std::wstring& value : values) {

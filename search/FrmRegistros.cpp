@@ -6,19 +6,19 @@
 #include "base/FilterText.h"
 #include "base/MessageText.h"
 #include "base/SelectionAnswers.h"
-#include "frame/Message.h"
-#include "frame/MousePointer.h"
 #include "search/Resources.h"
+#include "win/Message.h"
+#include "win/MousePointer.h"
 
 namespace tamvelo::search {
 
 using frame::CommandRow;
 using frame::Do;
 using frame::KeyRow;
-using frame::kFill;
-using frame::kOwn;
-using frame::LayoutRow;
 using frame::ToolUse;
+using win::kFill;
+using win::kOwn;
+using win::LayoutRow;
 
 namespace {
 
@@ -147,13 +147,13 @@ bool FrmRegistros::ConfirmsDeletion() {
         question +=
             L"\n" + base::Named(DataGrid().Caption(column)) + L": " + base::Named(DataGrid().Text(column));
     }
-    const int answer = frame::ShowMessage(Window(), question, L"Registros de " + ClassName(),
-                                          MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2);
+    const int answer = win::ShowMessage(Window(), question, L"Registros de " + ClassName(),
+                                        MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2);
     return answer == IDYES && IsLoaded();
 }
 
 void FrmRegistros::PassOn(const wchar_t* member, const wchar_t* refusal) {
-    frame::MousePointer::Default(); // the host may show a form of its own
+    win::MousePointer::Default(); // the host may show a form of its own
     const bool offered = Sink().Offer(member, Indx(), Ctl().Reference());
     TakeControlBack();
     if (!IsLoaded()) {

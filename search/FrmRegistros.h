@@ -32,7 +32,7 @@ private:
     void OnSearchStrip(bool shown) override;
     std::wstring Heading(const std::wstring& filter) const override;
     std::span<const frame::CommandRow> Commands() const override;
-    std::vector<frame::LayoutRow> Rows() const override;
+    std::vector<win::LayoutRow> Rows() const override;
     std::span<const MenuItem> OwnMenu() const override;
 };
 

@@ -5,16 +5,16 @@
 #include "base/MessageText.h"
 #include "base/Text.h"
 #include "frame/Resources.h"
-#include "frame/WindowText.h"
 #include "grid/RecordCursor.h"
 #include "selection/CriteriaForm.h"
 #include "selection/Resources.h"
+#include "win/WindowText.h"
 
 // The fields of a criteria dialog: read from the host's record set, and made into labels and boxes.
 namespace tamvelo::selection {
 
-using frame::LayoutRow;
 using grid::CellKind;
+using win::LayoutRow;
 
 namespace {
 
@@ -36,7 +36,7 @@ constexpr long kShortText = 12;     // characters that a short box shows
 /// A date that was typed, as the user's short format has it; what is none, or has a time, stays as it is.
 void ShowAsShortDate(HWND box) {
     DATE date = 0;
-    const std::wstring text = frame::TextOf(box);
+    const std::wstring text = win::TextOf(box);
     const bool isDate = SUCCEEDED(VarDateFromStr(com::Bstr(text).Get(), LOCALE_USER_DEFAULT, 0, &date));
     if (isDate && date >= 1 && date == std::floor(date)) {
         const std::wstring shown = grid::Format(com::Variant::Date(date).Get(), CellKind::Date);
@@ -80,7 +80,7 @@ void CriteriaForm::ReadFields() {
 }
 
 void CriteriaForm::FindRelated() {
-    frame::DataClasses& classes = frame::Environment::Get().GetDataClasses();
+    environment::DataClasses& classes = environment::Environment::Get().GetDataClasses();
     auto selection = m_dialog.selections.begin();
     for (Field& field : m_fields) {
         std::wstring related = classes.Related(m_className, field.name);
@@ -112,7 +112,7 @@ void CriteriaForm::MakeFields() {
     GetObjectW(reinterpret_cast<HFONT>(SendMessageW(Window(), WM_GETFONT, 0, 0)), sizeof font, &font);
     font.lfWeight = FW_BOLD;
     m_bold.reset(CreateFontIndirectW(&font));
-    m_panel = std::make_unique<frame::ScrollPanel>(Window(), IDC_CRITERIA);
+    m_panel = std::make_unique<win::ScrollPanel>(Window(), IDC_CRITERIA);
     SetWindowPos(m_panel->Window(), Control(IDC_LBLBUSCAR), 0, 0, 0, 0,
                  SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     SetContainer(m_panel->Window());
@@ -121,10 +121,10 @@ void CriteriaForm::MakeFields() {
         labelWidth = std::max(labelWidth, WidthOf(LabelOf(field, true).c_str(), m_bold.get()));
     }
     labelWidth = std::min(labelWidth, kWidestLabel);
-    std::vector<LayoutRow> rows;
+    std::vector<win::LayoutRow> rows;
     for (size_t i = 0; i < m_fields.size(); ++i) {
         MakeField(i, labelWidth);
-        LayoutRow& row = rows.emplace_back();
+        win::LayoutRow& row = rows.emplace_back();
         row.cells = {{ControlOf(i, Label)}, {ControlOf(i, Entry)}};
         if (m_fields[i].onlyYes) {
             row.cells.push_back({ControlOf(i, OnlyYes)});
@@ -169,9 +169,9 @@ void CriteriaForm::MakeField(size_t index, int labelWidth) {
     }
 }
 
-com::ComPtr<frame::ControlObject> CriteriaForm::Box(size_t index) {
+com::ComPtr<objects::ControlObject> CriteriaForm::Box(size_t index) {
     const Field& field = m_fields.at(index);
-    com::ComPtr<frame::ControlObject> box = ObjectOf(
+    com::ComPtr<objects::ControlObject> box = ObjectOf(
         ControlOf(index, Entry), IsList(field) ? L"CmbFields" : L"TxtFields", static_cast<short>(index));
     box->SetDataField(field.name);
     return box;
@@ -180,13 +180,13 @@ com::ComPtr<frame::ControlObject> CriteriaForm::Box(size_t index) {
 bool CriteriaForm::HasCondition(size_t index) const {
     const HWND box = m_fields[index].entry;
     return IsList(m_fields[index]) ? SendMessageW(box, CB_GETCURSEL, 0, 0) != kAll
-                                   : !base::Trim(frame::TextOf(box)).empty();
+                                   : !base::Trim(win::TextOf(box)).empty();
 }
 
 void CriteriaForm::Judged(size_t index, bool valid) {
     const Field& field = m_fields.at(index);
     if (!valid) {
-        SetControlText(IDC_STATUS, L"«" + base::Named(frame::TextOf(field.entry)) +
+        SetControlText(IDC_STATUS, L"«" + base::Named(win::TextOf(field.entry)) +
                                        L"» no es un valor válido para «" + field.caption + L"».");
         MessageBeep(MB_ICONWARNING);
         return;

@@ -16,10 +16,10 @@ namespace tamvelo::selection {
 using frame::CommandRow;
 using frame::Do;
 using frame::KeyRow;
-using frame::kFill;
-using frame::kOwn;
-using frame::LayoutRow;
 using frame::ToolUse;
+using win::kFill;
+using win::kOwn;
+using win::LayoutRow;
 
 namespace {
 
@@ -59,13 +59,13 @@ std::span<const CommandRow> CriteriaForm::Commands() const {
     return kCommands;
 }
 
-std::vector<LayoutRow> CriteriaForm::Rows() const {
+std::vector<win::LayoutRow> CriteriaForm::Rows() const {
     return {
-        {kOwn, {{IDC_LBLBUSCAR, kFill}}},
-        {kFill, {{IDC_CRITERIA, kFill}}},
-        {kOwn, {{IDC_OPTCOMPARISON0}, {IDC_OPTCOMPARISON1}, {IDC_OPTCOMPARISON2}}, IDC_FRMCOMPARISON},
-        {kOwn, {{IDC_CMDBUSCAR}, {IDC_CMDCLEAR}}},
-        {kOwn, {{IDC_STATUS, kFill}}},
+        {win::kOwn, {{IDC_LBLBUSCAR, win::kFill}}},
+        {win::kFill, {{IDC_CRITERIA, win::kFill}}},
+        {win::kOwn, {{IDC_OPTCOMPARISON0}, {IDC_OPTCOMPARISON1}, {IDC_OPTCOMPARISON2}}, IDC_FRMCOMPARISON},
+        {win::kOwn, {{IDC_CMDBUSCAR}, {IDC_CMDCLEAR}}},
+        {win::kOwn, {{IDC_STATUS, win::kFill}}},
     };
 }
 
@@ -85,7 +85,8 @@ void CriteriaForm::OnLoad() {
     SetWindowTextW(Window(), m_dialog.caption);
     Bar().SetBandVisible(base::kBandRegistros, true);
     const auto answered = [this](com::Invocation& call) { clsMeEvents_AceptaSeleccion(call); };
-    m_clsMeEvents = MakeRelay({{frame::AceptaSeleccion, answered}, {frame::AceptaSeleccionParam, answered}});
+    m_clsMeEvents =
+        MakeRelay({{objects::AceptaSeleccion, answered}, {objects::AceptaSeleccionParam, answered}});
     ReadFields();
     CheckStands();
     const std::wstring name = L"«" + base::Named(m_className) + L"»";
@@ -269,7 +270,7 @@ void CriteriaForm::LookUp() {
         return;
     }
     const std::wstring related = m_fields.at(index).related; // the host may close the form meanwhile
-    const com::ComPtr<frame::ControlObject> box = Box(index);
+    const com::ComPtr<objects::ControlObject> box = Box(index);
     frame::OpenLookup({related.c_str(), m_fields[index].selection}, m_clsMeEvents->Sink(), box.Get(), 0);
     if (IsLoaded()) {
         SetFocus(box->Window());

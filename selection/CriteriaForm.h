@@ -8,13 +8,13 @@
 #include "contract/DataClass.h"
 #include "contract/Sink.h"
 #include "frame/CheckedBoxes.h"
-#include "frame/EventRelay.h"
-#include "frame/Handles.h"
 #include "frame/RecordMoves.h"
-#include "frame/ScrollPanel.h"
 #include "grid/CellText.h"
 #include "grid/RecordSource.h"
+#include "objects/EventRelay.h"
 #include "selection/Criteria.h"
+#include "win/Handles.h"
+#include "win/ScrollPanel.h"
 
 namespace tamvelo::selection {
 
@@ -58,7 +58,7 @@ private:
     static std::wstring LabelOf(const Field& field, bool marked);
     bool IsList(const Field& field) const;
     bool IsCompared(const Field& field) const;
-    com::ComPtr<frame::ControlObject> Box(size_t index);
+    com::ComPtr<objects::ControlObject> Box(size_t index);
     bool HasCondition(size_t index) const;
     void Judged(size_t index, bool valid);
     void ChooseYesNo(size_t index, int entry);
@@ -84,7 +84,7 @@ private:
     bool OnKey(UINT key, bool control, bool shift) override;
     HWND FirstFocus() const override;
     std::span<const frame::CommandRow> Commands() const override;
-    std::vector<frame::LayoutRow> Rows() const override;
+    std::vector<win::LayoutRow> Rows() const override;
 
     const CriteriaDesign& m_dialog;
     contract::Sink m_sink;
@@ -97,9 +97,9 @@ private:
     long m_unasked = 0;                   // fields beyond those that have a box
     bool m_clearing = false;              // all boxes at once: one look at them afterwards
     size_t m_lookedUp = 0;                // the field whose look-up is asked for
-    frame::UniqueFont m_bold;
-    std::unique_ptr<frame::ScrollPanel> m_panel;
-    std::unique_ptr<frame::OwnRelay> m_clsMeEvents; // hears the look-ups
+    win::UniqueFont m_bold;
+    std::unique_ptr<win::ScrollPanel> m_panel;
+    std::unique_ptr<objects::OwnRelay> m_clsMeEvents; // hears the look-ups
     frame::CheckedBoxes m_boxes{*this, m_data};
     frame::RecordMoves m_moves{*this, m_data};
 };

@@ -3,17 +3,17 @@
 #include "base/Commands.h"
 #include "base/FilterText.h"
 #include "base/SelectionAnswers.h"
-#include "frame/Message.h"
 #include "selection/Resources.h"
+#include "win/Message.h"
 
 // The list, and what is handed over. The new record's boxes are in FrmSelecAddRecord.cpp.
 namespace tamvelo::selection {
 
 using frame::CommandRow;
 using frame::Do;
-using frame::kFill;
-using frame::kOwn;
-using frame::LayoutRow;
+using win::kFill;
+using win::kOwn;
+using win::LayoutRow;
 
 namespace {
 
@@ -44,12 +44,12 @@ std::span<const frame::Form::MenuItem> FrmSelecAdd::OwnMenu() const {
     return kItems;
 }
 
-std::vector<LayoutRow> FrmSelecAdd::Rows() const {
+std::vector<win::LayoutRow> FrmSelecAdd::Rows() const {
     return {
-        {kOwn, {{IDC_LBLTABLE, kFill}}},
-        {kOwn, {{IDC_LBLBUSCAR}, {IDC_TXTFIELDS0, kFill}, {IDC_CMDBUSCAR}, {IDC_CMDNUEVO}}},
-        {kFill, {{IDC_DATAGRID, kFill}}},
-        {kOwn, {{IDC_STATUS, kFill}}},
+        {win::kOwn, {{IDC_LBLTABLE, win::kFill}}},
+        {win::kOwn, {{IDC_LBLBUSCAR}, {IDC_TXTFIELDS0, win::kFill}, {IDC_CMDBUSCAR}, {IDC_CMDNUEVO}}},
+        {win::kFill, {{IDC_DATAGRID, win::kFill}}},
+        {win::kOwn, {{IDC_STATUS, win::kFill}}},
     };
 }
 
@@ -143,8 +143,8 @@ bool FrmSelecAdd::MayDiscard() {
         return true;
     }
     const int answer =
-        frame::ShowMessage(Window(), L"¿Desea descartar el registro nuevo que ha escrito? No se guardará.",
-                           Title(), MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2);
+        win::ShowMessage(Window(), L"¿Desea descartar el registro nuevo que ha escrito? No se guardará.",
+                         Title(), MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2);
     return answer == IDYES && IsLoaded();
 }
 

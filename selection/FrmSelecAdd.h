@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "frame/EditWatch.h"
-#include "frame/ScrollPanel.h"
 #include "selection/PanelForm.h"
 #include "selection/RecordFields.h"
+#include "win/EditWatch.h"
+#include "win/ScrollPanel.h"
 
 namespace tamvelo::selection {
 
@@ -52,7 +52,7 @@ private:
     void MakeBox(Box& box, std::wstring& keys);
     void ShowBoxes(bool shown);
     int LabelWidth() const;
-    std::vector<frame::LayoutRow> BoxRows() const;
+    std::vector<win::LayoutRow> BoxRows() const;
     const RecordField& FieldOf(const Box& box) const { return m_fields[box.field]; }
     const wchar_t* ArrayOf(const Box& box) const;
     const Box* BoxNumber(short number) const;
@@ -80,14 +80,14 @@ private:
     std::wstring StatusNote() const override;
     std::span<const MenuItem> OwnMenu() const override;
     std::span<const frame::CommandRow> Commands() const override;
-    std::vector<frame::LayoutRow> Rows() const override;
+    std::vector<win::LayoutRow> Rows() const override;
 
     bool m_adding = false;
     std::vector<RecordField> m_fields;
     std::vector<Box> m_boxes; // as they stand on the panel
-    std::unique_ptr<frame::ScrollPanel> m_panel;
-    frame::RowLayout m_panelLayout; // of the panel, its title and its buttons
-    std::shared_ptr<frame::EditWatch> m_familyWatch;
+    std::unique_ptr<win::ScrollPanel> m_panel;
+    win::RowLayout m_panelLayout; // of the panel, its title and its buttons
+    std::shared_ptr<win::EditWatch> m_familyWatch;
     short m_asked = 0;       // number of the box that a look-up was opened for
     std::wstring m_family;   // that a code was last asked for
     std::wstring m_proposed; // the answer

@@ -6,18 +6,18 @@
 
 #include "base/Commands.h"
 #include "base/Text.h"
-#include "frame/Message.h"
 #include "frame/Nested.h"
 #include "selection/FrmSelecAdd.h"
 #include "selection/Resources.h"
+#include "win/Message.h"
 
 // The panel for a new record: its boxes are made from the record set's fields, checked, and become values.
 namespace tamvelo::selection {
 
-using frame::kFill;
-using frame::kOwn;
-using frame::LayoutRow;
 using grid::CellKind;
+using win::kFill;
+using win::kOwn;
+using win::LayoutRow;
 
 namespace {
 
@@ -76,7 +76,7 @@ void FrmSelecAdd::MakeBoxes() {
     }
     AddButton(IDC_CMDGUARDAR, L"&Guardar", kCommandWidth);
     AddButton(IDC_CMDDESCARTAR, L"&Descartar", kCommandWidth);
-    m_panel = std::make_unique<frame::ScrollPanel>(Window(), IDC_RECORD_PANEL);
+    m_panel = std::make_unique<win::ScrollPanel>(Window(), IDC_RECORD_PANEL);
     SetWindowPos(m_panel->Window(), Control(IDC_LBLTABLE1), 0, 0, 0, 0,
                  SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     SetContainer(m_panel->Window());
@@ -85,12 +85,13 @@ void FrmSelecAdd::MakeBoxes() {
     }
     m_boxes = std::move(boxes);
     m_panel->SetRows(BoxRows());
-    m_panelLayout = frame::RowLayout(Window(), {{kOwn, {{IDC_LBLTABLE1, kFill}}, IDC_PICNEW},
-                                                {kFill, {{IDC_RECORD_PANEL, kFill}}, IDC_PICNEW},
-                                                {kOwn, {{IDC_CMDGUARDAR}, {IDC_CMDDESCARTAR}}, IDC_PICNEW}});
+    m_panelLayout =
+        win::RowLayout(Window(), {{win::kOwn, {{IDC_LBLTABLE1, win::kFill}}, IDC_PICNEW},
+                                  {win::kFill, {{IDC_RECORD_PANEL, win::kFill}}, IDC_PICNEW},
+                                  {win::kOwn, {{IDC_CMDGUARDAR}, {IDC_CMDDESCARTAR}}, IDC_PICNEW}});
     if (const Box* family = BoxNumber(base::kFamilyBox); family && family->family) {
-        m_familyWatch = frame::EditWatch::Start(Control(family->control),
-                                                {[](wchar_t&) {}, [this] { return FamilyLeft(); }, {}});
+        m_familyWatch = win::EditWatch::Start(Control(family->control),
+                                              {[](wchar_t&) {}, [this] { return FamilyLeft(); }, {}});
     }
 }
 
@@ -140,13 +141,13 @@ int FrmSelecAdd::LabelWidth() const {
     return std::min(width, kWidestLabel);
 }
 
-std::vector<LayoutRow> FrmSelecAdd::BoxRows() const {
+std::vector<win::LayoutRow> FrmSelecAdd::BoxRows() const {
     const int labels = LabelWidth();
-    std::vector<LayoutRow> rows;
+    std::vector<win::LayoutRow> rows;
     for (const Box& box : m_boxes) {
         const int first = box.control - Entry;
-        LayoutRow& row =
-            rows.emplace_back(LayoutRow{kOwn, {{first + Label, labels}, {first + Entry, kFill}}});
+        win::LayoutRow& row = rows.emplace_back(
+            win::LayoutRow{win::kOwn, {{first + Label, labels}, {first + Entry, win::kFill}}});
         if (Control(first + Button)) {
             row.cells.push_back({first + Button});
         }
@@ -268,7 +269,7 @@ bool FrmSelecAdd::CheckRecord() {
         CheckStands();
         if (!complaint.empty()) {
             SetFocus(Control(box.control));
-            frame::ShowMessage(Window(), complaint, Title(), MB_OK | MB_ICONWARNING);
+            win::ShowMessage(Window(), complaint, Title(), MB_OK | MB_ICONWARNING);
             return false;
         }
     }
@@ -321,7 +322,7 @@ void FrmSelecAdd::LookUp() {
         return;
     }
     const std::wstring relation = FieldOf(*box).relation.empty() ? kFamilies : FieldOf(*box).relation;
-    const com::ComPtr<frame::ControlObject> control = ObjectOf(box->control, ArrayOf(*box), box->number);
+    const com::ComPtr<objects::ControlObject> control = ObjectOf(box->control, ArrayOf(*box), box->number);
     m_asked = box->number;
     // Indx says which column many classes answer with: the code's, whatever the number of the box.
     frame::OpenLookup(frame::Lookup{relation.c_str()}, Relay(), control.Get(), 0);

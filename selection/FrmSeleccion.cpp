@@ -4,7 +4,7 @@
 #include "base/FilterText.h"
 #include "base/SelectionAnswers.h"
 #include "base/SettingsKeys.h"
-#include "frame/Product.h"
+#include "environment/Product.h"
 #include "selection/Resources.h"
 
 namespace tamvelo::selection {
@@ -12,9 +12,9 @@ namespace tamvelo::selection {
 using com::Variant;
 using frame::CommandRow;
 using frame::Do;
-using frame::kFill;
-using frame::kOwn;
-using frame::LayoutRow;
+using win::kFill;
+using win::kOwn;
+using win::LayoutRow;
 
 namespace {
 
@@ -50,11 +50,13 @@ std::span<const CommandRow> FrmSeleccion::Commands() const {
     return kCommands;
 }
 
-std::vector<LayoutRow> FrmSeleccion::Rows() const {
+std::vector<win::LayoutRow> FrmSeleccion::Rows() const {
     return {
-        {kOwn, {{IDC_LBLTABLE, kFill}}},  {kOwn, {{IDC_LBLBUSCAR}, {IDC_TXTFIELDS0, kFill}, {IDC_CMDBUSCAR}}},
-        {kFill, {{IDC_DATAGRID, kFill}}}, {kOwn, {{IDC_CMD1}, {IDC_CMD3}, {IDC_CMD2}, {IDC_CMD0}}},
-        {kOwn, {{IDC_STATUS, kFill}}},
+        {win::kOwn, {{IDC_LBLTABLE, win::kFill}}},
+        {win::kOwn, {{IDC_LBLBUSCAR}, {IDC_TXTFIELDS0, win::kFill}, {IDC_CMDBUSCAR}}},
+        {win::kFill, {{IDC_DATAGRID, win::kFill}}},
+        {win::kOwn, {{IDC_CMD1}, {IDC_CMD3}, {IDC_CMD2}, {IDC_CMD0}}},
+        {win::kOwn, {{IDC_STATUS, win::kFill}}},
     };
 }
 
@@ -62,8 +64,8 @@ std::vector<LayoutRow> FrmSeleccion::Rows() const {
 
 void FrmSeleccion::Open(IDispatch* sink, IDispatch* data, const contract::HostControl& ctl, short column,
                         short indx, bool verify, bool controlVerify) {
-    m_terminal = frame::Environment::Get().GetSettings().ReadValue(
-        frame::Product::Own().SesionKey(base::kSesionTerminal), L"Int", L"0");
+    m_terminal = environment::Environment::Get().GetSettings().ReadValue(
+        environment::Product::Own().SesionKey(base::kSesionTerminal), L"Int", L"0");
     m_verify = verify;
     m_controlVerify = controlVerify;
     Take(sink, data, ctl, column, indx);

@@ -5,17 +5,17 @@
 #include "base/FilterText.h"
 #include "base/SelectionAnswers.h"
 #include "base/Text.h"
-#include "selection/LinkLabel.h"
 #include "selection/Resources.h"
+#include "win/LinkLabel.h"
 
 namespace tamvelo::selection {
 
 using com::Variant;
 using frame::CommandRow;
 using frame::Do;
-using frame::kFill;
-using frame::kOwn;
-using frame::LayoutRow;
+using win::kFill;
+using win::kOwn;
+using win::LayoutRow;
 
 namespace {
 
@@ -64,13 +64,13 @@ std::span<const CommandRow> FrmSeleccionTrueFalse::Commands() const {
     return kCommands;
 }
 
-std::vector<LayoutRow> FrmSeleccionTrueFalse::Rows() const {
+std::vector<win::LayoutRow> FrmSeleccionTrueFalse::Rows() const {
     return {
-        {kOwn, {{IDC_LBLTABLE, kFill}}},
-        {kOwn, {{IDC_LBLBUSCAR}, {IDC_TXTFIELDS0, kFill}, {IDC_CMDBUSCAR}}},
-        {kOwn, {{IDC_LBLTODOS}, {IDC_LBLNINGUNO}, {IDC_LBLALCANCE, kFill}}},
-        {kFill, {{IDC_DATAGRID, kFill}}},
-        {kOwn, {{IDC_STATUS, kFill}}},
+        {win::kOwn, {{IDC_LBLTABLE, win::kFill}}},
+        {win::kOwn, {{IDC_LBLBUSCAR}, {IDC_TXTFIELDS0, win::kFill}, {IDC_CMDBUSCAR}}},
+        {win::kOwn, {{IDC_LBLTODOS}, {IDC_LBLNINGUNO}, {IDC_LBLALCANCE, win::kFill}}},
+        {win::kFill, {{IDC_DATAGRID, win::kFill}}},
+        {win::kOwn, {{IDC_STATUS, win::kFill}}},
     };
 }
 
@@ -97,7 +97,7 @@ void FrmSeleccionTrueFalse::OnLoad() {
     PanelForm::OnLoad();
     SetWindowTextW(Window(), (L"Lista con casillas de " + ClassName()).c_str());
     for (const Link& link : kLinks) {
-        MakeLink(Control(link.control));
+        win::MakeLink(Control(link.control));
         SetTip(link.control, WithKey(link.tip, link.command));
     }
     OnFiltered(false);

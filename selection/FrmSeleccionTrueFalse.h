@@ -38,7 +38,7 @@ private:
     std::wstring LayoutName() const override;
     std::wstring StatusNote() const override;
     std::span<const frame::CommandRow> Commands() const override;
-    std::vector<frame::LayoutRow> Rows() const override;
+    std::vector<win::LayoutRow> Rows() const override;
 };
 
 } // namespace tamvelo::selection

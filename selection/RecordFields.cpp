@@ -4,7 +4,7 @@
 
 #include "base/FilterText.h"
 #include "com/LateObject.h"
-#include "frame/Environment.h"
+#include "environment/Environment.h"
 #include "grid/RecordCursor.h"
 #include "grid/RecordSource.h"
 
@@ -49,7 +49,7 @@ std::vector<RecordField> ReadRecordFields(IDispatch* data) {
 
 std::optional<std::vector<Choice>> ReadChoices(const std::wstring& className) {
     try {
-        LateObject data(frame::Environment::Get().GetDataClasses().Create(className).Get(), L"MyClase");
+        LateObject data(environment::Environment::Get().GetDataClasses().Create(className).Get(), L"MyClase");
         data.Call(L"Requery", {base::kSeleccion});
         const grid::RecordSource source(data.Get());
         grid::RecordCursor cursor(source.Set());

@@ -3,8 +3,8 @@
 
 #include <dlgs.h>
 
-#include "frame/Handles.h"
 #include "tests/dialogs/PanelFixture.h"
+#include "win/Handles.h"
 
 namespace tamvelo::testing {
 namespace {
@@ -85,7 +85,7 @@ TEST_F(PanelFiles, ALayoutThatCannotBeReadLeavesTheDefaultLookAndANote) {
          Exists(bar + L".bad", true)});
     WriteText(File(look), "Tamvelo cuadrícula 1\n");
     // One that another program holds can neither be read nor written, and stays as it is.
-    frame::UniqueFile locked(
+    win::UniqueFile locked(
         CreateFileW(File(look).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
     Use({Notes(L"No se puede leer el fichero"), L"F3", Elsewhere(), L"Enter",
          Box(L"No se puede escribir el fichero")});

@@ -9,13 +9,13 @@
 #include "base/Text.h"
 #include "com/LateObject.h"
 #include "com/TypedDispatch.h"
-#include "frame/CheckList.h"
-#include "frame/ControlObject.h"
-#include "frame/EventRelay.h"
-#include "frame/FormObject.h"
-#include "frame/RowLayout.h"
+#include "objects/ControlObject.h"
+#include "objects/EventRelay.h"
+#include "objects/FormObject.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/Operations.h"
+#include "win/CheckList.h"
+#include "win/RowLayout.h"
 
 namespace tamvelo::testing {
 namespace {
@@ -35,7 +35,7 @@ protected:
                                reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
     }
     LateObject Control(const wchar_t* kind, DWORD style) {
-        m_object = com::Make<frame::ControlObject>(Child(kind, style, 9), L"TxtFields", short{3});
+        m_object = com::Make<objects::ControlObject>(Child(kind, style, 9), L"TxtFields", short{3});
         return {m_object.Get(), L"control"};
     }
     std::array<LONG, 4> Place(int id) const {
@@ -46,7 +46,7 @@ protected:
     }
 
     const HWND m_parent;
-    com::ComPtr<frame::ControlObject> m_object;
+    com::ComPtr<objects::ControlObject> m_object;
 };
 
 TEST_F(FrameObjects, EachKindOfControlHasItsMembersAndDoesWhatTheySay) {
@@ -117,7 +117,7 @@ TEST_F(FrameObjects, EachKindOfControlHasItsMembersAndDoesWhatTheySay) {
 TEST_F(FrameObjects, AFormsObjectMovesItUntilItHasGone) {
     const HWND window =
         CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
-    LateObject form(com::Make<frame::FormObject>(window, L"frmPrueba").Get(), L"form");
+    LateObject form(com::Make<objects::FormObject>(window, L"frmPrueba").Get(), L"form");
     const std::pair<const wchar_t*, long> places[] = {
         {L"Left", 11}, {L"Top", 22}, {L"Width", 133}, {L"Height", 144}};
     for (const auto& [name, value] : places) {
@@ -139,18 +139,18 @@ TEST_F(FrameObjects, AFormsObjectMovesItUntilItHasGone) {
 /// A component fills, reads and ticks the list through its control object, also while a search hides part of
 /// it.
 TEST_F(FrameObjects, AListsControlObjectWorksOnTheEntries) {
-    struct Events final : frame::CheckListEvents {
+    struct Events final : win::CheckListEvents {
         int changes = 0;
         void ListChanged() override { ++changes; }
         void EntryDoubleClicked() override {}
         void CurrentChanged() override {}
         void ListMenuAsked(POINT) override {}
     };
-    using Kind = frame::CheckList::Kind;
+    using Kind = win::CheckList::Kind;
     for (const bool ticks : {true, false}) {
         LateObject object = Control(WC_LISTVIEWW, LVS_REPORT | LVS_NOCOLUMNHEADER | LVS_SINGLESEL);
         Events events;
-        frame::CheckList list(m_object->Window(), ticks ? Kind::Ticks : Kind::Plain, events);
+        win::CheckList list(m_object->Window(), ticks ? Kind::Ticks : Kind::Plain, events);
         list.Fill({{L"vieja", true}});
         object.Call(L"Clear");
         for (const wchar_t* caption : {L"Facturas", L"Albaranes", L"Recibos"}) {
@@ -188,11 +188,11 @@ TEST_F(FrameObjects, RowsFillTheAreaHiddenOnesTakeNoRoomAndAFrameGoesAroundItsRo
         Child(L"STATIC", 0, id, 50, 10);
     }
     Child(L"BUTTON", BS_GROUPBOX, 9);
-    const frame::RowLayout layout(m_parent, {{frame::kOwn, {{1}, {2, frame::kFill}}},
-                                             {frame::kFill, {{3, frame::kFill}}},
-                                             {frame::kOwn, {{4, frame::kFill}}, 9},
-                                             {frame::kOwn, {{5}}, 9},
-                                             {frame::kOwn, {{6}}}});
+    const win::RowLayout layout(m_parent, {{win::kOwn, {{1}, {2, win::kFill}}},
+                                           {win::kFill, {{3, win::kFill}}},
+                                           {win::kOwn, {{4, win::kFill}}, 9},
+                                           {win::kOwn, {{5}}, 9},
+                                           {win::kOwn, {{6}}}});
     RECT unit{0, 0, 4, 4};
     RECT title{0, 0, 0, 10};
     MapDialogRect(m_parent, &unit);
@@ -232,7 +232,7 @@ protected:
         }
     }
     com::Subscription Listen(const com::ComPtr<HostObject>& listener) const {
-        return {static_cast<frame::IClsEventos*>(relay.Get()), frame::kRelayEventsId, listener.Get()};
+        return {static_cast<objects::IClsEventos*>(relay.Get()), objects::kRelayEventsId, listener.Get()};
     }
     /// Calls one of its methods with variables of the declared types; what was heard.
     std::wstring CallWith(IDispatch* object, const Operation& method) {
@@ -259,8 +259,8 @@ protected:
         return std::exchange(heard, {}).at(0);
     }
 
-    std::vector<Operation> events = Functions(com::OwnTypeInfo(frame::kRelayEventsId).Get());
-    com::ComPtr<frame::EventRelay> relay = com::Make<frame::EventRelay>();
+    std::vector<Operation> events = Functions(com::OwnTypeInfo(objects::kRelayEventsId).Get());
+    com::ComPtr<objects::EventRelay> relay = com::Make<objects::EventRelay>();
     LateObject sink{relay.Get(), L"ClsEventos"};
     Log heard, heardBySecond;
     const com::ComPtr<HostObject> ear = com::Make<HostObject>(L"oído", heard);
@@ -270,7 +270,7 @@ protected:
 // The type library has both sides, and their names belong together.
 TEST_F(FrameRelay, EachMethodRaisesItsEventWithTheSameArguments) {
     const com::Subscription subscription = Listen(ear);
-    for (Operation& method : Functions(com::OwnTypeInfo(__uuidof(frame::IClsEventos)).Get())) {
+    for (Operation& method : Functions(com::OwnTypeInfo(__uuidof(objects::IClsEventos)).Get())) {
         SCOPED_TRACE(::testing::PrintToString(method.name));
         const std::wstring name = method.name == L"ActualizaColumnas" ? L"ConfigurarColumnas"
                                   : method.name == L"ActualizaOrden"  ? L"AceptaOrden"
@@ -312,7 +312,7 @@ TEST_F(FrameRelay, EveryListenerHearsEvenAfterOneThatFailsAndCanBeEnumerated) {
         EXPECT_EQ(points->Next(1, &none, nullptr), S_FALSE);
         IID id{};
         EXPECT_EQ(point->GetConnectionInterface(&id), S_OK);
-        EXPECT_TRUE(id == frame::kRelayEventsId);
+        EXPECT_TRUE(id == objects::kRelayEventsId);
         com::ComPtr<IEnumConnections> connections, copy;
         ASSERT_EQ(point->EnumConnections(&connections), S_OK);
         EXPECT_EQ(connections->Skip(1), S_OK);

@@ -11,12 +11,12 @@
 #include "com/LateObject.h"
 #include "com/Module.h"
 #include "com/Trace.h"
-#include "frame/BusyCursor.h"
-#include "frame/Environment.h"
-#include "frame/LayoutFile.h"
-#include "frame/Registry.h"
+#include "environment/Environment.h"
+#include "environment/LayoutFile.h"
+#include "environment/Registry.h"
 #include "tests/support/Component.h"
 #include "tests/support/FakeHost.h"
+#include "win/BusyCursor.h"
 
 namespace tamvelo::testing {
 namespace {
@@ -43,14 +43,15 @@ protected:
 
 TEST_F(FrameServices, ALayoutFileIsWrittenWholeOrNotAtAll) {
     const std::filesystem::path file = folder / L"AtbGrx" / L"año.grx";
-    EXPECT_THROW(frame::ReadLayoutFile(file), com::Error);
-    frame::WriteLayoutFile(file, "uno"); // and its folder
-    frame::WriteLayoutFile(file, "dos");
+    EXPECT_THROW(environment::ReadLayoutFile(file), com::Error);
+    environment::WriteLayoutFile(file, "uno"); // and its folder
+    environment::WriteLayoutFile(file, "dos");
     const HANDLE held =
         CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-    EXPECT_THROW(frame::WriteLayoutFile(file, "tres"), com::Error); // a reader is at work on the old one
+    EXPECT_THROW(environment::WriteLayoutFile(file, "tres"),
+                 com::Error); // a reader is at work on the old one
     CloseHandle(held);
-    EXPECT_EQ(frame::ReadLayoutFile(file), "dos");
+    EXPECT_EQ(environment::ReadLayoutFile(file), "dos");
     EXPECT_THAT(Beside(file), ElementsAre(L"año.grx")); // nothing left over
     // What hosts left that were ended in a save goes with the next one; not what may be of a save at work.
     for (const auto& [name, hours] :
@@ -64,18 +65,18 @@ TEST_F(FrameServices, ALayoutFileIsWrittenWholeOrNotAtAll) {
     for (const char letter : {'a', 'b', 'c', 'd'}) {
         hosts.emplace_back([&file, letter] {
             for (int i = 0; i < 50; ++i) {
-                EXPECT_NO_THROW(frame::WriteLayoutFile(file, std::string(20'000, letter)));
+                EXPECT_NO_THROW(environment::WriteLayoutFile(file, std::string(20'000, letter)));
             }
         });
     }
     for (std::thread& host : hosts) {
         host.join();
     }
-    const std::string text = frame::ReadLayoutFile(file);
+    const std::string text = environment::ReadLayoutFile(file);
     EXPECT_EQ(text, std::string(20'000, text[0]));
     EXPECT_THAT(Beside(file), ElementsAre(L"Tamvelo-2-9.tmp", L"año.grx", L"x.tmp"));
     std::ofstream(file) << std::string((1 << 20) + 1, 'x');
-    EXPECT_THROW(frame::ReadLayoutFile(file), com::Error);
+    EXPECT_THROW(environment::ReadLayoutFile(file), com::Error);
 }
 
 TEST_F(FrameServices, AProcessThatEndsInASaveLeavesTheOldFileOrTheNewOne) {
@@ -84,7 +85,7 @@ TEST_F(FrameServices, AProcessThatEndsInASaveLeavesTheOldFileOrTheNewOne) {
     if (const wchar_t* const saved = _wgetenv(kFile)) {  // this is the other process
         const ULONGLONG end = GetTickCount64() + 20'000; // nobody is left to end it if the test is ended
         for (char letter = 'a'; GetTickCount64() < end; letter = letter == 'a' ? 'b' : 'a') {
-            frame::WriteLayoutFile(saved, std::string(kSize, letter));
+            environment::WriteLayoutFile(saved, std::string(kSize, letter));
         }
         return;
     }
@@ -93,7 +94,7 @@ TEST_F(FrameServices, AProcessThatEndsInASaveLeavesTheOldFileOrTheNewOne) {
     std::mt19937 random(static_cast<unsigned>(::testing::UnitTest::GetInstance()->random_seed()));
     size_t leftovers = 0;
     for (int i = 0; i < 25 && !HasFailure(); ++i) { // --gtest_repeat makes more
-        frame::WriteLayoutFile(file, "before");
+        environment::WriteLayoutFile(file, "before");
         EXPECT_THAT(Beside(file), ElementsAre(L"uno.grx")) << "a save leaves nothing behind";
         std::string command = _pgmptr + std::string(" --gtest_filter=*AProcessThatEndsInASave*");
         STARTUPINFOA start{};
@@ -111,7 +112,7 @@ TEST_F(FrameServices, AProcessThatEndsInASaveLeavesTheOldFileOrTheNewOne) {
         WaitForSingleObject(process.hProcess, INFINITE);
         CloseHandle(process.hThread);
         CloseHandle(process.hProcess);
-        const std::string text = frame::ReadLayoutFile(file);
+        const std::string text = environment::ReadLayoutFile(file);
         EXPECT_TRUE(text == std::string(kSize, 'a') || text == std::string(kSize, 'b')) << text.size();
         leftovers += Beside(file).size() - 1;
     }
@@ -124,20 +125,20 @@ TEST_F(FrameServices, AnimatedCursorsComeOffTwiceAndNeedNoPictures) {
                                       nullptr, nullptr, nullptr);
     const HCURSOR arrow = LoadCursorW(nullptr, IDC_ARROW);
     for (const wchar_t* kind : {L"open", L"SAVE", L"Wait", L"working", L"sort", L"otro"}) {
-        frame::AnimatedBusyCursor(form, true, kind);
+        win::AnimatedBusyCursor(form, true, kind);
         EXPECT_EQ(GetCapture(), form);
         EXPECT_TRUE(GetCursor() && GetCursor() != arrow);
         for (const int again : {1, 2}) {
-            frame::AnimatedBusyCursor(form, false, kind);
+            win::AnimatedBusyCursor(form, false, kind);
             EXPECT_EQ(GetCapture(), nullptr) << again;
             EXPECT_EQ(GetCursor(), arrow) << again;
         }
     }
     com::Module::Attach(
         GetModuleHandleW(L"user32.dll")); // in a folder without pictures: no cursor, no message
-    frame::AnimatedBusyCursor(form, true, L"save");
+    win::AnimatedBusyCursor(form, true, L"save");
     EXPECT_EQ(GetCursor(), nullptr);
-    frame::AnimatedBusyCursor(form, false, L"save");
+    win::AnimatedBusyCursor(form, false, L"save");
     com::Module::Attach(GetModuleHandleW(nullptr));
     DestroyWindow(form);
 }
@@ -156,7 +157,7 @@ TEST_F(FrameServices, TheTraceTellsWhatWentOutAndWhatCameBack) {
     EXPECT_THROW(data.Call(L"Falla"), com::Error);
     com::Trace::WriteTo(L"");
     data.Call(L"Suma", {short{1}});
-    EXPECT_EQ(frame::ReadLayoutFile(folder / L"traza.txt"),
+    EXPECT_EQ(environment::ReadLayoutFile(folder / L"traza.txt"),
               "MyClase ? Suma\r\nMyClase.Suma(&Integer 5, \"ñ\", Long 3, (omitido))\r\n"
               "  Suma = Boolean -1, &Integer 7\r\nMyClase ? Falla\r\nMyClase.Falla()\r\n"
               "  Falla ! 800A0201 Gestión: La tabla está bloqueada.\r\n");
@@ -175,7 +176,7 @@ protected:
         RegOverridePredefKey(HKEY_CURRENT_USER, m_root);
     }
     ~FrameEnvironment() override {
-        frame::Environment::Release();
+        environment::Environment::Release();
         EXPECT_EQ(component->References(), 2); // ours and the factory's
         RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
         RegCloseKey(m_root);
@@ -197,7 +198,7 @@ private:
     std::optional<Component> m_registered;
 };
 
-class PlacedAnywhere final : public frame::PlacedForm {
+class PlacedAnywhere final : public environment::PlacedForm {
 public:
     base::Rect Place() const override { return {1, 2, 3, 4}; }
     void SetPlace(const base::Rect&) override { ADD_FAILURE() << "the component has not asked for it"; }
@@ -218,7 +219,7 @@ TEST_F(FrameEnvironment, ComponentsOfTheHostAreCalledInPlaceOfOurs) {
         call.WriteBack(1, Variant(true));
         call.Return(Variant(L"C:\\g\\"));
     });
-    frame::Environment& environment = frame::Environment::Get();
+    environment::Environment& environment = environment::Environment::Get();
     PlacedAnywhere form;
     environment.GetSettings().RestorePlacement(L"k", form);
     environment.GetSettings().SavePlacement(L"k", form);
@@ -226,7 +227,7 @@ TEST_F(FrameEnvironment, ComponentsOfTheHostAreCalledInPlaceOfOurs) {
     environment.GetSettings().WriteValue(L"k", L"n", L"v");
     EXPECT_EQ(environment.GetFiles().ToolbarLayoutPath(L"frm"), L"C:\\b.atb");
     EXPECT_TRUE(environment.GetFiles().Exists(L"C:\\b.atb"));
-    const frame::LayoutPlace place = environment.GetFiles().GridLayoutPlace(L"x.grx");
+    const environment::LayoutPlace place = environment.GetFiles().GridLayoutPlace(L"x.grx");
     EXPECT_EQ(place.folder, L"C:\\g\\");
     EXPECT_TRUE(place.saved);
     environment.GetErrors().Show(nullptr, {kHostErrorNumber, L"texto", L"origen"});
@@ -240,11 +241,11 @@ TEST_F(FrameEnvironment, ComponentsOfTheHostAreCalledInPlaceOfOurs) {
 
 TEST_F(FrameEnvironment, AValueOfAMegabyteIsNeitherWrittenNorRead) {
     const std::wstring huge(500'000, L'x');
-    frame::WriteRegistryText(L"k", L"n", huge.substr(0, 32'000));
-    EXPECT_EQ(frame::ReadRegistryText(L"k", L"n")->size(), 32'000U);
-    EXPECT_THROW(frame::WriteRegistryText(L"k", L"n", huge), com::Error);
+    environment::WriteRegistryText(L"k", L"n", huge.substr(0, 32'000));
+    EXPECT_EQ(environment::ReadRegistryText(L"k", L"n")->size(), 32'000U);
+    EXPECT_THROW(environment::WriteRegistryText(L"k", L"n", huge), com::Error);
     Store(L"k", L"n", huge);
-    EXPECT_FALSE(frame::ReadRegistryText(L"k", L"n"));
+    EXPECT_FALSE(environment::ReadRegistryText(L"k", L"n"));
 }
 
 } // namespace

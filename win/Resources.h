@@ -1,0 +1,4 @@
+#pragma once
+
+// Numbers of the resources that this room has of its own (win/Win.rc).
+#define IDD_SCROLL_PANEL 49
