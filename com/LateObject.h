@@ -92,8 +92,6 @@ public:
     /// Whether the object knows the name. For shapes only (is it a record set, is it a control): whether a
     /// host implements a member of its contract is never asked beforehand.
     bool Answers(const wchar_t* member);
-    /// Asks again for names from now on; for an object that may have grown or lost members.
-    void ForgetNames() { m_known.clear(); }
 
 private:
     struct Known {

@@ -24,9 +24,19 @@ namespace {
 
 constexpr frame::ToolUse kTools[] = {{base::kAceptar}, {base::kCancelar}};
 
-// Commands that only keys and buttons know.
-constexpr wchar_t kBuscar[] = L"{BUSCAR}";
+// Commands that only keys know.
 constexpr wchar_t kLeerCodigo[] = L"{LEER}";
+constexpr wchar_t kNewLine[] = L"{LINEA}";
+constexpr wchar_t kLater[] = L"{MAS_TARDE}";
+constexpr wchar_t kEarlier[] = L"{MAS_TEMPRANO}";
+
+constexpr frame::KeyRow kKeys[] = {
+    {IDC_TXTCITA10, frame::kFirst | VK_RETURN, kLeerCodigo},
+    {IDC_TXTCITA6, frame::kFirst | VK_RETURN, kLeerCodigo},
+    {IDC_TXTCITA14, frame::kCtrl | VK_RETURN, kNewLine},
+    {IDC_DTPICHORA, VK_PRIOR, kLater},
+    {IDC_DTPICHORA, VK_NEXT, kEarlier},
+};
 
 struct Box {
     int control;
@@ -85,13 +95,14 @@ const std::array<FrmCita::Search, 4> FrmCita::kSearches{{
     {IDC_CMDCITA15, IDC_TXTCITA15, kTypes, nullptr, IDC_MTHVFECHA},
 }};
 
-FrmCita::FrmCita() : Form({kName, IDD_CITA, kTools, {}}) {}
+FrmCita::FrmCita() : Form({kName, IDD_CITA, kTools, kKeys}) {}
 
 std::span<const CommandRow> FrmCita::Commands() const {
     using F = FrmCita;
     static constexpr CommandRow kCommands[] = {
         {base::kAceptar, Do<&F::Aceptar>}, {base::kCancelar, Do<&F::Salir>},  {base::kCerrar, Do<&F::Salir>},
-        {kBuscar, Do<&F::Buscar>},         {kLeerCodigo, Do<&F::LeerCodigo>},
+        {frame::kLookUp, Do<&F::Buscar>},  {kLeerCodigo, Do<&F::LeerCodigo>}, {kNewLine, Do<&F::NewLine>},
+        {kLater, Do<&F::Later>},           {kEarlier, Do<&F::Earlier>},
     };
     return kCommands;
 }
@@ -142,7 +153,7 @@ void FrmCita::OnLoad() {
     for (const Search& search : kSearches) {
         SendMessageW(Control(search.button), BM_SETIMAGE, IMAGE_ICON,
                      reinterpret_cast<LPARAM>(m_glyph.get()));
-        SetTip(search.button, L"Buscar en la lista (F4)");
+        SetTip(search.button, L"Buscar en la lista", frame::kLookUp);
     }
     for (const Person& person : kPersons) {
         Of(person).watch = win::EditWatch::Start(Control(person.code), {[](wchar_t&) {},
@@ -281,8 +292,8 @@ bool FrmCita::FillName(const Person& person) {
     return name.has_value();
 }
 
-void FrmCita::LeerCodigo() {
-    const Search* const search = Find(kSearches, &Search::box, GetDlgCtrlID(GetFocus()));
+void FrmCita::LeerCodigo(int box) {
+    const Search* const search = Find(kSearches, &Search::box, box);
     if (FillName(*search->person) || !environment::Environment::OffersDataClasses()) {
         MoveFocus(search->next);
     } else if (IsLoaded()) {
@@ -290,7 +301,12 @@ void FrmCita::LeerCodigo() {
     }
 }
 
-void FrmCita::Buscar() { LookUp(*m_asked); }
+const FrmCita::Search* FrmCita::SearchAt(int control) {
+    const Search* const search = Find(kSearches, &Search::box, control);
+    return search ? search : Find(kSearches, &Search::button, control);
+}
+
+void FrmCita::Buscar(int control) { LookUp(*SearchAt(control)); }
 
 void FrmCita::LookUp(const Search& search) {
     const Box& box = *Find(kBoxes, &Box::control, search.box);
@@ -345,39 +361,14 @@ void FrmCita::Answered(com::Invocation& call, const std::wstring& code,
 
 // Keys and notifications.
 
-bool FrmCita::OnKey(UINT key, bool control, bool shift) {
-    const int focused = GetDlgCtrlID(GetFocus());
-    if (key == VK_RETURN && control && !shift && focused == IDC_TXTCITA14) {
-        SendMessageW(Control(focused), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L"\r\n"));
-        return true;
-    }
-    if (control || shift) {
-        return false;
-    }
-    if (focused == IDC_DTPICHORA && (key == VK_PRIOR || key == VK_NEXT)) {
-        StepHour(key == VK_PRIOR ? 1 : -1);
-        return true;
-    }
-    if (key == VK_RETURN && Find(kPersons, &Person::code, focused) && !ControlText(focused).empty()) {
-        Input(kLeerCodigo);
-        return true;
-    }
-    if (key != VK_F4 && key != frame::kAltDown) {
-        return false;
-    }
-    m_asked = Find(kSearches, &Search::box, focused);
-    if (m_asked) {
-        Input(kBuscar);
-    }
-    return m_asked != nullptr;
+void FrmCita::NewLine() {
+    SendMessageW(Control(IDC_TXTCITA14), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L"\r\n"));
 }
 
-void FrmCita::OnControl(int control, int code) {
-    if (const Search* const search = Find(kSearches, &Search::button, control);
-        search && code == BN_CLICKED) {
-        m_asked = search;
-        Input(kBuscar);
-    }
+bool FrmCita::Offers(std::wstring_view command, int control) const {
+    return command == frame::kLookUp ? SearchAt(control) != nullptr
+           : command == kLeerCodigo  ? GetWindowTextLengthW(Control(control)) > 0
+                                     : true;
 }
 
 bool FrmCita::OnNotify(NMHDR& header, LRESULT& /*answer*/) {

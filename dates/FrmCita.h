@@ -36,10 +36,11 @@ private:
     };
 
     void Aceptar();
-    void Buscar();
-    void LeerCodigo();
+    void Buscar(int control);
+    void LeerCodigo(int box);
     void Salir();
 
+    static const Search* SearchAt(int control);
     void LookUp(const Search& search);
     void clsMeEvents_AceptaSeleccion(com::Invocation& call);
     void clsMeEvents_AceptaSeleccionParam(com::Invocation& call);
@@ -53,14 +54,16 @@ private:
     int Minute() const;
     void SetTime(const SYSTEMTIME& time);
     void StepHour(int direction);
+    void Later() { StepHour(1); }
+    void Earlier() { StepHour(-1); }
+    void NewLine();
     void SetDay(DATE date);
     void ShowDay();
 
     void OnLoad() override;
     void OnUnload() noexcept override;
-    void OnControl(int control, int code) override;
     bool OnNotify(NMHDR& header, LRESULT& answer) override;
-    bool OnKey(UINT key, bool control, bool shift) override;
+    bool Offers(std::wstring_view command, int control) const override;
     std::span<const frame::CommandRow> Commands() const override;
     std::vector<win::LayoutRow> Rows() const override;
     HWND FirstFocus() const override;
@@ -73,7 +76,6 @@ private:
     std::wstring m_className;
     std::unique_ptr<objects::OwnRelay> m_clsMeEvents; // hears the look-ups
     std::array<Known, 2> m_known;
-    const Search* m_asked = nullptr; // the look-up to open
     bool m_answered = false;
     win::UniqueIcon m_glyph; // the buttons do not own it
 };

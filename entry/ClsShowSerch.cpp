@@ -2,12 +2,11 @@
 
 #include <utility>
 
+#include "com/DualDispatch.h"
 #include "com/Guard.h"
-#include "com/TypedDispatch.h"
 #include "contract/HostControl.h"
 #include "dates/FrmCita.h"
 #include "dates/FrmSeleccionFecha.h"
-#include "entry/InOut.h"
 #include "environment/Environment.h"
 #include "frame/FormInstances.h"
 #include "frame/Nested.h"
@@ -25,6 +24,13 @@
 namespace tamvelo::entry {
 
 namespace {
+
+// A by-reference argument that the host may leave out.
+short Number(const short* given, short omitted) { return given ? *given : omitted; }
+bool Flag(const VARIANT_BOOL* given, bool omitted) { return given ? *given != VARIANT_FALSE : omitted; }
+std::wstring Text(const BSTR* given) {
+    return given && *given ? std::wstring(*given, SysStringLen(*given)) : std::wstring();
+}
 
 template <class Body, class... Required>
 HRESULT Operation(const Body& body, Required*... required) {
@@ -54,12 +60,9 @@ HRESULT WithControl(IDispatch** sink, IDispatch** data, IDispatch** ctl, const B
 HRESULT ShowPanel(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column, short* indx,
                   VARIANT_BOOL* find, VARIANT_BOOL* stock, bool verify, bool controlVerify) {
     return WithControl(sink, data, ctl, [&](contract::HostControl& control) {
-        ShortInOut ownColumn(column, 0);
-        ShortInOut ownIndx(indx, 0);
-        BoolInOut ownFind(find, true);
-        BoolInOut ownStock(stock, false);
-        frame::DefaultInstance<selection::FrmSeleccion>()->Mostrar(*sink, *data, control, ownColumn, ownIndx,
-                                                                   ownFind, ownStock, verify, controlVerify);
+        frame::DefaultInstance<selection::FrmSeleccion>()->Mostrar(*sink, *data, control, Number(column, 0),
+                                                                   Number(indx, 0), Flag(find, true),
+                                                                   Flag(stock, false), verify, controlVerify);
     });
 }
 
@@ -68,10 +71,8 @@ template <class Form>
 HRESULT ShowGrid(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column, short* indx,
                  VARIANT_BOOL* find) {
     return WithControl(sink, data, ctl, [&](contract::HostControl& control) {
-        ShortInOut ownColumn(column, 0);
-        ShortInOut ownIndx(indx, 0);
-        BoolInOut ownFind(find, true);
-        frame::DefaultInstance<Form>()->Mostrar(*sink, *data, control, ownColumn, ownIndx, ownFind);
+        frame::DefaultInstance<Form>()->Mostrar(*sink, *data, control, Number(column, 0), Number(indx, 0),
+                                                Flag(find, true));
     });
 }
 
@@ -82,10 +83,8 @@ HRESULT OpenReports(const reports::ReportDesign& design, ReportMethod method, BS
                     IDispatch** list, VARIANT_BOOL* showAuto, bool limited) {
     return Operation(
         [&] {
-            TextInOut ownCls(cls, {});
-            BoolInOut ownShowAuto(showAuto, true);
             const auto form = reports::ReportForm::Instance(design);
-            ((*form).*method)({ownCls, *sink, *list, ownShowAuto, limited});
+            ((*form).*method)({Text(cls), *sink, *list, Flag(showAuto, true), limited});
         },
         cls, sink, list);
 }
@@ -104,235 +103,213 @@ HRESULT PrintReports(const reports::ReportDesign& design, BSTR* cls, IDispatch**
     return OpenReports(design, &reports::ReportForm::Aceptar, cls, sink, list, showAuto, false);
 }
 
+/// It holds nothing of a dialog: each operation takes the calling thread's instance of its form and hands it
+/// the host's arguments.
+class ClsShowSerch final : public com::DualDispatch<IClsShowSerch, ISupportErrorInfo, IProvideClassInfo> {
+public:
+    ClsShowSerch() { com::Check(IsDescribed() ? S_OK : TYPE_E_CANTLOADLIBRARY); }
+
+    HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID id) override {
+        return id == __uuidof(IClsShowSerch) ? S_OK : S_FALSE;
+    }
+    HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) override {
+        if (!info) {
+            return E_POINTER;
+        }
+        *info = com::OwnTypeInfo(kClsShowSerchId).Detach();
+        return *info ? S_OK : TYPE_E_CANTLOADLIBRARY;
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowSelecDate(IDispatch** sink) override {
+        return Operation([&] { frame::DefaultInstance<dates::FrmSeleccionFecha>()->Mostrar(*sink); }, sink);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowBuscar(IDispatch** sink, IDispatch** data, IDispatch** columns) override {
+        return Operation(
+            [&] { frame::DefaultInstance<search::FrmBuscar>()->Mostrar(*sink, *data, *columns); }, sink, data,
+            columns);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowColums(IDispatch** sink, IDispatch** columns) override {
+        return Operation([&] { frame::DefaultInstance<gridconfig::FrmColumnas>()->Mostrar(*sink, *columns); },
+                         sink, columns);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowSelec(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,
+                                        short* indx, VARIANT_BOOL* find, VARIANT_BOOL* stock) override {
+        return ShowPanel(sink, data, ctl, column, indx, find, stock, false, false);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowSelecNoVerif(IDispatch** sink, IDispatch** data, IDispatch** ctl,
+                                               short* column, short* indx, VARIANT_BOOL* /*find*/,
+                                               VARIANT_BOOL* /*stock*/) override {
+        VARIANT_BOOL find = VARIANT_FALSE; // whatever the caller says
+        VARIANT_BOOL stock = VARIANT_FALSE;
+        return ShowPanel(sink, data, ctl, column, indx, &find, &stock, false, false);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowSelecVerif(IDispatch** sink, IDispatch** data, IDispatch** ctl,
+                                             short* column, short* indx, VARIANT_BOOL* find,
+                                             VARIANT_BOOL* stock) override {
+        return ShowPanel(sink, data, ctl, column, indx, find, stock, true, false);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowSelecControlVerif(IDispatch** sink, IDispatch** data, IDispatch** ctl,
+                                                    short* column, short* indx, VARIANT_BOOL* find,
+                                                    VARIANT_BOOL* stock) override {
+        return ShowPanel(sink, data, ctl, column, indx, find, stock, true, true);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowSelecTrueFalse(IDispatch** sink, IDispatch** data, IDispatch** ctl,
+                                                 short* column, short* indx, VARIANT_BOOL* find) override {
+        return ShowGrid<selection::FrmSeleccionTrueFalse>(sink, data, ctl, column, indx, find);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowSelecAdd(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,
+                                           short* indx, VARIANT_BOOL* find) override {
+        return ShowGrid<selection::FrmSelecAdd>(sink, data, ctl, column, indx, find);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowRegistros(IDispatch** sink, IDispatch** data, IDispatch** ctl,
+                                            short* column, short* indx, VARIANT_BOOL* find) override {
+        return ShowGrid<search::FrmRegistros>(sink, data, ctl, column, indx, find);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowSelecDirecta(IDispatch** sink, IDispatch** data, IDispatch** ctl,
+                                               short* column, short* indx, VARIANT_BOOL* find,
+                                               short* modal) override {
+        return WithControl(sink, data, ctl, [&](contract::HostControl& control) {
+            frame::DefaultInstance<selection::FrmSeleccion>()->MostrarBuscando(
+                *sink, *data, control, Number(column, 0), Number(indx, 0), Flag(find, true),
+                Number(modal, 1));
+        });
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowSelecInDirecta(IDispatch** sink, IDispatch** data, IDispatch** ctl,
+                                                 short* column, BSTR* text, VARIANT_BOOL* find,
+                                                 short* modal) override {
+        return WithControl(sink, data, ctl, [&](contract::HostControl& control) {
+            frame::DefaultInstance<selection::FrmSeleccion>()->MostrarBusquedaIndirecta(
+                *sink, *data, control, Number(column, 0), Text(text), Flag(find, true), Number(modal, 1));
+        });
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowOrder(short* mode, IDispatch** sink, IDispatch** columns) override {
+        return Operation(
+            [&] { frame::DefaultInstance<gridconfig::FrmOrden>()->Mostrar(*mode, *sink, *columns); }, mode,
+            sink, columns);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowRpt(BSTR* cls, IDispatch** sink, IDispatch** reports) override {
+        return ShowReports(reports::kRpts, cls, sink, reports);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowSql(BSTR* cls, IDispatch** sink, IDispatch** reports) override {
+        return ShowReports(reports::kSql, cls, sink, reports);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowEtiq(BSTR* cls, IDispatch** sink, IDispatch** reports) override {
+        return ShowReports(reports::kSelecEti, cls, sink, reports);
+    }
+
+    HRESULT STDMETHODCALLTYPE PrintEtiq(BSTR* cls, IDispatch** sink, IDispatch** reports) override {
+        return PrintReports(reports::kSelecEti, cls, sink, reports);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowRptCond(BSTR* cls, IDispatch** sink, IDispatch** reports) override {
+        return ShowReports(reports::kRptsCond, cls, sink, reports);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowRptMailCond(BSTR* cls, IDispatch** sink, IDispatch** reports) override {
+        return ShowReports(reports::kRptsMailCond, cls, sink, reports);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowRptBorrador(BSTR* cls, IDispatch** sink, IDispatch** reports) override {
+        return ShowReports(reports::kRptsMailCond, cls, sink, reports, nullptr, true);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowRptListas(BSTR* cls, IDispatch** sink, IDispatch** reports) override {
+        return ShowReports(reports::kRptsListas, cls, sink, reports);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowRptInfCond(BSTR* cls, IDispatch** sink, IDispatch** reports) override {
+        return ShowReports(reports::kRptsInfCond, cls, sink, reports);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowRptCondHr(BSTR* cls, IDispatch** sink, IDispatch** reports) override {
+        return ShowReports(reports::kRptsCondHr, cls, sink, reports);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowRptFchAuto(BSTR* cls, IDispatch** sink, IDispatch** reports,
+                                             VARIANT_BOOL* showAuto) override {
+        return ShowReports(reports::kRptsFchAuto, cls, sink, reports, showAuto);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowRptFchAutoInf(BSTR* cls, IDispatch** sink, IDispatch** reports,
+                                                VARIANT_BOOL* showAuto) override {
+        return ShowReports(reports::kRptsFchAutoInf, cls, sink, reports, showAuto);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowRptInfOrdenes(BSTR* cls, IDispatch** sink, IDispatch** reports,
+                                                VARIANT_BOOL* showAuto) override {
+        return ShowReports(reports::kRptsInfOrdenes, cls, sink, reports, showAuto);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowRptFchCliDirec(BSTR* cls, IDispatch** sink, IDispatch** reports) override {
+        return ShowReports(reports::kRptsFchCliDirec, cls, sink, reports);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowRptsInfFch(BSTR* cls, IDispatch** sink, IDispatch** reports) override {
+        return ShowReports(reports::kRptsInfFch, cls, sink, reports);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowRptNumAut(BSTR* cls, IDispatch** sink, IDispatch** reports,
+                                            VARIANT_BOOL* showAuto) override {
+        return ShowReports(reports::kRptNumAut, cls, sink, reports, showAuto);
+    }
+
+    HRESULT STDMETHODCALLTYPE PrintRptNumAut(BSTR* cls, IDispatch** sink, IDispatch** reports,
+                                             VARIANT_BOOL* showAuto) override {
+        return PrintReports(reports::kRptNumAut, cls, sink, reports, showAuto);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowSeleccionar(IDispatch** sink, IDispatch** data) override {
+        return ShowCriteria(selection::kSelecVenta, sink, data);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowSelecLab(IDispatch** sink, IDispatch** data) override {
+        return ShowCriteria(selection::kSelecLab, sink, data);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowNuevaCita(IDispatch** sink, IDispatch** data, long* hwnd,
+                                            DATE* date) override {
+        return Operation(
+            [&] {
+                const auto owner = reinterpret_cast<HWND>(static_cast<LONG_PTR>(*hwnd));
+                frame::DefaultInstance<dates::FrmCita>()->Mostrar(*sink, *data, owner, *date);
+            },
+            sink, data, hwnd, date);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowSelecMinim(IDispatch** sink, IDispatch** data) override {
+        return ShowCriteria(selection::kSelecMinim, sink, data);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowSeleccionarComp(IDispatch** sink, IDispatch** data) override {
+        return ShowCriteria(selection::kSeleccionar, sink, data);
+    }
+
+    HRESULT STDMETHODCALLTYPE ShowSeleccionarRecibo(IDispatch** sink, IDispatch** data) override {
+        return ShowCriteria(selection::kSelecRecibo, sink, data);
+    }
+};
+
 } // namespace
 
-ClsShowSerch::ClsShowSerch() : m_description(com::OwnTypeInfo(__uuidof(IClsShowSerch))) {
-    com::Check(m_description ? S_OK : TYPE_E_CANTLOADLIBRARY);
+com::ComPtr<IDispatch> MakeClsShowSerch() {
     environment::StartTraceIfAsked();
-    frame::SetShowSerchFactory(
-        [] { return com::ComPtr<IDispatch>(static_cast<IClsShowSerch*>(com::Make<ClsShowSerch>().Get())); });
-}
-
-HRESULT ClsShowSerch::GetTypeInfoCount(UINT* count) {
-    if (!count) {
-        return E_POINTER;
-    }
-    *count = 1;
-    return S_OK;
-}
-
-HRESULT ClsShowSerch::GetTypeInfo(UINT index, LCID /*locale*/, ITypeInfo** info) {
-    if (!info) {
-        return E_POINTER;
-    }
-    *info = nullptr;
-    return index == 0 ? m_description.CopyTo(info) : DISP_E_BADINDEX;
-}
-
-HRESULT ClsShowSerch::GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT count, LCID /*locale*/,
-                                    DISPID* ids) {
-    return names && ids ? m_description->GetIDsOfNames(names, count, ids) : E_POINTER;
-}
-
-HRESULT ClsShowSerch::Invoke(DISPID id, REFIID /*reserved*/, LCID /*locale*/, WORD flags,
-                             DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* thrown, UINT* wrong) {
-    return com::InvokeTyped(m_description.Get(), static_cast<IClsShowSerch*>(this), id, flags, parameters,
-                            result, thrown, wrong);
-}
-
-HRESULT ClsShowSerch::InterfaceSupportsErrorInfo(REFIID id) {
-    return id == __uuidof(IClsShowSerch) ? S_OK : S_FALSE;
-}
-
-HRESULT ClsShowSerch::GetClassInfo(ITypeInfo** info) {
-    if (!info) {
-        return E_POINTER;
-    }
-    *info = com::OwnTypeInfo(kClsShowSerchId).Detach();
-    return *info ? S_OK : TYPE_E_CANTLOADLIBRARY;
-}
-
-HRESULT ClsShowSerch::ShowSelecDate(IDispatch** sink) {
-    return Operation([&] { frame::DefaultInstance<dates::FrmSeleccionFecha>()->Mostrar(*sink); }, sink);
-}
-
-HRESULT ClsShowSerch::ShowBuscar(IDispatch** sink, IDispatch** data, IDispatch** columns) {
-    return Operation([&] { frame::DefaultInstance<search::FrmBuscar>()->Mostrar(*sink, *data, *columns); },
-                     sink, data, columns);
-}
-
-HRESULT ClsShowSerch::ShowColums(IDispatch** sink, IDispatch** columns) {
-    return Operation([&] { frame::DefaultInstance<gridconfig::FrmColumnas>()->Mostrar(*sink, *columns); },
-                     sink, columns);
-}
-
-HRESULT ClsShowSerch::ShowSelec(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,
-                                short* indx, VARIANT_BOOL* find, VARIANT_BOOL* stock) {
-    return ShowPanel(sink, data, ctl, column, indx, find, stock, false, false);
-}
-
-HRESULT ClsShowSerch::ShowSelecNoVerif(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,
-                                       short* indx, VARIANT_BOOL* /*find*/, VARIANT_BOOL* /*stock*/) {
-    VARIANT_BOOL find = VARIANT_FALSE; // whatever the caller says
-    VARIANT_BOOL stock = VARIANT_FALSE;
-    return ShowPanel(sink, data, ctl, column, indx, &find, &stock, false, false);
-}
-
-HRESULT ClsShowSerch::ShowSelecVerif(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,
-                                     short* indx, VARIANT_BOOL* find, VARIANT_BOOL* stock) {
-    return ShowPanel(sink, data, ctl, column, indx, find, stock, true, false);
-}
-
-HRESULT ClsShowSerch::ShowSelecControlVerif(IDispatch** sink, IDispatch** data, IDispatch** ctl,
-                                            short* column, short* indx, VARIANT_BOOL* find,
-                                            VARIANT_BOOL* stock) {
-    return ShowPanel(sink, data, ctl, column, indx, find, stock, true, true);
-}
-
-HRESULT ClsShowSerch::ShowSelecTrueFalse(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,
-                                         short* indx, VARIANT_BOOL* find) {
-    return ShowGrid<selection::FrmSeleccionTrueFalse>(sink, data, ctl, column, indx, find);
-}
-
-HRESULT ClsShowSerch::ShowSelecAdd(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,
-                                   short* indx, VARIANT_BOOL* find) {
-    return ShowGrid<selection::FrmSelecAdd>(sink, data, ctl, column, indx, find);
-}
-
-HRESULT ClsShowSerch::ShowRegistros(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,
-                                    short* indx, VARIANT_BOOL* find) {
-    return ShowGrid<search::FrmRegistros>(sink, data, ctl, column, indx, find);
-}
-
-HRESULT ClsShowSerch::ShowSelecDirecta(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,
-                                       short* indx, VARIANT_BOOL* find, short* modal) {
-    return WithControl(sink, data, ctl, [&](contract::HostControl& control) {
-        ShortInOut ownColumn(column, 0);
-        ShortInOut ownIndx(indx, 0);
-        BoolInOut ownFind(find, true);
-        ShortInOut ownModal(modal, 1);
-        frame::DefaultInstance<selection::FrmSeleccion>()->MostrarBuscando(*sink, *data, control, ownColumn,
-                                                                           ownIndx, ownFind, ownModal);
-    });
-}
-
-HRESULT ClsShowSerch::ShowSelecInDirecta(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,
-                                         BSTR* text, VARIANT_BOOL* find, short* modal) {
-    return WithControl(sink, data, ctl, [&](contract::HostControl& control) {
-        ShortInOut ownColumn(column, 0);
-        TextInOut ownText(text, {});
-        BoolInOut ownFind(find, true);
-        ShortInOut ownModal(modal, 1);
-        frame::DefaultInstance<selection::FrmSeleccion>()->MostrarBusquedaIndirecta(
-            *sink, *data, control, ownColumn, ownText, ownFind, ownModal);
-    });
-}
-
-HRESULT ClsShowSerch::ShowOrder(short* mode, IDispatch** sink, IDispatch** columns) {
-    return Operation([&] { frame::DefaultInstance<gridconfig::FrmOrden>()->Mostrar(*mode, *sink, *columns); },
-                     mode, sink, columns);
-}
-
-HRESULT ClsShowSerch::ShowRpt(BSTR* cls, IDispatch** sink, IDispatch** reports) {
-    return ShowReports(reports::kRpts, cls, sink, reports);
-}
-
-HRESULT ClsShowSerch::ShowSql(BSTR* cls, IDispatch** sink, IDispatch** reports) {
-    return ShowReports(reports::kSql, cls, sink, reports);
-}
-
-HRESULT ClsShowSerch::ShowEtiq(BSTR* cls, IDispatch** sink, IDispatch** reports) {
-    return ShowReports(reports::kSelecEti, cls, sink, reports);
-}
-
-HRESULT ClsShowSerch::PrintEtiq(BSTR* cls, IDispatch** sink, IDispatch** reports) {
-    return PrintReports(reports::kSelecEti, cls, sink, reports);
-}
-
-HRESULT ClsShowSerch::ShowRptCond(BSTR* cls, IDispatch** sink, IDispatch** reports) {
-    return ShowReports(reports::kRptsCond, cls, sink, reports);
-}
-
-HRESULT ClsShowSerch::ShowRptMailCond(BSTR* cls, IDispatch** sink, IDispatch** reports) {
-    return ShowReports(reports::kRptsMailCond, cls, sink, reports);
-}
-
-HRESULT ClsShowSerch::ShowRptBorrador(BSTR* cls, IDispatch** sink, IDispatch** reports) {
-    return ShowReports(reports::kRptsMailCond, cls, sink, reports, nullptr, true);
-}
-
-HRESULT ClsShowSerch::ShowRptListas(BSTR* cls, IDispatch** sink, IDispatch** reports) {
-    return ShowReports(reports::kRptsListas, cls, sink, reports);
-}
-
-HRESULT ClsShowSerch::ShowRptInfCond(BSTR* cls, IDispatch** sink, IDispatch** reports) {
-    return ShowReports(reports::kRptsInfCond, cls, sink, reports);
-}
-
-HRESULT ClsShowSerch::ShowRptCondHr(BSTR* cls, IDispatch** sink, IDispatch** reports) {
-    return ShowReports(reports::kRptsCondHr, cls, sink, reports);
-}
-
-HRESULT ClsShowSerch::ShowRptFchAuto(BSTR* cls, IDispatch** sink, IDispatch** reports,
-                                     VARIANT_BOOL* showAuto) {
-    return ShowReports(reports::kRptsFchAuto, cls, sink, reports, showAuto);
-}
-
-HRESULT ClsShowSerch::ShowRptFchAutoInf(BSTR* cls, IDispatch** sink, IDispatch** reports,
-                                        VARIANT_BOOL* showAuto) {
-    return ShowReports(reports::kRptsFchAutoInf, cls, sink, reports, showAuto);
-}
-
-HRESULT ClsShowSerch::ShowRptInfOrdenes(BSTR* cls, IDispatch** sink, IDispatch** reports,
-                                        VARIANT_BOOL* showAuto) {
-    return ShowReports(reports::kRptsInfOrdenes, cls, sink, reports, showAuto);
-}
-
-HRESULT ClsShowSerch::ShowRptFchCliDirec(BSTR* cls, IDispatch** sink, IDispatch** reports) {
-    return ShowReports(reports::kRptsFchCliDirec, cls, sink, reports);
-}
-
-HRESULT ClsShowSerch::ShowRptsInfFch(BSTR* cls, IDispatch** sink, IDispatch** reports) {
-    return ShowReports(reports::kRptsInfFch, cls, sink, reports);
-}
-
-HRESULT ClsShowSerch::ShowRptNumAut(BSTR* cls, IDispatch** sink, IDispatch** reports,
-                                    VARIANT_BOOL* showAuto) {
-    return ShowReports(reports::kRptNumAut, cls, sink, reports, showAuto);
-}
-
-HRESULT ClsShowSerch::PrintRptNumAut(BSTR* cls, IDispatch** sink, IDispatch** reports,
-                                     VARIANT_BOOL* showAuto) {
-    return PrintReports(reports::kRptNumAut, cls, sink, reports, showAuto);
-}
-
-HRESULT ClsShowSerch::ShowSeleccionar(IDispatch** sink, IDispatch** data) {
-    return ShowCriteria(selection::kSelecVenta, sink, data);
-}
-
-HRESULT ClsShowSerch::ShowSelecLab(IDispatch** sink, IDispatch** data) {
-    return ShowCriteria(selection::kSelecLab, sink, data);
-}
-
-HRESULT ClsShowSerch::ShowNuevaCita(IDispatch** sink, IDispatch** data, long* hwnd, DATE* date) {
-    return Operation(
-        [&] {
-            const auto owner = reinterpret_cast<HWND>(static_cast<LONG_PTR>(*hwnd));
-            frame::DefaultInstance<dates::FrmCita>()->Mostrar(*sink, *data, owner, *date);
-        },
-        sink, data, hwnd, date);
-}
-
-HRESULT ClsShowSerch::ShowSelecMinim(IDispatch** sink, IDispatch** data) {
-    return ShowCriteria(selection::kSelecMinim, sink, data);
-}
-
-HRESULT ClsShowSerch::ShowSeleccionarComp(IDispatch** sink, IDispatch** data) {
-    return ShowCriteria(selection::kSeleccionar, sink, data);
-}
-
-HRESULT ClsShowSerch::ShowSeleccionarRecibo(IDispatch** sink, IDispatch** data) {
-    return ShowCriteria(selection::kSelecRecibo, sink, data);
+    frame::SetShowSerchFactory(MakeClsShowSerch);
+    return com::ComPtr<IDispatch>(com::Make<ClsShowSerch>().Get());
 }
 
 } // namespace tamvelo::entry

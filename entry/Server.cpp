@@ -38,7 +38,7 @@ private:
 
 const ServerClass kClasses[] = {
     {kClsShowSerchId, L"Tamvelo.ClsShowSerch", L"Tamvelo.ClsShowSerch",
-     [] { return com::ComPtr<IUnknown>(static_cast<IClsShowSerch*>(com::Make<ClsShowSerch>().Get())); }},
+     [] { return com::ComPtr<IUnknown>(MakeClsShowSerch().Get()); }},
 };
 
 } // namespace

@@ -16,6 +16,7 @@ namespace {
 
 constexpr wchar_t kPeriodBefore[] = L"{PERIODO_ANTERIOR}";
 constexpr wchar_t kPeriodAfter[] = L"{PERIODO_SIGUIENTE}";
+constexpr wchar_t kPeriodMenu[] = L"{MENU_PERIODO}";
 
 base::Day Read(HWND picker) {
     SYSTEMTIME time{};
@@ -73,10 +74,7 @@ void DateRangeControl::OnNotify(const NMHDR& header) {
     }
 }
 
-void DateRangeControl::OnControl(int control, int code) {
-    if (control != IDC_CMDPERIODO || code != BN_CLICKED) {
-        return;
-    }
+void DateRangeControl::ShowMenu() {
     std::vector<MenuItem> items;
     for (const base::DatePreset& preset : base::DatePresets()) {
         items.push_back({preset.command, preset.caption});
@@ -84,18 +82,21 @@ void DateRangeControl::OnControl(int control, int code) {
     items.push_back({L"", nullptr});
     items.push_back({kPeriodBefore, L"Periodo anter&ior"});
     items.push_back({kPeriodAfter, L"Perio&do siguiente"});
-    RECT button{};
-    GetWindowRect(Control(IDC_CMDPERIODO), &button);
-    RunMenu(items, {button.left, button.bottom});
+    RunMenu(items, IDC_CMDPERIODO);
 }
 
 std::span<const KeyRow> DateRangeControl::Keys() const {
     static constexpr KeyRow kKeys[] = {{0, kCtrl | VK_PRIOR, kPeriodBefore},
-                                       {0, kCtrl | VK_NEXT, kPeriodAfter}};
+                                       {0, kCtrl | VK_NEXT, kPeriodAfter},
+                                       {IDC_CMDPERIODO, kClick, kPeriodMenu}};
     return kKeys;
 }
 
 bool DateRangeControl::OnCommand(std::wstring_view command) {
+    if (command == kPeriodMenu) {
+        ShowMenu();
+        return true;
+    }
     const auto presets = base::DatePresets();
     const auto preset = std::ranges::find(presets, command, &base::DatePreset::command);
     if (command == kPeriodBefore || command == kPeriodAfter) {

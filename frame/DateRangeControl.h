@@ -28,7 +28,7 @@ public:
 
 private:
     void OnLoad() override;
-    void OnControl(int control, int code) override;
+    void ShowMenu();
     void OnNotify(const NMHDR& header) override;
     std::span<const KeyRow> Keys() const override;
     bool OnCommand(std::wstring_view command) override;

@@ -326,6 +326,10 @@ INT_PTR Form::Handle(UINT message, WPARAM first, LPARAM second) {
                 Using(Component::Focus,
                       [&] { environment::Environment::Get().GetFocus().Receive(sender, object.Get()); });
             }
+            if (HIWORD(first) == BN_CLICKED && RunRow(FindKey(LOWORD(first), kClick), LOWORD(first)) &&
+                !m_window) {
+                return TRUE;
+            }
             for (FormPart* part : m_parts) {
                 part->OnControl(LOWORD(first), HIWORD(first));
             }

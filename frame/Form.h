@@ -27,23 +27,30 @@ class FormPart;
 /// What a command does in a form; identifiers without a row mean nothing there.
 struct CommandRow {
     std::wstring_view command;
-    void (*run)(Form& form);
+    void (*run)(Form& form, int control);
 };
 
 namespace detail {
 template <class Class>
-Class FormOf(void (Class::*)());
+void Run(Form& form, void (Class::*function)(), int /*control*/) {
+    (static_cast<Class&>(form).*function)();
 }
+template <class Class>
+void Run(Form& form, void (Class::*function)(int), int control) {
+    (static_cast<Class&>(form).*function)(control);
+}
+} // namespace detail
 
-/// Adapts a member function for a command row: `{base::kAceptar, Do<&FrmSeleccion::Aceptar>}`.
+/// Adapts a member function for a command row: `{base::kAceptar, Do<&FrmSeleccion::Aceptar>}`. One that takes
+/// a number gets that of the control that the command came from or is for; 0 from a menu or a tool.
 template <auto Function>
-void Do(Form& form) {
-    using Class = decltype(*static_cast<decltype(detail::FormOf(Function))*>(nullptr));
-    (static_cast<Class&>(form).*Function)();
+void Do(Form& form, int control) {
+    detail::Run(form, Function, control);
 }
 
-/// Commands that only keys and menus know.
-inline constexpr wchar_t kTabKey[] = L"{TAB}"; // moves the focus on, as the Tab key does
+/// Commands that only keys, buttons and menus know.
+inline constexpr wchar_t kLookUp[] = L"{CONSULTAR}"; // at the controls where the form offers it
+inline constexpr wchar_t kTabKey[] = L"{TAB}";       // moves the focus on, as the Tab key does
 inline constexpr wchar_t kCustomizeToolbar[] = L"{BARRA}";
 inline constexpr wchar_t kEditingBandOnly[] = L"{EDICION}";
 inline constexpr wchar_t kGoToSearch[] = L"{IR_A_BUSCAR}";
@@ -138,16 +145,16 @@ protected:
     virtual void OnControl(int /*control*/, int /*code*/) {}
     /// A notification of a common control; true with the answer set when it was handled.
     virtual bool OnNotify(NMHDR& /*header*/, LRESULT& /*answer*/) { return false; }
-    /// A key before anything else, for what rows cannot say; true when it is used up.
-    virtual bool OnKey(UINT /*key*/, bool /*control*/, bool /*shift*/) { return false; }
+    /// Whether a command means something at a control now; where it does not, the key goes on. Calls no host.
+    virtual bool Offers(std::wstring_view command, int /*control*/) const { return command != kLookUp; }
     /// The control that has the focus first.
     virtual HWND FirstFocus() const { return nullptr; }
 
     /// A command from outside: a key, a tool, a button. Ignored while another one runs, so that a host that
     /// pumps messages inside a call cannot start a second one.
-    void Input(std::wstring_view command);
+    void Input(std::wstring_view command, int control = 0);
     /// Runs a command with the hourglass; errors end in ControlErrores.
-    void Dispatch(std::wstring_view command);
+    void Dispatch(std::wstring_view command, int control);
     /// Runs an event handler: errors end in ControlErrores. For the edges; inside other code it is Tried.
     template <class Body>
     void Trapped(const Body& body) noexcept;
@@ -175,8 +182,8 @@ protected:
     int WidthOf(const wchar_t* text, HFONT font = nullptr) const;
     void ShowControl(int id, bool shown);
     void EnableControl(int id, bool enabled);
-    /// What the mouse learns over a control, also over one that is off; "" nothing.
-    void SetTip(int id, std::wstring text);
+    /// What the mouse learns over a control, also over one that is off; "" nothing. A command's key is added.
+    void SetTip(int id, std::wstring text, std::wstring_view command = {});
     /// A text with the key of a command behind it: "Orden ascendente (F9)".
     std::wstring WithKey(std::wstring text, std::wstring_view command) const;
     std::wstring ControlText(int id) const;
@@ -194,12 +201,14 @@ protected:
     void NoteLayout(std::wstring note);
     /// Lays the rows out again after controls were shown or hidden.
     void Relayout();
-    /// A menu of commands at a place of the screen; the chosen one is dispatched.
+    /// A menu of commands at a place of the screen; the chosen one is dispatched, after the one that runs.
     struct MenuItem {
         std::wstring_view command;
         const wchar_t* caption; // without its key; null: the tool's; for a separator the command is empty too
     };
     void RunMenu(std::span<const MenuItem> items, POINT screen);
+    /// The same below a button.
+    void RunMenu(std::span<const MenuItem> items, int button);
 
 private:
     friend class FormPart;
@@ -228,11 +237,13 @@ private:
     bool PreviewKey(UINT key, HWND focus);
     template <class Matches>
     const KeyRow* FindRow(const Matches& matches) const;
+    /// The row of a key, or of a click, at a control where its command is offered.
     const KeyRow* FindKey(int control, UINT key) const;
+    bool RunRow(const KeyRow* row, int control);
     /// The key of a command as users read it; "" when it has none.
     std::wstring KeyOf(std::wstring_view command) const;
     int FocusedControl(HWND focus) const;
-    void RunCommand(std::wstring_view command);
+    void RunCommand(std::wstring_view command, int control);
     void OnTool(std::wstring_view id);
     void ToolbarChanged();
     std::wstring Key() const;
@@ -255,6 +266,7 @@ private:
     int m_showAs = SW_SHOW;    // the first time
     std::wstring m_layoutNote;
     int m_running = 0;
+    std::wstring_view m_chosen; // from a menu that a command showed
     SIZE m_smallest{};
     std::map<int, com::ComPtr<objects::ControlObject>> m_objects;
     HWND m_tips = nullptr; // a window of the form's, made with the first tip

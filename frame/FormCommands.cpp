@@ -23,6 +23,9 @@ constexpr KeyRow kFrameKeys[] = {
     {0, VK_F6, kCustomizeToolbar},
     {0, VK_F8, kEditingBandOnly},
     {0, kByControl | kAlt | VK_F4, base::kCerrar}, // the system closes the window
+    {kAnyControl, VK_F4, kLookUp},
+    {kAnyControl, kAltDown, kLookUp},
+    {kAnyControl, kClick, kLookUp},
 };
 
 bool IsTextBox(HWND window) { return (SendMessageW(window, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) != 0; }
@@ -53,12 +56,17 @@ const KeyRow* Form::FindRow(const Matches& matches) const {
 }
 
 const KeyRow* Form::FindKey(int control, UINT key) const {
-    return FindRow([&](const KeyRow& row) { return row.control == control && row.key == key; });
+    return FindRow([&](const KeyRow& row) {
+        return row.controls.Has(control) && row.key == key && Offers(row.command, control);
+    });
 }
 
 std::wstring Form::KeyOf(std::wstring_view command) const {
     const KeyRow* const found = FindRow([&](const KeyRow& row) {
-        return row.command == command && FindKey(row.control, row.key) == &row; // no row stands in its place
+        const auto stands = [&](const KeyRow& other) {
+            return other.controls.Has(row.controls.first) && other.key == row.key;
+        };
+        return row.command == command && row.key != kClick && FindRow(stands) == &row; // none in its place
     });
     return found && !command.empty() ? KeyName(found->key) : std::wstring();
 }
@@ -97,57 +105,61 @@ bool Form::PreviewKey(UINT key, HWND focus) {
     if (win::IsListOpen(focus)) {
         return false; // an open list or calendar has the keys for itself
     }
-    bool used = false;
-    Trapped([&] { used = OnKey(key & ~(kCtrl | kShift), (key & kCtrl) != 0, (key & kShift) != 0); });
-    if (used) {
-        return true;
-    }
     const HWND before = m_window;
     const int focused = FocusedControl(focus);
+    if (RunRow(focused ? FindKey(focused, kFirst | key) : nullptr, focused)) {
+        return true;
+    }
     const KeyRow* const row = focused ? FindKey(focused, key) : nullptr;
     if (key == VK_RETURN && !row && IsPushButton(focus)) {
         SendMessageW(focus, BM_CLICK, 0, 0); // not what Enter means elsewhere in the form
         return true;
     }
     const KeyRow* const own = IsTextKey(key) && IsTextBox(focus) ? nullptr : FindKey(0, key);
-    if (own) {
-        Input(own->command);
+    if (RunRow(own, focused)) {
         if (m_window != before || (key & (kCtrl | kShift | kAlt))) {
             return true; // the form is gone, and the control that the key was meant for; or a key of the form
                          // only
         }
     }
-    if (row) {
-        Input(row->command);
+    if (RunRow(row, focused)) {
         return true;
     }
     // The system's own handling would close the form a second time, or press the button that has the focus.
     return key == VK_ESCAPE || (key == VK_RETURN && own && own->command == base::kAceptar);
 }
 
-void Form::Input(std::wstring_view command) {
+bool Form::RunRow(const KeyRow* row, int control) {
+    if (row) {
+        Input(row->command, row->on ? row->on : control);
+    }
+    return row != nullptr;
+}
+
+void Form::Input(std::wstring_view command, int control) {
     if (m_running == 0 && !command.empty()) {
-        Dispatch(command);
+        Dispatch(command, control);
     }
 }
 
-void Form::Dispatch(std::wstring_view command) {
+void Form::Dispatch(std::wstring_view command, int control) {
     const std::shared_ptr<Form> alive = shared_from_this();
     win::MousePointer::Hourglass();
     const win::BusyCommand busy(m_window, command);
     ++m_running;
-    Trapped([&] { RunCommand(command); });
+    Trapped([&] { RunCommand(command, control); });
     --m_running;
     if (command != base::kCerrar) { // that one ends in the unload, which does it
         win::MousePointer::Default();
     }
+    Input(std::exchange(m_chosen, {}));
 }
 
-void Form::RunCommand(std::wstring_view command) {
+void Form::RunCommand(std::wstring_view command, int control) {
     for (const std::span<const CommandRow> rows : {Commands(), SharedCommands()}) {
         const auto row = std::ranges::find(rows, command, &CommandRow::command);
         if (row != rows.end()) {
-            row->run(*this);
+            row->run(*this, control);
             return;
         }
     }
@@ -191,11 +203,21 @@ void Form::RunMenu(std::span<const MenuItem> items, POINT screen) {
         const UINT off = m_toolbar->IsEnabled(items[i].command) ? 0U : MF_GRAYED;
         AppendMenuW(menu.get(), off | (caption ? MF_STRING : MF_SEPARATOR), i + 1, text.c_str());
     }
+    win::MousePointer::Default(); // the user's turn
     const int chosen =
         TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, screen.x, screen.y, 0, m_window, nullptr);
     if (chosen > 0 && m_window) {
-        Input(items[static_cast<size_t>(chosen) - 1].command);
+        m_chosen = items[static_cast<size_t>(chosen) - 1].command;
+        if (m_running == 0) {
+            Input(std::exchange(m_chosen, {}));
+        }
     }
+}
+
+void Form::RunMenu(std::span<const MenuItem> items, int button) {
+    RECT place{};
+    GetWindowRect(Control(button), &place);
+    RunMenu(items, POINT{place.left, place.bottom});
 }
 
 } // namespace tamvelo::frame

@@ -76,14 +76,14 @@ void Form::EnableControl(int id, bool enabled) {
     EnableWindow(control, enabled);
 }
 
-void Form::SetTip(int id, std::wstring text) {
+void Form::SetTip(int id, std::wstring text, std::wstring_view command) {
     if (!m_tips) {
         const win::ThemeScope theme;
         m_tips =
             CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
                             0, 0, 0, 0, m_window, nullptr, com::Module::Instance(), nullptr);
     }
-    m_tipTexts[id] = std::move(text);
+    m_tipTexts[id] = WithKey(std::move(text), command);
     PlaceTips();
 }
 

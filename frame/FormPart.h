@@ -28,7 +28,7 @@ protected:
     using MenuItem = Form::MenuItem;
     HWND Control(int id) const { return m_form.Control(id); }
     void SetControlText(int id, const std::wstring& text) { m_form.SetControlText(id, text); }
-    void RunMenu(std::span<const MenuItem> items, POINT screen) { m_form.RunMenu(items, screen); }
+    void RunMenu(std::span<const MenuItem> items, int button) { m_form.RunMenu(items, button); }
 
 private:
     friend class Form;

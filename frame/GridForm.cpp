@@ -329,16 +329,11 @@ void GridForm::ShownWasAnother() {
 
 void GridForm::Failed(const com::Error& error) noexcept { ControlErrores(error); }
 
-void GridForm::OnControl(int control, int code) {
-    if (control == IDC_CMDBUSCAR && code == BN_CLICKED) {
-        Input(kApplySearch);
-    }
-}
-
 std::span<const KeyRow> GridForm::SharedKeys() const {
     // So that every command has one.
     static constexpr KeyRow kKeys[] = {
         {0, kCtrl | 'E', kGoToSearch},
+        {IDC_CMDBUSCAR, kClick, kApplySearch},
         {0, VK_F9, base::kOrdenAsc},
         {0, kShift | VK_F9, base::kOrdenDesc},
         {0, VK_F12, kChooseColumns},

@@ -124,7 +124,6 @@ protected:
     void OnLaidOut() override;
     void OnBeforeUnload() override;
     void OnUnload() noexcept override;
-    void OnControl(int control, int code) override;
     /// What every form with a grid can do; a form's own rows come first.
     std::span<const CommandRow> SharedCommands() const override;
     std::span<const KeyRow> SharedKeys() const override;

@@ -2,16 +2,11 @@
 
 namespace tamvelo::frame {
 
-namespace {
-
-constexpr wchar_t kTickAll[] = L"{MARCAR_TODO}";
-constexpr wchar_t kTickNone[] = L"{MARCAR_NADA}";
-constexpr wchar_t kInvert[] = L"{INVERTIR_MARCAS}";
-constexpr wchar_t kRestore[] = L"{RESTAURAR_MARCAS}";
-
-constexpr wchar_t kEnterList[] = L"{LISTA}";
-
-} // namespace
+const Form::MenuItem ListForm::kMenu[] = {
+    {kTickAll, L"Marcar &todo"},        {kTickNone, L"&Quitar todas las marcas"},
+    {kInvert, L"&Invertir las marcas"}, {L"", nullptr},
+    {kRestore, L"Como al a&brir"},
+};
 
 void ListForm::OnLoad() {
     m_list = std::make_unique<win::CheckList>(Control(IDC_LIST1), m_listDesign.kind, *this);
@@ -36,6 +31,7 @@ std::span<const CommandRow> ListForm::SharedCommands() const {
         {kTickAll, Do<&ListForm::TickAll>},       {kTickNone, Do<&ListForm::TickNone>},
         {kInvert, Do<&ListForm::Invert>},         {kRestore, Do<&ListForm::Restore>},
         {kGoToSearch, Do<&ListForm::GoToSearch>}, {kEnterList, Do<&ListForm::EnterList>},
+        {kTickMenu, Do<&ListForm::ShowTickMenu>},
     };
     return kCommands;
 }
@@ -61,11 +57,6 @@ void ListForm::EntryDoubleClicked() {
 }
 
 void ListForm::ListMenuAsked(POINT screen) {
-    static constexpr MenuItem kMenu[] = {
-        {kTickAll, L"Marcar &todo"},        {kTickNone, L"&Quitar todas las marcas"},
-        {kInvert, L"&Invertir las marcas"}, {L"", nullptr},
-        {kRestore, L"Como al a&brir"},
-    };
     if (m_listDesign.kind == win::CheckList::Kind::Ticks) {
         RunMenu(kMenu, screen);
     }
@@ -74,24 +65,15 @@ void ListForm::ListMenuAsked(POINT screen) {
 void ListForm::OnControl(int control, int code) {
     if (control == IDC_TXTFILTRO && code == EN_CHANGE && m_list) {
         List().Find(ControlText(IDC_TXTFILTRO));
-    } else if (control == IDC_CMDMARCAS && code == BN_CLICKED) {
-        RECT button{};
-        GetWindowRect(Control(IDC_CMDMARCAS), &button);
-        ListMenuAsked({button.left, button.bottom});
-        SetFocus(Control(IDC_LIST1)); // going on with the keys
     }
 }
 
-bool ListForm::OnNotify(NMHDR& header, LRESULT& answer) { return m_list && m_list->Notified(header, answer); }
-
-std::span<const KeyRow> ListForm::SharedKeys() const {
-    static constexpr KeyRow kKeys[] = {
-        {0, kCtrl | 'E', kGoToSearch}, {IDC_TXTFILTRO, VK_DOWN, kEnterList},
-        {0, kCtrl | 'A', kTickAll},    {0, kCtrl | kShift | 'A', kTickNone},
-        {0, kCtrl | 'I', kInvert},     {0, kCtrl | 'Z', kRestore},
-    };
-    return kKeys;
+void ListForm::ShowTickMenu() {
+    RunMenu(kMenu, IDC_CMDMARCAS);
+    SetFocus(Control(IDC_LIST1)); // going on with the keys
 }
+
+bool ListForm::OnNotify(NMHDR& header, LRESULT& answer) { return m_list && m_list->Notified(header, answer); }
 
 void ListForm::GoToSearch() {
     if (m_listDesign.searchBox) {

@@ -9,6 +9,24 @@
 
 namespace tamvelo::frame {
 
+// Commands of every list form.
+inline constexpr wchar_t kTickAll[] = L"{MARCAR_TODO}";
+inline constexpr wchar_t kTickNone[] = L"{MARCAR_NADA}";
+inline constexpr wchar_t kInvert[] = L"{INVERTIR_MARCAS}";
+inline constexpr wchar_t kRestore[] = L"{RESTAURAR_MARCAS}";
+inline constexpr wchar_t kEnterList[] = L"{LISTA}";
+inline constexpr wchar_t kTickMenu[] = L"{MENU_MARCAS}";
+
+inline constexpr std::array kListKeys = std::to_array<KeyRow>({
+    {0, kCtrl | 'E', kGoToSearch},
+    {IDC_TXTFILTRO, VK_DOWN, kEnterList},
+    {0, kCtrl | 'A', kTickAll},
+    {0, kCtrl | kShift | 'A', kTickNone},
+    {0, kCtrl | 'I', kInvert},
+    {0, kCtrl | 'Z', kRestore},
+    {IDC_CMDMARCAS, kClick, kTickMenu},
+});
+
 /// A form around the list `List1`: a search box above it, the counter and the commands for ticks below it.
 /// The template holds the controls of frame/ListPanel.rch; what the design leaves out is hidden.
 class ListForm : public Form, public win::CheckListEvents {
@@ -36,7 +54,7 @@ protected:
     bool OnNotify(NMHDR& header, LRESULT& answer) override;
     HWND FirstFocus() const override { return Control(IDC_LIST1); }
     std::span<const CommandRow> SharedCommands() const override;
-    std::span<const KeyRow> SharedKeys() const override;
+    std::span<const KeyRow> SharedKeys() const override { return kListKeys; }
     std::vector<win::LayoutRow> Rows() const override;
 
     /// An entry was double-clicked; a list with ticks toggles it.
@@ -61,6 +79,8 @@ private:
     }
     void GoToSearch();
     void EnterList() { List().Enter(); }
+    void ShowTickMenu();
+    static const MenuItem kMenu[5];
 
     const ListDesign m_listDesign;
     // Outlives its window, which may go while the list is telling something.

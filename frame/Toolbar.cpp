@@ -175,22 +175,9 @@ void Toolbar::SetBandVisible(std::wstring_view band, bool visible) {
     }
 }
 
-void Toolbar::SetToolVisible(std::wstring_view id, bool visible) {
-    for (auto& tool : m_layout.tools) {
-        if (tool.id == id) {
-            m_stale = m_stale || tool.visible != visible;
-            tool.visible = visible;
-        }
-    }
-}
-
 void Toolbar::SetPressed(std::wstring_view id, bool pressed) {
     Refresh();
     SendMessageW(m_window, TB_CHECKBUTTON, static_cast<WPARAM>(CommandOf(id)), MAKELPARAM(pressed, 0));
-}
-
-bool Toolbar::IsPressed(std::wstring_view id) const {
-    return SendMessageW(m_window, TB_ISBUTTONCHECKED, static_cast<WPARAM>(CommandOf(id)), 0) > 0;
 }
 
 void Toolbar::SetEnabled(std::wstring_view id, bool enabled) {
@@ -296,11 +283,9 @@ bool Toolbar::Notified(NMHDR& header, LRESULT& answer) {
         m_stale = true;
         Resize();
         m_customizing = true;
-        answer = 0;
         return true;
     case TBN_TOOLBARCHANGE:
         m_customizing = true;
-        answer = 0;
         return true;
     case TBN_ENDADJUST:
         if (m_customizing) {
@@ -309,7 +294,6 @@ bool Toolbar::Notified(NMHDR& header, LRESULT& answer) {
             m_stale = true;
             m_owner.changed();
         }
-        answer = 0;
         return true;
     default:
         return false;

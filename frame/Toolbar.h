@@ -39,9 +39,7 @@ public:
 
     // What these change is seen after the next `Resize`.
     void SetBandVisible(std::wstring_view band, bool visible);
-    void SetToolVisible(std::wstring_view id, bool visible);
     void SetPressed(std::wstring_view id, bool pressed);
-    bool IsPressed(std::wstring_view id) const;
     /// A tool that would do nothing is off, here and in the menus.
     void SetEnabled(std::wstring_view id, bool enabled);
     bool IsEnabled(std::wstring_view id) const;

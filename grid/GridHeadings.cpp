@@ -87,30 +87,11 @@ short GridHeadings::ColumnOf(int item) const {
                : short{-1};
 }
 
-int GridHeadings::ItemOf(short column) const {
-    const int count = Header_GetItemCount(m_window);
-    for (int item = 0; item < count; ++item) {
-        if (ColumnOf(item) == column) {
-            return item;
-        }
-    }
-    return -1;
-}
-
 int GridHeadings::WidthOf(int item) const {
     HDITEMW heading{};
     heading.mask = HDI_WIDTH;
     SendMessageW(m_window, HDM_GETITEMW, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&heading));
     return heading.cxy;
-}
-
-void GridHeadings::SetWidth(int item, int width) {
-    HDITEMW heading{};
-    heading.mask = HDI_WIDTH;
-    heading.cxy = width;
-    m_filling = true;
-    SendMessageW(m_window, HDM_SETITEMW, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&heading));
-    m_filling = false;
 }
 
 } // namespace tamvelo::grid

@@ -27,9 +27,7 @@ public:
 
     short ColumnOf(int item) const;
     /// -1 for a hidden column.
-    int ItemOf(short column) const;
     int WidthOf(int item) const;
-    void SetWidth(int item, int width);
     bool Filling() const { return m_filling; }
 
 private:

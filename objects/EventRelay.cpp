@@ -2,8 +2,8 @@
 
 #include <array>
 
+#include "com/DualDispatch.h"
 #include "com/Guard.h"
-#include "com/TypedDispatch.h"
 
 namespace tamvelo::objects {
 
@@ -78,161 +78,147 @@ private:
     std::map<DISPID, OwnRelay::Handler> m_handlers;
 };
 
+class EventRelay final : public com::DualDispatch<IClsEventos, IConnectionPointContainer> {
+public:
+    HRESULT STDMETHODCALLTYPE EnumConnectionPoints(IEnumConnectionPoints** points) override {
+        return m_point.EnumOnly(points);
+    }
+
+    HRESULT STDMETHODCALLTYPE FindConnectionPoint(REFIID id, IConnectionPoint** point) override {
+        if (!point) {
+            return E_POINTER;
+        }
+        *point = nullptr;
+        // A listener that knows no type library asks for the plain event dispatch interface.
+        if (id != m_point.Events() && id != IID_IDispatch) {
+            return CONNECT_E_NOCONNECTION;
+        }
+        *point = &m_point;
+        AddRef();
+        return S_OK;
+    }
+
+    HRESULT STDMETHODCALLTYPE AceptarListasParam(IDispatch** reports, short* output, short* copies,
+                                                 BSTR* condition) override {
+        return Raise(AceptaListasParam, reports, output, copies, condition);
+    }
+
+    HRESULT STDMETHODCALLTYPE AceptarEtiqueta(IDispatch** reports) override {
+        return Raise(AceptaEtiqueta, reports);
+    }
+
+    HRESULT STDMETHODCALLTYPE ActualizaOrden(short* column, short* mode) override {
+        return Raise(AceptaOrden, column, mode);
+    }
+
+    HRESULT STDMETHODCALLTYPE ActualizaColumnas(IDispatch** columns) override {
+        return Raise(ConfigurarColumnas, columns);
+    }
+
+    HRESULT STDMETHODCALLTYPE AceptarSeleccion(short* index, IDispatch** ctl, VARIANT* value) override {
+        return Raise(AceptaSeleccion, index, ctl, value);
+    }
+
+    HRESULT STDMETHODCALLTYPE AceptarSeleccionParam(short* index, IDispatch** ctl, VARIANT* value1,
+                                                    VARIANT* value2, VARIANT* value3) override {
+        return Raise(AceptaSeleccionParam, index, ctl, value1, value2, value3);
+    }
+
+    HRESULT STDMETHODCALLTYPE AceptarConvertir() override { return Raise(AceptaConvertir); }
+
+    HRESULT STDMETHODCALLTYPE AceptarConvertirImprimir(short* mode, VARIANT_BOOL* option1,
+                                                       VARIANT_BOOL* option2, short* output,
+                                                       short* copies) override {
+        return Raise(AceptaConvertirImprimir, mode, Flag{option1}, Flag{option2}, output, copies);
+    }
+
+    HRESULT STDMETHODCALLTYPE AceptarBuscar() override { return Raise(AceptaBuscar); }
+
+    HRESULT STDMETHODCALLTYPE AceptarRegistro() override { return Raise(AceptaRegistro); }
+
+    HRESULT STDMETHODCALLTYPE AceptarAbrir() override { return Raise(AceptaAbrir); }
+
+    HRESULT STDMETHODCALLTYPE AceptarReports(IDispatch** reports, short* output, short* copies) override {
+        return Raise(AceptaReports, reports, output, copies);
+    }
+
+    HRESULT STDMETHODCALLTYPE AceptarReportsParam(IDispatch** reports, short* output, short* copies,
+                                                  DATE* from, DATE* to, BSTR* condition, short* option1,
+                                                  short* option2, BSTR* text1, BSTR* text2) override {
+        return Raise(AceptaReportsParam, reports, output, copies, from, to, condition, option1, option2,
+                     text1, text2);
+    }
+
+    HRESULT STDMETHODCALLTYPE AceptarReportsParamMail(IDispatch** reports, short* output, short* copies,
+                                                      DATE* from, DATE* to, BSTR* condition, short* option1,
+                                                      short* option2, BSTR* text1, BSTR* text2) override {
+        return Raise(AceptaReportsParamMail, reports, output, copies, from, to, condition, option1, option2,
+                     text1, text2);
+    }
+
+    HRESULT STDMETHODCALLTYPE AceptarReportsInformesParam(IDispatch** reports, short* output, short* copies,
+                                                          DATE* from, DATE* to, BSTR* condition,
+                                                          short* option1, short* option2,
+                                                          BSTR* text) override {
+        return Raise(AceptaReportsInformesParam, reports, output, copies, from, to, condition, option1,
+                     option2, text);
+    }
+
+    HRESULT STDMETHODCALLTYPE AceptarReportsParamHr(IDispatch** reports, short* output, short* copies,
+                                                    DATE* from, DATE* to, BSTR* condition,
+                                                    VARIANT_BOOL* option1, VARIANT_BOOL* option2,
+                                                    DATE* fromTime, DATE* toTime) override {
+        return Raise(AceptaReportsParamHr, reports, output, copies, from, to, condition, Flag{option1},
+                     Flag{option2}, fromTime, toTime);
+    }
+
+    HRESULT STDMETHODCALLTYPE AceptarReportsFchAuto(IDispatch** reports, short* output, short* copies,
+                                                    DATE* from, DATE* to, VARIANT_BOOL* option) override {
+        return Raise(AceptaReportsFchAuto, reports, output, copies, from, to, Flag{option});
+    }
+
+    HRESULT STDMETHODCALLTYPE AceptarInformesFchAuto(IDispatch** reports, short* output, short* copies,
+                                                     DATE* from, DATE* to, VARIANT_BOOL* option) override {
+        return Raise(AceptaInformesFchAuto, reports, output, copies, from, to, Flag{option});
+    }
+
+    HRESULT STDMETHODCALLTYPE AceptarInformesFch(IDispatch** reports, short* output, short* copies,
+                                                 DATE* from, DATE* to, BSTR* condition) override {
+        return Raise(AceptaInformesFch, reports, output, copies, from, to, condition);
+    }
+
+    HRESULT STDMETHODCALLTYPE AceptarDocNumAut(IDispatch** reports, short* output, short* copies,
+                                               VARIANT* from, VARIANT* to, VARIANT_BOOL* option) override {
+        return Raise(AceptaDocNumAut, reports, output, copies, from, to, Flag{option});
+    }
+
+    HRESULT STDMETHODCALLTYPE AceptarFechaEntre(VARIANT* from, VARIANT* to) override {
+        return Raise(AceptaFechaEntre, from, to);
+    }
+
+private:
+    template <class... Arguments>
+    HRESULT Raise(RelayEvent event, Arguments... arguments) noexcept {
+        return com::Guard(__uuidof(IClsEventos), [&] {
+            // Automation wants the arguments in reverse.
+            std::array<VARIANT, sizeof...(Arguments) + 1> cells{};
+            size_t at = sizeof...(Arguments);
+            ((cells[--at] = ByReference(arguments)), ...);
+            DISPPARAMS parameters{cells.data(), nullptr, static_cast<UINT>(sizeof...(Arguments)), 0};
+            m_point.Raise(event, parameters);
+        });
+    }
+
+    com::ConnectionPoint m_point{*this, kRelayEventsId};
+};
+
 } // namespace
 
-EventRelay::EventRelay()
-    : m_description(com::OwnTypeInfo(__uuidof(IClsEventos))), m_point(*this, kRelayEventsId) {}
+com::ComPtr<IClsEventos> MakeEventRelay() { return com::ComPtr<IClsEventos>(com::Make<EventRelay>().Get()); }
 
-HRESULT EventRelay::GetTypeInfoCount(UINT* count) {
-    if (!count) {
-        return E_POINTER;
-    }
-    *count = m_description ? 1 : 0;
-    return S_OK;
-}
-
-HRESULT EventRelay::GetTypeInfo(UINT index, LCID /*locale*/, ITypeInfo** info) {
-    if (!info) {
-        return E_POINTER;
-    }
-    *info = nullptr;
-    return index == 0 && m_description ? m_description.CopyTo(info) : DISP_E_BADINDEX;
-}
-
-HRESULT EventRelay::GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT count, LCID /*locale*/,
-                                  DISPID* ids) {
-    return m_description ? m_description->GetIDsOfNames(names, count, ids) : TYPE_E_CANTLOADLIBRARY;
-}
-
-HRESULT EventRelay::Invoke(DISPID id, REFIID /*reserved*/, LCID /*locale*/, WORD flags,
-                           DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* thrown, UINT* wrong) {
-    const com::ComPtr<IDispatch> alive(this);
-    return m_description ? com::InvokeTyped(m_description.Get(), static_cast<IClsEventos*>(this), id, flags,
-                                            parameters, result, thrown, wrong)
-                         : TYPE_E_CANTLOADLIBRARY;
-}
-
-HRESULT EventRelay::EnumConnectionPoints(IEnumConnectionPoints** points) { return m_point.EnumOnly(points); }
-
-HRESULT EventRelay::FindConnectionPoint(REFIID id, IConnectionPoint** point) {
-    if (!point) {
-        return E_POINTER;
-    }
-    *point = nullptr;
-    // A listener that knows no type library asks for the plain event dispatch interface.
-    if (id != m_point.Events() && id != IID_IDispatch) {
-        return CONNECT_E_NOCONNECTION;
-    }
-    *point = &m_point;
-    AddRef();
-    return S_OK;
-}
-
-template <class... Arguments>
-HRESULT EventRelay::Raise(RelayEvent event, Arguments... arguments) noexcept {
-    return com::Guard(__uuidof(IClsEventos), [&] {
-        // Automation wants the arguments in reverse.
-        std::array<VARIANT, sizeof...(Arguments) + 1> cells{};
-        size_t at = sizeof...(Arguments);
-        ((cells[--at] = ByReference(arguments)), ...);
-        DISPPARAMS parameters{cells.data(), nullptr, static_cast<UINT>(sizeof...(Arguments)), 0};
-        m_point.Raise(event, parameters);
-    });
-}
-
-HRESULT EventRelay::AceptarListasParam(IDispatch** reports, short* output, short* copies, BSTR* condition) {
-    return Raise(AceptaListasParam, reports, output, copies, condition);
-}
-
-HRESULT EventRelay::AceptarEtiqueta(IDispatch** reports) { return Raise(AceptaEtiqueta, reports); }
-
-HRESULT EventRelay::ActualizaOrden(short* column, short* mode) { return Raise(AceptaOrden, column, mode); }
-
-HRESULT EventRelay::ActualizaColumnas(IDispatch** columns) { return Raise(ConfigurarColumnas, columns); }
-
-HRESULT EventRelay::AceptarSeleccion(short* index, IDispatch** ctl, VARIANT* value) {
-    return Raise(AceptaSeleccion, index, ctl, value);
-}
-
-HRESULT EventRelay::AceptarSeleccionParam(short* index, IDispatch** ctl, VARIANT* value1, VARIANT* value2,
-                                          VARIANT* value3) {
-    return Raise(AceptaSeleccionParam, index, ctl, value1, value2, value3);
-}
-
-HRESULT EventRelay::AceptarConvertir() { return Raise(AceptaConvertir); }
-
-HRESULT EventRelay::AceptarConvertirImprimir(short* mode, VARIANT_BOOL* option1, VARIANT_BOOL* option2,
-                                             short* output, short* copies) {
-    return Raise(AceptaConvertirImprimir, mode, Flag{option1}, Flag{option2}, output, copies);
-}
-
-HRESULT EventRelay::AceptarBuscar() { return Raise(AceptaBuscar); }
-
-HRESULT EventRelay::AceptarRegistro() { return Raise(AceptaRegistro); }
-
-HRESULT EventRelay::AceptarAbrir() { return Raise(AceptaAbrir); }
-
-HRESULT EventRelay::AceptarReports(IDispatch** reports, short* output, short* copies) {
-    return Raise(AceptaReports, reports, output, copies);
-}
-
-HRESULT EventRelay::AceptarReportsParam(IDispatch** reports, short* output, short* copies, DATE* from,
-                                        DATE* to, BSTR* condition, short* option1, short* option2,
-                                        BSTR* text1, BSTR* text2) {
-    return Raise(AceptaReportsParam, reports, output, copies, from, to, condition, option1, option2, text1,
-                 text2);
-}
-
-HRESULT EventRelay::AceptarReportsParamMail(IDispatch** reports, short* output, short* copies, DATE* from,
-                                            DATE* to, BSTR* condition, short* option1, short* option2,
-                                            BSTR* text1, BSTR* text2) {
-    return Raise(AceptaReportsParamMail, reports, output, copies, from, to, condition, option1, option2,
-                 text1, text2);
-}
-
-HRESULT EventRelay::AceptarReportsInformesParam(IDispatch** reports, short* output, short* copies, DATE* from,
-                                                DATE* to, BSTR* condition, short* option1, short* option2,
-                                                BSTR* text) {
-    return Raise(AceptaReportsInformesParam, reports, output, copies, from, to, condition, option1, option2,
-                 text);
-}
-
-HRESULT EventRelay::AceptarReportsParamHr(IDispatch** reports, short* output, short* copies, DATE* from,
-                                          DATE* to, BSTR* condition, VARIANT_BOOL* option1,
-                                          VARIANT_BOOL* option2, DATE* fromTime, DATE* toTime) {
-    return Raise(AceptaReportsParamHr, reports, output, copies, from, to, condition, Flag{option1},
-                 Flag{option2}, fromTime, toTime);
-}
-
-HRESULT EventRelay::AceptarReportsFchAuto(IDispatch** reports, short* output, short* copies, DATE* from,
-                                          DATE* to, VARIANT_BOOL* option) {
-    return Raise(AceptaReportsFchAuto, reports, output, copies, from, to, Flag{option});
-}
-
-HRESULT EventRelay::AceptarInformesFchAuto(IDispatch** reports, short* output, short* copies, DATE* from,
-                                           DATE* to, VARIANT_BOOL* option) {
-    return Raise(AceptaInformesFchAuto, reports, output, copies, from, to, Flag{option});
-}
-
-HRESULT EventRelay::AceptarInformesFch(IDispatch** reports, short* output, short* copies, DATE* from,
-                                       DATE* to, BSTR* condition) {
-    return Raise(AceptaInformesFch, reports, output, copies, from, to, condition);
-}
-
-HRESULT EventRelay::AceptarDocNumAut(IDispatch** reports, short* output, short* copies, VARIANT* from,
-                                     VARIANT* to, VARIANT_BOOL* option) {
-    return Raise(AceptaDocNumAut, reports, output, copies, from, to, Flag{option});
-}
-
-HRESULT EventRelay::AceptarFechaEntre(VARIANT* from, VARIANT* to) {
-    return Raise(AceptaFechaEntre, from, to);
-}
-
-OwnRelay::OwnRelay(const HWND* window, std::map<DISPID, Handler> handlers)
-    : m_relay(com::Make<EventRelay>()) {
+OwnRelay::OwnRelay(const HWND* window, std::map<DISPID, Handler> handlers) : m_relay(MakeEventRelay()) {
     const com::ComPtr<Listener> listener = com::Make<Listener>(window, std::move(handlers));
-    m_subscription =
-        com::Subscription(static_cast<IClsEventos*>(m_relay.Get()), kRelayEventsId, listener.Get());
+    m_subscription = com::Subscription(m_relay.Get(), kRelayEventsId, listener.Get());
 }
 
 } // namespace tamvelo::objects

@@ -209,13 +209,12 @@ const Condition* ReportForm::LookupOf(int control) const {
     return nullptr;
 }
 
-void ReportForm::AskLookUp(const Condition& condition) {
-    m_lookedUp = &condition;
-    Input(kLookUp);
+bool ReportForm::Offers(std::wstring_view command, int control) const {
+    return command != frame::kLookUp || LookupOf(control);
 }
 
-void ReportForm::LookUp() {
-    const Condition& condition = *m_lookedUp;
+void ReportForm::LookUp(int control) {
+    const Condition& condition = *LookupOf(control);
     // Held: the host may close the form meanwhile.
     const com::ComPtr<objects::ControlObject> box =
         ObjectOf(ControlOf(condition) + Entry, Of(condition.kind).array, condition.index);
@@ -236,28 +235,14 @@ void ReportForm::clsEventos_AceptaSeleccion(com::Invocation& call) {
     }
 }
 
-bool ReportForm::OnConditionControl(int control, int code) {
-    if (const Condition* condition = LookupOf(control); condition && code == BN_CLICKED) {
-        AskLookUp(*condition);
-        return true;
-    }
-    if (code == CBN_SELCHANGE || code == BN_CLICKED || code == EN_CHANGE) {
+void ReportForm::OnConditionControl(int control, int code) {
+    if (code == CBN_SELCHANGE || (code == BN_CLICKED && !LookupOf(control)) || code == EN_CHANGE) {
         const auto changed = std::ranges::find_if(
             m_report.conditions, [&](const Condition& c) { return ControlOf(c) + Entry == control; });
         if (changed != m_report.conditions.end() && m_report.changed) {
             m_report.changed(*this, *changed);
         }
     }
-    return false;
-}
-
-bool ReportForm::OnConditionKey(UINT key) {
-    const bool opens = key == VK_F4 || key == frame::kAltDown;
-    if (const Condition* condition = opens ? LookupOf(GetDlgCtrlID(GetFocus())) : nullptr) {
-        AskLookUp(*condition);
-        return true;
-    }
-    return false;
 }
 
 } // namespace tamvelo::reports

@@ -285,7 +285,7 @@ com::ComPtr<IDispatch> ReportForm::Selection() const {
 std::span<const CommandRow> ReportForm::Commands() const {
     static constexpr CommandRow kCommands[] = {
         {base::kAceptar, Do<&ReportForm::Accept>},
-        {kLookUp, Do<&ReportForm::LookUp>},
+        {frame::kLookUp, Do<&ReportForm::LookUp>},
         {kChoosePrinter, Do<&ReportForm::CambiarImpresora>},
         {kEntryChosen, Do<&ReportForm::EntryChosen>},
     };
@@ -314,15 +314,16 @@ void ReportForm::CambiarImpresora() {
 void ReportForm::OnControl(int control, int code) {
     if (control == IDC_CMBSELEC && code == CBN_SELCHANGE) {
         OutputChanged();
-    } else if (control == IDC_CMDPRINTER && code == BN_CLICKED) {
-        Input(kChoosePrinter);
-    } else if (!OnConditionControl(control, code)) {
+    } else {
+        OnConditionControl(control, code);
         ListForm::OnControl(control, code);
     }
 }
 
-bool ReportForm::OnKey(UINT key, bool control, bool shift) {
-    return !control && !shift && OnConditionKey(key);
+std::span<const frame::KeyRow> ReportForm::SharedKeys() const {
+    static constexpr auto kKeys =
+        frame::KeysAnd(frame::kListKeys, {{IDC_CMDPRINTER, frame::kClick, kChoosePrinter}});
+    return kKeys;
 }
 
 void ReportForm::CurrentChanged() {

@@ -14,7 +14,6 @@
 namespace tamvelo::reports {
 
 /// Opens what the box with the focus, or the button, can be filled from.
-inline constexpr wchar_t kLookUp[] = L"{CONSULTAR}";
 
 /// A report dialog: the reports of a host's screen with ticks, where they go and how often, and conditions.
 /// The choices are kept per screen; the host runs the reports when it gets them. A description makes one of
@@ -81,10 +80,8 @@ private:
     int ControlOf(const Condition& condition) const;
     std::vector<win::LayoutRow> ConditionRows() const;
     const Condition* LookupOf(int control) const;
-    void AskLookUp(const Condition& condition);
-    void LookUp();
-    bool OnConditionControl(int control, int code);
-    bool OnConditionKey(UINT key);
+    void LookUp(int control);
+    void OnConditionControl(int control, int code);
     void clsEventos_AceptaSeleccion(com::Invocation& call);
 
     void EntryChosen();
@@ -97,7 +94,8 @@ private:
     void OnLoad() override;
     void OnUnload() noexcept override;
     void OnControl(int control, int code) override;
-    bool OnKey(UINT key, bool control, bool shift) override;
+    bool Offers(std::wstring_view command, int control) const override;
+    std::span<const frame::KeyRow> SharedKeys() const override;
     void ResizeControls() override;
     void CurrentChanged() override;
     std::span<const frame::CommandRow> Commands() const override;
@@ -125,7 +123,6 @@ private:
     bool m_showAuto = true;
     bool m_limited = false;
     bool m_unseen = false;
-    const Condition* m_lookedUp = nullptr; // the one that the look-up is for
 };
 
 } // namespace tamvelo::reports

@@ -38,15 +38,37 @@ constexpr wchar_t kChooseKind[] = L"{TIPO}";
 constexpr wchar_t kNormal[] = L"{NORMAL}";
 constexpr wchar_t kSimpleLook[] = L"{SIMPLE}";
 
+constexpr wchar_t kNextMode[] = L"{MODO_SIGUIENTE}";
+constexpr wchar_t kPreviousMode[] = L"{MODO_ANTERIOR}";
+
+constexpr frame::Controls kOptionButtons{IDC_OPTBUSCAR0, IDC_OPTBUSCAR4};
+
 constexpr KeyRow kKeys[] = {
     {0, VK_F5, kRefresh},
     {IDC_LIST2, VK_DELETE, kRemoveValue},
+    {IDC_TXTFIELDS0, frame::kFirst | VK_RETURN, kBoxEntered},
+    {{IDC_TXTFIELDS1, IDC_TXTFIELDS2}, frame::kFirst | VK_RETURN, kBoxEntered},
+    {IDC_TXTFIELDS0, VK_F4, kBoxEntered},
+    {{IDC_TXTFIELDS1, IDC_TXTFIELDS2}, VK_F4, kBoxEntered},
+    {0, frame::kCtrl | '1', kChooseMode, IDC_OPTBUSCAR0},
+    {0, frame::kCtrl | '2', kChooseMode, IDC_OPTBUSCAR1},
+    {0, frame::kCtrl | '3', kChooseMode, IDC_OPTBUSCAR2},
+    {0, frame::kCtrl | '4', kChooseMode, IDC_OPTBUSCAR3},
+    {0, frame::kCtrl | '5', kChooseMode, IDC_OPTBUSCAR4},
+    // The system would choose and so send the focus to a box: the arrows could not go on to the next option.
+    {kOptionButtons, VK_RIGHT, kNextMode},
+    {kOptionButtons, VK_DOWN, kNextMode},
+    {kOptionButtons, VK_LEFT, kPreviousMode},
+    {kOptionButtons, VK_UP, kPreviousMode},
+    {kOptionButtons, frame::kClick, kChooseMode},
+    {IDC_CMDBUSCAR, frame::kClick, kSearch},
+    {IDC_CMDESTILO0, frame::kClick, kNormal},
+    {IDC_CMDESTILO1, frame::kClick, kSimpleLook},
 };
 
 constexpr int kBoxes[] = {IDC_TXTFIELDS0, IDC_TXTFIELDS1, IDC_TXTFIELDS2};
 constexpr int kBoxLabels[] = {IDC_LBLFIELDS0, IDC_LBLFIELDS1, IDC_LBLFIELDS2};
 constexpr const wchar_t* kCues[] = {L"", L"desde", L"hasta"};
-constexpr int kOptions = static_cast<int>(base::kSearchModes.size());
 
 constexpr wchar_t kSimple[] = L"Simple";
 constexpr wchar_t kSimpleIndex[] = L"Simple_idx";
@@ -58,11 +80,6 @@ template <class Controls>
 int PlaceOf(const Controls& controls, int control) {
     const auto* found = std::find(std::begin(controls), std::end(controls), control);
     return found == std::end(controls) ? -1 : static_cast<int>(found - std::begin(controls));
-}
-
-int OptionOf(int control) {
-    const int option = control - IDC_OPTBUSCAR0;
-    return option >= 0 && option < kOptions ? option : -1;
 }
 
 long Selected(HWND list) { return static_cast<long>(SendMessageW(list, LB_GETCURSEL, 0, 0)); }
@@ -81,12 +98,13 @@ FrmBuscar::FrmBuscar() : Form({kName, IDD_BUSCAR, kTools, kKeys}) {}
 std::span<const CommandRow> FrmBuscar::Commands() const {
     using F = FrmBuscar;
     static constexpr CommandRow kCommands[] = {
-        {base::kAceptar, Do<&F::Aceptar>},   {base::kCancelar, Do<&F::Cancelar>},
-        {base::kFiltro, Do<&F::ShowFilter>}, {kSearch, Do<&F::Buscar>},
-        {kBoxEntered, Do<&F::BoxEntered>},   {kRemoveValue, Do<&F::RemoveValue>},
-        {kRefresh, Do<&F::Refresh>},         {kChooseMode, Do<&F::ChooseMode>},
-        {kChooseKind, Do<&F::ChooseKind>},   {kNormal, Do<&F::Normal>},
-        {kSimpleLook, Do<&F::Simple>},
+        {base::kAceptar, Do<&F::Aceptar>},     {base::kCancelar, Do<&F::Cancelar>},
+        {base::kFiltro, Do<&F::ShowFilter>},   {kSearch, Do<&F::Buscar>},
+        {kBoxEntered, Do<&F::BoxEntered>},     {kRemoveValue, Do<&F::RemoveValue>},
+        {kRefresh, Do<&F::Refresh>},           {kChooseMode, Do<&F::ChooseMode>},
+        {kChooseKind, Do<&F::ChooseKind>},     {kNormal, Do<&F::Normal>},
+        {kSimpleLook, Do<&F::Simple>},         {kNextMode, Do<&F::NextMode>},
+        {kPreviousMode, Do<&F::PreviousMode>},
     };
     return kCommands;
 }
@@ -124,14 +142,14 @@ void FrmBuscar::Mostrar(IDispatch* sink, IDispatch* data, IDispatch* columns) {
         const std::wstring key = environment::Product::Own().SesionKey(base::kSesionOrdenes);
         m_simple = base::StoredIndex(settings.ReadValue(key, kSimple, L"0"), 2, 0) == 1 && m_orders;
         m_kind = base::StoredIndex(settings.ReadValue(key, kSimpleIndex, L"-1"), SHRT_MAX, -1);
-        m_mode = base::StoredIndex(settings.ReadValue(key, kMode + m_className, L"0"), kOptions, 0);
+        m_mode = base::StoredIndex(settings.ReadValue(key, kMode + m_className, L"0"), kModes, 0);
         ShowModal();
     });
 }
 
 void FrmBuscar::OnLoad() {
     Bar().SetBandVisible(base::kBandRegistros, true);
-    for (int option = 0; option < kOptions; ++option) {
+    for (int option = 0; option < kModes; ++option) {
         RECT place{};
         GetWindowRect(Control(IDC_OPTBUSCAR0 + option), &place);
         MapWindowPoints(nullptr, Control(IDC_FRMOPTION), reinterpret_cast<POINT*>(&place), 1);
@@ -150,7 +168,7 @@ void FrmBuscar::OnLoad() {
         SendMessageW(Control(IDC_LSTTIPOS), LB_SETCURSEL, static_cast<WPARAM>(m_kind), 0);
     }
     m_kind = m_orders ? Selected(Control(IDC_LSTTIPOS)) : -1;
-    CheckRadioButton(Window(), IDC_OPTBUSCAR0, IDC_OPTBUSCAR4, IDC_OPTBUSCAR0 + m_mode);
+    ShowMode();
     ShowParts();
     ShowCount();
     if (m_columns.Count() > 0) {
@@ -239,30 +257,25 @@ void FrmBuscar::SetFields(const std::wstring& field) {
     ObjectOf(IDC_LIST2, L"List2", 0)->SetDataField(field);
 }
 
-void FrmBuscar::WantMode(Choice choice) {
-    m_wanted = choice;
-    Input(kChooseMode);
-    if (IsLoaded()) { // an option that is clicked shows itself as chosen
-        CheckRadioButton(Window(), IDC_OPTBUSCAR0, IDC_OPTBUSCAR4, IDC_OPTBUSCAR0 + m_mode);
-    }
-}
-
-void FrmBuscar::ChooseMode() {
-    const Choice wanted = m_wanted; // the host may let the user want another while it looks at a value
+void FrmBuscar::SetMode(int mode, bool enter) {
     if (!m_boxes.SettleAll()) {
         return;
     }
-    const bool changes = std::exchange(m_mode, wanted.mode) != wanted.mode;
+    const bool changes = std::exchange(m_mode, mode) != mode;
     if (changes) { // otherwise what has been collected stays
-        CheckRadioButton(Window(), IDC_OPTBUSCAR0, IDC_OPTBUSCAR4, IDC_OPTBUSCAR0 + m_mode);
+        ShowMode();
         SendMessageW(Control(IDC_LIST2), LB_RESETCONTENT, 0, 0);
         ShowCount();
         ShowParts();
     }
-    SetFocus(wanted.enter ? FirstFocus() : Control(IDC_OPTBUSCAR0 + m_mode));
+    SetFocus(enter ? FirstFocus() : Control(IDC_OPTBUSCAR0 + m_mode));
     if (changes) {
         Remember(kMode + m_className, m_mode);
     }
+}
+
+void FrmBuscar::ShowMode() {
+    CheckRadioButton(Window(), IDC_OPTBUSCAR0, IDC_OPTBUSCAR4, IDC_OPTBUSCAR0 + m_mode);
 }
 
 void FrmBuscar::ChooseStyle(bool simple) {
@@ -278,7 +291,7 @@ void FrmBuscar::ChooseStyle(bool simple) {
 
 void FrmBuscar::ShowParts() {
     ShowControl(IDC_FRMOPTION, !m_simple);
-    for (int option = 0; option < kOptions; ++option) {
+    for (int option = 0; option < kModes; ++option) {
         ShowControl(IDC_OPTBUSCAR0 + option, !m_simple);
     }
     for (size_t i = 0; i < 3; ++i) {
@@ -301,7 +314,7 @@ void FrmBuscar::ResizeControls() {
 }
 
 void FrmBuscar::PlaceOptions() {
-    for (int option = 0; option < kOptions; ++option) {
+    for (int option = 0; option < kModes; ++option) {
         POINT place = m_options[option];
         MapWindowPoints(Control(IDC_FRMOPTION), Window(), &place, 1);
         SetWindowPos(Control(IDC_OPTBUSCAR0 + option), nullptr, place.x, place.y, 0, 0,
@@ -312,44 +325,11 @@ void FrmBuscar::PlaceOptions() {
 // What the controls and keys say.
 
 void FrmBuscar::OnControl(int control, int code) {
-    const bool clicked = code == BN_CLICKED;
-    const int option = OptionOf(control);
-    if (control == IDC_CMDBUSCAR && clicked) {
-        Input(kSearch);
-    } else if (option >= 0 && clicked) {
-        WantMode({option, true});
-    } else if ((control == IDC_CMDESTILO0 || control == IDC_CMDESTILO1) && clicked) {
-        Input(control == IDC_CMDESTILO1 ? kSimpleLook : kNormal);
+    if (kOptionButtons.Has(control) && code == BN_CLICKED) {
+        ShowMode(); // one that is clicked shows itself as chosen
     } else if (control == IDC_LSTTIPOS && code == LBN_SELCHANGE) {
         Input(kChooseKind);
     }
-}
-
-bool FrmBuscar::OnKey(UINT key, bool control, bool shift) {
-    if (shift) {
-        return false;
-    }
-    const int focused = GetDlgCtrlID(GetFocus());
-    if (control) {
-        if (key >= '1' && key < '1' + UINT{kOptions}) {
-            WantMode({static_cast<int>(key - '1'), true});
-            return true;
-        }
-        return false;
-    }
-    if (PlaceOf(kBoxes, focused) >= 0 && (key == VK_RETURN || key == VK_F4)) {
-        Input(kBoxEntered);
-        return true;
-    }
-    // The system would choose and so send the focus to a box: the arrows could not go on to the next option.
-    const int step = key == VK_RIGHT || key == VK_DOWN ? 1
-                     : key == VK_LEFT || key == VK_UP  ? kOptions - 1
-                                                       : 0;
-    if (OptionOf(focused) >= 0 && step != 0) {
-        WantMode({(m_mode + step) % kOptions, false});
-        return true;
-    }
-    return false;
 }
 
 } // namespace tamvelo::search

@@ -11,6 +11,7 @@
 #include "contract/Sink.h"
 #include "frame/CheckedBoxes.h"
 #include "frame/RecordMoves.h"
+#include "search/Resources.h"
 
 namespace tamvelo::search {
 
@@ -36,13 +37,12 @@ private:
     void ChooseKind();
     void ShowKind();
     void SetFields(const std::wstring& field);
-    /// What the user wants to compare by; `enter`: the focus goes to the box that is typed into first.
-    struct Choice {
-        int mode;
-        bool enter;
-    };
-    void WantMode(Choice choice);
-    void ChooseMode();
+    void ChooseMode(int option) { SetMode(option - IDC_OPTBUSCAR0, true); }
+    void NextMode() { SetMode((m_mode + 1) % kModes, false); }
+    void PreviousMode() { SetMode((m_mode + kModes - 1) % kModes, false); }
+    /// `enter`: the focus goes to the box that is typed into first.
+    void SetMode(int mode, bool enter);
+    void ShowMode();
     void ChooseStyle(bool simple);
     void Normal() { ChooseStyle(false); }
     void Simple() { ChooseStyle(true); }
@@ -70,7 +70,6 @@ private:
     void OnUnload() noexcept override;
     void ResizeControls() override;
     void OnControl(int control, int code) override;
-    bool OnKey(UINT key, bool control, bool shift) override;
     HWND FirstFocus() const override;
     std::span<const frame::CommandRow> Commands() const override;
     std::vector<win::LayoutRow> Rows() const override;
@@ -81,8 +80,8 @@ private:
     std::wstring m_className;
     bool m_orders = false;
     bool m_simple = false;
+    static constexpr int kModes = static_cast<int>(base::kSearchModes.size());
     int m_mode = 0;
-    Choice m_wanted{};
     int m_kind = -1;        // the place of the kind that is searched by
     std::wstring m_heading; // of the searched column
     std::wstring m_filter;  // as last applied

@@ -88,8 +88,8 @@ std::vector<LayoutRow> FrmRegistros::Rows() const {
     };
 }
 
-void FrmRegistros::Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short& column,
-                           short& indx, bool& find) {
+void FrmRegistros::Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short column,
+                           short indx, bool find) {
     Show([&] {
         Take(sink, data, ctl, column, indx);
         OpenRecords(base::kSeleccion, find);

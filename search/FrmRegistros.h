@@ -15,8 +15,8 @@ public:
 
     /// `ctl` gets the control that the host put in its place, if any. Throws com::Error when the browser
     /// cannot open; what fails while it is open goes to ControlErrores.
-    void Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short& column, short& indx,
-                 bool& find);
+    void Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short column, short indx,
+                 bool find);
 
 private:
     void Aceptar();

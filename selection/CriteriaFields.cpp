@@ -121,10 +121,10 @@ void CriteriaForm::MakeFields() {
         labelWidth = std::max(labelWidth, WidthOf(LabelOf(field, true).c_str(), m_bold.get()));
     }
     labelWidth = std::min(labelWidth, kWidestLabel);
-    std::vector<win::LayoutRow> rows;
+    std::vector<LayoutRow> rows;
     for (size_t i = 0; i < m_fields.size(); ++i) {
         MakeField(i, labelWidth);
-        win::LayoutRow& row = rows.emplace_back();
+        LayoutRow& row = rows.emplace_back();
         row.cells = {{ControlOf(i, Label)}, {ControlOf(i, Entry)}};
         if (m_fields[i].onlyYes) {
             row.cells.push_back({ControlOf(i, OnlyYes)});

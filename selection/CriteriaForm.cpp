@@ -28,10 +28,11 @@ constexpr ToolUse kTools[] = {
     {base::kMoveNext}, {base::kMoveLast}, {base::kFiltrar},   {base::kFiltro, L"&Limpiar los criterios"},
 };
 
-constexpr KeyRow kKeys[] = {
-    {0, VK_RETURN, base::kAceptar}, {0, VK_F5, base::kFiltrar}, {0, VK_F7, base::kFiltro}};
-
-constexpr wchar_t kLookUp[] = L"{CONSULTAR}";
+constexpr KeyRow kKeys[] = {{0, VK_RETURN, base::kAceptar},
+                            {0, VK_F5, base::kFiltrar},
+                            {0, VK_F7, base::kFiltro},
+                            {IDC_CMDBUSCAR, frame::kClick, base::kFiltrar},
+                            {IDC_CMDCLEAR, frame::kClick, base::kFiltro}};
 
 constexpr int kComparisons[] = {IDC_OPTCOMPARISON0, IDC_OPTCOMPARISON1, IDC_OPTCOMPARISON2};
 
@@ -54,18 +55,18 @@ std::span<const CommandRow> CriteriaForm::Commands() const {
     static constexpr CommandRow kCommands[] = {
         {base::kAceptar, Do<&F::Aceptar>}, {base::kCancelar, Do<&F::Cancelar>},
         {base::kCerrar, Do<&F::Cancelar>}, {base::kFiltrar, Do<&F::Buscar>},
-        {base::kFiltro, Do<&F::Limpiar>},  {kLookUp, Do<&F::LookUp>},
+        {base::kFiltro, Do<&F::Limpiar>},  {frame::kLookUp, Do<&F::LookUp>},
     };
     return kCommands;
 }
 
-std::vector<win::LayoutRow> CriteriaForm::Rows() const {
+std::vector<LayoutRow> CriteriaForm::Rows() const {
     return {
-        {win::kOwn, {{IDC_LBLBUSCAR, win::kFill}}},
-        {win::kFill, {{IDC_CRITERIA, win::kFill}}},
-        {win::kOwn, {{IDC_OPTCOMPARISON0}, {IDC_OPTCOMPARISON1}, {IDC_OPTCOMPARISON2}}, IDC_FRMCOMPARISON},
-        {win::kOwn, {{IDC_CMDBUSCAR}, {IDC_CMDCLEAR}}},
-        {win::kOwn, {{IDC_STATUS, win::kFill}}},
+        {kOwn, {{IDC_LBLBUSCAR, kFill}}},
+        {kFill, {{IDC_CRITERIA, kFill}}},
+        {kOwn, {{IDC_OPTCOMPARISON0}, {IDC_OPTCOMPARISON1}, {IDC_OPTCOMPARISON2}}, IDC_FRMCOMPARISON},
+        {kOwn, {{IDC_CMDBUSCAR}, {IDC_CMDCLEAR}}},
+        {kOwn, {{IDC_STATUS, kFill}}},
     };
 }
 
@@ -264,8 +265,8 @@ void CriteriaForm::Limpiar() {
 
 // Look-ups: the button beside a box, F4 and Alt+Down in it open the selection panel, which answers our relay.
 
-void CriteriaForm::LookUp() {
-    const size_t index = m_lookedUp; // the user may want another while the host works
+void CriteriaForm::LookUp(int control) {
+    const size_t index = *FieldAt(control);
     if (!m_boxes.Settle()) {
         return;
     }
@@ -286,16 +287,12 @@ void CriteriaForm::clsMeEvents_AceptaSeleccion(com::Invocation& call) {
 }
 
 void CriteriaForm::OnControl(int control, int code) {
-    if ((control == IDC_CMDBUSCAR || control == IDC_CMDCLEAR) && code == BN_CLICKED) {
-        Input(control == IDC_CMDBUSCAR ? base::kFiltrar : base::kFiltro);
+    const std::optional<size_t> field = FieldAt(control);
+    if (!field) {
         return;
     }
-    const int place = control - IDC_CRITERIA_FIELDS;
-    if (place < 0 || static_cast<size_t>(place / Parts) >= m_fields.size()) {
-        return;
-    }
-    const auto index = static_cast<size_t>(place / Parts);
-    const int part = place % Parts;
+    const size_t index = *field;
+    const int part = (control - IDC_CRITERIA_FIELDS) % Parts;
     if (part == Entry && code == EN_CHANGE) {
         ShowCriterion(index);
     } else if (part == Entry && code == CBN_SELCHANGE && IsList(m_fields[index])) {
@@ -305,24 +302,18 @@ void CriteriaForm::OnControl(int control, int code) {
         const bool ticked = SendMessageW(m_fields[index].onlyYes, BM_GETCHECK, 0, 0) == BST_CHECKED;
         ChooseYesNo(index, ticked ? kYes : kAll);
         ShowCriterion(index);
-    } else if (part == Search && code == BN_CLICKED) {
-        m_lookedUp = index;
-        Input(kLookUp);
     }
 }
 
-bool CriteriaForm::OnKey(UINT key, bool control, bool shift) {
-    if ((key != VK_F4 && key != frame::kAltDown) || control || shift) {
-        return false;
-    }
-    const int place = GetDlgCtrlID(GetFocus()) - IDC_CRITERIA_FIELDS;
-    if (place < 0 || static_cast<size_t>(place / Parts) >= m_fields.size() ||
-        m_fields[static_cast<size_t>(place / Parts)].related.empty()) {
-        return false;
-    }
-    m_lookedUp = static_cast<size_t>(place / Parts);
-    Input(kLookUp);
-    return true;
+std::optional<size_t> CriteriaForm::FieldAt(int control) const {
+    const int place = control - IDC_CRITERIA_FIELDS;
+    const auto index = static_cast<size_t>(place / Parts);
+    return place >= 0 && index < m_fields.size() ? std::optional(index) : std::nullopt;
+}
+
+bool CriteriaForm::Offers(std::wstring_view command, int control) const {
+    const std::optional<size_t> field = FieldAt(control);
+    return command != frame::kLookUp || (field && !m_fields[*field].related.empty());
 }
 
 } // namespace tamvelo::selection

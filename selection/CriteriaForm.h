@@ -75,13 +75,15 @@ private:
     void Aceptar();
     void Cancelar();
     void Limpiar();
-    void LookUp();
+    void LookUp(int control);
+    /// The field that a control belongs to.
+    std::optional<size_t> FieldAt(int control) const;
     void clsMeEvents_AceptaSeleccion(com::Invocation& call);
 
     void OnLoad() override;
     void OnUnload() noexcept override;
     void OnControl(int control, int code) override;
-    bool OnKey(UINT key, bool control, bool shift) override;
+    bool Offers(std::wstring_view command, int control) const override;
     HWND FirstFocus() const override;
     std::span<const frame::CommandRow> Commands() const override;
     std::vector<win::LayoutRow> Rows() const override;
@@ -96,7 +98,6 @@ private:
     std::optional<std::wstring> m_before; // the host's filter, once a search has replaced it
     long m_unasked = 0;                   // fields beyond those that have a box
     bool m_clearing = false;              // all boxes at once: one look at them afterwards
-    size_t m_lookedUp = 0;                // the field whose look-up is asked for
     win::UniqueFont m_bold;
     std::unique_ptr<win::ScrollPanel> m_panel;
     std::unique_ptr<objects::OwnRelay> m_clsMeEvents; // hears the look-ups

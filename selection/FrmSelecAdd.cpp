@@ -19,10 +19,17 @@ namespace {
 
 // Not "ID_Nuevo": that one means nothing on a selection panel, and Insert in the grid is the search.
 constexpr wchar_t kAlta[] = L"{ALTA}";
+constexpr wchar_t kGuardar[] = L"{GUARDAR}"; // from a box
 constexpr wchar_t kDescartar[] = L"{DESCARTAR}";
-constexpr wchar_t kLookUp[] = L"{BUSCAR_CODIGO}";
 
-constexpr auto kKeys = PanelKeysAnd({{0, frame::kCtrl | 'N', kAlta}});
+constexpr auto kKeys =
+    frame::KeysAnd(kPanelKeys, {
+                                   {0, frame::kCtrl | 'N', kAlta},
+                                   {IDC_CMDNUEVO, frame::kClick, kAlta},
+                                   {IDC_CMDGUARDAR, frame::kClick, base::kAceptar},
+                                   {IDC_CMDDESCARTAR, frame::kClick, kDescartar},
+                                   {{IDC_RECORD_BOXES, 0xFFFF}, frame::kFirst | VK_RETURN, kGuardar},
+                               });
 
 } // namespace
 
@@ -33,8 +40,8 @@ std::span<const CommandRow> FrmSelecAdd::Commands() const {
     static constexpr CommandRow kCommands[] = {
         {base::kAceptar, Do<&F::Aceptar>}, {base::kCancelar, Do<&F::Cancelar>},
         {base::kCerrar, Do<&F::Cerrar>},   {kAlta, Do<&F::Nuevo>},
-        {kDescartar, Do<&F::Cancelar>},    {kLookUp, Do<&F::LookUp>},
-        {kPropose, Do<&F::ProposeCode>},
+        {kDescartar, Do<&F::Cancelar>},    {frame::kLookUp, Do<&F::LookUp>},
+        {kGuardar, Do<&F::Aceptar>},       {kPropose, Do<&F::ProposeCode>},
     };
     return kCommands;
 }
@@ -44,17 +51,17 @@ std::span<const frame::Form::MenuItem> FrmSelecAdd::OwnMenu() const {
     return kItems;
 }
 
-std::vector<win::LayoutRow> FrmSelecAdd::Rows() const {
+std::vector<LayoutRow> FrmSelecAdd::Rows() const {
     return {
-        {win::kOwn, {{IDC_LBLTABLE, win::kFill}}},
-        {win::kOwn, {{IDC_LBLBUSCAR}, {IDC_TXTFIELDS0, win::kFill}, {IDC_CMDBUSCAR}, {IDC_CMDNUEVO}}},
-        {win::kFill, {{IDC_DATAGRID, win::kFill}}},
-        {win::kOwn, {{IDC_STATUS, win::kFill}}},
+        {kOwn, {{IDC_LBLTABLE, kFill}}},
+        {kOwn, {{IDC_LBLBUSCAR}, {IDC_TXTFIELDS0, kFill}, {IDC_CMDBUSCAR}, {IDC_CMDNUEVO}}},
+        {kFill, {{IDC_DATAGRID, kFill}}},
+        {kOwn, {{IDC_STATUS, kFill}}},
     };
 }
 
-void FrmSelecAdd::Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short& column,
-                          short& indx, bool& find) {
+void FrmSelecAdd::Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short column,
+                          short indx, bool find) {
     Show([&] {
         Take(sink, data, ctl, column, indx);
         OpenRecords(base::kSeleccion, find);
@@ -148,44 +155,11 @@ bool FrmSelecAdd::MayDiscard() {
     return answer == IDYES && IsLoaded();
 }
 
-void FrmSelecAdd::OnControl(int control, int code) {
-    if (code == BN_CLICKED) {
-        switch (control) {
-        case IDC_CMDNUEVO:
-            Input(kAlta);
-            return;
-        case IDC_CMDGUARDAR:
-            Input(base::kAceptar);
-            return;
-        case IDC_CMDDESCARTAR:
-            Input(kDescartar);
-            return;
-        default:
-            if (const Box* box = BoxAt(control); box && control != box->control) {
-                SetFocus(Control(box->control));
-                Input(kLookUp);
-                return;
-            }
-            break;
-        }
-    }
-    PanelForm::OnControl(control, code);
-}
-
-bool FrmSelecAdd::OnKey(UINT key, bool control, bool shift) {
-    const int focused = GetDlgCtrlID(GetFocus());
-    const Box* const box = m_adding ? BoxAt(focused) : nullptr;
-    if (box && !control && !shift) {
-        if ((key == VK_F4 || key == frame::kAltDown) && HasLookup(*box)) {
-            Input(kLookUp);
-            return true;
-        }
-        if (key == VK_RETURN && focused == box->control) {
-            Input(base::kAceptar);
-            return true;
-        }
-    }
-    return false;
+bool FrmSelecAdd::Offers(std::wstring_view command, int control) const {
+    const Box* const box = m_adding ? BoxAt(control) : nullptr;
+    return command == frame::kLookUp ? box && HasLookup(*box)
+           : command == kGuardar     ? box && box->control == control
+                                     : true;
 }
 
 } // namespace tamvelo::selection

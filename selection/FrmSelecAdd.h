@@ -23,8 +23,8 @@ public:
 
     /// `ctl` gets the control that the host put in its place, if any. Throws com::Error when the panel cannot
     /// open; what fails while it is open goes to ControlErrores.
-    void Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short& column, short& indx,
-                 bool& find);
+    void Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short column, short indx,
+                 bool find);
 
 private:
     /// A field of the new record on the panel: entry box, list or check box.
@@ -66,7 +66,7 @@ private:
     std::wstring Complaint(const Box& box);
     std::vector<com::Variant> Values() const;
     bool HasLookup(const Box& box) const;
-    void LookUp();
+    void LookUp(int control);
     bool FamilyLeft();
     void ProposeCode();
     void NewCode(const std::wstring& family);
@@ -74,8 +74,7 @@ private:
 
     void OnLoad() override;
     void OnUnload() noexcept override;
-    void OnControl(int control, int code) override;
-    bool OnKey(UINT key, bool control, bool shift) override;
+    bool Offers(std::wstring_view command, int control) const override;
     void LayOutBeside(RECT& area) override;
     std::wstring StatusNote() const override;
     std::span<const MenuItem> OwnMenu() const override;

@@ -85,10 +85,9 @@ void FrmSelecAdd::MakeBoxes() {
     }
     m_boxes = std::move(boxes);
     m_panel->SetRows(BoxRows());
-    m_panelLayout =
-        win::RowLayout(Window(), {{win::kOwn, {{IDC_LBLTABLE1, win::kFill}}, IDC_PICNEW},
-                                  {win::kFill, {{IDC_RECORD_PANEL, win::kFill}}, IDC_PICNEW},
-                                  {win::kOwn, {{IDC_CMDGUARDAR}, {IDC_CMDDESCARTAR}}, IDC_PICNEW}});
+    m_panelLayout = win::RowLayout(Window(), {{kOwn, {{IDC_LBLTABLE1, kFill}}, IDC_PICNEW},
+                                              {kFill, {{IDC_RECORD_PANEL, kFill}}, IDC_PICNEW},
+                                              {kOwn, {{IDC_CMDGUARDAR}, {IDC_CMDDESCARTAR}}, IDC_PICNEW}});
     if (const Box* family = BoxNumber(base::kFamilyBox); family && family->family) {
         m_familyWatch = win::EditWatch::Start(Control(family->control),
                                               {[](wchar_t&) {}, [this] { return FamilyLeft(); }, {}});
@@ -127,7 +126,7 @@ void FrmSelecAdd::MakeBox(Box& box, std::wstring& keys) {
     if (HasLookup(box)) {
         // No tab stop: F4 is its key, and from the family one goes on to the code.
         AddControl(first + Button, L"BUTTON", L"…", BS_PUSHBUTTON, {kButtonWidth, kBoxHeight + 1});
-        SetTip(first + Button, L"Buscar (F4)");
+        SetTip(first + Button, L"Buscar", frame::kLookUp);
     }
     SetText(box, {});
     ObjectOf(box.control, ArrayOf(box), box.number)->SetDataField(field.name);
@@ -141,13 +140,13 @@ int FrmSelecAdd::LabelWidth() const {
     return std::min(width, kWidestLabel);
 }
 
-std::vector<win::LayoutRow> FrmSelecAdd::BoxRows() const {
+std::vector<LayoutRow> FrmSelecAdd::BoxRows() const {
     const int labels = LabelWidth();
-    std::vector<win::LayoutRow> rows;
+    std::vector<LayoutRow> rows;
     for (const Box& box : m_boxes) {
         const int first = box.control - Entry;
-        win::LayoutRow& row = rows.emplace_back(
-            win::LayoutRow{win::kOwn, {{first + Label, labels}, {first + Entry, win::kFill}}});
+        LayoutRow& row =
+            rows.emplace_back(LayoutRow{kOwn, {{first + Label, labels}, {first + Entry, kFill}}});
         if (Control(first + Button)) {
             row.cells.push_back({first + Button});
         }
@@ -315,12 +314,10 @@ bool FrmSelecAdd::HasLookup(const Box& box) const {
     return !box.list && (box.family || !FieldOf(box).relation.empty());
 }
 
-/// For the box that has the focus.
-void FrmSelecAdd::LookUp() {
-    const Box* const box = BoxAt(GetDlgCtrlID(GetFocus()));
-    if (!m_adding || !box || !HasLookup(*box)) {
-        return;
-    }
+/// `at` is a box or the button beside it.
+void FrmSelecAdd::LookUp(int at) {
+    const Box* const box = BoxAt(at);
+    SetFocus(Control(box->control));
     const std::wstring relation = FieldOf(*box).relation.empty() ? kFamilies : FieldOf(*box).relation;
     const com::ComPtr<objects::ControlObject> control = ObjectOf(box->control, ArrayOf(*box), box->number);
     m_asked = box->number;

@@ -21,23 +21,29 @@ namespace {
 constexpr wchar_t kAnswerYes[] = L"{VERIFICADO}";
 constexpr wchar_t kAnswerNo[] = L"{NO_VERIFICADO}";
 
+constexpr auto kKeys = frame::KeysAnd(kPanelKeys, {
+                                                      {IDC_CMD1, frame::kClick, kAnswerYes},
+                                                      {IDC_CMD3, frame::kClick, kAnswerNo},
+                                                      {IDC_CMD2, frame::kClick, base::kCancelar},
+                                                      {IDC_CMD0, frame::kClick, base::kCancelar},
+                                                  });
+
 struct Button {
     int control;
     const wchar_t* caption;
-    const wchar_t* command;
 };
 
 /// The row of buttons of the verification modes, as they stand from left to right.
 constexpr Button kButtons[] = {
-    {IDC_CMD1, L"&Verificado", kAnswerYes},
-    {IDC_CMD3, L"&No verificado", kAnswerNo},
-    {IDC_CMD2, L"&Cancelar", base::kCancelar},
-    {IDC_CMD0, L"C&errar", base::kCancelar},
+    {IDC_CMD1, L"&Verificado"},
+    {IDC_CMD3, L"&No verificado"},
+    {IDC_CMD2, L"&Cancelar"},
+    {IDC_CMD0, L"C&errar"},
 };
 
 } // namespace
 
-FrmSeleccion::FrmSeleccion() : PanelForm({kName, IDD_SELECCION, kPanelTools, kPanelKeys}) {}
+FrmSeleccion::FrmSeleccion() : PanelForm({kName, IDD_SELECCION, kPanelTools, kKeys}) {}
 
 std::span<const CommandRow> FrmSeleccion::Commands() const {
     using F = FrmSeleccion;
@@ -50,13 +56,11 @@ std::span<const CommandRow> FrmSeleccion::Commands() const {
     return kCommands;
 }
 
-std::vector<win::LayoutRow> FrmSeleccion::Rows() const {
+std::vector<LayoutRow> FrmSeleccion::Rows() const {
     return {
-        {win::kOwn, {{IDC_LBLTABLE, win::kFill}}},
-        {win::kOwn, {{IDC_LBLBUSCAR}, {IDC_TXTFIELDS0, win::kFill}, {IDC_CMDBUSCAR}}},
-        {win::kFill, {{IDC_DATAGRID, win::kFill}}},
-        {win::kOwn, {{IDC_CMD1}, {IDC_CMD3}, {IDC_CMD2}, {IDC_CMD0}}},
-        {win::kOwn, {{IDC_STATUS, win::kFill}}},
+        {kOwn, {{IDC_LBLTABLE, kFill}}},  {kOwn, {{IDC_LBLBUSCAR}, {IDC_TXTFIELDS0, kFill}, {IDC_CMDBUSCAR}}},
+        {kFill, {{IDC_DATAGRID, kFill}}}, {kOwn, {{IDC_CMD1}, {IDC_CMD3}, {IDC_CMD2}, {IDC_CMD0}}},
+        {kOwn, {{IDC_STATUS, kFill}}},
     };
 }
 
@@ -71,8 +75,8 @@ void FrmSeleccion::Open(IDispatch* sink, IDispatch* data, const contract::HostCo
     Take(sink, data, ctl, column, indx);
 }
 
-void FrmSeleccion::Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short& column,
-                           short& indx, bool& find, bool& stock, bool& verify, bool& controlVerify) {
+void FrmSeleccion::Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short column,
+                           short indx, bool find, bool stock, bool verify, bool controlVerify) {
     Show([&] {
         Open(sink, data, ctl, column, indx, verify, controlVerify);
         OpenRecords(base::SelectionName(stock, verify), find);
@@ -80,8 +84,8 @@ void FrmSeleccion::Mostrar(IDispatch* sink, IDispatch* data, contract::HostContr
     });
 }
 
-void FrmSeleccion::MostrarBuscando(IDispatch* sink, IDispatch* data, contract::HostControl& ctl,
-                                   short& column, short& indx, bool& find, short& modal) {
+void FrmSeleccion::MostrarBuscando(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short column,
+                                   short indx, bool find, short modal) {
     Show([&] {
         Open(sink, data, ctl, column, indx, false, false);
         ShowSearching(ctl, find, modal);
@@ -89,7 +93,7 @@ void FrmSeleccion::MostrarBuscando(IDispatch* sink, IDispatch* data, contract::H
 }
 
 void FrmSeleccion::MostrarBusquedaIndirecta(IDispatch* sink, IDispatch* data, contract::HostControl& ctl,
-                                            short& column, std::wstring& text, bool& find, short& modal) {
+                                            short column, const std::wstring& text, bool find, short modal) {
     Show([&] {
         Open(sink, data, ctl, column, 0, false, false);
         OpenRecords(base::kSeleccion, find);
@@ -129,16 +133,6 @@ void FrmSeleccion::ResizeControls() {
 void FrmSeleccion::Answer(bool answer) {
     Column() = base::ClampColumn(Column(), DataGrid().ColumnCount());
     DeliverAnswer([&] { Sink().AceptarSeleccion(Column(), Ctl().Reference(), Variant(answer)); });
-}
-
-void FrmSeleccion::OnControl(int control, int code) {
-    for (const Button& button : kButtons) {
-        if (button.control == control && code == BN_CLICKED) {
-            Input(button.command);
-            return;
-        }
-    }
-    PanelForm::OnControl(control, code);
 }
 
 std::wstring FrmSeleccion::StatusNote() const {

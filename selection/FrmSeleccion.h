@@ -15,15 +15,15 @@ public:
 
     /// `ctl` gets the control that the host put in its place, if any. All throw com::Error when the panel
     /// cannot open; what fails while it is open goes to ControlErrores.
-    void Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short& column, short& indx,
-                 bool& find, bool& stock, bool& verify, bool& controlVerify);
+    void Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short column, short indx,
+                 bool find, bool stock, bool verify, bool controlVerify);
     /// Opens with the control's text searched for; `modal` 0 returns at once and leaves the panel open.
-    void MostrarBuscando(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short& column,
-                         short& indx, bool& find, short& modal);
+    void MostrarBuscando(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short column,
+                         short indx, bool find, short modal);
     /// Opens on the record that the control's text names, with `text` typed into the search box but not yet
     /// applied.
-    void MostrarBusquedaIndirecta(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short& column,
-                                  std::wstring& text, bool& find, short& modal);
+    void MostrarBusquedaIndirecta(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short column,
+                                  const std::wstring& text, bool find, short modal);
 
 private:
     void Open(IDispatch* sink, IDispatch* data, const contract::HostControl& ctl, short column, short indx,
@@ -35,7 +35,6 @@ private:
 
     void OnLoad() override;
     void ResizeControls() override;
-    void OnControl(int control, int code) override;
     bool AllowsSearch() const override { return !m_verify; }
     std::wstring StatusNote() const override;
     std::span<const frame::CommandRow> Commands() const override;

@@ -23,13 +23,15 @@ constexpr wchar_t kTodos[] = L"{TODOS}";
 constexpr wchar_t kNinguno[] = L"{NINGUNO}";
 constexpr wchar_t kToggle[] = L"{MARCAR}";
 
-constexpr auto kKeys = PanelKeysAnd({
-    {IDC_DATAGRID, VK_SPACE, kToggle},
-    {0, frame::kCtrl | 'T', kTodos},
-    {0, frame::kCtrl | 'U', kNinguno},
-    {IDC_LBLTODOS, VK_RETURN, kTodos},
-    {IDC_LBLNINGUNO, VK_RETURN, kNinguno},
-});
+constexpr auto kKeys = frame::KeysAnd(kPanelKeys, {
+                                                      {IDC_DATAGRID, VK_SPACE, kToggle},
+                                                      {0, frame::kCtrl | 'T', kTodos},
+                                                      {0, frame::kCtrl | 'U', kNinguno},
+                                                      {IDC_LBLTODOS, VK_RETURN, kTodos},
+                                                      {IDC_LBLNINGUNO, VK_RETURN, kNinguno},
+                                                      {IDC_LBLTODOS, frame::kClick, kTodos},
+                                                      {IDC_LBLNINGUNO, frame::kClick, kNinguno},
+                                                  });
 
 /// The two ways to mark all rows: a link above the grid, and a key with Ctrl everywhere in the form.
 struct Link {
@@ -64,20 +66,20 @@ std::span<const CommandRow> FrmSeleccionTrueFalse::Commands() const {
     return kCommands;
 }
 
-std::vector<win::LayoutRow> FrmSeleccionTrueFalse::Rows() const {
+std::vector<LayoutRow> FrmSeleccionTrueFalse::Rows() const {
     return {
-        {win::kOwn, {{IDC_LBLTABLE, win::kFill}}},
-        {win::kOwn, {{IDC_LBLBUSCAR}, {IDC_TXTFIELDS0, win::kFill}, {IDC_CMDBUSCAR}}},
-        {win::kOwn, {{IDC_LBLTODOS}, {IDC_LBLNINGUNO}, {IDC_LBLALCANCE, win::kFill}}},
-        {win::kFill, {{IDC_DATAGRID, win::kFill}}},
-        {win::kOwn, {{IDC_STATUS, win::kFill}}},
+        {kOwn, {{IDC_LBLTABLE, kFill}}},
+        {kOwn, {{IDC_LBLBUSCAR}, {IDC_TXTFIELDS0, kFill}, {IDC_CMDBUSCAR}}},
+        {kOwn, {{IDC_LBLTODOS}, {IDC_LBLNINGUNO}, {IDC_LBLALCANCE, kFill}}},
+        {kFill, {{IDC_DATAGRID, kFill}}},
+        {kOwn, {{IDC_STATUS, kFill}}},
     };
 }
 
 // Opening.
 
 void FrmSeleccionTrueFalse::Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl,
-                                    short& column, short& indx, bool& find) {
+                                    short column, short indx, bool find) {
     Show([&] {
         Take(sink, data, ctl, column, indx);
         OpenRecords(base::kSeleccion, find);
@@ -86,7 +88,7 @@ void FrmSeleccionTrueFalse::Mostrar(IDispatch* sink, IDispatch* data, contract::
 }
 
 void FrmSeleccionTrueFalse::MostrarBuscando(IDispatch* sink, IDispatch* data, contract::HostControl& ctl,
-                                            short& column, short& indx, bool& find, short& modal) {
+                                            short column, short indx, bool find, short modal) {
     Show([&] {
         Take(sink, data, ctl, column, indx);
         ShowSearching(ctl, find, modal);
@@ -98,7 +100,7 @@ void FrmSeleccionTrueFalse::OnLoad() {
     SetWindowTextW(Window(), (L"Lista con casillas de " + ClassName()).c_str());
     for (const Link& link : kLinks) {
         win::MakeLink(Control(link.control));
-        SetTip(link.control, WithKey(link.tip, link.command));
+        SetTip(link.control, link.tip, link.command);
     }
     OnFiltered(false);
     DataGrid().OfferMarks();
@@ -143,16 +145,6 @@ void FrmSeleccionTrueFalse::ToggleMark() {
 }
 
 void FrmSeleccionTrueFalse::MarkClicked() { Input(kToggle); }
-
-void FrmSeleccionTrueFalse::OnControl(int control, int code) {
-    for (const Link& link : kLinks) {
-        if (link.control == control && code == BN_CLICKED) {
-            Input(link.command);
-            return;
-        }
-    }
-    PanelForm::OnControl(control, code);
-}
 
 std::span<const frame::Form::MenuItem> FrmSeleccionTrueFalse::OwnMenu() const {
     static constexpr MenuItem kMenu[] = {

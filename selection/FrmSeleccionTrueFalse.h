@@ -15,11 +15,11 @@ public:
 
     /// `ctl` gets the control that the host put in its place, if any. Both throw com::Error when the panel
     /// cannot open; what fails while it is open goes to ControlErrores.
-    void Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short& column, short& indx,
-                 bool& find);
+    void Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short column, short indx,
+                 bool find);
     /// Opens with the control's text searched for; `modal` 0 returns at once and leaves the panel open.
-    void MostrarBuscando(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short& column,
-                         short& indx, bool& find, short& modal);
+    void MostrarBuscando(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short column,
+                         short indx, bool find, short modal);
 
 private:
     void Todos() { MarkAll(&contract::DataClass::Aceptar_todos); }
@@ -29,7 +29,6 @@ private:
 
     void TellSink() override;
     void OnLoad() override;
-    void OnControl(int control, int code) override;
     void OnDefaultLook() override { DataGrid().PutMarksFirst(); }
     void OnFiltered(bool filtered) override;
     void MarkClicked() override;

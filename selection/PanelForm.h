@@ -34,15 +34,6 @@ inline constexpr std::array kPanelKeys = std::to_array<frame::KeyRow>({
     {IDC_TXTFIELDS0, VK_F4, base::kAceptar},
 });
 
-/// The panels' keys and those of one of them.
-template <std::size_t N>
-consteval std::array<frame::KeyRow, kPanelKeys.size() + N> PanelKeysAnd(const frame::KeyRow (&own)[N]) {
-    std::array<frame::KeyRow, kPanelKeys.size() + N> all{};
-    std::ranges::copy(kPanelKeys, all.begin());
-    std::ranges::copy(own, all.begin() + kPanelKeys.size());
-    return all;
-}
-
 /// What the selection panels share beyond the grid: how a record is accepted.
 class PanelForm : public frame::GridForm {
 protected:

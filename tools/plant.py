@@ -30,7 +30,7 @@ copy = root / "build/plant"
 build = copy / "build/release"
 jobs = int(os.environ.get("PLANT_JOBS", "2"))
 seconds_each = int(os.environ.get("PLANT_SECONDS", "0")) or 1e9
-storeys = "base com contract grid frame search selection gridconfig reports dates entry".split()
+storeys = "base com contract win objects grid environment frame search selection gridconfig reports dates entry".split()
 
 
 def by_name():

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""typelib.py WIDL SOURCE.idl OUT.tlb : compiles the type library.
+"""typelib.py WIDL SOURCE.idl OUT.tlb OUT.h : compiles the type library, and the interfaces for C++.
 
 The compiler takes help strings as Windows text, our source is UTF-8; and it writes the time into its result, which
 would make every build different.
@@ -9,15 +9,15 @@ import re
 import subprocess
 import sys
 
-widl, source, out = sys.argv[1], pathlib.Path(sys.argv[2]), pathlib.Path(sys.argv[3])
+widl, source, out, header = sys.argv[1], *map(pathlib.Path, sys.argv[2:5])
 here = pathlib.Path(__file__).resolve().parent
 work = out.resolve().parent / "idl"
 work.mkdir(parents=True, exist_ok=True)
 (work / source.name).write_bytes(source.read_text(encoding="utf-8").encode("cp1252"))
 
 
-def compile_library(idl, tlb):
-    done = subprocess.run([widl, "-m32", "-t", "--nostdinc", f"-I{here}", f"-L{work}", "-o", tlb, idl], cwd=work,
+def compile_library(idl, made, kind="-t"):
+    done = subprocess.run([widl, "-m32", kind, "--nostdinc", f"-I{here}", f"-L{work}", "-o", made, idl], cwd=work,
                           stderr=subprocess.PIPE, text=True)
     # A default value on a by-reference parameter is what we mean.
     said = [line for line in done.stderr.splitlines() if "non-null pointer default value" not in line]
@@ -27,6 +27,7 @@ def compile_library(idl, tlb):
 
 compile_library(here / "stdole2.idl", work / "stdole2.tlb")
 compile_library(work / source.name, work / out.name)
+compile_library(work / source.name, work / header.name, "-h")
 # The time stands there twice: as text, and as a number in the value after it.
 made, stamps = re.subn(rb"(Created by WIDL version [^\0]*? at .{24})(\nW*\x13\0).{4}",
                        lambda stamp: b" " * len(stamp[1]) + stamp[2] + bytes(4),
@@ -34,3 +35,5 @@ made, stamps = re.subn(rb"(Created by WIDL version [^\0]*? at .{24})(\nW*\x13\0)
 if stamps != 1:
     sys.exit(f"typelib.py: {stamps} stamps of the compiler found, not one")
 out.write_bytes(made)
+# What is left out of a call by reference is no value, but no pointer.
+header.write_text(re.sub(r"( \*\w+) = -?\d+", r"\1", (work / header.name).read_text()))
