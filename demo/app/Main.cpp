@@ -58,9 +58,9 @@ void UseResolution(long dpi) {
     }
 }
 
-/// For the data and layouts of a soak: each begins with the same.
+/// For the data of a tour or a soak, and a soak's layouts: each begins with the same.
 std::wstring EmptyFolder() {
-    const std::filesystem::path folder = std::filesystem::temp_directory_path() / L"TamveloSoak";
+    const std::filesystem::path folder = std::filesystem::temp_directory_path() / L"TamveloMuestra";
     std::filesystem::remove_all(folder);
     std::filesystem::create_directory(folder);
     return folder.wstring();
@@ -70,14 +70,16 @@ int Run(const CommandLine& wanted) {
     UseResolution(wanted.dpi);
     const Apartment apartment;
     std::optional<PrivateSettings> unchanged;
-    const std::wstring folder = wanted.soak > 0 ? EmptyFolder() : wanted.tour;
+    const bool same = wanted.soak > 0 || !wanted.tour.empty();
+    const std::wstring own = same ? EmptyFolder() : std::wstring();
+    const std::wstring& folder = wanted.soak > 0 ? own : wanted.tour;
     if (!folder.empty()) {
         unchanged.emplace(folder);
         CreateDirectoryW(folder.c_str(), nullptr);
     }
-    const std::shared_ptr<Database> database = wanted.soak > 0
-                                                   ? OpenSampleFile(folder + L"\\datos.sqlite", kSoakRows)
-                                                   : OpenSampleFile(wanted.database, wanted.rows);
+    const std::shared_ptr<Database> database =
+        OpenSampleFile(same && wanted.database.empty() ? own + L"\\datos.sqlite" : wanted.database,
+                       wanted.soak > 0 ? kSoakRows : wanted.rows);
     Components components;
     components.Add(L"Clases", kClases, [database] { return MakeDataClasses(database); });
     components.Add(L"Citas", kCitas, [database] { return MakeAppointments(database); });
