@@ -7,22 +7,18 @@
 #include "base/Appointment.h"
 #include "base/Commands.h"
 #include "dates/Resources.h"
-#include "frame/Nested.h"
+#include "frame/Lookup.h"
 #include "win/Clock.h"
 #include "win/MousePointer.h"
 #include "win/Picker.h"
 
 namespace tamvelo::dates {
 
-using frame::CommandRow;
-using frame::Do;
-using win::kFill;
-using win::kOwn;
-using win::LayoutRow;
+using namespace frame::tables;
 
 namespace {
 
-constexpr frame::ToolUse kTools[] = {{base::kAceptar}, {base::kCancelar}};
+constexpr ToolUse kTools[] = {{base::kAceptar}, {base::kCancelar}};
 
 // Commands that only keys know.
 constexpr wchar_t kLeerCodigo[] = L"{LEER}";
@@ -30,10 +26,10 @@ constexpr wchar_t kNewLine[] = L"{LINEA}";
 constexpr wchar_t kLater[] = L"{MAS_TARDE}";
 constexpr wchar_t kEarlier[] = L"{MAS_TEMPRANO}";
 
-constexpr frame::KeyRow kKeys[] = {
-    {IDC_TXTCITA10, frame::kFirst | VK_RETURN, kLeerCodigo},
-    {IDC_TXTCITA6, frame::kFirst | VK_RETURN, kLeerCodigo},
-    {IDC_TXTCITA14, frame::kCtrl | VK_RETURN, kNewLine},
+constexpr KeyRow kKeys[] = {
+    {IDC_TXTCITA10, kFirst | VK_RETURN, kLeerCodigo},
+    {IDC_TXTCITA6, kFirst | VK_RETURN, kLeerCodigo},
+    {IDC_TXTCITA14, kCtrl | VK_RETURN, kNewLine},
     {IDC_DTPICHORA, VK_PRIOR, kLater},
     {IDC_DTPICHORA, VK_NEXT, kEarlier},
 };
@@ -101,7 +97,7 @@ std::span<const CommandRow> FrmCita::Commands() const {
     using F = FrmCita;
     static constexpr CommandRow kCommands[] = {
         {base::kAceptar, Do<&F::Aceptar>}, {base::kCancelar, Do<&F::Salir>},  {base::kCerrar, Do<&F::Salir>},
-        {frame::kLookUp, Do<&F::Buscar>},  {kLeerCodigo, Do<&F::LeerCodigo>}, {kNewLine, Do<&F::NewLine>},
+        {kLookUp, Do<&F::Buscar>},         {kLeerCodigo, Do<&F::LeerCodigo>}, {kNewLine, Do<&F::NewLine>},
         {kLater, Do<&F::Later>},           {kEarlier, Do<&F::Earlier>},
     };
     return kCommands;
@@ -153,7 +149,7 @@ void FrmCita::OnLoad() {
     for (const Search& search : kSearches) {
         SendMessageW(Control(search.button), BM_SETIMAGE, IMAGE_ICON,
                      reinterpret_cast<LPARAM>(m_glyph.get()));
-        SetTip(search.button, L"Buscar en la lista", frame::kLookUp);
+        SetTip(search.button, L"Buscar en la lista", kLookUp);
     }
     for (const Person& person : kPersons) {
         Of(person).watch = win::EditWatch::Start(Control(person.code), {[](wchar_t&) {},
@@ -366,9 +362,9 @@ void FrmCita::NewLine() {
 }
 
 bool FrmCita::Offers(std::wstring_view command, int control) const {
-    return command == frame::kLookUp ? SearchAt(control) != nullptr
-           : command == kLeerCodigo  ? GetWindowTextLengthW(Control(control)) > 0
-                                     : true;
+    return command == kLookUp       ? SearchAt(control) != nullptr
+           : command == kLeerCodigo ? GetWindowTextLengthW(Control(control)) > 0
+                                    : true;
 }
 
 bool FrmCita::OnNotify(NMHDR& header, LRESULT& /*answer*/) {

@@ -9,7 +9,7 @@
 #include "dates/FrmSeleccionFecha.h"
 #include "environment/Environment.h"
 #include "frame/FormInstances.h"
-#include "frame/Nested.h"
+#include "frame/Lookup.h"
 #include "gridconfig/FrmColumnas.h"
 #include "gridconfig/FrmOrden.h"
 #include "reports/Dialogs.h"
@@ -105,9 +105,9 @@ HRESULT PrintReports(const reports::ReportDesign& design, BSTR* cls, IDispatch**
 
 /// It holds nothing of a dialog: each operation takes the calling thread's instance of its form and hands it
 /// the host's arguments.
-class ClsShowSerch final : public com::DualDispatch<IClsShowSerch, ISupportErrorInfo, IProvideClassInfo> {
+class ShowSerch final : public com::DualDispatch<IClsShowSerch, ISupportErrorInfo, IProvideClassInfo> {
 public:
-    ClsShowSerch() { com::Check(IsDescribed() ? S_OK : TYPE_E_CANTLOADLIBRARY); }
+    ShowSerch() { com::Check(IsDescribed() ? S_OK : TYPE_E_CANTLOADLIBRARY); }
 
     HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID id) override {
         return id == __uuidof(IClsShowSerch) ? S_OK : S_FALSE;
@@ -309,7 +309,7 @@ public:
 com::ComPtr<IDispatch> MakeClsShowSerch() {
     environment::StartTraceIfAsked();
     frame::SetShowSerchFactory(MakeClsShowSerch);
-    return com::ComPtr<IDispatch>(com::Make<ClsShowSerch>().Get());
+    return com::ComPtr<IDispatch>(com::Make<ShowSerch>().Get());
 }
 
 } // namespace tamvelo::entry

@@ -348,4 +348,21 @@ void Form::Using(Component component, const Body& body) {
     });
 }
 
+/// What the tables of a form are written with.
+namespace tables {
+using frame::CommandRow;
+using frame::Do;
+using frame::kClick;
+using frame::kCtrl;
+using frame::KeyRow;
+using frame::KeysAnd;
+using frame::kFirst;
+using frame::kLookUp;
+using frame::kShift;
+using frame::ToolUse;
+using win::kFill;
+using win::kOwn;
+using win::LayoutRow;
+} // namespace tables
+
 } // namespace tamvelo::frame

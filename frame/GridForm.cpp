@@ -23,29 +23,6 @@ std::wstring AsLabel(std::wstring text) {
 
 // Opening and closing.
 
-void GridForm::Take(IDispatch* sink, IDispatch* data, const contract::HostControl& control, short column,
-                    short indx) {
-    m_sink = contract::Sink(sink);
-    m_data = contract::DataClass(data);
-    m_control = control;
-    m_column = column;
-    m_indx = indx;
-    m_className = m_data.sClassName();
-    m_layoutStore = environment::GridLayoutStore(LayoutName());
-}
-
-void GridForm::OpenRecords(std::wstring_view selection, bool find) {
-    m_data.Requery(selection);
-    const std::optional<base::FindRule> rule = find ? base::FindRuleFor(m_column) : std::nullopt;
-    if (!rule) {
-        return;
-    }
-    const std::wstring text = m_control.Text();
-    if (!text.empty()) {
-        m_data.FindRecord(text, rule->number);
-    }
-}
-
 void GridForm::OnLoad() {
     {
         const win::ThemeScope theme;
@@ -60,7 +37,7 @@ void GridForm::OnLoad() {
         {{objects::ConfigurarColumnas, [this](com::Invocation&) { clsMeEvents_ConfigurarColumnas(); }},
          {objects::AceptaSeleccion, selected},
          {objects::AceptaSeleccionParam, selected}});
-    ObjectOf(IDC_TXTFIELDS0, L"TxtFields", 0);
+    SearchBox();
     SetHeading(Heading({}));
 }
 
@@ -126,14 +103,14 @@ void GridForm::NameSearchColumn() {
         return;
     }
     const short column = DataGrid().CurrentColumn();
-    ObjectOf(IDC_TXTFIELDS0, L"TxtFields", 0)->SetDataField(DataGrid().Field(column));
+    SearchBox()->SetDataField(DataGrid().Field(column));
     SetControlText(IDC_LBLBUSCAR, L"B&uscar en " + AsLabel(DataGrid().Caption(column)) + L":");
 }
 
 void GridForm::BuildFilter(const std::wstring& typed) {
     std::wstring filter;
     if (!MeansAll(typed)) {
-        const std::wstring fragments[] = {m_data.CreateFilter(ObjectOf(IDC_TXTFIELDS0, L"TxtFields", 0))};
+        const std::wstring fragments[] = {m_data.CreateFilter(SearchBox())};
         filter = base::JoinAnd(fragments);
     }
     m_data.SetFilter(filter, base::kSlotFilterSelec); // also an empty one, or the last one would come back
@@ -328,6 +305,16 @@ void GridForm::ShownWasAnother() {
 }
 
 void GridForm::Failed(const com::Error& error) noexcept { ControlErrores(error); }
+
+std::vector<win::LayoutRow> GridForm::Rows() const {
+    using namespace tables;
+    return {
+        {kOwn, {{IDC_LBLTABLE, kFill}}},
+        {kOwn, {{IDC_LBLBUSCAR}, {IDC_TXTFIELDS0, kFill}, {IDC_CMDBUSCAR}}},
+        {kFill, {{IDC_DATAGRID, kFill}}},
+        {kOwn, {{IDC_STATUS, kFill}}},
+    };
+}
 
 std::span<const KeyRow> GridForm::SharedKeys() const {
     // So that every command has one.

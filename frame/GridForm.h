@@ -28,6 +28,13 @@ inline constexpr wchar_t kFitColumn[] = L"{AJUSTAR}";
 /// sorting, moving, the grid's look kept per class, copying, the record view. A derived form decides what a
 /// chosen record leads to, which keys there are and how the strip behaves.
 class GridForm : public Form, public grid::GridEvents {
+public:
+    /// The way to open that forms with a grid have in common, with the records of "seleccion". `ctl` gets the
+    /// control that the host put in its place, if any. Throws com::Error when the form cannot open; what
+    /// fails while it is open goes to ControlErrores.
+    void Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short column, short indx,
+                 bool find);
+
 protected:
     explicit GridForm(const FormDesign& design) : Form(design) {}
 
@@ -128,6 +135,7 @@ protected:
     std::span<const CommandRow> SharedCommands() const override;
     std::span<const KeyRow> SharedKeys() const override;
     HWND FirstFocus() const override { return Control(IDC_DATAGRID); }
+    std::vector<win::LayoutRow> Rows() const override;
 
     /// A record was chosen with the mouse.
     virtual void OnRowActivated() = 0;
@@ -157,9 +165,17 @@ protected:
     contract::Sink& Sink() { return m_sink; }
     contract::HostControl& Ctl() { return m_control; }
     const std::wstring& ClassName() const { return m_className; }
-    short& Column() { return m_column; }
-    short& Indx() { return m_indx; }
+    /// The host's own numbers; a sink may change the one that it is called with.
+    short Column() const { return m_column; }
     short Indx() const { return m_indx; }
+    /// From here on the column is one of the grid's.
+    void ClampColumn() { m_column = base::ClampColumn(m_column, DataGrid().ColumnCount()); }
+    /// Hands the host's number and control to a member that the sink may have; whether it has.
+    bool Offer(const wchar_t* member) { return m_sink.Offer(member, m_indx, m_control.Reference()); }
+    /// The short answer: the column and one value.
+    void SendValue(const com::Variant& value) {
+        m_sink.AceptarSeleccion(m_column, m_control.Reference(), value);
+    }
     void ShowStatus();
     /// A line for the user in place of the status, with a beep; it stands until there is a new status.
     void Hint(const std::wstring& text);
@@ -191,6 +207,7 @@ private:
     };
     static constexpr short kNoColumn = -1;
     Search TypedSearch() const;
+    com::ComPtr<objects::ControlObject> SearchBox() { return ObjectOf(IDC_TXTFIELDS0, L"TxtFields", 0); }
     void BuildFilter(const std::wstring& typed);
     void NameSearchColumn();
     void GoToSearch();

@@ -1,9 +1,43 @@
+#include "base/FilterText.h"
+#include "base/SelectionAnswers.h"
 #include "frame/GridForm.h"
 
-// How a form with a grid answers the host with the record that the user wants.
+// The host's call: how a form with a grid opens on a record, and answers with the one that the user wants.
 namespace tamvelo::frame {
 
 using base::NumberSource;
+
+void GridForm::Take(IDispatch* sink, IDispatch* data, const contract::HostControl& control, short column,
+                    short indx) {
+    m_sink = contract::Sink(sink);
+    m_data = contract::DataClass(data);
+    m_control = control;
+    m_column = column;
+    m_indx = indx;
+    m_className = m_data.sClassName();
+    m_layoutStore = environment::GridLayoutStore(LayoutName());
+}
+
+void GridForm::Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short column, short indx,
+                       bool find) {
+    Show([&] {
+        Take(sink, data, ctl, column, indx);
+        OpenRecords(base::kSeleccion, find);
+        ShowFor(ctl, 1);
+    });
+}
+
+void GridForm::OpenRecords(std::wstring_view selection, bool find) {
+    m_data.Requery(selection);
+    const std::optional<base::FindRule> rule = find ? base::FindRuleFor(m_column) : std::nullopt;
+    if (!rule) {
+        return;
+    }
+    const std::wstring text = m_control.Text();
+    if (!text.empty()) {
+        m_data.FindRecord(text, rule->number);
+    }
+}
 
 void GridForm::ShowFor(contract::HostControl& control, short modal) {
     if (modal != 0) {

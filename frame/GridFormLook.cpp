@@ -3,7 +3,7 @@
 #include <commdlg.h>
 
 #include "frame/GridForm.h"
-#include "frame/Nested.h"
+#include "frame/Lookup.h"
 #include "win/MousePointer.h"
 
 // The look of the grid: font and columns, and the file that keeps them.

@@ -8,7 +8,7 @@
 // The conditions of a report dialog: controls made from its description.
 namespace tamvelo::reports {
 
-using win::LayoutRow;
+using namespace frame::tables;
 
 namespace {
 
@@ -210,7 +210,7 @@ const Condition* ReportForm::LookupOf(int control) const {
 }
 
 bool ReportForm::Offers(std::wstring_view command, int control) const {
-    return command != frame::kLookUp || LookupOf(control);
+    return command != kLookUp || LookupOf(control);
 }
 
 void ReportForm::LookUp(int control) {

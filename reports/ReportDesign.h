@@ -7,7 +7,7 @@
 #include "base/PeriodName.h"
 #include "contract/Sink.h"
 #include "frame/Form.h"
-#include "frame/Nested.h"
+#include "frame/Lookup.h"
 
 namespace tamvelo::reports {
 

@@ -13,12 +13,7 @@
 
 namespace tamvelo::reports {
 
-using frame::CommandRow;
-using frame::Do;
-using frame::ToolUse;
-using win::kFill;
-using win::kOwn;
-using win::LayoutRow;
+using namespace frame::tables;
 
 namespace {
 
@@ -285,7 +280,7 @@ com::ComPtr<IDispatch> ReportForm::Selection() const {
 std::span<const CommandRow> ReportForm::Commands() const {
     static constexpr CommandRow kCommands[] = {
         {base::kAceptar, Do<&ReportForm::Accept>},
-        {frame::kLookUp, Do<&ReportForm::LookUp>},
+        {kLookUp, Do<&ReportForm::LookUp>},
         {kChoosePrinter, Do<&ReportForm::CambiarImpresora>},
         {kEntryChosen, Do<&ReportForm::EntryChosen>},
     };
@@ -321,8 +316,7 @@ void ReportForm::OnControl(int control, int code) {
 }
 
 std::span<const frame::KeyRow> ReportForm::SharedKeys() const {
-    static constexpr auto kKeys =
-        frame::KeysAnd(frame::kListKeys, {{IDC_CMDPRINTER, frame::kClick, kChoosePrinter}});
+    static constexpr auto kKeys = KeysAnd(frame::kListKeys, {{IDC_CMDPRINTER, kClick, kChoosePrinter}});
     return kKeys;
 }
 

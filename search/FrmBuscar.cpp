@@ -14,13 +14,7 @@
 
 namespace tamvelo::search {
 
-using frame::CommandRow;
-using frame::Do;
-using frame::KeyRow;
-using frame::ToolUse;
-using win::kFill;
-using win::kOwn;
-using win::LayoutRow;
+using namespace frame::tables;
 
 namespace {
 
@@ -46,24 +40,24 @@ constexpr frame::Controls kOptionButtons{IDC_OPTBUSCAR0, IDC_OPTBUSCAR4};
 constexpr KeyRow kKeys[] = {
     {0, VK_F5, kRefresh},
     {IDC_LIST2, VK_DELETE, kRemoveValue},
-    {IDC_TXTFIELDS0, frame::kFirst | VK_RETURN, kBoxEntered},
-    {{IDC_TXTFIELDS1, IDC_TXTFIELDS2}, frame::kFirst | VK_RETURN, kBoxEntered},
+    {IDC_TXTFIELDS0, kFirst | VK_RETURN, kBoxEntered},
+    {{IDC_TXTFIELDS1, IDC_TXTFIELDS2}, kFirst | VK_RETURN, kBoxEntered},
     {IDC_TXTFIELDS0, VK_F4, kBoxEntered},
     {{IDC_TXTFIELDS1, IDC_TXTFIELDS2}, VK_F4, kBoxEntered},
-    {0, frame::kCtrl | '1', kChooseMode, IDC_OPTBUSCAR0},
-    {0, frame::kCtrl | '2', kChooseMode, IDC_OPTBUSCAR1},
-    {0, frame::kCtrl | '3', kChooseMode, IDC_OPTBUSCAR2},
-    {0, frame::kCtrl | '4', kChooseMode, IDC_OPTBUSCAR3},
-    {0, frame::kCtrl | '5', kChooseMode, IDC_OPTBUSCAR4},
+    {0, kCtrl | '1', kChooseMode, IDC_OPTBUSCAR0},
+    {0, kCtrl | '2', kChooseMode, IDC_OPTBUSCAR1},
+    {0, kCtrl | '3', kChooseMode, IDC_OPTBUSCAR2},
+    {0, kCtrl | '4', kChooseMode, IDC_OPTBUSCAR3},
+    {0, kCtrl | '5', kChooseMode, IDC_OPTBUSCAR4},
     // The system would choose and so send the focus to a box: the arrows could not go on to the next option.
     {kOptionButtons, VK_RIGHT, kNextMode},
     {kOptionButtons, VK_DOWN, kNextMode},
     {kOptionButtons, VK_LEFT, kPreviousMode},
     {kOptionButtons, VK_UP, kPreviousMode},
-    {kOptionButtons, frame::kClick, kChooseMode},
-    {IDC_CMDBUSCAR, frame::kClick, kSearch},
-    {IDC_CMDESTILO0, frame::kClick, kNormal},
-    {IDC_CMDESTILO1, frame::kClick, kSimpleLook},
+    {kOptionButtons, kClick, kChooseMode},
+    {IDC_CMDBUSCAR, kClick, kSearch},
+    {IDC_CMDESTILO0, kClick, kNormal},
+    {IDC_CMDESTILO1, kClick, kSimpleLook},
 };
 
 constexpr int kBoxes[] = {IDC_TXTFIELDS0, IDC_TXTFIELDS1, IDC_TXTFIELDS2};

@@ -12,13 +12,7 @@
 
 namespace tamvelo::search {
 
-using frame::CommandRow;
-using frame::Do;
-using frame::KeyRow;
-using frame::ToolUse;
-using win::kFill;
-using win::kOwn;
-using win::LayoutRow;
+using namespace frame::tables;
 
 namespace {
 
@@ -45,14 +39,22 @@ constexpr ToolUse kTools[] = {
 // in the selection panel; in the box Enter is for what was typed and Delete for its characters; on the button
 // Enter presses it.
 constexpr KeyRow kKeys[] = {
-    {0, frame::kCtrl | 'N', base::kNuevo},       {0, VK_RETURN, frame::kNoCommand},
-    {IDC_DATAGRID, VK_RETURN, base::kModificar}, {IDC_DATAGRID, VK_DELETE, base::kEliminar},
-    {IDC_DATAGRID, VK_INSERT, base::kFiltrar},   {IDC_DATAGRID, VK_F3, frame::kChooseFont},
-    {IDC_DATAGRID, VK_F4, base::kAceptar},       {IDC_DATAGRID, VK_F5, base::kRegistro},
-    {IDC_TXTFIELDS0, VK_INSERT, base::kNuevo},   {IDC_TXTFIELDS0, VK_UP, frame::kTabKey},
-    {IDC_TXTFIELDS0, VK_DOWN, frame::kTabKey},   {IDC_TXTFIELDS0, VK_RETURN, base::kAceptar},
-    {IDC_TXTFIELDS0, VK_F4, base::kAceptar},     {IDC_CMDBUSCAR, VK_RETURN, frame::kApplySearch},
-    {IDC_CMDBUSCAR, VK_INSERT, base::kNuevo},    {IDC_CMDBUSCAR, VK_DELETE, base::kEliminar},
+    {0, kCtrl | 'N', base::kNuevo},
+    {0, VK_RETURN, frame::kNoCommand},
+    {IDC_DATAGRID, VK_RETURN, base::kModificar},
+    {IDC_DATAGRID, VK_DELETE, base::kEliminar},
+    {IDC_DATAGRID, VK_INSERT, base::kFiltrar},
+    {IDC_DATAGRID, VK_F3, frame::kChooseFont},
+    {IDC_DATAGRID, VK_F4, base::kAceptar},
+    {IDC_DATAGRID, VK_F5, base::kRegistro},
+    {IDC_TXTFIELDS0, VK_INSERT, base::kNuevo},
+    {IDC_TXTFIELDS0, VK_UP, frame::kTabKey},
+    {IDC_TXTFIELDS0, VK_DOWN, frame::kTabKey},
+    {IDC_TXTFIELDS0, VK_RETURN, base::kAceptar},
+    {IDC_TXTFIELDS0, VK_F4, base::kAceptar},
+    {IDC_CMDBUSCAR, VK_RETURN, frame::kApplySearch},
+    {IDC_CMDBUSCAR, VK_INSERT, base::kNuevo},
+    {IDC_CMDBUSCAR, VK_DELETE, base::kEliminar},
 };
 
 } // namespace
@@ -77,24 +79,6 @@ std::span<const frame::Form::MenuItem> FrmRegistros::OwnMenu() const {
         {base::kEliminar, nullptr},
     };
     return kItems;
-}
-
-std::vector<LayoutRow> FrmRegistros::Rows() const {
-    return {
-        {kOwn, {{IDC_LBLTABLE, kFill}}},
-        {kOwn, {{IDC_LBLBUSCAR}, {IDC_TXTFIELDS0, kFill}, {IDC_CMDBUSCAR}}},
-        {kFill, {{IDC_DATAGRID, kFill}}},
-        {kOwn, {{IDC_STATUS, kFill}}},
-    };
-}
-
-void FrmRegistros::Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short column,
-                           short indx, bool find) {
-    Show([&] {
-        Take(sink, data, ctl, column, indx);
-        OpenRecords(base::kSeleccion, find);
-        ShowFor(ctl, 1);
-    });
 }
 
 void FrmRegistros::OnLoad() {
@@ -154,7 +138,7 @@ bool FrmRegistros::ConfirmsDeletion() {
 
 void FrmRegistros::PassOn(const wchar_t* member, const wchar_t* refusal) {
     win::MousePointer::Default(); // the host may show a form of its own
-    const bool offered = Sink().Offer(member, Indx(), Ctl().Reference());
+    const bool offered = Offer(member);
     TakeControlBack();
     if (!IsLoaded()) {
         return;

@@ -13,11 +13,6 @@ public:
     static constexpr wchar_t kName[] = L"frmRegistros";
     FrmRegistros();
 
-    /// `ctl` gets the control that the host put in its place, if any. Throws com::Error when the browser
-    /// cannot open; what fails while it is open goes to ControlErrores.
-    void Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short column, short indx,
-                 bool find);
-
 private:
     void Aceptar();
     void Nuevo();
@@ -32,7 +27,6 @@ private:
     void OnSearchStrip(bool shown) override;
     std::wstring Heading(const std::wstring& filter) const override;
     std::span<const frame::CommandRow> Commands() const override;
-    std::vector<win::LayoutRow> Rows() const override;
     std::span<const MenuItem> OwnMenu() const override;
 };
 

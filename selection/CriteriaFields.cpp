@@ -14,7 +14,7 @@
 namespace tamvelo::selection {
 
 using grid::CellKind;
-using win::LayoutRow;
+using namespace frame::tables;
 
 namespace {
 

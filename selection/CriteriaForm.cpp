@@ -6,20 +6,14 @@
 #include "base/FilterText.h"
 #include "base/MessageText.h"
 #include "frame/FormInstances.h"
-#include "frame/Nested.h"
+#include "frame/Lookup.h"
 #include "frame/Resources.h"
 #include "grid/RecordCursor.h"
 #include "selection/Resources.h"
 
 namespace tamvelo::selection {
 
-using frame::CommandRow;
-using frame::Do;
-using frame::KeyRow;
-using frame::ToolUse;
-using win::kFill;
-using win::kOwn;
-using win::LayoutRow;
+using namespace frame::tables;
 
 namespace {
 
@@ -31,8 +25,8 @@ constexpr ToolUse kTools[] = {
 constexpr KeyRow kKeys[] = {{0, VK_RETURN, base::kAceptar},
                             {0, VK_F5, base::kFiltrar},
                             {0, VK_F7, base::kFiltro},
-                            {IDC_CMDBUSCAR, frame::kClick, base::kFiltrar},
-                            {IDC_CMDCLEAR, frame::kClick, base::kFiltro}};
+                            {IDC_CMDBUSCAR, kClick, base::kFiltrar},
+                            {IDC_CMDCLEAR, kClick, base::kFiltro}};
 
 constexpr int kComparisons[] = {IDC_OPTCOMPARISON0, IDC_OPTCOMPARISON1, IDC_OPTCOMPARISON2};
 
@@ -55,7 +49,7 @@ std::span<const CommandRow> CriteriaForm::Commands() const {
     static constexpr CommandRow kCommands[] = {
         {base::kAceptar, Do<&F::Aceptar>}, {base::kCancelar, Do<&F::Cancelar>},
         {base::kCerrar, Do<&F::Cancelar>}, {base::kFiltrar, Do<&F::Buscar>},
-        {base::kFiltro, Do<&F::Limpiar>},  {frame::kLookUp, Do<&F::LookUp>},
+        {base::kFiltro, Do<&F::Limpiar>},  {kLookUp, Do<&F::LookUp>},
     };
     return kCommands;
 }
@@ -313,7 +307,7 @@ std::optional<size_t> CriteriaForm::FieldAt(int control) const {
 
 bool CriteriaForm::Offers(std::wstring_view command, int control) const {
     const std::optional<size_t> field = FieldAt(control);
-    return command != frame::kLookUp || (field && !m_fields[*field].related.empty());
+    return command != kLookUp || (field && !m_fields[*field].related.empty());
 }
 
 } // namespace tamvelo::selection

@@ -9,11 +9,7 @@
 // The list, and what is handed over. The new record's boxes are in FrmSelecAddRecord.cpp.
 namespace tamvelo::selection {
 
-using frame::CommandRow;
-using frame::Do;
-using win::kFill;
-using win::kOwn;
-using win::LayoutRow;
+using namespace frame::tables;
 
 namespace {
 
@@ -22,14 +18,13 @@ constexpr wchar_t kAlta[] = L"{ALTA}";
 constexpr wchar_t kGuardar[] = L"{GUARDAR}"; // from a box
 constexpr wchar_t kDescartar[] = L"{DESCARTAR}";
 
-constexpr auto kKeys =
-    frame::KeysAnd(kPanelKeys, {
-                                   {0, frame::kCtrl | 'N', kAlta},
-                                   {IDC_CMDNUEVO, frame::kClick, kAlta},
-                                   {IDC_CMDGUARDAR, frame::kClick, base::kAceptar},
-                                   {IDC_CMDDESCARTAR, frame::kClick, kDescartar},
-                                   {{IDC_RECORD_BOXES, 0xFFFF}, frame::kFirst | VK_RETURN, kGuardar},
-                               });
+constexpr auto kKeys = KeysAnd(kPanelKeys, {
+                                               {0, kCtrl | 'N', kAlta},
+                                               {IDC_CMDNUEVO, kClick, kAlta},
+                                               {IDC_CMDGUARDAR, kClick, base::kAceptar},
+                                               {IDC_CMDDESCARTAR, kClick, kDescartar},
+                                               {{IDC_RECORD_BOXES, 0xFFFF}, kFirst | VK_RETURN, kGuardar},
+                                           });
 
 } // namespace
 
@@ -40,7 +35,7 @@ std::span<const CommandRow> FrmSelecAdd::Commands() const {
     static constexpr CommandRow kCommands[] = {
         {base::kAceptar, Do<&F::Aceptar>}, {base::kCancelar, Do<&F::Cancelar>},
         {base::kCerrar, Do<&F::Cerrar>},   {kAlta, Do<&F::Nuevo>},
-        {kDescartar, Do<&F::Cancelar>},    {frame::kLookUp, Do<&F::LookUp>},
+        {kDescartar, Do<&F::Cancelar>},    {kLookUp, Do<&F::LookUp>},
         {kGuardar, Do<&F::Aceptar>},       {kPropose, Do<&F::ProposeCode>},
     };
     return kCommands;
@@ -58,15 +53,6 @@ std::vector<LayoutRow> FrmSelecAdd::Rows() const {
         {kFill, {{IDC_DATAGRID, kFill}}},
         {kOwn, {{IDC_STATUS, kFill}}},
     };
-}
-
-void FrmSelecAdd::Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short column,
-                          short indx, bool find) {
-    Show([&] {
-        Take(sink, data, ctl, column, indx);
-        OpenRecords(base::kSeleccion, find);
-        ShowFor(ctl, 1);
-    });
 }
 
 void FrmSelecAdd::OnLoad() {
@@ -98,7 +84,7 @@ void FrmSelecAdd::Aceptar() {
     if (m_adding) {
         AceptarAlta();
     } else if (HasRecordToDeliver()) {
-        Column() = base::ClampColumn(Column(), DataGrid().ColumnCount());
+        ClampColumn();
         DeliverSelection([&] { SendAnswer(base::AnswerInAddPanel(ClassName())); });
     }
 }
@@ -111,9 +97,9 @@ void FrmSelecAdd::AceptarAlta() {
     const std::wstring code = Text(*BoxNumber(base::kCodeBox));
     MyClase().InsertarArticulo(Values());
     CheckStands();
-    Column() = base::ClampColumn(Column(), DataGrid().ColumnCount());
+    ClampColumn();
     try {
-        DeliverSelection([&] { Sink().AceptarSeleccion(Column(), Ctl().Reference(), com::Variant(code)); });
+        DeliverSelection([&] { SendValue(com::Variant(code)); });
     } catch (const com::Error&) {
         // The record is stored: to offer it for storing again would make a second one.
         if (IsLoaded()) {
@@ -157,9 +143,9 @@ bool FrmSelecAdd::MayDiscard() {
 
 bool FrmSelecAdd::Offers(std::wstring_view command, int control) const {
     const Box* const box = m_adding ? BoxAt(control) : nullptr;
-    return command == frame::kLookUp ? box && HasLookup(*box)
-           : command == kGuardar     ? box && box->control == control
-                                     : true;
+    return command == kLookUp    ? box && HasLookup(*box)
+           : command == kGuardar ? box && box->control == control
+                                 : true;
 }
 
 } // namespace tamvelo::selection

@@ -21,11 +21,6 @@ public:
     static constexpr wchar_t kName[] = L"frmSelecAdd";
     FrmSelecAdd();
 
-    /// `ctl` gets the control that the host put in its place, if any. Throws com::Error when the panel cannot
-    /// open; what fails while it is open goes to ControlErrores.
-    void Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short column, short indx,
-                 bool find);
-
 private:
     /// A field of the new record on the panel: entry box, list or check box.
     struct Box : base::RecordBox {

@@ -6,7 +6,7 @@
 
 #include "base/Commands.h"
 #include "base/Text.h"
-#include "frame/Nested.h"
+#include "frame/Lookup.h"
 #include "selection/FrmSelecAdd.h"
 #include "selection/Resources.h"
 #include "win/Message.h"
@@ -15,9 +15,7 @@
 namespace tamvelo::selection {
 
 using grid::CellKind;
-using win::kFill;
-using win::kOwn;
-using win::LayoutRow;
+using namespace frame::tables;
 
 namespace {
 
@@ -126,7 +124,7 @@ void FrmSelecAdd::MakeBox(Box& box, std::wstring& keys) {
     if (HasLookup(box)) {
         // No tab stop: F4 is its key, and from the family one goes on to the code.
         AddControl(first + Button, L"BUTTON", L"…", BS_PUSHBUTTON, {kButtonWidth, kBoxHeight + 1});
-        SetTip(first + Button, L"Buscar", frame::kLookUp);
+        SetTip(first + Button, L"Buscar", kLookUp);
     }
     SetText(box, {});
     ObjectOf(box.control, ArrayOf(box), box.number)->SetDataField(field.name);

@@ -10,23 +10,19 @@
 namespace tamvelo::selection {
 
 using com::Variant;
-using frame::CommandRow;
-using frame::Do;
-using win::kFill;
-using win::kOwn;
-using win::LayoutRow;
+using namespace frame::tables;
 
 namespace {
 
 constexpr wchar_t kAnswerYes[] = L"{VERIFICADO}";
 constexpr wchar_t kAnswerNo[] = L"{NO_VERIFICADO}";
 
-constexpr auto kKeys = frame::KeysAnd(kPanelKeys, {
-                                                      {IDC_CMD1, frame::kClick, kAnswerYes},
-                                                      {IDC_CMD3, frame::kClick, kAnswerNo},
-                                                      {IDC_CMD2, frame::kClick, base::kCancelar},
-                                                      {IDC_CMD0, frame::kClick, base::kCancelar},
-                                                  });
+constexpr auto kKeys = KeysAnd(kPanelKeys, {
+                                               {IDC_CMD1, kClick, kAnswerYes},
+                                               {IDC_CMD3, kClick, kAnswerNo},
+                                               {IDC_CMD2, kClick, base::kCancelar},
+                                               {IDC_CMD0, kClick, base::kCancelar},
+                                           });
 
 struct Button {
     int control;
@@ -131,8 +127,8 @@ void FrmSeleccion::ResizeControls() {
 // Answering.
 
 void FrmSeleccion::Answer(bool answer) {
-    Column() = base::ClampColumn(Column(), DataGrid().ColumnCount());
-    DeliverAnswer([&] { Sink().AceptarSeleccion(Column(), Ctl().Reference(), Variant(answer)); });
+    ClampColumn();
+    DeliverAnswer([&] { SendValue(Variant(answer)); });
 }
 
 std::wstring FrmSeleccion::StatusNote() const {

@@ -11,11 +11,7 @@
 namespace tamvelo::selection {
 
 using com::Variant;
-using frame::CommandRow;
-using frame::Do;
-using win::kFill;
-using win::kOwn;
-using win::LayoutRow;
+using namespace frame::tables;
 
 namespace {
 
@@ -23,15 +19,15 @@ constexpr wchar_t kTodos[] = L"{TODOS}";
 constexpr wchar_t kNinguno[] = L"{NINGUNO}";
 constexpr wchar_t kToggle[] = L"{MARCAR}";
 
-constexpr auto kKeys = frame::KeysAnd(kPanelKeys, {
-                                                      {IDC_DATAGRID, VK_SPACE, kToggle},
-                                                      {0, frame::kCtrl | 'T', kTodos},
-                                                      {0, frame::kCtrl | 'U', kNinguno},
-                                                      {IDC_LBLTODOS, VK_RETURN, kTodos},
-                                                      {IDC_LBLNINGUNO, VK_RETURN, kNinguno},
-                                                      {IDC_LBLTODOS, frame::kClick, kTodos},
-                                                      {IDC_LBLNINGUNO, frame::kClick, kNinguno},
-                                                  });
+constexpr auto kKeys = KeysAnd(kPanelKeys, {
+                                               {IDC_DATAGRID, VK_SPACE, kToggle},
+                                               {0, kCtrl | 'T', kTodos},
+                                               {0, kCtrl | 'U', kNinguno},
+                                               {IDC_LBLTODOS, VK_RETURN, kTodos},
+                                               {IDC_LBLNINGUNO, VK_RETURN, kNinguno},
+                                               {IDC_LBLTODOS, kClick, kTodos},
+                                               {IDC_LBLNINGUNO, kClick, kNinguno},
+                                           });
 
 /// The two ways to mark all rows: a link above the grid, and a key with Ctrl everywhere in the form.
 struct Link {
@@ -77,15 +73,6 @@ std::vector<LayoutRow> FrmSeleccionTrueFalse::Rows() const {
 }
 
 // Opening.
-
-void FrmSeleccionTrueFalse::Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl,
-                                    short column, short indx, bool find) {
-    Show([&] {
-        Take(sink, data, ctl, column, indx);
-        OpenRecords(base::kSeleccion, find);
-        ShowFor(ctl, 1);
-    });
-}
 
 void FrmSeleccionTrueFalse::MostrarBuscando(IDispatch* sink, IDispatch* data, contract::HostControl& ctl,
                                             short column, short indx, bool find, short modal) {

@@ -13,10 +13,6 @@ public:
     static constexpr wchar_t kName[] = L"frmSeleccionTrueFalse";
     FrmSeleccionTrueFalse();
 
-    /// `ctl` gets the control that the host put in its place, if any. Both throw com::Error when the panel
-    /// cannot open; what fails while it is open goes to ControlErrores.
-    void Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short column, short indx,
-                 bool find);
     /// Opens with the control's text searched for; `modal` 0 returns at once and leaves the panel open.
     void MostrarBuscando(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short column,
                          short indx, bool find, short modal);

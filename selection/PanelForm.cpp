@@ -26,7 +26,7 @@ void PanelForm::Aceptar() {
     if (!HasRecordToDeliver()) {
         return;
     }
-    Column() = base::ClampColumn(Column(), DataGrid().ColumnCount());
+    ClampColumn();
     DeliverSelection([&] { TellSink(); });
 }
 

@@ -1,4 +1,4 @@
-#include "frame/Nested.h"
+#include "frame/Lookup.h"
 
 #include "base/Text.h"
 #include "com/Error.h"
