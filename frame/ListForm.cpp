@@ -70,6 +70,7 @@ void ListForm::OnControl(int control, int code) {
 
 void ListForm::ShowTickMenu() {
     RunMenu(kMenu, IDC_CMDMARCAS);
+    CheckStands();
     SetFocus(Control(IDC_LIST1)); // going on with the keys
 }
 

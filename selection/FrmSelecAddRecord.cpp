@@ -314,8 +314,9 @@ bool FrmSelecAdd::HasLookup(const Box& box) const {
 
 /// `at` is a box or the button beside it.
 void FrmSelecAdd::LookUp(int at) {
+    SetFocus(Control(BoxAt(at)->control));
+    CheckStands(); // a component hears of the focus, and may close the form with its boxes
     const Box* const box = BoxAt(at);
-    SetFocus(Control(box->control));
     const std::wstring relation = FieldOf(*box).relation.empty() ? kFamilies : FieldOf(*box).relation;
     const com::ComPtr<objects::ControlObject> control = ObjectOf(box->control, ArrayOf(*box), box->number);
     m_asked = box->number;

@@ -144,6 +144,19 @@ TEST_F(AltaTest, LookupsFillTheBoxThatAskedAndTheFamilyTheCode) {
     }
 }
 
+TEST_F(AltaTest, AFormThatIsClosedByItsLookupsFocusIsLeftAlone) {
+    Offer({L"Clases", L"Foco"});
+    bool asks = false;
+    environment->On(L"Recibir", [&](Invocation&) {
+        if (std::exchange(asks, false)) {
+            DestroyWindow(owner);
+        }
+    });
+    Open({Alta(), Into(kNombre, L"Corona"), Do([&] { asks = true; }), Click(kNotas + 1)});
+    EXPECT_FALSE(Dialog());
+    EXPECT_THAT(host.log, Contains(HasSubstr(L"familias")).Times(0));
+}
+
 TEST_F(AltaTest, DiscardingWinsOverAFamilyThatTheHostDoesNotKnow) {
     host.data->Raises(L"NuevoCodigo_Fam");
     const auto mouse = [](UINT message) {
