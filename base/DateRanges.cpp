@@ -7,16 +7,16 @@ namespace tamvelo::base {
 namespace {
 
 constexpr DatePreset kPresets[] = {
-    {L"{HOY}", L"&Hoy", Period::OneDay, 0, false},
-    {L"{AYER}", L"A&yer", Period::OneDay, -1, false},
-    {L"{SEMANA}", L"Esta &semana", Period::Week, 0, false},
-    {L"{MES}", L"&Mes actual", Period::Month, 0, false},
-    {L"{MES_ANTERIOR}", L"Mes a&nterior", Period::Month, -1, false},
-    {L"{TRIMESTRE}", L"&Trimestre actual", Period::Quarter, 0, false},
-    {L"{TRIMESTRE_ANTERIOR}", L"T&rimestre anterior", Period::Quarter, -1, false},
-    {L"{AÑO}", L"&Año actual", Period::Year, 0, false},
-    {L"{AÑO_ANTERIOR}", L"Año ant&erior", Period::Year, -1, false},
-    {L"{AÑO_HASTA_HOY}", L"Año hasta h&oy", Period::Year, 0, true},
+    {L"&Hoy", Period::OneDay, 0, false},
+    {L"A&yer", Period::OneDay, -1, false},
+    {L"Esta &semana", Period::Week, 0, false},
+    {L"&Mes actual", Period::Month, 0, false},
+    {L"Mes a&nterior", Period::Month, -1, false},
+    {L"&Trimestre actual", Period::Quarter, 0, false},
+    {L"T&rimestre anterior", Period::Quarter, -1, false},
+    {L"&Año actual", Period::Year, 0, false},
+    {L"Año ant&erior", Period::Year, -1, false},
+    {L"Año hasta h&oy", Period::Year, 0, true},
 };
 
 DateRange Whole(Period period, Day day, int offset) {

@@ -20,7 +20,6 @@ DateRange WholeYear(Day today);
 
 /// A range that is had by its name.
 struct DatePreset {
-    const wchar_t* command;
     const wchar_t* caption; // with its access key
     Period period;
     int offset;   // of the period from the present one

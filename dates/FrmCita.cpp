@@ -103,7 +103,7 @@ std::span<const CommandRow> FrmCita::Commands() const {
     return kCommands;
 }
 
-std::vector<LayoutRow> FrmCita::Rows() const {
+std::vector<LayoutRow> FrmCita::Layout() const {
     return {
         {kOwn, {{IDC_LBLCITA0}, {IDC_DTPICHORA}}},
         {kOwn, {{IDC_LBLCITA1}, {IDC_TXTCITA10}, {IDC_CMDCITA10}, {IDC_TXTCITA0, kFill}, {IDC_CMDCITA0}}},

@@ -65,7 +65,7 @@ private:
     bool OnNotify(NMHDR& header, LRESULT& answer) override;
     bool Offers(std::wstring_view command, int control) const override;
     std::span<const frame::CommandRow> Commands() const override;
-    std::vector<win::LayoutRow> Rows() const override;
+    std::vector<win::LayoutRow> Layout() const override;
     HWND FirstFocus() const override;
 
     static const std::array<Person, 2> kPersons;

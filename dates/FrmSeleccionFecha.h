@@ -19,7 +19,7 @@ private:
 
     void OnUnload() noexcept override { m_sink.Reset(); }
     std::span<const frame::CommandRow> Commands() const override;
-    std::vector<win::LayoutRow> Rows() const override { return frame::DateRangeControl::Rows(); }
+    std::vector<win::LayoutRow> Layout() const override { return frame::DateRangeControl::Layout(); }
     HWND FirstFocus() const override { return m_range.FirstFocus(); }
 
     contract::Sink m_sink;

@@ -19,7 +19,7 @@ void CheckedBoxes::Add(com::ComPtr<objects::ControlObject> object, Hooks hooks) 
     // The box owns its watch: held weakly, neither keeps the other.
     handlers.typed = [this, held = std::weak_ptr(box)](wchar_t& letter) {
         if (const auto kept = held.lock()) {
-            Trapped([&] { Typed(*kept, letter); });
+            Host().Trapped([&] { Typed(*kept, letter); });
         }
     };
     handlers.left = [this, held = std::weak_ptr(box)] {
@@ -30,7 +30,7 @@ void CheckedBoxes::Add(com::ComPtr<objects::ControlObject> object, Hooks hooks) 
         handlers.pasted = [this, held = std::weak_ptr(box)](const std::wstring& text) {
             bool used = false;
             if (const auto kept = held.lock()) {
-                Trapped([&] { used = kept->hooks.pasted(text); });
+                Host().Trapped([&] { used = kept->hooks.pasted(text); });
             }
             return used;
         };
@@ -49,7 +49,7 @@ void CheckedBoxes::Typed(const Box& box, wchar_t& letter) {
 
 bool CheckedBoxes::Left(const Box& box) {
     bool valid = true; // what cannot be checked does not hold the user
-    Tried([&] { valid = Judge(box); });
+    Host().Tried([&] { valid = Judge(box); });
     return valid;
 }
 

@@ -2,9 +2,6 @@
 
 #include <commctrl.h>
 
-#include <algorithm>
-
-#include "base/Commands.h"
 #include "frame/Resources.h"
 #include "win/Clock.h"
 #include "win/MessageHook.h"
@@ -14,6 +11,7 @@ namespace tamvelo::frame {
 
 namespace {
 
+constexpr wchar_t kPeriod[] = L"{PERIODO}"; // which one: its place among the presets
 constexpr wchar_t kPeriodBefore[] = L"{PERIODO_ANTERIOR}";
 constexpr wchar_t kPeriodAfter[] = L"{PERIODO_SIGUIENTE}";
 constexpr wchar_t kPeriodMenu[] = L"{MENU_PERIODO}";
@@ -31,7 +29,7 @@ void Write(HWND picker, base::Day day) {
 
 } // namespace
 
-std::vector<win::LayoutRow> DateRangeControl::Rows() {
+std::vector<win::LayoutRow> DateRangeControl::Layout() {
     return {
         {win::kOwn,
          {{IDC_LBLFECHA0}, {IDC_DTPICKER0}, {IDC_LBLFECHA1}, {IDC_DTPICKER1}, {IDC_CMDPERIODO}},
@@ -59,7 +57,7 @@ void DateRangeControl::Set(const base::DateRange& range) {
 }
 
 void DateRangeControl::ShowLength() {
-    SetControlText(IDC_LBLINTERVALO, base::DescribeLength(Shown()));
+    Host().SetControlText(IDC_LBLINTERVALO, base::DescribeLength(Shown()));
     if (m_changed) {
         m_changed();
     }
@@ -67,22 +65,12 @@ void DateRangeControl::ShowLength() {
 
 void DateRangeControl::OnLoad() { Set(m_opening(win::Today())); }
 
-void DateRangeControl::OnNotify(const NMHDR& header) {
+bool DateRangeControl::OnNotify(NMHDR& header, LRESULT& /*answer*/) {
     if (header.code == DTN_DATETIMECHANGE &&
         (header.idFrom == IDC_DTPICKER0 || header.idFrom == IDC_DTPICKER1)) {
         ShowLength();
     }
-}
-
-void DateRangeControl::ShowMenu() {
-    std::vector<MenuItem> items;
-    for (const base::DatePreset& preset : base::DatePresets()) {
-        items.push_back({preset.command, preset.caption});
-    }
-    items.push_back({L"", nullptr});
-    items.push_back({kPeriodBefore, L"Periodo anter&ior"});
-    items.push_back({kPeriodAfter, L"Perio&do siguiente"});
-    RunMenu(items, IDC_CMDPERIODO);
+    return false;
 }
 
 std::span<const KeyRow> DateRangeControl::Keys() const {
@@ -92,24 +80,37 @@ std::span<const KeyRow> DateRangeControl::Keys() const {
     return kKeys;
 }
 
-bool DateRangeControl::OnCommand(std::wstring_view command) {
-    if (command == kPeriodMenu) {
-        ShowMenu();
-        return true;
+std::span<const CommandRow> DateRangeControl::Commands() const {
+    using C = DateRangeControl;
+    static constexpr CommandRow kCommands[] = {
+        {kPeriodMenu, Do<&C::ShowMenu>},
+        {kPeriod, Do<&C::ChoosePreset>},
+        {kPeriodBefore, Do<&C::GoToPeriodBefore>},
+        {kPeriodAfter, Do<&C::GoToPeriodAfter>},
+    };
+    return kCommands;
+}
+
+void DateRangeControl::ShowMenu() {
+    std::vector<MenuItem> items;
+    for (const base::DatePreset& preset : base::DatePresets()) {
+        items.push_back({kPeriod, preset.caption, static_cast<int>(items.size())});
     }
-    const auto presets = base::DatePresets();
-    const auto preset = std::ranges::find(presets, command, &base::DatePreset::command);
-    if (command == kPeriodBefore || command == kPeriodAfter) {
-        Set(base::Step(Range(), command == kPeriodAfter ? 1 : -1));
-    } else if (preset != presets.end()) {
-        Set(preset->Of(win::Today()));
-    } else {
-        return false;
-    }
+    items.push_back({L"", nullptr});
+    items.push_back({kPeriodBefore, L"Periodo anter&ior"});
+    items.push_back({kPeriodAfter, L"Perio&do siguiente"});
+    Host().RunMenu(items, IDC_CMDPERIODO);
+}
+
+void DateRangeControl::ChoosePreset(int preset) {
+    Choose(base::DatePresets()[static_cast<size_t>(preset)].Of(win::Today()));
+}
+
+void DateRangeControl::Choose(const base::DateRange& range) {
+    Set(range);
     if (GetFocus() == Control(IDC_CMDPERIODO)) {
         SetFocus(FirstFocus()); // Enter goes on, and does not open the menu again
     }
-    return true;
 }
 
 } // namespace tamvelo::frame

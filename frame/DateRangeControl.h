@@ -19,7 +19,7 @@ public:
         : FormPart(form), m_opening(opening), m_changed(std::move(changed)) {}
 
     /// The rows of the layout that it takes.
-    static std::vector<win::LayoutRow> Rows();
+    static std::vector<win::LayoutRow> Layout();
     HWND FirstFocus() const;
     /// What the pickers show, in their order and as the user left it: the first may lie after the last.
     base::DateRange Range();
@@ -28,11 +28,16 @@ public:
 
 private:
     void OnLoad() override;
-    void ShowMenu();
-    void OnNotify(const NMHDR& header) override;
+    bool OnNotify(NMHDR& header, LRESULT& answer) override;
     std::span<const KeyRow> Keys() const override;
-    bool OnCommand(std::wstring_view command) override;
+    std::span<const CommandRow> Commands() const override;
 
+    void ShowMenu();
+    void ChoosePreset(int preset);
+    void GoToPeriodBefore() { Choose(base::Step(Range(), -1)); }
+    void GoToPeriodAfter() { Choose(base::Step(Range(), 1)); }
+    /// By a command.
+    void Choose(const base::DateRange& range);
     void Set(const base::DateRange& range);
     void ShowLength();
 

@@ -2,17 +2,17 @@
 
 #include <commctrl.h>
 
-#include <iterator>
+#include <algorithm>
 #include <utility>
 
 #include "base/Commands.h"
 #include "com/FloatGuard.h"
 #include "com/Module.h"
+#include "environment/Environment.h"
 #include "environment/Product.h"
 #include "frame/FormInstances.h"
 #include "frame/FormPart.h"
 #include "frame/Resources.h"
-#include "objects/FormObject.h"
 #include "win/BusyCursor.h"
 #include "win/Handles.h"
 #include "win/Message.h"
@@ -32,8 +32,8 @@ constexpr HRESULT kAlreadyShown = static_cast<HRESULT>(0x800A0190); // automatio
 Form::Form(const FormDesign& design) : m_design(design) { com::Module::Lock(); }
 
 Form::~Form() {
-    if (m_window) {
-        DestroyWindow(m_window);
+    if (IsLoaded()) {
+        DestroyWindow(Window());
     }
     com::Module::Unlock();
 }
@@ -45,20 +45,23 @@ void Form::ReportRefusedShow() const {
 // Life
 
 void Form::Load() {
-    if (m_window) {
+    if (Window()) {
         return;
     }
     CreateWindowHidden();
     Using(Component::Settings,
-          [&] { environment::Environment::Get().GetSettings().RestorePlacement(Key(), *this); });
-    PullOntoMonitor();
+          [&] { environment::Environment::Get().GetSettings().RestorePlacement(Key(), m_placement); });
+    m_placement.PullOntoMonitor(m_smallest);
     LoadToolbar();
     for (FormPart* part : m_parts) {
         part->OnLoad();
     }
     OnLoad();
-    m_layout = win::RowLayout(m_window, Rows());
+    m_layout = win::RowLayout(Window(), Layout());
     ResizeControls();
+    for (FormPart* part : m_parts) {
+        part->OnLaidOut();
+    }
     OnLaidOut();
     if (!m_layoutNote.empty() && Control(IDC_STATUS) && ControlText(IDC_STATUS).empty()) {
         SetControlText(IDC_STATUS, m_layoutNote);
@@ -79,16 +82,16 @@ void Form::CreateWindowHidden() {
     const HWND made = CreateDialogParamW(com::Module::Instance(), MAKEINTRESOURCEW(m_design.dialogTemplate),
                                          IsWindow(m_owner) ? m_owner : win::OwnerForDialog(), Procedure,
                                          reinterpret_cast<LPARAM>(this));
-    if (!made || !m_window) {
+    if (!made || !Window()) {
         com::ThrowLastError(L"No se puede crear el formulario «" + std::wstring(Name()) + L"».");
     }
-    const base::Rect design = Place();
+    const base::Rect design = m_placement.Place();
     m_smallest = {design.width, design.height};
-    CentreOnOwner();
-    m_toolbar = std::make_unique<Toolbar>(m_window, m_design.tools,
+    m_placement.CentreOnOwner();
+    m_toolbar = std::make_unique<Toolbar>(Window(), m_design.tools,
                                           Toolbar::Owner{[this] { ToolbarChanged(); },
                                                          [this](std::wstring text, std::wstring_view id) {
-                                                             return WithKey(std::move(text), id);
+                                                             return m_dispatcher.WithKey(std::move(text), id);
                                                          }});
 }
 
@@ -111,7 +114,7 @@ void Form::ShowModal() {
     Load();
     win::MousePointer::Default(); // a command of another form may have opened this one: the user's turn now
     m_opening = false;
-    m_modal.emplace(m_window);
+    m_modal.emplace(Window());
     Appear();
     RunLoop();
 }
@@ -119,15 +122,15 @@ void Form::ShowModal() {
 void Form::ShowModeless() {
     Load();
     m_opening = false;
-    win::MessageHook::Add(m_window, [this](MSG& message) { return Preview(message); });
+    win::MessageHook::Add(Window(), [this](MSG& message) { return m_dispatcher.Preview(message); });
     Appear();
 }
 
 void Form::Appear() {
     m_shown = true;
     m_left = nullptr;
-    ShowWindow(m_window, std::exchange(m_showAs, SW_SHOW));
-    SetForegroundWindow(m_window);
+    ShowWindow(Window(), m_placement.TakeShowAs());
+    SetForegroundWindow(Window());
     if (const HWND first = FirstFocus()) {
         SetFocus(first);
     }
@@ -150,7 +153,7 @@ void Form::RunLoop() {
             // The host is ending: so do we, and its own loop hears of it next.
             Unload();
             PostQuitMessage(static_cast<int>(message.wParam));
-        } else if (got > 0 && !Preview(message)) {
+        } else if (got > 0 && !m_dispatcher.Preview(message)) {
             TranslateMessage(&message);
             DispatchMessageW(&message);
         }
@@ -171,8 +174,8 @@ void Form::Hide() {
     m_modal.reset(); // the host's windows take input again before this one goes, or another program comes
                      // forward
     Vanish();
-    if (m_window) {
-        ShowWindow(m_window, SW_HIDE);
+    if (Window()) {
+        ShowWindow(Window(), SW_HIDE);
     }
 }
 
@@ -184,67 +187,62 @@ Form::Hidden Form::HideForDelivery() {
 }
 
 void Form::StayLoaded() {
-    if (m_window) {
+    if (Window()) {
         FormInstances::Obtain(Name(), [this] { return shared_from_this(); });
     }
 }
 
 void Form::ComeBack(const Hidden& before) {
     StayLoaded();
-    if (!m_window || !before.shown) {
+    if (!Window() || !before.shown) {
         return;
     }
     if (before.modal) {
-        m_modal.emplace(m_window);
+        m_modal.emplace(Window());
     }
     Appear();
-    if (IsChild(m_window, before.focus)) {
+    if (IsChild(Window(), before.focus)) {
         SetFocus(before.focus);
     }
 }
 
 void Form::Unload() {
     const std::shared_ptr<Form> alive = shared_from_this();
-    if (m_window) {
+    if (Window()) {
         m_modal.reset();
-        DestroyWindow(m_window);
+        DestroyWindow(Window());
     } else {
         AfterDestroy();
     }
 }
 
 void Form::BeforeDestroy() {
+    for (FormPart* part : m_parts) {
+        Trapped([&] { part->OnBeforeUnload(); });
+    }
     Trapped([&] { OnBeforeUnload(); });
     Trapped([&] {
         Using(Component::Settings,
-              [&] { environment::Environment::Get().GetSettings().SavePlacement(Key(), *this); });
+              [&] { environment::Environment::Get().GetSettings().SavePlacement(Key(), m_placement); });
     });
     win::MousePointer::Default();
 }
 
 void Form::AfterDestroy() noexcept {
     m_modal.reset();
-    win::MessageHook::Remove(m_window);
-    m_window = nullptr;
-    m_container = nullptr;
+    win::MessageHook::Remove(Window());
+    Detach();
     Vanish();
     m_outOfOrder = 0;
     m_toolbar.reset();
     m_layout = {};
-    m_objects.clear();
-    m_tips = nullptr;
-    m_tipTexts.clear();
     m_layoutNote.clear();
-    m_showAs = SW_SHOW;
-    m_formObject.Reset();
+    m_placement.Forget();
+    for (FormPart* part : m_parts) {
+        part->OnUnload();
+    }
     OnUnload();
     FormInstances::Forget(*this);
-}
-
-void Form::CheckStands() const {
-    if (!m_window) {
-        throw com::Gone{};
-    }
 }
 
 std::wstring Form::Key() const { return environment::Product::Own().FormKey(Name()); }
@@ -256,10 +254,10 @@ void Form::ControlErrores(const com::Error& error) noexcept {
     const com::Watch outermost; // an error is told to the end, whatever becomes of the form
     try {
         win::MousePointer::Default();
-        environment::Environment::Get().GetErrors().Show(m_shown ? m_window : win::OwnerForDialog(), error);
+        environment::Environment::Get().GetErrors().Show(m_shown ? Window() : win::OwnerForDialog(), error);
     } catch (...) {
         // The reporter itself is out of order: the plain box needs nothing but the system.
-        win::ShowMessage(m_shown ? m_window : nullptr, error.description, Name(), MB_OK | MB_ICONERROR);
+        win::ShowMessage(m_shown ? Window() : nullptr, error.description, Name(), MB_OK | MB_ICONERROR);
     }
 }
 
@@ -269,7 +267,7 @@ INT_PTR CALLBACK Form::Procedure(HWND window, UINT message, WPARAM first, LPARAM
     const com::FloatGuard floats;
     if (message == WM_INITDIALOG) {
         auto* form = reinterpret_cast<Form*>(second);
-        form->m_window = window;
+        form->Attach(window);
         SetWindowLongPtrW(window, DWLP_USER, second);
         return FALSE; // the form sets the focus when it is shown
     }
@@ -285,7 +283,7 @@ INT_PTR CALLBACK Form::Procedure(HWND window, UINT message, WPARAM first, LPARAM
 }
 
 INT_PTR Form::Answer(LRESULT answer) {
-    SetWindowLongPtrW(m_window, DWLP_MSGRESULT, answer);
+    SetWindowLongPtrW(Window(), DWLP_MSGRESULT, answer);
     return TRUE;
 }
 
@@ -293,7 +291,7 @@ INT_PTR Form::Handle(UINT message, WPARAM first, LPARAM second) {
     switch (message) {
     case WM_SYSCOLORCHANGE:
     case WM_SETTINGCHANGE: // the system tells no child of it
-        for (HWND child = GetWindow(m_window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        for (HWND child = GetWindow(Window(), GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
             SendMessageW(child, message, first, second);
         }
         return FALSE;
@@ -311,40 +309,18 @@ INT_PTR Form::Handle(UINT message, WPARAM first, LPARAM second) {
             return Answer(TRUE);
         }
         return FALSE;
-    case WM_COMMAND: {
-        const HWND sender = reinterpret_cast<HWND>(second);
-        if (m_toolbar && sender == m_toolbar->Window()) {
-            OnTool(m_toolbar->IdOf(LOWORD(first)));
-        } else if (sender) {
-            const bool arrives = HIWORD(first) == EN_SETFOCUS || HIWORD(first) == CBN_SETFOCUS;
-            const HWND left = arrives ? std::exchange(m_left, nullptr) : nullptr;
-            if (arrives && left != sender && !IsChild(sender, left)) {
-                const int id = LOWORD(first);
-                const auto known = m_objects.find(id);
-                const com::ComPtr<objects::ControlObject> object =
-                    known == m_objects.end() ? nullptr : known->second;
-                Using(Component::Focus,
-                      [&] { environment::Environment::Get().GetFocus().Receive(sender, object.Get()); });
-            }
-            if (HIWORD(first) == BN_CLICKED && RunRow(FindKey(LOWORD(first), kClick), LOWORD(first)) &&
-                !m_window) {
-                return TRUE;
-            }
-            for (FormPart* part : m_parts) {
-                part->OnControl(LOWORD(first), HIWORD(first));
-            }
-            OnControl(LOWORD(first), HIWORD(first));
+    case WM_COMMAND:
+        if (second) {
+            HandleCommand(LOWORD(first), HIWORD(first), reinterpret_cast<HWND>(second));
         }
         return TRUE;
-    }
     case WM_NOTIFY: {
         LRESULT answer = 0;
         NMHDR& header = *reinterpret_cast<NMHDR*>(second);
-        for (FormPart* part : m_parts) {
-            part->OnNotify(header);
-        }
-        if ((m_toolbar && m_toolbar->Notified(header, answer)) || OnNotify(header, answer)) {
-            return m_window ? Answer(answer) : TRUE;
+        const auto handles = [&](FormPart* part) { return part->OnNotify(header, answer); };
+        if ((m_toolbar && m_toolbar->Notified(header, answer)) || std::ranges::any_of(m_parts, handles) ||
+            OnNotify(header, answer)) {
+            return IsLoaded() ? Answer(answer) : TRUE;
         }
         return FALSE;
     }
@@ -361,7 +337,7 @@ INT_PTR Form::Handle(UINT message, WPARAM first, LPARAM second) {
         BeforeDestroy();
         return FALSE;
     case WM_NCDESTROY:
-        SetWindowLongPtrW(m_window, DWLP_USER, 0);
+        SetWindowLongPtrW(Window(), DWLP_USER, 0);
         AfterDestroy();
         return FALSE;
     default:
@@ -369,28 +345,82 @@ INT_PTR Form::Handle(UINT message, WPARAM first, LPARAM second) {
     }
 }
 
+void Form::HandleCommand(int id, int code, HWND sender) {
+    if (m_toolbar && sender == m_toolbar->Window()) {
+        // A copy: the command may unload the form, and the bar that owns the text with it.
+        Input(std::wstring(m_toolbar->IdOf(id)));
+        return;
+    }
+    const bool arrives = code == EN_SETFOCUS || code == CBN_SETFOCUS;
+    const HWND left = arrives ? std::exchange(m_left, nullptr) : nullptr;
+    if (arrives && left != sender && !IsChild(sender, left)) {
+        const com::ComPtr<objects::ControlObject> object = KnownObjectOf(id);
+        Using(Component::Focus,
+              [&] { environment::Environment::Get().GetFocus().Receive(sender, object.Get()); });
+    }
+    if (code == BN_CLICKED && m_dispatcher.Click(id) && !IsLoaded()) {
+        return;
+    }
+    for (FormPart* part : m_parts) {
+        part->OnControl(id, code);
+    }
+    OnControl(id, code);
+}
+
 void Form::ResizeControls() {
     m_toolbar->Resize();
     RECT area{};
-    GetClientRect(m_window, &area);
+    GetClientRect(Window(), &area);
     area.top += m_toolbar->Height();
     LayOutBeside(area);
     m_layout.Arrange(area);
     PlaceTips();
-    InvalidateRect(m_window, nullptr, TRUE);
+    InvalidateRect(Window(), nullptr, TRUE);
 }
 
 void Form::Relayout() {
-    if (m_window && m_layout) {
+    if (Window() && m_layout) {
         ResizeControls();
     }
 }
 
-com::ComPtr<IDispatch> Form::FormObject() {
-    if (!m_formObject) {
-        m_formObject = com::Make<class objects::FormObject>(m_window, Name());
-    }
-    return m_formObject;
+// Commands that every form has.
+
+std::span<const CommandRow> Form::FrameCommands() {
+    static constexpr CommandRow kCommands[] = {
+        {base::kCancelar, Do<&Form::Unload>},
+        {base::kCerrar, Do<&Form::Unload>},
+        {kTabKey, Do<&Form::GoToNextControl>},
+        {kCustomizeToolbar, Do<&Form::CustomizeToolbar>},
+        {kEditingBandOnly, Do<&Form::ShowEditingBandOnly>},
+    };
+    return kCommands;
+}
+
+void Form::GoToNextControl() { SendMessageW(Window(), WM_NEXTDLGCTL, 0, FALSE); }
+
+void Form::CustomizeToolbar() {
+    win::MousePointer::Default();
+    Bar().Customize();
+}
+
+void Form::ShowEditingBandOnly() {
+    Bar().SetBandVisible(base::kBandRegistros, false);
+    Bar().SetBandVisible(base::kBandRegistro, false);
+    Bar().SetBandVisible(base::kBandEdicion, true);
+    Relayout();
+}
+
+void Form::ToolbarChanged() {
+    m_toolbar->SetPressed(base::kFiltro, false);
+    Relayout();
+    m_toolbar->Save(m_toolbarFile);
+}
+
+void Form::RunMenu(std::span<const MenuItem> items, int button) {
+    RECT place{};
+    GetWindowRect(Control(button), &place);
+    RunMenu(items, POINT{place.left, place.bottom});
 }
 
 } // namespace tamvelo::frame

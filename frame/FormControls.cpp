@@ -1,24 +1,45 @@
-#include "com/WinHeaders.h"
+#include "frame/FormControls.h"
 
 #include <commctrl.h>
 
 #include <utility>
 
 #include "base/MessageText.h"
+#include "com/CallOut.h"
+#include "com/Error.h"
 #include "com/Module.h"
-#include "frame/Form.h"
 #include "win/ThemeScope.h"
 #include "win/WindowText.h"
 
-// What a form does with its controls by number.
 namespace tamvelo::frame {
 
-HWND Form::Control(int id) const {
+void FormControls::Detach() noexcept {
+    m_window = nullptr;
+    m_container = nullptr;
+    m_tips = nullptr;
+    m_tipTexts.clear();
+    m_objects.clear();
+}
+
+void FormControls::CheckStands() const {
+    if (!m_window) {
+        throw com::Gone{};
+    }
+}
+
+HWND FormControls::Control(int id) const {
     const HWND own = GetDlgItem(m_window, id);
     return own || !m_container ? own : GetDlgItem(m_container, id);
 }
 
-int Form::WidthOf(const wchar_t* text, HFONT font) const {
+int FormControls::ControlAt(HWND window) const {
+    while (window && GetParent(window) != m_window && GetParent(window) != m_container) {
+        window = GetParent(window);
+    }
+    return window ? GetDlgCtrlID(window) : 0;
+}
+
+int FormControls::WidthOf(const wchar_t* text, HFONT font) const {
     RECT unit{0, 0, 4, 8}; // an average letter
     MapDialogRect(m_window, &unit);
     const auto letters = static_cast<int>(wcslen(text));
@@ -36,7 +57,8 @@ int Form::WidthOf(const wchar_t* text, HFONT font) const {
     return static_cast<int>(size.cx * 4 / unit.right) + 2;
 }
 
-HWND Form::AddControl(int id, const wchar_t* windowClass, const wchar_t* text, DWORD style, SIZE units) {
+HWND FormControls::AddControl(int id, const wchar_t* windowClass, const wchar_t* text, DWORD style,
+                              SIZE units) {
     const win::ThemeScope theme;
     RECT size{0, 0, units.cx, units.cy};
     MapDialogRect(m_window, &size);
@@ -52,14 +74,18 @@ HWND Form::AddControl(int id, const wchar_t* windowClass, const wchar_t* text, D
     return control;
 }
 
-void Form::AddButton(int id, const wchar_t* caption, int width) {
+void FormControls::AddButton(int id, const wchar_t* caption, int width) {
     constexpr int kHeight = 14; // dialog units, as everywhere
     AddControl(id, L"BUTTON", caption, WS_TABSTOP, {width, kHeight});
 }
 
-void Form::ShowControl(int id, bool shown) {
+bool FormControls::IsShownControl(int id) const {
+    return (GetWindowLongW(Control(id), GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
+void FormControls::ShowControl(int id, bool shown) {
     const HWND control = Control(id);
-    if (shown == ((GetWindowLongW(control, GWL_STYLE) & WS_VISIBLE) != 0)) {
+    if (shown == IsShownControl(id)) {
         return;
     }
     if (!shown && (GetFocus() == control || IsChild(control, GetFocus()))) {
@@ -68,7 +94,7 @@ void Form::ShowControl(int id, bool shown) {
     ShowWindow(control, shown ? SW_SHOWNA : SW_HIDE);
 }
 
-void Form::EnableControl(int id, bool enabled) {
+void FormControls::EnableControl(int id, bool enabled) {
     const HWND control = Control(id);
     if (!enabled && GetFocus() == control) {
         SendMessageW(m_window, WM_NEXTDLGCTL, 0, FALSE);
@@ -76,18 +102,18 @@ void Form::EnableControl(int id, bool enabled) {
     EnableWindow(control, enabled);
 }
 
-void Form::SetTip(int id, std::wstring text, std::wstring_view command) {
+void FormControls::SetTip(int id, std::wstring text) {
     if (!m_tips) {
         const win::ThemeScope theme;
         m_tips =
             CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
                             0, 0, 0, 0, m_window, nullptr, com::Module::Instance(), nullptr);
     }
-    m_tipTexts[id] = WithKey(std::move(text), command);
+    m_tipTexts[id] = std::move(text);
     PlaceTips();
 }
 
-void Form::PlaceTips() const {
+void FormControls::PlaceTips() const {
     // By place, not by window: a control that is off hears nothing of the mouse.
     for (const auto& [id, text] : m_tipTexts) {
         TTTOOLINFOW tool{};
@@ -105,20 +131,25 @@ void Form::PlaceTips() const {
     }
 }
 
-std::wstring Form::ControlText(int id) const { return win::TextOf(Control(id)); }
+std::wstring FormControls::ControlText(int id) const { return win::TextOf(Control(id)); }
 
-void Form::SetControlText(int id, const std::wstring& text) {
+void FormControls::SetControlText(int id, const std::wstring& text) {
     const HWND control = Control(id);
     const bool label = (SendMessageW(control, WM_GETDLGCODE, 0, 0) & DLGC_STATIC) != 0;
     SetWindowTextW(control, label ? base::Shortened(text, base::kLongestLabel).c_str() : text.c_str());
 }
 
-com::ComPtr<objects::ControlObject> Form::ObjectOf(int id, const wchar_t* name, short index) {
+com::ComPtr<objects::ControlObject> FormControls::ObjectOf(int id, const wchar_t* name, short index) {
     com::ComPtr<objects::ControlObject>& object = m_objects[id];
     if (!object) {
         object = com::Make<objects::ControlObject>(Control(id), std::wstring(name), index);
     }
     return object;
+}
+
+com::ComPtr<objects::ControlObject> FormControls::KnownObjectOf(int id) const {
+    const auto known = m_objects.find(id);
+    return known == m_objects.end() ? nullptr : known->second;
 }
 
 } // namespace tamvelo::frame

@@ -306,7 +306,7 @@ void GridForm::ShownWasAnother() {
 
 void GridForm::Failed(const com::Error& error) noexcept { ControlErrores(error); }
 
-std::vector<win::LayoutRow> GridForm::Rows() const {
+std::vector<win::LayoutRow> GridForm::Layout() const {
     using namespace tables;
     return {
         {kOwn, {{IDC_LBLTABLE, kFill}}},

@@ -135,7 +135,7 @@ protected:
     std::span<const CommandRow> SharedCommands() const override;
     std::span<const KeyRow> SharedKeys() const override;
     HWND FirstFocus() const override { return Control(IDC_DATAGRID); }
-    std::vector<win::LayoutRow> Rows() const override;
+    std::vector<win::LayoutRow> Layout() const override;
 
     /// A record was chosen with the mouse.
     virtual void OnRowActivated() = 0;

@@ -2,7 +2,7 @@
 
 namespace tamvelo::frame {
 
-const Form::MenuItem ListForm::kMenu[] = {
+const MenuItem ListForm::kMenu[] = {
     {kTickAll, L"Marcar &todo"},        {kTickNone, L"&Quitar todas las marcas"},
     {kInvert, L"&Invertir las marcas"}, {L"", nullptr},
     {kRestore, L"Como al a&brir"},
@@ -17,7 +17,7 @@ void ListForm::OnLoad() {
     ShowControl(IDC_CMDMARCAS, m_listDesign.kind == win::CheckList::Kind::Ticks);
 }
 
-std::vector<win::LayoutRow> ListForm::Rows() const {
+std::vector<win::LayoutRow> ListForm::Layout() const {
     return {
         {win::kOwn, {{IDC_LBLFILTRO}, {IDC_TXTFILTRO, win::kFill}}},
         {win::kOwn, {{IDC_LBLLIST1, win::kFill}}},

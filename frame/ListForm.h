@@ -55,7 +55,7 @@ protected:
     HWND FirstFocus() const override { return Control(IDC_LIST1); }
     std::span<const CommandRow> SharedCommands() const override;
     std::span<const KeyRow> SharedKeys() const override { return kListKeys; }
-    std::vector<win::LayoutRow> Rows() const override;
+    std::vector<win::LayoutRow> Layout() const override;
 
     /// An entry was double-clicked; a list with ticks toggles it.
     void EntryDoubleClicked() override;

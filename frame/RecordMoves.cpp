@@ -1,28 +1,8 @@
 #include "frame/RecordMoves.h"
 
-#include <algorithm>
-#include <iterator>
-
 #include "base/Commands.h"
 
 namespace tamvelo::frame {
-
-namespace {
-
-struct Move {
-    std::wstring_view command;
-    void (contract::DataClass::*run)();
-};
-
-using contract::DataClass;
-constexpr Move kMoves[] = {
-    {base::kMoveFirst, &DataClass::MoveFirst},
-    {base::kMovePre, &DataClass::MovePrevious},
-    {base::kMoveNext, &DataClass::MoveNext},
-    {base::kMoveLast, &DataClass::MoveLast},
-};
-
-} // namespace
 
 std::span<const KeyRow> RecordMoves::Keys() const {
     static constexpr KeyRow kKeys[] = {
@@ -33,13 +13,15 @@ std::span<const KeyRow> RecordMoves::Keys() const {
     return kKeys;
 }
 
-bool RecordMoves::OnCommand(std::wstring_view command) {
-    const auto* move = std::ranges::find(kMoves, command, &Move::command);
-    if (move == std::end(kMoves)) {
-        return false;
-    }
-    (m_data.*move->run)();
-    return true;
+std::span<const CommandRow> RecordMoves::Commands() const {
+    using M = RecordMoves;
+    static constexpr CommandRow kCommands[] = {
+        {base::kMoveFirst, Do<&M::MoveFirst>},
+        {base::kMovePre, Do<&M::MovePrevious>},
+        {base::kMoveNext, Do<&M::MoveNext>},
+        {base::kMoveLast, Do<&M::MoveLast>},
+    };
+    return kCommands;
 }
 
 } // namespace tamvelo::frame

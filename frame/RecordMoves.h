@@ -14,7 +14,11 @@ public:
 
 private:
     std::span<const KeyRow> Keys() const override;
-    bool OnCommand(std::wstring_view command) override;
+    std::span<const CommandRow> Commands() const override;
+    void MoveFirst() { m_data.MoveFirst(); }
+    void MovePrevious() { m_data.MovePrevious(); }
+    void MoveNext() { m_data.MoveNext(); }
+    void MoveLast() { m_data.MoveLast(); }
 
     contract::DataClass& m_data;
 };

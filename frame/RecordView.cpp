@@ -32,7 +32,7 @@ public:
 private:
     void OnLoad() override;
     std::span<const CommandRow> Commands() const override;
-    std::vector<win::LayoutRow> Rows() const override {
+    std::vector<win::LayoutRow> Layout() const override {
         return {{win::kFill, {{IDC_RECORD_LIST, win::kFill}}},
                 {win::kOwn, {{IDC_RECORD_LABEL, win::kFill}}},
                 {win::kOwn, {{IDC_RECORD_VALUE, win::kFill}}}};

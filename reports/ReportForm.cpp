@@ -346,11 +346,11 @@ void ReportForm::ShowPeriod() {
 
 // Places.
 
-std::vector<LayoutRow> ReportForm::Rows() const {
-    std::vector<LayoutRow> rows = ListForm::Rows();
+std::vector<LayoutRow> ReportForm::Layout() const {
+    std::vector<LayoutRow> rows = ListForm::Layout();
     std::vector<LayoutRow> conditions = ConditionRows();
     if (m_report.dates) {
-        const std::vector<LayoutRow> dates = frame::DateRangeControl::Rows();
+        const std::vector<LayoutRow> dates = frame::DateRangeControl::Layout();
         conditions.insert(conditions.begin(), dates.begin(), dates.end());
     }
     conditions.push_back({kOwn, {{IDC_LBLPERIODO, kFill}}});

@@ -99,7 +99,7 @@ private:
     void ResizeControls() override;
     void CurrentChanged() override;
     std::span<const frame::CommandRow> Commands() const override;
-    std::vector<win::LayoutRow> Rows() const override;
+    std::vector<win::LayoutRow> Layout() const override;
 
     void SetReports(const std::vector<std::wstring>& titles, const std::vector<bool>& ticks) override;
     std::vector<std::wstring> Titles() const override;

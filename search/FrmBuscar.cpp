@@ -103,7 +103,7 @@ std::span<const CommandRow> FrmBuscar::Commands() const {
     return kCommands;
 }
 
-std::vector<LayoutRow> FrmBuscar::Rows() const {
+std::vector<LayoutRow> FrmBuscar::Layout() const {
     return {
         {kOwn, {{IDC_LBLBUSCAR, kFill}}},
         {kOwn, {{IDC_FRMOPTION, kFill}}},

@@ -72,7 +72,7 @@ private:
     void OnControl(int control, int code) override;
     HWND FirstFocus() const override;
     std::span<const frame::CommandRow> Commands() const override;
-    std::vector<win::LayoutRow> Rows() const override;
+    std::vector<win::LayoutRow> Layout() const override;
 
     contract::Sink m_sink;
     contract::DataClass m_data;

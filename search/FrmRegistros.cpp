@@ -71,7 +71,7 @@ std::span<const CommandRow> FrmRegistros::Commands() const {
     return kCommands;
 }
 
-std::span<const frame::Form::MenuItem> FrmRegistros::OwnMenu() const {
+std::span<const frame::MenuItem> FrmRegistros::OwnMenu() const {
     static constexpr MenuItem kItems[] = {
         {L"", nullptr},
         {base::kNuevo, nullptr},

@@ -27,7 +27,7 @@ private:
     void OnSearchStrip(bool shown) override;
     std::wstring Heading(const std::wstring& filter) const override;
     std::span<const frame::CommandRow> Commands() const override;
-    std::span<const MenuItem> OwnMenu() const override;
+    std::span<const frame::MenuItem> OwnMenu() const override;
 };
 
 } // namespace tamvelo::search

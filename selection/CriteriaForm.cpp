@@ -54,7 +54,7 @@ std::span<const CommandRow> CriteriaForm::Commands() const {
     return kCommands;
 }
 
-std::vector<LayoutRow> CriteriaForm::Rows() const {
+std::vector<LayoutRow> CriteriaForm::Layout() const {
     return {
         {kOwn, {{IDC_LBLBUSCAR, kFill}}},
         {kFill, {{IDC_CRITERIA, kFill}}},

@@ -86,7 +86,7 @@ private:
     bool Offers(std::wstring_view command, int control) const override;
     HWND FirstFocus() const override;
     std::span<const frame::CommandRow> Commands() const override;
-    std::vector<win::LayoutRow> Rows() const override;
+    std::vector<win::LayoutRow> Layout() const override;
 
     const CriteriaDesign& m_dialog;
     contract::Sink m_sink;

@@ -41,12 +41,12 @@ std::span<const CommandRow> FrmSelecAdd::Commands() const {
     return kCommands;
 }
 
-std::span<const frame::Form::MenuItem> FrmSelecAdd::OwnMenu() const {
+std::span<const frame::MenuItem> FrmSelecAdd::OwnMenu() const {
     static constexpr MenuItem kItems[] = {{kAlta, L"&Nuevo registro…"}};
     return kItems;
 }
 
-std::vector<LayoutRow> FrmSelecAdd::Rows() const {
+std::vector<LayoutRow> FrmSelecAdd::Layout() const {
     return {
         {kOwn, {{IDC_LBLTABLE, kFill}}},
         {kOwn, {{IDC_LBLBUSCAR}, {IDC_TXTFIELDS0, kFill}, {IDC_CMDBUSCAR}, {IDC_CMDNUEVO}}},

@@ -72,9 +72,9 @@ private:
     bool Offers(std::wstring_view command, int control) const override;
     void LayOutBeside(RECT& area) override;
     std::wstring StatusNote() const override;
-    std::span<const MenuItem> OwnMenu() const override;
+    std::span<const frame::MenuItem> OwnMenu() const override;
     std::span<const frame::CommandRow> Commands() const override;
-    std::vector<win::LayoutRow> Rows() const override;
+    std::vector<win::LayoutRow> Layout() const override;
 
     bool m_adding = false;
     std::vector<RecordField> m_fields;

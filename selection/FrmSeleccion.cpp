@@ -52,7 +52,7 @@ std::span<const CommandRow> FrmSeleccion::Commands() const {
     return kCommands;
 }
 
-std::vector<LayoutRow> FrmSeleccion::Rows() const {
+std::vector<LayoutRow> FrmSeleccion::Layout() const {
     return {
         {kOwn, {{IDC_LBLTABLE, kFill}}},  {kOwn, {{IDC_LBLBUSCAR}, {IDC_TXTFIELDS0, kFill}, {IDC_CMDBUSCAR}}},
         {kFill, {{IDC_DATAGRID, kFill}}}, {kOwn, {{IDC_CMD1}, {IDC_CMD3}, {IDC_CMD2}, {IDC_CMD0}}},

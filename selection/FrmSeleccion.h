@@ -38,7 +38,7 @@ private:
     bool AllowsSearch() const override { return !m_verify; }
     std::wstring StatusNote() const override;
     std::span<const frame::CommandRow> Commands() const override;
-    std::vector<win::LayoutRow> Rows() const override;
+    std::vector<win::LayoutRow> Layout() const override;
 
     bool m_verify = false;
     bool m_controlVerify = false;

@@ -62,7 +62,7 @@ std::span<const CommandRow> FrmSeleccionTrueFalse::Commands() const {
     return kCommands;
 }
 
-std::vector<LayoutRow> FrmSeleccionTrueFalse::Rows() const {
+std::vector<LayoutRow> FrmSeleccionTrueFalse::Layout() const {
     return {
         {kOwn, {{IDC_LBLTABLE, kFill}}},
         {kOwn, {{IDC_LBLBUSCAR}, {IDC_TXTFIELDS0, kFill}, {IDC_CMDBUSCAR}}},
@@ -133,7 +133,7 @@ void FrmSeleccionTrueFalse::ToggleMark() {
 
 void FrmSeleccionTrueFalse::MarkClicked() { Input(kToggle); }
 
-std::span<const frame::Form::MenuItem> FrmSeleccionTrueFalse::OwnMenu() const {
+std::span<const frame::MenuItem> FrmSeleccionTrueFalse::OwnMenu() const {
     static constexpr MenuItem kMenu[] = {
         {L"", nullptr},
         {kToggle, L"&Marcar o desmarcar"},

@@ -29,11 +29,11 @@ private:
     void OnFiltered(bool filtered) override;
     void MarkClicked() override;
     void RowsShown() override { ShowStatus(); }
-    std::span<const MenuItem> OwnMenu() const override;
+    std::span<const frame::MenuItem> OwnMenu() const override;
     std::wstring LayoutName() const override;
     std::wstring StatusNote() const override;
     std::span<const frame::CommandRow> Commands() const override;
-    std::vector<win::LayoutRow> Rows() const override;
+    std::vector<win::LayoutRow> Layout() const override;
 };
 
 } // namespace tamvelo::selection

@@ -71,15 +71,10 @@ TEST(Dates, PresetsAreTheRangesThatAClerkMeans) {
           "1/1/2000-31/12/2000", "1/1/2001-31/12/2001"}},
     };
     std::set<wchar_t> keys;
-    std::wstring commands;
     for (const DatePreset& preset : DatePresets()) {
         const std::wstring caption = preset.caption;
         keys.insert(caption.at(caption.find(L'&') + 1));
-        commands += preset.command;
     }
-    EXPECT_EQ(commands,
-              L"{HOY}{AYER}{SEMANA}{MES}{MES_ANTERIOR}{TRIMESTRE}{TRIMESTRE_ANTERIOR}{AÑO}"
-              L"{AÑO_ANTERIOR}{AÑO_HASTA_HOY}");
     ASSERT_EQ(keys.size(), 10U) << "each has an access key of its own";
     for (const auto& [today, ranges] : cases) {
         for (size_t i = 0; i < std::size(ranges); ++i) {

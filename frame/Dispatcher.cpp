@@ -1,5 +1,6 @@
+#include "frame/Dispatcher.h"
+
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 #include "base/Commands.h"
@@ -10,7 +11,6 @@
 #include "win/MessageHook.h"
 #include "win/MousePointer.h"
 
-// Keys, tools and menus: how they become commands, and how commands run.
 namespace tamvelo::frame {
 
 namespace {
@@ -38,30 +38,26 @@ bool IsPushButton(HWND window) {
 } // namespace
 
 template <class Matches>
-const KeyRow* Form::FindRow(const Matches& matches) const {
+const KeyRow* Dispatcher::FindRow(const Matches& matches) const {
     const auto in = [&](std::span<const KeyRow> rows) {
         const auto row = std::ranges::find_if(rows, matches);
         return row == rows.end() ? nullptr : &*row;
     };
-    if (const KeyRow* const own = in(m_design.keys)) {
-        return own;
+    const KeyRow* found = in(m_form.Keys());
+    for (const FormPart* part : m_form.FormParts()) {
+        found = found ? found : in(part->Keys());
     }
-    for (const FormPart* part : m_parts) {
-        if (const KeyRow* const row = in(part->Keys())) {
-            return row;
-        }
-    }
-    const KeyRow* const shared = in(SharedKeys());
-    return shared ? shared : in(kFrameKeys);
+    found = found ? found : in(m_form.SharedKeys());
+    return found ? found : in(kFrameKeys);
 }
 
-const KeyRow* Form::FindKey(int control, UINT key) const {
+const KeyRow* Dispatcher::FindKey(int control, UINT key) const {
     return FindRow([&](const KeyRow& row) {
-        return row.controls.Has(control) && row.key == key && Offers(row.command, control);
+        return row.controls.Has(control) && row.key == key && IsOffered(row.command, control);
     });
 }
 
-std::wstring Form::KeyOf(std::wstring_view command) const {
+std::wstring Dispatcher::KeyOf(std::wstring_view command) const {
     const KeyRow* const found = FindRow([&](const KeyRow& row) {
         const auto stands = [&](const KeyRow& other) {
             return other.controls.Has(row.controls.first) && other.key == row.key;
@@ -71,23 +67,17 @@ std::wstring Form::KeyOf(std::wstring_view command) const {
     return found && !command.empty() ? KeyName(found->key) : std::wstring();
 }
 
-std::wstring Form::WithKey(std::wstring text, std::wstring_view command) const {
+std::wstring Dispatcher::WithKey(std::wstring text, std::wstring_view command) const {
     const std::wstring key = KeyOf(command);
     return key.empty() ? text : std::move(text) + L" (" + key + L")";
 }
 
-int Form::FocusedControl(HWND focus) const {
-    while (focus && GetParent(focus) != m_window && GetParent(focus) != m_container) {
-        focus = GetParent(focus);
-    }
-    return focus ? GetDlgCtrlID(focus) : 0;
-}
-
-bool Form::Preview(MSG& message) {
-    if (!m_window || (message.hwnd != m_window && !IsChild(m_window, message.hwnd))) {
+bool Dispatcher::Preview(MSG& message) {
+    const HWND window = m_form.Window();
+    if (!window || (message.hwnd != window && !IsChild(window, message.hwnd))) {
         return false;
     }
-    const std::shared_ptr<Form> alive = shared_from_this();
+    const std::shared_ptr<Form> alive = m_form.shared_from_this();
     // Ctrl and Alt together are the key that types @, # and € on Spanish keyboards: no WM_SYSKEYDOWN comes
     // then.
     const bool alt = message.message == WM_SYSKEYDOWN;
@@ -98,15 +88,15 @@ bool Form::Preview(MSG& message) {
             return true;
         }
     }
-    return m_window && IsDialogMessageW(m_window, &message);
+    return m_form.IsLoaded() && IsDialogMessageW(m_form.Window(), &message);
 }
 
-bool Form::PreviewKey(UINT key, HWND focus) {
+bool Dispatcher::PreviewKey(UINT key, HWND focus) {
     if (win::IsListOpen(focus)) {
         return false; // an open list or calendar has the keys for itself
     }
-    const HWND before = m_window;
-    const int focused = FocusedControl(focus);
+    const HWND before = m_form.Window();
+    const int focused = m_form.ControlAt(focus);
     if (RunRow(focused ? FindKey(focused, kFirst | key) : nullptr, focused)) {
         return true;
     }
@@ -117,7 +107,7 @@ bool Form::PreviewKey(UINT key, HWND focus) {
     }
     const KeyRow* const own = IsTextKey(key) && IsTextBox(focus) ? nullptr : FindKey(0, key);
     if (RunRow(own, focused)) {
-        if (m_window != before || (key & (kCtrl | kShift | kAlt))) {
+        if (m_form.Window() != before || (key & (kCtrl | kShift | kAlt))) {
             return true; // the form is gone, and the control that the key was meant for; or a key of the form
                          // only
         }
@@ -129,95 +119,88 @@ bool Form::PreviewKey(UINT key, HWND focus) {
     return key == VK_ESCAPE || (key == VK_RETURN && own && own->command == base::kAceptar);
 }
 
-bool Form::RunRow(const KeyRow* row, int control) {
+bool Dispatcher::Click(int button) { return RunRow(FindKey(button, kClick), button); }
+
+bool Dispatcher::RunRow(const KeyRow* row, int control) {
     if (row) {
         Input(row->command, row->on ? row->on : control);
     }
     return row != nullptr;
 }
 
-void Form::Input(std::wstring_view command, int control) {
+void Dispatcher::Input(std::wstring_view command, int control) {
     if (m_running == 0 && !command.empty()) {
         Dispatch(command, control);
     }
 }
 
-void Form::Dispatch(std::wstring_view command, int control) {
-    const std::shared_ptr<Form> alive = shared_from_this();
+void Dispatcher::Dispatch(std::wstring_view command, int control) {
+    const std::shared_ptr<Form> alive = m_form.shared_from_this();
     win::MousePointer::Hourglass();
-    const win::BusyCommand busy(m_window, command);
+    const win::BusyCommand busy(*m_form.Watched(), command);
     ++m_running;
-    Trapped([&] { RunCommand(command, control); });
+    m_form.Trapped([&] { RunCommand(command, control); });
     --m_running;
     if (command != base::kCerrar) { // that one ends in the unload, which does it
         win::MousePointer::Default();
     }
-    Input(std::exchange(m_chosen, {}));
+    RunChosen();
 }
 
-void Form::RunCommand(std::wstring_view command, int control) {
-    for (const std::span<const CommandRow> rows : {Commands(), SharedCommands()}) {
+void Dispatcher::RunChosen() {
+    const auto chosen = std::exchange(m_chosen, {});
+    Input(chosen.command, chosen.control);
+}
+
+Dispatcher::Found Dispatcher::FindCommand(std::wstring_view command, int control) const {
+    Found found;
+    const auto look = [&](CommandTarget& target, std::span<const CommandRow> rows) {
         const auto row = std::ranges::find(rows, command, &CommandRow::command);
-        if (row != rows.end()) {
-            row->run(*this, control);
-            return;
+        if (row != rows.end() && !found.target) {
+            found.row = &*row;
+            found.target = target.Offers(command, control) ? &target : nullptr;
         }
+    };
+    look(m_form, m_form.Commands());
+    for (FormPart* part : m_form.FormParts()) {
+        look(*part, part->Commands());
     }
-    const auto takes = [&](FormPart* part) { return part->OnCommand(command); };
-    if (std::ranges::any_of(m_parts, takes)) {
-        return;
-    }
-    if (command == base::kCancelar || command == base::kCerrar) {
-        Unload();
-    } else if (command == kTabKey) {
-        SendMessageW(m_window, WM_NEXTDLGCTL, 0, FALSE);
-    } else if (command == kCustomizeToolbar) {
-        win::MousePointer::Default();
-        Bar().Customize();
-    } else if (command == kEditingBandOnly) {
-        Bar().SetBandVisible(base::kBandRegistros, false);
-        Bar().SetBandVisible(base::kBandRegistro, false);
-        Bar().SetBandVisible(base::kBandEdicion, true);
-        Relayout();
+    look(m_form, m_form.SharedCommands());
+    look(m_form, Form::FrameCommands());
+    return found;
+}
+
+bool Dispatcher::IsOffered(std::wstring_view command, int control) const {
+    const Found found = FindCommand(command, control);
+    return found.target || (!found.row && command != kLookUp);
+}
+
+void Dispatcher::RunCommand(std::wstring_view command, int control) {
+    if (const Found found = FindCommand(command, control); found.target) {
+        found.row->run(*found.target, control);
     }
 }
 
-void Form::OnTool(std::wstring_view id) {
-    // A copy: the command may unload the form, and the bar that owns the text with it.
-    Input(std::wstring(id));
-}
-
-void Form::ToolbarChanged() {
-    m_toolbar->SetPressed(base::kFiltro, false);
-    Relayout();
-    m_toolbar->Save(m_toolbarFile);
-}
-
-void Form::RunMenu(std::span<const MenuItem> items, POINT screen) {
+void Dispatcher::RunMenu(std::span<const MenuItem> items, POINT screen) {
     const win::UniqueMenu menu(CreatePopupMenu());
     for (size_t i = 0; i < items.size(); ++i) {
         const wchar_t* caption =
-            items[i].caption ? items[i].caption : ToolCaption(m_design.tools, items[i].command);
+            items[i].caption ? items[i].caption : ToolCaption(m_form.Tools(), items[i].command);
         const std::wstring key = KeyOf(items[i].command);
         const std::wstring text = caption && !key.empty() ? caption + (L'\t' + key) : caption ? caption : L"";
-        const UINT off = m_toolbar->IsEnabled(items[i].command) ? 0U : MF_GRAYED;
+        const UINT off = m_form.Bar().IsEnabled(items[i].command) ? 0U : MF_GRAYED;
         AppendMenuW(menu.get(), off | (caption ? MF_STRING : MF_SEPARATOR), i + 1, text.c_str());
     }
     win::MousePointer::Default(); // the user's turn
-    const int chosen =
-        TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, screen.x, screen.y, 0, m_window, nullptr);
-    if (chosen > 0 && m_window) {
-        m_chosen = items[static_cast<size_t>(chosen) - 1].command;
+    const int chosen = TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, screen.x, screen.y, 0,
+                                      m_form.Window(), nullptr);
+    if (chosen > 0 && m_form.IsLoaded()) {
+        const MenuItem& item = items[static_cast<size_t>(chosen) - 1];
+        m_chosen = {item.command, item.on};
         if (m_running == 0) {
-            Input(std::exchange(m_chosen, {}));
+            RunChosen();
         }
     }
-}
-
-void Form::RunMenu(std::span<const MenuItem> items, int button) {
-    RECT place{};
-    GetWindowRect(Control(button), &place);
-    RunMenu(items, POINT{place.left, place.bottom});
 }
 
 } // namespace tamvelo::frame

@@ -1,7 +1,7 @@
-#include "base/Placement.h"
-#include "frame/Form.h"
+#include "frame/Placement.h"
 
-// Where a form stands: opening, monitors, what settings keep.
+#include "objects/FormObject.h"
+
 namespace tamvelo::frame {
 
 namespace {
@@ -31,44 +31,57 @@ base::Rect RectOf(HWND window) {
 
 } // namespace
 
-void Form::CentreOnOwner() {
-    base::Rect place = RectOf(m_window);
-    const HWND owner = GetWindow(m_window, GW_OWNER);
+void Placement::Forget() noexcept {
+    m_object.Reset();
+    m_showAs = SW_SHOW;
+}
+
+void Placement::CentreOnOwner() {
+    base::Rect place = RectOf(m_form.Window());
+    const HWND owner = GetWindow(m_form.Window(), GW_OWNER);
     const base::Rect around = owner ? RectOf(owner) : WorkAreas().empty() ? place : WorkAreas().front();
     place.left = around.left + (around.width - place.width) / 2;
     place.top = around.top + (around.height - place.height) * 45 / 100; // where the eye expects the middle
     SetPlace(place);
 }
 
-void Form::PullOntoMonitor() {
-    const base::Rect now = RectOf(m_window);
-    const base::Rect pulled = base::PullOnto(now, WorkAreas(), {m_smallest.cx, m_smallest.cy});
+void Placement::PullOntoMonitor(SIZE smallest) {
+    const base::Rect now = RectOf(m_form.Window());
+    const base::Rect pulled = base::PullOnto(now, WorkAreas(), {smallest.cx, smallest.cy});
     if (pulled != now) {
         SetPlace(pulled);
     }
 }
 
-base::Rect Form::Place() const {
-    if (IsIconic(m_window) || IsZoomed(m_window)) {
+base::Rect Placement::Place() const {
+    if (IsIconic(m_form.Window()) || IsZoomed(m_form.Window())) {
         WINDOWPLACEMENT placement{};
         placement.length = sizeof placement;
-        GetWindowPlacement(m_window, &placement);
+        GetWindowPlacement(m_form.Window(), &placement);
         const RECT& normal = placement.rcNormalPosition;
         return {normal.left, normal.top, normal.right - normal.left, normal.bottom - normal.top};
     }
-    return RectOf(m_window);
+    return RectOf(m_form.Window());
 }
 
-void Form::SetPlace(const base::Rect& place) {
-    SetWindowPos(m_window, nullptr, place.left, place.top, place.width, place.height,
+void Placement::SetPlace(const base::Rect& place) {
+    SetWindowPos(m_form.Window(), nullptr, place.left, place.top, place.width, place.height,
                  SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-bool Form::IsMaximised() const {
+bool Placement::IsMaximised() const {
     WINDOWPLACEMENT placement{};
     placement.length = sizeof placement;
-    GetWindowPlacement(m_window, &placement);
-    return IsZoomed(m_window) || (IsIconic(m_window) && (placement.flags & WPF_RESTORETOMAXIMIZED));
+    GetWindowPlacement(m_form.Window(), &placement);
+    return IsZoomed(m_form.Window()) ||
+           (IsIconic(m_form.Window()) && (placement.flags & WPF_RESTORETOMAXIMIZED));
+}
+
+com::ComPtr<IDispatch> Placement::FormObject() {
+    if (!m_object) {
+        m_object = com::Make<objects::FormObject>(m_form.Window(), m_name);
+    }
+    return m_object;
 }
 
 } // namespace tamvelo::frame
