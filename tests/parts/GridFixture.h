@@ -13,7 +13,7 @@
 #include "base/Text.h"
 #include "com/LateObject.h"
 #include "grid/Grid.h"
-#include "tests/support/RecordSets.h"
+#include "tests/support/RecordKinds.h"
 #include "tests/support/ShownGrid.h"
 
 namespace tamvelo::testing {
@@ -53,11 +53,24 @@ protected:
     void Failed(const com::Error& error) noexcept override { m_failures.push_back(error.description); }
     std::string TakeEvents() { return std::exchange(m_events, {}); }
 
-    com::ComPtr<MemoryRecordSet> Bind(const RecordSetOptions& options = {}) {
+    com::ComPtr<MemoryRecordSet> Bind(const RecordSetOptions& options = {}, std::string_view kind = {}) {
         auto set = com::Make<MemoryRecordSet>(options);
-        m_grid->SetDataSource(set.Get());
+        m_grid->SetDataSource(Reach(kind, set.Get()).Get());
         TakeEvents();
         return set;
+    }
+
+    /// How often `what` calls the set, its clones and their fields; or that member of them.
+    template <class What>
+    static int Calls(const com::ComPtr<MemoryRecordSet>& set, What&& what) {
+        set->Table().calls.clear();
+        what();
+        return set->Table().Calls();
+    }
+    template <class What>
+    static int Calls(const com::ComPtr<MemoryRecordSet>& set, const wchar_t* member, What&& what) {
+        Calls(set, what);
+        return set->Table().Calls(member);
     }
 
     LRESULT Send(UINT message, WPARAM w = 0, LPARAM l = 0) {

@@ -104,9 +104,7 @@ TEST_F(GridWindowTest, TypedLettersFindTheNextRowOfTheCurrentColumn) {
         EXPECT_EQ(set->Position(), row);
         EXPECT_EQ(m_grid->CurrentRow(), row);
     }
-    set->Table().calls.clear();
-    type(L"q \x3\x7f", true); // no row, and nothing that a text begins with
-    EXPECT_EQ(set->Table().Calls(), 0);
+    EXPECT_EQ(Calls(set, [&] { type(L"q \x3\x7f", true); }), 0); // no row, and nothing to begin a text with
     Press(VK_DOWN);
     const auto oneStep = std::exchange(set->Table().calls, {});
     TakeEvents();

@@ -11,6 +11,7 @@ inline constexpr std::string_view kRecordSetKinds[] = {
     "no Sort, no version",
     "no clone",
     "no clone, no Sort, no version",
+    "no GetRows",
     "no GetRows, no Sort",
     "no count",
     "no count, no Sort, no version",
