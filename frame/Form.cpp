@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <ranges>
 #include <utility>
 
 #include "base/Commands.h"
@@ -238,10 +239,10 @@ void Form::AfterDestroy() noexcept {
     m_layout = {};
     m_layoutNote.clear();
     m_placement.Forget();
-    for (FormPart* part : m_parts) {
+    OnUnload();
+    for (FormPart* part : std::views::reverse(m_parts)) {
         part->OnUnload();
     }
-    OnUnload();
     FormInstances::Forget(*this);
 }
 

@@ -57,9 +57,25 @@ constexpr KeyRow kKeys[] = {
     {IDC_CMDBUSCAR, VK_DELETE, base::kEliminar},
 };
 
+constexpr MenuItem kMenu[] = {
+    {L"", nullptr},
+    {base::kNuevo, nullptr},
+    {base::kModificar, nullptr},
+    {base::kEliminar, nullptr},
+};
+
+std::wstring Heading(const frame::RecordRequest& request, const std::wstring& filter) {
+    return filter.empty() ? request.className : request.className + L"   ·   Filtro: " + filter;
+}
+
 } // namespace
 
-FrmRegistros::FrmRegistros() : GridForm({kName, IDD_REGISTROS, kTools, kKeys}) {}
+FrmRegistros::FrmRegistros()
+    : Form({kName, IDD_REGISTROS, kTools, kKeys}),
+      m_grid(*this, m_request, {.menu = kMenu}),
+      m_search(*this, m_request, m_grid, {.heading = Heading, .shown = [this](bool shown) {
+                                              Bar().SetPressed(base::kFiltrar, shown);
+                                          }}) {}
 
 std::span<const CommandRow> FrmRegistros::Commands() const {
     using F = FrmRegistros;
@@ -71,35 +87,23 @@ std::span<const CommandRow> FrmRegistros::Commands() const {
     return kCommands;
 }
 
-std::span<const frame::MenuItem> FrmRegistros::OwnMenu() const {
-    static constexpr MenuItem kItems[] = {
-        {L"", nullptr},
-        {base::kNuevo, nullptr},
-        {base::kModificar, nullptr},
-        {base::kEliminar, nullptr},
+std::vector<LayoutRow> FrmRegistros::Layout() const {
+    return {
+        {kOwn, {{IDC_LBLTABLE, kFill}}},
+        {kOwn, {{IDC_LBLBUSCAR}, {IDC_TXTFIELDS0, kFill}, {IDC_CMDBUSCAR}}},
+        {kFill, {{IDC_DATAGRID, kFill}}},
+        {kOwn, {{IDC_STATUS, kFill}}},
     };
-    return kItems;
 }
 
 void FrmRegistros::OnLoad() {
-    GridForm::OnLoad();
-    Bar().SetBandVisible(base::kBandRegistros, true);
-    Bar().SetBandVisible(base::kBandRegistro, true);
     Bar().SetPressed(base::kFiltrar, true);
-    SetWindowTextW(Window(), (L"Registros de " + ClassName()).c_str());
+    SetWindowTextW(Window(), (L"Registros de " + m_request.className).c_str());
 }
-
-void FrmRegistros::OnSearchStrip(bool shown) { Bar().SetPressed(base::kFiltrar, shown); }
-
-std::wstring FrmRegistros::Heading(const std::wstring& filter) const {
-    return filter.empty() ? ClassName() : ClassName() + L"   ·   Filtro: " + filter;
-}
-
-void FrmRegistros::OnRowActivated() { Input(base::kAceptar); }
 
 void FrmRegistros::Aceptar() {
-    if (HasRecordToDeliver()) {
-        DeliverAnswer([&] { SendAnswer(base::AnswerInBrowser(ClassName())); });
+    if (m_answer.HasRecord()) {
+        m_answer.Deliver([&] { m_answer.Send(base::AnswerInBrowser(m_request.className)); });
     }
 }
 
@@ -110,7 +114,7 @@ void FrmRegistros::Nuevo() {
 }
 
 void FrmRegistros::Modificar() {
-    if (HasCurrentRecord()) {
+    if (m_grid.HasCurrentRecord()) {
         PassOn(L"AceptarModificar",
                L"Este programa no permite modificar registros desde esta lista. "
                L"Para elegir el registro: F4 o doble clic.");
@@ -118,7 +122,7 @@ void FrmRegistros::Modificar() {
 }
 
 void FrmRegistros::Eliminar() {
-    if (HasCurrentRecord() && ConfirmsDeletion()) {
+    if (m_grid.HasCurrentRecord() && ConfirmsDeletion()) {
         PassOn(L"AceptarEliminar",
                L"No se ha eliminado nada: este programa no permite eliminar registros desde esta lista.");
     }
@@ -127,43 +131,44 @@ void FrmRegistros::Eliminar() {
 bool FrmRegistros::ConfirmsDeletion() {
     constexpr short kShown = 3; // enough columns to recognise the record by
     std::wstring question = L"¿Desea eliminar este registro?\n";
-    for (short column = 0; column < std::min(DataGrid().ColumnCount(), kShown); ++column) {
-        question +=
-            L"\n" + base::Named(DataGrid().Caption(column)) + L": " + base::Named(DataGrid().Text(column));
+    for (short column = 0; column < std::min(m_grid.Grid().ColumnCount(), kShown); ++column) {
+        question += L"\n" + base::Named(m_grid.Grid().Caption(column)) + L": " +
+                    base::Named(m_grid.Grid().Text(column));
     }
-    const int answer = win::ShowMessage(Window(), question, L"Registros de " + ClassName(),
+    const int answer = win::ShowMessage(Window(), question, L"Registros de " + m_request.className,
                                         MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2);
     return answer == IDYES && IsLoaded();
 }
 
 void FrmRegistros::PassOn(const wchar_t* member, const wchar_t* refusal) {
     win::MousePointer::Default(); // the host may show a form of its own
-    const bool offered = Offer(member);
-    TakeControlBack();
+    const bool offered = m_request.Offer(member);
+    m_request.TakeControlBack();
     if (!IsLoaded()) {
         return;
     }
     if (!offered) {
-        Hint(refusal);
+        m_grid.Hint(refusal);
         return;
     }
-    DataGrid().Requeried();
-    ShowStatus();
+    m_grid.Grid().Requeried();
+    m_grid.ShowStatus();
 }
 
 void FrmRegistros::Filtro() {
-    Bar().SetPressed(base::kFiltro, IsFiltered()); // the click has turned it over; the host may refuse yet
-    if (IsFiltered()) {
-        MyClase().AplyFilter(L"");
-        ShowRecords({});
+    Bar().SetPressed(base::kFiltro,
+                     m_search.IsFiltered()); // the click has turned it over; the host may refuse yet
+    if (m_search.IsFiltered()) {
+        m_request.data.AplyFilter(L"");
+        m_search.ShowRecords({});
         return;
     }
-    const std::wstring filter = MyClase().GetFilter(base::kSlotFilter);
-    MyClase().AplyFilter(filter);
-    MyClase().Requery();
-    ShowRecords(filter);
+    const std::wstring filter = m_request.data.GetFilter(base::kSlotFilter);
+    m_request.data.AplyFilter(filter);
+    m_request.data.Requery();
+    m_search.ShowRecords(filter);
     if (filter.empty()) {
-        Hint(L"No hay ningún filtro que aplicar.");
+        m_grid.Hint(L"No hay ningún filtro que aplicar.");
     }
 }
 

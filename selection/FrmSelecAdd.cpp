@@ -26,9 +26,13 @@ constexpr auto kKeys = KeysAnd(kPanelKeys, {
                                                {{IDC_RECORD_BOXES, 0xFFFF}, kFirst | VK_RETURN, kGuardar},
                                            });
 
+constexpr MenuItem kMenu[] = {{kAlta, L"&Nuevo registro…"}};
+
 } // namespace
 
-FrmSelecAdd::FrmSelecAdd() : PanelForm({kName, IDD_SELECADD, kPanelTools, kKeys}) {}
+FrmSelecAdd::FrmSelecAdd()
+    : Form({kName, IDD_SELECADD, kPanelTools, kKeys}),
+      m_grid(*this, m_request, {.menu = kMenu, .note = [this] { return StatusNote(); }}) {}
 
 std::span<const CommandRow> FrmSelecAdd::Commands() const {
     using F = FrmSelecAdd;
@@ -41,11 +45,6 @@ std::span<const CommandRow> FrmSelecAdd::Commands() const {
     return kCommands;
 }
 
-std::span<const frame::MenuItem> FrmSelecAdd::OwnMenu() const {
-    static constexpr MenuItem kItems[] = {{kAlta, L"&Nuevo registro…"}};
-    return kItems;
-}
-
 std::vector<LayoutRow> FrmSelecAdd::Layout() const {
     return {
         {kOwn, {{IDC_LBLTABLE, kFill}}},
@@ -56,13 +55,15 @@ std::vector<LayoutRow> FrmSelecAdd::Layout() const {
 }
 
 void FrmSelecAdd::OnLoad() {
-    PanelForm::OnLoad();
+    const auto answered = [this](com::Invocation& call) { clsMeEvents_AceptaSeleccion(call); };
+    m_clsMeEvents =
+        MakeRelay({{objects::AceptaSeleccion, answered}, {objects::AceptaSeleccionParam, answered}});
     SetWindowTextW(Window(), Title().c_str());
-    SetControlText(IDC_LBLTABLE1, L"Registro nuevo de " + ClassName() + L"   (* obligatorio)");
+    SetControlText(IDC_LBLTABLE1, L"Registro nuevo de " + m_request.className + L"   (* obligatorio)");
 }
 
 void FrmSelecAdd::OnUnload() noexcept {
-    PanelForm::OnUnload();
+    m_clsMeEvents.reset();
     m_familyWatch.reset();
     m_adding = false;
     m_fields.clear();
@@ -76,16 +77,13 @@ void FrmSelecAdd::OnUnload() noexcept {
 
 std::wstring FrmSelecAdd::StatusNote() const { return m_adding ? L"Alta: Intro guarda, Esc descarta" : L""; }
 
-void FrmSelecAdd::OnRowActivated() { Input(base::kAceptar); }
-
 // Answering.
 
 void FrmSelecAdd::Aceptar() {
     if (m_adding) {
         AceptarAlta();
-    } else if (HasRecordToDeliver()) {
-        ClampColumn();
-        DeliverSelection([&] { SendAnswer(base::AnswerInAddPanel(ClassName())); });
+    } else if (m_answer.HasRecord()) {
+        m_answer.DeliverSelection([&] { m_answer.Send(base::AnswerInAddPanel(m_request.className)); });
     }
 }
 
@@ -95,11 +93,10 @@ void FrmSelecAdd::AceptarAlta() {
         return;
     }
     const std::wstring code = Text(*BoxNumber(base::kCodeBox));
-    MyClase().InsertarArticulo(Values());
+    m_request.data.InsertarArticulo(Values());
     CheckStands();
-    ClampColumn();
     try {
-        DeliverSelection([&] { SendValue(com::Variant(code)); });
+        m_answer.DeliverSelection([&] { m_request.SendValue(com::Variant(code)); });
     } catch (const com::Error&) {
         // The record is stored: to offer it for storing again would make a second one.
         if (IsLoaded()) {
@@ -111,9 +108,9 @@ void FrmSelecAdd::AceptarAlta() {
 
 void FrmSelecAdd::ShowStored(const std::wstring& code) {
     SetAddMode(false);
-    AplicarBusqueda(false);
-    MyClase().FindRecord(code, {});
-    DataGrid().HostChanged();
+    m_search.AplicarBusqueda(false);
+    m_request.data.FindRecord(code, {});
+    m_grid.Grid().HostChanged();
 }
 
 void FrmSelecAdd::Cancelar() {

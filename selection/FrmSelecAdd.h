@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "selection/PanelForm.h"
+#include "selection/Panel.h"
 #include "selection/RecordFields.h"
 #include "win/EditWatch.h"
 #include "win/ScrollPanel.h"
@@ -16,10 +16,17 @@ inline constexpr wchar_t kPropose[] = L"{PROPONER_CODIGO}";
 
 /// The selection panel with a second panel beside the grid, where the user enters the record that the host
 /// does not have yet and hands over its code at once.
-class FrmSelecAdd final : public PanelForm {
+class FrmSelecAdd final : public frame::Form {
 public:
     static constexpr wchar_t kName[] = L"frmSelecAdd";
     FrmSelecAdd();
+
+    /// `ctl` gets the control that the host put in its place, if any. Throws com::Error when the form cannot
+    /// open; what fails while it is open goes to ControlErrores.
+    void Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short column, short indx,
+                 bool find) {
+        Show([&] { m_request.Mostrar(sink, data, ctl, column, indx, find); });
+    }
 
 private:
     /// A field of the new record on the panel: entry box, list or check box.
@@ -32,9 +39,8 @@ private:
     void Aceptar();
     void Cancelar();
     void Cerrar();
-    void OnRowActivated() override;
 
-    std::wstring Title() const { return L"Selección de " + ClassName(); }
+    std::wstring Title() const { return L"Selección de " + m_request.className; }
     void Nuevo();
     void AceptarAlta();
     void ShowStored(const std::wstring& code);
@@ -65,17 +71,22 @@ private:
     bool FamilyLeft();
     void ProposeCode();
     void NewCode(const std::wstring& family);
-    void clsMeEvents_AceptaSeleccion(com::Invocation& call) override;
+    void clsMeEvents_AceptaSeleccion(com::Invocation& call);
 
     void OnLoad() override;
     void OnUnload() noexcept override;
     bool Offers(std::wstring_view command, int control) const override;
     void LayOutBeside(RECT& area) override;
-    std::wstring StatusNote() const override;
-    std::span<const frame::MenuItem> OwnMenu() const override;
+    HWND FirstFocus() const override { return Control(IDC_DATAGRID); }
+    std::wstring StatusNote() const;
     std::span<const frame::CommandRow> Commands() const override;
     std::vector<win::LayoutRow> Layout() const override;
 
+    frame::RecordRequest m_request{*this};
+    frame::RecordGrid m_grid;
+    frame::SearchStrip m_search{*this, m_request, m_grid, PanelSearch()};
+    frame::RecordAnswer m_answer{*this, m_request, m_grid, m_search};
+    std::unique_ptr<objects::OwnRelay> m_clsMeEvents; // hears the look-ups
     bool m_adding = false;
     std::vector<RecordField> m_fields;
     std::vector<Box> m_boxes; // as they stand on the panel

@@ -52,7 +52,7 @@ const wchar_t* FrmSelecAdd::ArrayOf(const Box& box) const {
 }
 
 void FrmSelecAdd::MakeBoxes() {
-    m_fields = ReadRecordFields(MyClase().Get());
+    m_fields = ReadRecordFields(m_request.data.Get());
     CheckStands();
     const std::vector<base::RecordField> rules(m_fields.begin(), m_fields.end());
     std::wstring keys = kTakenKeys;
@@ -187,13 +187,13 @@ void FrmSelecAdd::SetAddMode(bool on) {
         return;
     }
     if (!on) {
-        SetFocus(DataGrid().Window());
+        SetFocus(m_grid.Grid().Window());
         ClearBoxes();
     }
     m_adding = on;
     ShowBoxes(on);
     Relayout();
-    ShowStatus();
+    m_grid.ShowStatus();
 }
 
 void FrmSelecAdd::ClearBoxes() {
@@ -298,8 +298,8 @@ std::wstring FrmSelecAdd::Complaint(const Box& box) {
     if (field.kind == CellKind::Time && !IsDate(text, VAR_TIMEVALUEONLY)) {
         return named + L": «" + text + L"» no es una hora.";
     }
-    if (!box.list && MyClase().ChecksValues() &&
-        !MyClase().ValidaValue(
+    if (!box.list && m_request.data.ChecksValues() &&
+        !m_request.data.ValidaValue(
             com::ComPtr<IDispatch>(ObjectOf(box.control, ArrayOf(box), box.number).Get()))) {
         return named + L": «" + text + L"» no es un valor válido.";
     }
@@ -321,7 +321,7 @@ void FrmSelecAdd::LookUp(int at) {
     const com::ComPtr<objects::ControlObject> control = ObjectOf(box->control, ArrayOf(*box), box->number);
     m_asked = box->number;
     // Indx says which column many classes answer with: the code's, whatever the number of the box.
-    frame::OpenLookup(frame::Lookup{relation.c_str()}, Relay(), control.Get(), 0);
+    frame::OpenLookup(frame::Lookup{relation.c_str()}, m_clsMeEvents->Sink(), control.Get(), 0);
 }
 
 void FrmSelecAdd::clsMeEvents_AceptaSeleccion(com::Invocation& call) {
@@ -357,7 +357,7 @@ void FrmSelecAdd::ProposeCode() {
 
 void FrmSelecAdd::NewCode(const std::wstring& family) {
     m_family = family;
-    const std::wstring code = MyClase().NuevoCodigo_Fam(family);
+    const std::wstring code = m_request.data.NuevoCodigo_Fam(family);
     CheckStands();
     if (const Box* box = BoxNumber(base::kCodeBox)) {
         m_proposed = code;

@@ -39,7 +39,7 @@ constexpr Button kButtons[] = {
 
 } // namespace
 
-FrmSeleccion::FrmSeleccion() : PanelForm({kName, IDD_SELECCION, kPanelTools, kKeys}) {}
+FrmSeleccion::FrmSeleccion() : Form({kName, IDD_SELECCION, kPanelTools, kKeys}) {}
 
 std::span<const CommandRow> FrmSeleccion::Commands() const {
     using F = FrmSeleccion;
@@ -47,7 +47,6 @@ std::span<const CommandRow> FrmSeleccion::Commands() const {
         {base::kAceptar, Do<&F::Aceptar>},
         {kAnswerYes, Do<&F::AnswerYes>},
         {kAnswerNo, Do<&F::AnswerNo>},
-        {kRowCode, Do<&F::DeliverCode>},
     };
     return kCommands;
 }
@@ -68,15 +67,16 @@ void FrmSeleccion::Open(IDispatch* sink, IDispatch* data, const contract::HostCo
         environment::Product::Own().SesionKey(base::kSesionTerminal), L"Int", L"0");
     m_verify = verify;
     m_controlVerify = controlVerify;
-    Take(sink, data, ctl, column, indx);
+    m_search.Allow(!verify);
+    m_request.Take(sink, data, ctl, column, indx);
 }
 
 void FrmSeleccion::Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short column,
                            short indx, bool find, bool stock, bool verify, bool controlVerify) {
     Show([&] {
         Open(sink, data, ctl, column, indx, verify, controlVerify);
-        OpenRecords(base::SelectionName(stock, verify), find);
-        ShowFor(ctl, 1);
+        m_request.OpenRecords(base::SelectionName(stock, verify), find);
+        m_request.ShowFor(ctl, 1);
     });
 }
 
@@ -84,7 +84,7 @@ void FrmSeleccion::MostrarBuscando(IDispatch* sink, IDispatch* data, contract::H
                                    short indx, bool find, short modal) {
     Show([&] {
         Open(sink, data, ctl, column, indx, false, false);
-        ShowSearching(ctl, find, modal);
+        m_search.ShowSearching(ctl, find, modal);
     });
 }
 
@@ -92,26 +92,25 @@ void FrmSeleccion::MostrarBusquedaIndirecta(IDispatch* sink, IDispatch* data, co
                                             short column, const std::wstring& text, bool find, short modal) {
     Show([&] {
         Open(sink, data, ctl, column, 0, false, false);
-        OpenRecords(base::kSeleccion, find);
+        m_request.OpenRecords(base::kSeleccion, find);
         Load();
-        SetSearchText(text);
-        ShowFor(ctl, modal);
+        m_search.SetText(text);
+        m_request.ShowFor(ctl, modal);
     });
 }
 
 void FrmSeleccion::OnLoad() {
-    PanelForm::OnLoad();
     if (m_verify) {
         Bar().SetEnabled(base::kFiltrar, false); // there is no strip
         for (const Button& button : kButtons) {
             AddButton(button.control, button.caption, 64);
         }
     }
-    SetWindowTextW(Window(), (L"Selección de " + ClassName()).c_str());
+    SetWindowTextW(Window(), (L"Selección de " + m_request.className).c_str());
 }
 
 void FrmSeleccion::ResizeControls() {
-    if (m_verify && IsSearchStripShown()) {
+    if (m_verify && m_search.IsShown()) {
         for (const int control : {IDC_LBLBUSCAR, IDC_TXTFIELDS0, IDC_CMDBUSCAR}) {
             ShowControl(control, false);
         }
@@ -121,14 +120,20 @@ void FrmSeleccion::ResizeControls() {
     ShowControl(IDC_CMD2, m_verify);
     ShowControl(IDC_CMD3, m_verify);
     EnableControl(IDC_CMD2, !m_controlVerify);
-    PanelForm::ResizeControls();
+    Form::ResizeControls();
 }
 
 // Answering.
 
+void FrmSeleccion::Aceptar() {
+    if (m_answer.HasRecord()) {
+        m_answer.DeliverSelection([&] { m_answer.Send(base::AnswerFor(m_request.className)); });
+    }
+}
+
 void FrmSeleccion::Answer(bool answer) {
-    ClampColumn();
-    DeliverAnswer([&] { SendValue(Variant(answer)); });
+    m_answer.ClampColumn();
+    m_answer.Deliver([&] { m_request.SendValue(Variant(answer)); });
 }
 
 std::wstring FrmSeleccion::StatusNote() const {

@@ -2,13 +2,13 @@
 
 #include <string>
 
-#include "selection/PanelForm.h"
+#include "selection/Panel.h"
 
 namespace tamvelo::selection {
 
 /// The list from which the user picks one record of a host table for a control of the host. Six operations
 /// open it, through three show methods.
-class FrmSeleccion final : public PanelForm {
+class FrmSeleccion final : public frame::Form {
 public:
     static constexpr wchar_t kName[] = L"frmSeleccion";
     FrmSeleccion();
@@ -29,17 +29,23 @@ private:
     void Open(IDispatch* sink, IDispatch* data, const contract::HostControl& ctl, short column, short indx,
               bool verify, bool controlVerify);
 
+    void Aceptar();
     void AnswerYes() { Answer(true); }
     void AnswerNo() { Answer(false); }
     void Answer(bool answer);
 
     void OnLoad() override;
     void ResizeControls() override;
-    bool AllowsSearch() const override { return !m_verify; }
-    std::wstring StatusNote() const override;
+    HWND FirstFocus() const override { return Control(IDC_DATAGRID); }
     std::span<const frame::CommandRow> Commands() const override;
     std::vector<win::LayoutRow> Layout() const override;
 
+    std::wstring StatusNote() const;
+
+    frame::RecordRequest m_request{*this};
+    frame::RecordGrid m_grid{*this, m_request, {.codes = true, .note = [this] { return StatusNote(); }}};
+    frame::SearchStrip m_search{*this, m_request, m_grid, PanelSearch()};
+    frame::RecordAnswer m_answer{*this, m_request, m_grid, m_search};
     bool m_verify = false;
     bool m_controlVerify = false;
     std::wstring m_terminal = L"0";

@@ -17,10 +17,9 @@ namespace {
 
 constexpr wchar_t kTodos[] = L"{TODOS}";
 constexpr wchar_t kNinguno[] = L"{NINGUNO}";
-constexpr wchar_t kToggle[] = L"{MARCAR}";
 
 constexpr auto kKeys = KeysAnd(kPanelKeys, {
-                                               {IDC_DATAGRID, VK_SPACE, kToggle},
+                                               {IDC_DATAGRID, VK_SPACE, frame::kToggleMark},
                                                {0, kCtrl | 'T', kTodos},
                                                {0, kCtrl | 'U', kNinguno},
                                                {IDC_LBLTODOS, VK_RETURN, kTodos},
@@ -49,15 +48,34 @@ struct Planning {
 
 constexpr Planning kPlanning[] = {{L"Planificar", L"Planificar 1 ?"}, {L"Planificar_2", L"Planificar 2 ?"}};
 
+/// Marked lists of one class are arranged one by one, by the host's own number.
+std::wstring LayoutName(const frame::RecordRequest& request) {
+    return L"frmSelecTF" + request.className + L"_" + std::to_wstring(request.indx);
+}
+
 } // namespace
 
-FrmSeleccionTrueFalse::FrmSeleccionTrueFalse() : PanelForm({kName, IDD_TRUEFALSE, kPanelTools, kKeys}) {}
+const MenuItem FrmSeleccionTrueFalse::kMenu[] = {
+    {L"", nullptr},
+    {frame::kToggleMark, L"&Marcar o desmarcar"},
+    {kTodos, L"Seleccionar &todos"},
+    {kNinguno, L"Seleccionar &ninguno"},
+};
+
+FrmSeleccionTrueFalse::FrmSeleccionTrueFalse()
+    : Form({kName, IDD_TRUEFALSE, kPanelTools, kKeys}),
+      m_grid(*this, m_request,
+             {.menu = kMenu, .codes = true, .marks = true, .layoutName = LayoutName, .note = [this] {
+                  return StatusNote();
+              }}) {}
 
 std::span<const CommandRow> FrmSeleccionTrueFalse::Commands() const {
     using F = FrmSeleccionTrueFalse;
     static constexpr CommandRow kCommands[] = {
-        {base::kAceptar, Do<&F::Aceptar>}, {kRowCode, Do<&F::DeliverCode>}, {kTodos, Do<&F::Todos>},
-        {kNinguno, Do<&F::Ninguno>},       {kToggle, Do<&F::ToggleMark>},
+        {base::kAceptar, Do<&F::Aceptar>},
+        {kTodos, Do<&F::Todos>},
+        {kNinguno, Do<&F::Ninguno>},
+        {frame::kToggleMark, Do<&F::ToggleMark>},
     };
     return kCommands;
 }
@@ -77,73 +95,55 @@ std::vector<LayoutRow> FrmSeleccionTrueFalse::Layout() const {
 void FrmSeleccionTrueFalse::MostrarBuscando(IDispatch* sink, IDispatch* data, contract::HostControl& ctl,
                                             short column, short indx, bool find, short modal) {
     Show([&] {
-        Take(sink, data, ctl, column, indx);
-        ShowSearching(ctl, find, modal);
+        m_request.Take(sink, data, ctl, column, indx);
+        m_search.ShowSearching(ctl, find, modal);
     });
 }
 
 void FrmSeleccionTrueFalse::OnLoad() {
-    PanelForm::OnLoad();
-    SetWindowTextW(Window(), (L"Lista con casillas de " + ClassName()).c_str());
+    SetWindowTextW(Window(), (L"Lista con casillas de " + m_request.className).c_str());
     for (const Link& link : kLinks) {
         win::MakeLink(Control(link.control));
         SetTip(link.control, link.tip, link.command);
     }
-    OnFiltered(false);
-    DataGrid().OfferMarks();
+    ShowScope(false);
     for (const Planning& each : kPlanning) {
-        DataGrid().NameField(each.field, each.caption);
+        m_grid.Grid().NameField(each.field, each.caption);
     }
-}
-
-std::wstring FrmSeleccionTrueFalse::LayoutName() const {
-    return L"frmSelecTF" + ClassName() + L"_" + std::to_wstring(Indx());
 }
 
 // Marking.
 
 void FrmSeleccionTrueFalse::MarkAll(void (contract::DataClass::*mark)(Variant& connection)) {
-    Variant connection = MyClase().GetConnection();
-    (MyClase().*mark)(connection);
-    MyClase().Requery(base::kSeleccion);
+    Variant connection = m_request.data.GetConnection();
+    (m_request.data.*mark)(connection);
+    m_request.data.Requery(base::kSeleccion);
     if (IsLoaded()) {
-        ShowRecords({}); // that selection is every record: the search has ended
+        m_search.ShowRecords({}); // that selection is every record: the search has ended
     }
 }
 
 void FrmSeleccionTrueFalse::ToggleMark() {
-    const std::vector<short> marks = DataGrid().MarkColumns();
+    const std::vector<short> marks = m_grid.Grid().MarkColumns();
     const auto isPlanning = [&](short column) {
-        const std::wstring field = base::Lower(DataGrid().Field(column));
+        const std::wstring field = base::Lower(m_grid.Grid().Field(column));
         return std::ranges::any_of(kPlanning,
                                    [&](const Planning& each) { return base::Lower(each.field) == field; });
     };
-    auto mark = std::ranges::find(marks, DataGrid().CurrentColumn());
+    auto mark = std::ranges::find(marks, m_grid.Grid().CurrentColumn());
     if (mark == marks.end()) {
         mark = std::ranges::find_if(marks, isPlanning); // any other Boolean is data, not for a stray key
     }
     if (mark == marks.end()) {
-        Hint(L"Para marcar, vaya antes a la columna de la casilla.");
+        m_grid.Hint(L"Para marcar, vaya antes a la columna de la casilla.");
         return;
     }
-    if (DataGrid().ToggleMark(*mark)) {
-        ShowStatus();
+    if (m_grid.Grid().ToggleMark(*mark)) {
+        m_grid.ShowStatus();
     }
 }
 
-void FrmSeleccionTrueFalse::MarkClicked() { Input(kToggle); }
-
-std::span<const frame::MenuItem> FrmSeleccionTrueFalse::OwnMenu() const {
-    static constexpr MenuItem kMenu[] = {
-        {L"", nullptr},
-        {kToggle, L"&Marcar o desmarcar"},
-        {kTodos, L"Seleccionar &todos"},
-        {kNinguno, L"Seleccionar &ninguno"},
-    };
-    return kMenu;
-}
-
-void FrmSeleccionTrueFalse::OnFiltered(bool filtered) {
+void FrmSeleccionTrueFalse::ShowScope(bool filtered) {
     ShowControl(IDC_LBLALCANCE, filtered);
     Relayout();
 }
@@ -152,8 +152,8 @@ std::wstring FrmSeleccionTrueFalse::StatusNote() const {
     std::wstring note;
     bool one = false;
     bool all = true;
-    for (const short column : DataGrid().MarkColumns()) {
-        const grid::MarkCount count = DataGrid().CountMarks(column);
+    for (const short column : m_grid.Grid().MarkColumns()) {
+        const grid::MarkCount count = m_grid.Grid().CountMarks(column);
         one = note.empty() && count.marked == 1;
         all = count.all;
         note += (note.empty() ? L"" : L" y ") + std::to_wstring(count.marked);
@@ -163,18 +163,25 @@ std::wstring FrmSeleccionTrueFalse::StatusNote() const {
 
 // Answering.
 
+void FrmSeleccionTrueFalse::Aceptar() {
+    if (m_answer.HasRecord()) {
+        m_answer.DeliverSelection([&] { TellSink(); });
+    }
+}
+
 /// The member beyond the answer tells a host with an event handler of that name that the marks are settled.
 void FrmSeleccionTrueFalse::TellSink() {
-    const base::Answer answer = base::AnswerFor(ClassName());
-    std::vector<Variant> texts = TextsFor(answer);
+    const base::Answer answer = base::AnswerFor(m_request.className);
+    std::vector<Variant> texts = m_answer.TextsFor(answer);
     for (short column = 0; texts.size() < 3; ++column) {
-        const bool there = column < DataGrid().ColumnCount();
-        texts.emplace_back(std::wstring_view(there ? DataGrid().Text(column) : std::wstring()));
+        const bool there = column < m_grid.Grid().ColumnCount();
+        texts.emplace_back(std::wstring_view(there ? m_grid.Grid().Text(column) : std::wstring()));
     }
-    SendAnswer(answer);
+    m_answer.Send(answer);
     if (IsLoaded()) {
-        short index = answer.first.Resolve(Column(), Indx());
-        Sink().clsEvents_AceptaSeleccion(index, Ctl().Reference(), texts[0], texts[1], texts[2]);
+        short index = answer.first.Resolve(m_request.column, m_request.indx);
+        m_request.sink.clsEvents_AceptaSeleccion(index, m_request.control.Reference(), texts[0], texts[1],
+                                                 texts[2]);
     }
 }
 

@@ -2,17 +2,23 @@
 
 #include <string>
 
-#include "selection/PanelForm.h"
+#include "selection/Panel.h"
 
 namespace tamvelo::selection {
 
 /// The list whose rows carry marks: the user ticks them one by one, or all at once, and then accepts. The
 /// marks are the host's own, written when they are made.
-class FrmSeleccionTrueFalse final : public PanelForm {
+class FrmSeleccionTrueFalse final : public frame::Form {
 public:
     static constexpr wchar_t kName[] = L"frmSeleccionTrueFalse";
     FrmSeleccionTrueFalse();
 
+    /// `ctl` gets the control that the host put in its place, if any. Throws com::Error when the form cannot
+    /// open; what fails while it is open goes to ControlErrores.
+    void Mostrar(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short column, short indx,
+                 bool find) {
+        Show([&] { m_request.Mostrar(sink, data, ctl, column, indx, find); });
+    }
     /// Opens with the control's text searched for; `modal` 0 returns at once and leaves the panel open.
     void MostrarBuscando(IDispatch* sink, IDispatch* data, contract::HostControl& ctl, short column,
                          short indx, bool find, short modal);
@@ -23,17 +29,22 @@ private:
     void MarkAll(void (contract::DataClass::*mark)(com::Variant& connection));
     void ToggleMark();
 
-    void TellSink() override;
+    void Aceptar();
+    void TellSink();
+    void ShowScope(bool filtered);
+    std::wstring StatusNote() const;
+
     void OnLoad() override;
-    void OnDefaultLook() override { DataGrid().PutMarksFirst(); }
-    void OnFiltered(bool filtered) override;
-    void MarkClicked() override;
-    void RowsShown() override { ShowStatus(); }
-    std::span<const frame::MenuItem> OwnMenu() const override;
-    std::wstring LayoutName() const override;
-    std::wstring StatusNote() const override;
+    HWND FirstFocus() const override { return Control(IDC_DATAGRID); }
     std::span<const frame::CommandRow> Commands() const override;
     std::vector<win::LayoutRow> Layout() const override;
+
+    static const frame::MenuItem kMenu[4];
+    frame::RecordRequest m_request{*this};
+    frame::RecordGrid m_grid;
+    frame::SearchStrip m_search{*this, m_request, m_grid,
+                                PanelSearch([this](bool filtered) { ShowScope(filtered); })};
+    frame::RecordAnswer m_answer{*this, m_request, m_grid, m_search};
 };
 
 } // namespace tamvelo::selection

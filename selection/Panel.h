@@ -3,12 +3,11 @@
 #include <array>
 
 #include "base/Commands.h"
-#include "frame/GridForm.h"
+#include "frame/RecordAnswer.h"
+#include "frame/Resources.h"
 
+/// What the selection panels have in common.
 namespace tamvelo::selection {
-
-/// Command of a double click on a row of the classes that get a code for it.
-inline constexpr wchar_t kRowCode[] = L"{DOBLE_CLIC}";
 
 inline constexpr frame::ToolUse kPanelTools[] = {
     {base::kAceptar},  {base::kCancelar}, {base::kMoveFirst}, {base::kMovePre},
@@ -34,23 +33,9 @@ inline constexpr std::array kPanelKeys = std::to_array<frame::KeyRow>({
     {IDC_TXTFIELDS0, VK_F4, base::kAceptar},
 });
 
-/// What the selection panels share beyond the grid: how a record is accepted.
-class PanelForm : public frame::GridForm {
-protected:
-    using GridForm::GridForm;
-
-    /// Asks for the selection with the control's text searched for at once; `modal` 0 returns at once.
-    void ShowSearching(contract::HostControl& ctl, bool find, short modal);
-
-    void Aceptar();
-    void DeliverCode();
-    /// Tells the sink of the record that was accepted.
-    virtual void TellSink() { SendAnswer(base::AnswerFor(ClassName())); }
-
-    bool MeansAll(std::wstring_view typed) const override;
-    void OnLoad() override;
-    void OnRowActivated() override;
-    void OnSearchStrip(bool shown) override;
-};
+/// The search strip of a panel; `filtered` as SearchStripDesign has it.
+inline frame::SearchStripDesign PanelSearch(std::function<void(bool filtered)> filtered = {}) {
+    return {.anyMeansAll = true, .headingGoes = true, .filtered = std::move(filtered)};
+}
 
 } // namespace tamvelo::selection
