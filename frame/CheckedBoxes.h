@@ -27,8 +27,6 @@ public:
     CheckedBoxes(Form& form, contract::DataClass& data) : FormPart(form), m_data(data) {}
 
     void Add(com::ComPtr<objects::ControlObject> box, Hooks hooks = {});
-    /// Forgets the boxes; the form does at unload.
-    void Clear() { m_boxes.clear(); }
     /// Checks what was left and not checked yet, before a command that must not run otherwise. False when a
     /// box called the focus back or the form is gone.
     bool Settle();
@@ -44,6 +42,7 @@ private:
     void Typed(const Box& box, wchar_t& letter);
     bool Left(const Box& box);
     bool Judge(const Box& box);
+    void OnUnload() noexcept override { m_boxes.clear(); }
 
     contract::DataClass& m_data;
     std::vector<std::shared_ptr<Box>> m_boxes;

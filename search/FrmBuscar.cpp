@@ -174,7 +174,6 @@ void FrmBuscar::OnLoad() {
 }
 
 void FrmBuscar::OnUnload() noexcept {
-    m_boxes.Clear();
     m_heading.clear();
     m_filter.clear();
     m_columns.Reset();

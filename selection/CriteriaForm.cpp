@@ -1,18 +1,19 @@
 #include "selection/CriteriaForm.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "base/Commands.h"
 #include "base/FilterText.h"
 #include "base/MessageText.h"
 #include "frame/FormInstances.h"
-#include "frame/Lookup.h"
 #include "frame/Resources.h"
-#include "grid/RecordCursor.h"
 #include "selection/Resources.h"
 
 namespace tamvelo::selection {
 
+using grid::CellKind;
+using Kind = frame::Field::Kind;
 using namespace frame::tables;
 
 namespace {
@@ -30,6 +31,43 @@ constexpr KeyRow kKeys[] = {{0, VK_RETURN, base::kAceptar},
 
 constexpr int kComparisons[] = {IDC_OPTCOMPARISON0, IDC_OPTCOMPARISON1, IDC_OPTCOMPARISON2};
 
+// Dialog units.
+constexpr int kLongBox = 150;
+constexpr int kShortBox = 70;
+constexpr int kWidestLabel = 100;
+constexpr int kTickWidth = 14;
+
+constexpr size_t kMostFields = 300; // with a box: a process has room for 10,000 windows
+constexpr long kShortText = 12;     // characters that a short box shows
+
+constexpr frame::FieldLook kLook{.firstControl = IDC_CRITERIA_FIELDS,
+                                 .panel = IDC_CRITERIA,
+                                 .panelAfter = IDC_LBLBUSCAR,
+                                 .labelStyle = SS_NOPREFIX | SS_ENDELLIPSIS,
+                                 .buttonStyle = BS_NOTIFY,
+                                 .lookupHeight = 13,
+                                 .listHeight = 60};
+
+std::wstring LabelOf(const RecordField& field) { return field.caption + L":"; }
+
+bool IsShort(const RecordField& field) {
+    const bool text = field.kind == CellKind::Text || field.kind == CellKind::Any;
+    return text ? field.size > 0 && field.size <= kShortText : field.kind != CellKind::Binary;
+}
+
+/// A date that was typed, as the user's short format has it; what is none, or has a time, stays as it is.
+void ShowAsShortDate(frame::FieldRow& box) {
+    DATE date = 0;
+    const std::wstring text = box.Text();
+    const bool isDate = SUCCEEDED(VarDateFromStr(com::Bstr(text).Get(), LOCALE_USER_DEFAULT, 0, &date));
+    if (isDate && date >= 1 && date == std::floor(date)) {
+        const std::wstring shown = grid::Format(com::Variant::Date(date).Get(), CellKind::Date);
+        if (shown != text) {
+            box.SetText(shown);
+        }
+    }
+}
+
 std::wstring CountOf(long count) {
     return grid::Grouped(count) + (count == 1 ? L" Registro" : L" Registros");
 }
@@ -37,7 +75,12 @@ std::wstring CountOf(long count) {
 } // namespace
 
 CriteriaForm::CriteriaForm(const CriteriaDesign& design)
-    : Form({design.name, IDD_CRITERIA, kTools, kKeys}), m_dialog(design) {}
+    : Form({design.name, IDD_CRITERIA, kTools, kKeys}),
+      m_dialog(design),
+      m_rows(*this, kLook,
+             {.changed = [this](frame::FieldRow& row) { ShowCriterion(static_cast<size_t>(row.Index())); },
+              .lookingUp = [this](frame::FieldRow&) { return m_boxes.Settle(); },
+              .lookedUp = [](frame::FieldRow& row) { SetFocus(row.Entry()); }}) {}
 
 std::shared_ptr<CriteriaForm> CriteriaForm::Instance(const CriteriaDesign& design) {
     return std::static_pointer_cast<CriteriaForm>(
@@ -49,7 +92,7 @@ std::span<const CommandRow> CriteriaForm::Commands() const {
     static constexpr CommandRow kCommands[] = {
         {base::kAceptar, Do<&F::Aceptar>}, {base::kCancelar, Do<&F::Cancelar>},
         {base::kCerrar, Do<&F::Cancelar>}, {base::kFiltrar, Do<&F::Buscar>},
-        {base::kFiltro, Do<&F::Limpiar>},  {kLookUp, Do<&F::LookUp>},
+        {base::kFiltro, Do<&F::Limpiar>},
     };
     return kCommands;
 }
@@ -79,21 +122,18 @@ void CriteriaForm::Mostrar(IDispatch* sink, IDispatch* data) {
 void CriteriaForm::OnLoad() {
     SetWindowTextW(Window(), m_dialog.caption);
     Bar().SetBandVisible(base::kBandRegistros, true);
-    const auto answered = [this](com::Invocation& call) { clsMeEvents_AceptaSeleccion(call); };
-    m_clsMeEvents =
-        MakeRelay({{objects::AceptaSeleccion, answered}, {objects::AceptaSeleccionParam, answered}});
-    ReadFields();
+    ReadCriteria();
     CheckStands();
     const std::wstring name = L"«" + base::Named(m_className) + L"»";
     SetControlText(IDC_LBLBUSCAR, m_fields.empty() ? L"La clase " + name + L" no tiene campos."
-                                  : m_unasked == 0
-                                      ? L"Criterios para " + name + L":"
-                                      : L"Criterios para " + name + L", sin los últimos " +
-                                            grid::Grouped(m_unasked) + L" campos, que no caben:");
+                                  : m_unasked == 0 ? L"Criterios para " + name + L":"
+                                                   : L"Criterios para " + name + L", sin los últimos " +
+                                                         grid::Grouped(static_cast<long>(m_unasked)) +
+                                                         L" campos, que no caben:");
     Tried([&] { FindRelated(); }); // without look-ups the dialog still works
-    MakeFields();
+    MakeRows();
     const bool compares =
-        std::ranges::any_of(m_fields, [&](const Field& field) { return IsCompared(field); });
+        std::ranges::any_of(m_fields, [&](const Criterion& field) { return IsCompared(field); });
     ShowControl(IDC_FRMCOMPARISON, compares);
     for (const int option : kComparisons) {
         ShowControl(option, compares);
@@ -104,10 +144,6 @@ void CriteriaForm::OnLoad() {
 }
 
 void CriteriaForm::OnUnload() noexcept {
-    m_boxes.Clear();
-    m_panel.reset();
-    m_bold.reset();
-    m_clsMeEvents.reset();
     m_fields.clear();
     m_count.reset();
     m_before.reset();
@@ -117,45 +153,134 @@ void CriteriaForm::OnUnload() noexcept {
 }
 
 HWND CriteriaForm::FirstFocus() const {
-    return m_fields.empty() ? Control(IDC_CMDBUSCAR) : m_fields.front().entry;
+    const frame::FieldRow* const first = m_rows.First();
+    return first ? first->Entry() : Control(IDC_CMDBUSCAR);
+}
+
+// The fields.
+
+void CriteriaForm::ReadCriteria() {
+    m_fields.clear();
+    m_unasked = 0;
+    const com::ComPtr<IDispatch> set(m_records.Set());
+    grid::RecordCursor cursor(set.Get());
+    if (!set || !cursor.IsOpen()) {
+        return;
+    }
+    for (RecordField& field : ReadFields(cursor)) {
+        m_fields.push_back({std::move(field)});
+    }
+    if (m_fields.size() > kMostFields) {
+        m_unasked = m_fields.size() - kMostFields;
+        m_fields.resize(kMostFields);
+    }
+}
+
+void CriteriaForm::FindRelated() {
+    environment::DataClasses& classes = environment::Environment::Get().GetDataClasses();
+    auto selection = m_dialog.selections.begin();
+    for (Criterion& field : m_fields) {
+        std::wstring related = classes.Related(m_className, field.name);
+        CheckStands();
+        if (!related.empty()) {
+            field.relation = std::move(related);
+            field.selection = selection == m_dialog.selections.end() ? base::kSeleccion : *selection++;
+        }
+    }
+}
+
+bool CriteriaForm::IsList(const Criterion& field) const {
+    return m_dialog.yesNoLists && field.kind == CellKind::Check;
+}
+
+/// Texts and yes/no have nothing that a clerk would call a bound.
+bool CriteriaForm::IsCompared(const Criterion& field) const {
+    return m_dialog.comparisons && field.kind != CellKind::Text && field.kind != CellKind::Check &&
+           field.kind != CellKind::Binary;
+}
+
+void CriteriaForm::MakeRows() {
+    int labelWidth = 0;
+    for (const Criterion& field : m_fields) {
+        labelWidth = std::max(labelWidth, m_rows.MarkedWidth(LabelOf(field)));
+    }
+    m_rows.Start(std::min(labelWidth, kWidestLabel));
+    for (size_t i = 0; i < m_fields.size(); ++i) {
+        AddRow(i);
+    }
+    m_rows.Finish();
+}
+
+void CriteriaForm::AddRow(size_t index) {
+    const Criterion& field = m_fields[index];
+    const auto number = static_cast<short>(index);
+    const std::wstring label = LabelOf(field);
+    frame::Field box{.index = number,
+                     .caption = label.c_str(),
+                     .width = IsShort(field) ? kShortBox : kLongBox,
+                     .dataField = field.name.c_str()};
+    if (!field.relation.empty()) {
+        box.lookup = {.className = field.relation.c_str(), .selection = field.selection};
+    }
+    if (!IsList(field)) {
+        frame::CheckedBoxes::Hooks hooks;
+        hooks.judged = [this, index](bool valid) { Judged(index, valid); };
+        m_boxes.Add(m_rows.Add(box).Object(), std::move(hooks));
+        return;
+    }
+    box.kind = Kind::Choice;
+    box.opening = frame::kAllOfThem;
+    box.entries = frame::kYesNoAll;
+    m_rows.Add(box);
+    const std::wstring only = L"Solo " + field.caption;
+    m_rows.Add({.kind = Kind::Check,
+                .index = number,
+                .caption = only.c_str(),
+                .width = std::min(WidthOf(only.c_str()), 2 * kWidestLabel) + kTickWidth,
+                .beside = true,
+                .shortWay = true});
+}
+
+frame::FieldRow& CriteriaForm::RowOf(size_t index) {
+    return m_rows.Of(IsList(m_fields.at(index)) ? Kind::Choice : Kind::Text, static_cast<short>(index));
+}
+
+void CriteriaForm::Judged(size_t index, bool valid) {
+    const Criterion& field = m_fields.at(index);
+    frame::FieldRow& row = RowOf(index);
+    if (!valid) {
+        SetControlText(IDC_STATUS, L"«" + base::Named(row.Text()) + L"» no es un valor válido para «" +
+                                       field.caption + L"».");
+        MessageBeep(MB_ICONWARNING);
+        return;
+    }
+    if (field.kind == CellKind::Date) {
+        ShowAsShortDate(row);
+    }
+    ShowStatus();
 }
 
 // What the form tells.
 
 void CriteriaForm::ShowCriteria() {
     for (size_t i = 0; i < m_fields.size(); ++i) {
-        Mark(i);
+        m_rows.Mark(RowOf(i));
     }
     ShowStatus();
 }
 
-/// Shows whether the field has a condition.
-void CriteriaForm::Mark(size_t index) {
-    Field& field = m_fields[index];
-    const bool set = HasCondition(index);
-    if (std::exchange(field.marked, set) != set) {
-        SetWindowTextW(field.label, LabelOf(field, set).c_str());
-        SendMessageW(field.label, WM_SETFONT,
-                     set ? reinterpret_cast<WPARAM>(m_bold.get())
-                         : static_cast<WPARAM>(SendMessageW(Window(), WM_GETFONT, 0, 0)),
-                     TRUE);
-    }
-}
-
 /// After one field changed: what the others hold is known.
 void CriteriaForm::ShowCriterion(size_t index) {
-    if (!m_clearing) {
-        Mark(index);
-        ShowStatus();
-    }
+    m_rows.Mark(RowOf(index));
+    ShowStatus();
 }
 
 void CriteriaForm::ShowStatus() {
     std::wstring names;
     long count = 0;
-    for (const Field& field : m_fields) {
-        if (field.marked) {
-            names += (count++ == 0 ? L": " : L", ") + field.caption;
+    for (size_t i = 0; i < m_fields.size(); ++i) {
+        if (RowOf(i).IsMarked()) {
+            names += (count++ == 0 ? L": " : L", ") + m_fields[i].caption;
         }
     }
     std::wstring status = count == 0   ? L"Sin criterios"
@@ -199,9 +324,9 @@ void CriteriaForm::Apply() {
     std::vector<std::wstring> fragments;
     for (size_t i = 0; i < m_fields.size(); ++i) {
         // An empty box is the host's to judge; " 2 - Todos" is a text, which not every host knows as none.
-        if (!IsList(m_fields[i]) || HasCondition(i)) {
+        if (!IsList(m_fields[i]) || !RowOf(i).IsEmpty()) {
             const short bound = IsCompared(m_fields[i]) ? Comparison() : short{0};
-            fragments.push_back(m_data.CreateFilter(Box(i), bound));
+            fragments.push_back(m_data.CreateFilter(RowOf(i).Object(), bound));
             CheckStands();
         }
     }
@@ -244,70 +369,9 @@ void CriteriaForm::Cancelar() {
 }
 
 void CriteriaForm::Limpiar() {
-    m_clearing = true; // each box tells of its change
-    for (size_t i = 0; i < m_fields.size(); ++i) {
-        if (IsList(m_fields[i])) {
-            ChooseYesNo(i, kAll);
-        } else {
-            SetWindowTextW(m_fields[i].entry, L"");
-        }
-    }
-    m_clearing = false;
+    m_rows.Clear();
     ShowCriteria();
     SetFocus(FirstFocus());
-}
-
-// Look-ups: the button beside a box, F4 and Alt+Down in it open the selection panel, which answers our relay.
-
-void CriteriaForm::LookUp(int control) {
-    const size_t index = *FieldAt(control);
-    if (!m_boxes.Settle()) {
-        return;
-    }
-    const std::wstring related = m_fields.at(index).related; // the host may close the form meanwhile
-    const com::ComPtr<objects::ControlObject> box = Box(index);
-    frame::OpenLookup({related.c_str(), m_fields[index].selection}, m_clsMeEvents->Sink(), box.Get(), 0);
-    if (IsLoaded()) {
-        SetFocus(box->Window());
-    }
-}
-
-void CriteriaForm::clsMeEvents_AceptaSeleccion(com::Invocation& call) {
-    com::LateObject control(call[1].ToObject().Get(), L"ctl");
-    const auto index = static_cast<size_t>(control.Call(L"Index").ToLong());
-    if (index < m_fields.size()) {
-        SetWindowTextW(m_fields[index].entry, call[2].ToText().c_str());
-    }
-}
-
-void CriteriaForm::OnControl(int control, int code) {
-    const std::optional<size_t> field = FieldAt(control);
-    if (!field) {
-        return;
-    }
-    const size_t index = *field;
-    const int part = (control - IDC_CRITERIA_FIELDS) % Parts;
-    if (part == Entry && code == EN_CHANGE) {
-        ShowCriterion(index);
-    } else if (part == Entry && code == CBN_SELCHANGE && IsList(m_fields[index])) {
-        ChooseYesNo(index, static_cast<int>(SendMessageW(m_fields[index].entry, CB_GETCURSEL, 0, 0)));
-        ShowCriterion(index);
-    } else if (part == OnlyYes && code == BN_CLICKED) {
-        const bool ticked = SendMessageW(m_fields[index].onlyYes, BM_GETCHECK, 0, 0) == BST_CHECKED;
-        ChooseYesNo(index, ticked ? kYes : kAll);
-        ShowCriterion(index);
-    }
-}
-
-std::optional<size_t> CriteriaForm::FieldAt(int control) const {
-    const int place = control - IDC_CRITERIA_FIELDS;
-    const auto index = static_cast<size_t>(place / Parts);
-    return place >= 0 && index < m_fields.size() ? std::optional(index) : std::nullopt;
-}
-
-bool CriteriaForm::Offers(std::wstring_view command, int control) const {
-    const std::optional<size_t> field = FieldAt(control);
-    return command != kLookUp || (field && !m_fields[*field].related.empty());
 }
 
 } // namespace tamvelo::selection

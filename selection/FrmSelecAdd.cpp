@@ -6,7 +6,6 @@
 #include "selection/Resources.h"
 #include "win/Message.h"
 
-// The list, and what is handed over. The new record's boxes are in FrmSelecAddRecord.cpp.
 namespace tamvelo::selection {
 
 using namespace frame::tables;
@@ -39,8 +38,7 @@ std::span<const CommandRow> FrmSelecAdd::Commands() const {
     static constexpr CommandRow kCommands[] = {
         {base::kAceptar, Do<&F::Aceptar>}, {base::kCancelar, Do<&F::Cancelar>},
         {base::kCerrar, Do<&F::Cerrar>},   {kAlta, Do<&F::Nuevo>},
-        {kDescartar, Do<&F::Cancelar>},    {kLookUp, Do<&F::LookUp>},
-        {kGuardar, Do<&F::Aceptar>},       {kPropose, Do<&F::ProposeCode>},
+        {kDescartar, Do<&F::Cancelar>},    {kGuardar, Do<&F::Aceptar>},
     };
     return kCommands;
 }
@@ -55,32 +53,36 @@ std::vector<LayoutRow> FrmSelecAdd::Layout() const {
 }
 
 void FrmSelecAdd::OnLoad() {
-    const auto answered = [this](com::Invocation& call) { clsMeEvents_AceptaSeleccion(call); };
-    m_clsMeEvents =
-        MakeRelay({{objects::AceptaSeleccion, answered}, {objects::AceptaSeleccionParam, answered}});
     SetWindowTextW(Window(), Title().c_str());
     SetControlText(IDC_LBLTABLE1, L"Registro nuevo de " + m_request.className + L"   (* obligatorio)");
 }
 
-void FrmSelecAdd::OnUnload() noexcept {
-    m_clsMeEvents.reset();
-    m_familyWatch.reset();
-    m_adding = false;
-    m_fields.clear();
-    m_boxes.clear();
-    m_panel.reset();
-    m_panelLayout = {};
-    m_asked = 0;
-    m_family.clear();
-    m_proposed.clear();
+std::wstring FrmSelecAdd::StatusNote() const {
+    return m_record.IsOpen() ? L"Alta: Intro guarda, Esc descarta" : L"";
 }
 
-std::wstring FrmSelecAdd::StatusNote() const { return m_adding ? L"Alta: Intro guarda, Esc descarta" : L""; }
+// The mode.
+
+void FrmSelecAdd::Nuevo() {
+    if (!m_record.IsOpen()) {
+        m_record.Open();
+        Relayout();
+        m_grid.ShowStatus();
+    }
+    SetFocus(m_record.FirstFocus());
+}
+
+void FrmSelecAdd::EndNuevo() {
+    SetFocus(m_grid.Grid().Window());
+    m_record.Close();
+    Relayout();
+    m_grid.ShowStatus();
+}
 
 // Answering.
 
 void FrmSelecAdd::Aceptar() {
-    if (m_adding) {
+    if (m_record.IsOpen()) {
         AceptarAlta();
     } else if (m_answer.HasRecord()) {
         m_answer.DeliverSelection([&] { m_answer.Send(base::AnswerInAddPanel(m_request.className)); });
@@ -88,12 +90,12 @@ void FrmSelecAdd::Aceptar() {
 }
 
 void FrmSelecAdd::AceptarAlta() {
-    ProposeCode(); // the family's box may not have been left yet
-    if (!CheckRecord()) {
+    m_record.ProposeCode(); // the family's box may not have been left yet
+    if (!m_record.Check(Title())) {
         return;
     }
-    const std::wstring code = Text(*BoxNumber(base::kCodeBox));
-    m_request.data.InsertarArticulo(Values());
+    const std::wstring code = m_record.Code();
+    m_request.data.InsertarArticulo(m_record.Values());
     CheckStands();
     try {
         m_answer.DeliverSelection([&] { m_request.SendValue(com::Variant(code)); });
@@ -107,29 +109,29 @@ void FrmSelecAdd::AceptarAlta() {
 }
 
 void FrmSelecAdd::ShowStored(const std::wstring& code) {
-    SetAddMode(false);
+    EndNuevo();
     m_search.AplicarBusqueda(false);
     m_request.data.FindRecord(code, {});
     m_grid.Grid().HostChanged();
 }
 
 void FrmSelecAdd::Cancelar() {
-    if (!m_adding) {
+    if (!m_record.IsOpen()) {
         Unload();
     } else if (MayDiscard()) {
-        SetAddMode(false);
+        EndNuevo();
     }
 }
 
 void FrmSelecAdd::Cerrar() {
-    if (!m_adding || MayDiscard()) {
+    if (!m_record.IsOpen() || MayDiscard()) {
         Unload();
     }
 }
 
 /// One Esc too many must not cost a clerk what he has typed.
 bool FrmSelecAdd::MayDiscard() {
-    if (!IsAnythingTyped()) {
+    if (!m_record.IsAnythingTyped()) {
         return true;
     }
     const int answer =
@@ -139,10 +141,7 @@ bool FrmSelecAdd::MayDiscard() {
 }
 
 bool FrmSelecAdd::Offers(std::wstring_view command, int control) const {
-    const Box* const box = m_adding ? BoxAt(control) : nullptr;
-    return command == kLookUp    ? box && HasLookup(*box)
-           : command == kGuardar ? box && box->control == control
-                                 : true;
+    return command != kGuardar || m_record.IsEntry(control);
 }
 
 } // namespace tamvelo::selection

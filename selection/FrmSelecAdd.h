@@ -1,18 +1,11 @@
 #pragma once
 
-#include <memory>
 #include <string>
-#include <vector>
 
 #include "selection/Panel.h"
-#include "selection/RecordFields.h"
-#include "win/EditWatch.h"
-#include "win/ScrollPanel.h"
+#include "selection/RecordEntry.h"
 
 namespace tamvelo::selection {
-
-/// Command of a family that was typed: asks the host for a code.
-inline constexpr wchar_t kPropose[] = L"{PROPONER_CODIGO}";
 
 /// The selection panel with a second panel beside the grid, where the user enters the record that the host
 /// does not have yet and hands over its code at once.
@@ -29,13 +22,6 @@ public:
     }
 
 private:
-    /// A field of the new record on the panel: entry box, list or check box.
-    struct Box : base::RecordBox {
-        int control = 0; // of its entry; label and button are beside it
-        std::vector<Choice> choices;
-        bool list = false;
-    };
-
     void Aceptar();
     void Cancelar();
     void Cerrar();
@@ -44,39 +30,12 @@ private:
     void Nuevo();
     void AceptarAlta();
     void ShowStored(const std::wstring& code);
-    void SetAddMode(bool on);
+    void EndNuevo();
     bool MayDiscard();
-    bool IsAnythingTyped() const;
-    void ClearBoxes();
-
-    void MakeBoxes();
-    void MakeBox(Box& box, std::wstring& keys);
-    void ShowBoxes(bool shown);
-    int LabelWidth() const;
-    std::vector<win::LayoutRow> BoxRows() const;
-    const RecordField& FieldOf(const Box& box) const { return m_fields[box.field]; }
-    const wchar_t* ArrayOf(const Box& box) const;
-    const Box* BoxNumber(short number) const;
-    const Box* BoxAt(int control) const;
-    std::wstring Text(const Box& box) const;
-    com::Variant ValueOf(const Box& box) const;
-    void SetText(const Box& box, const std::wstring& text);
-
-    /// False when a box is wrong; the user has been told, and the focus is there.
-    bool CheckRecord();
-    std::wstring Complaint(const Box& box);
-    std::vector<com::Variant> Values() const;
-    bool HasLookup(const Box& box) const;
-    void LookUp(int control);
-    bool FamilyLeft();
-    void ProposeCode();
-    void NewCode(const std::wstring& family);
-    void clsMeEvents_AceptaSeleccion(com::Invocation& call);
 
     void OnLoad() override;
-    void OnUnload() noexcept override;
     bool Offers(std::wstring_view command, int control) const override;
-    void LayOutBeside(RECT& area) override;
+    void LayOutBeside(RECT& area) override { m_record.LayOutBeside(area); }
     HWND FirstFocus() const override { return Control(IDC_DATAGRID); }
     std::wstring StatusNote() const;
     std::span<const frame::CommandRow> Commands() const override;
@@ -86,16 +45,7 @@ private:
     frame::RecordGrid m_grid;
     frame::SearchStrip m_search{*this, m_request, m_grid, PanelSearch()};
     frame::RecordAnswer m_answer{*this, m_request, m_grid, m_search};
-    std::unique_ptr<objects::OwnRelay> m_clsMeEvents; // hears the look-ups
-    bool m_adding = false;
-    std::vector<RecordField> m_fields;
-    std::vector<Box> m_boxes; // as they stand on the panel
-    std::unique_ptr<win::ScrollPanel> m_panel;
-    win::RowLayout m_panelLayout; // of the panel, its title and its buttons
-    std::shared_ptr<win::EditWatch> m_familyWatch;
-    short m_asked = 0;       // number of the box that a look-up was opened for
-    std::wstring m_family;   // that a code was last asked for
-    std::wstring m_proposed; // the answer
+    RecordEntry m_record{*this, m_request.data};
 };
 
 } // namespace tamvelo::selection

@@ -5,7 +5,6 @@
 #include "base/FilterText.h"
 #include "com/LateObject.h"
 #include "environment/Environment.h"
-#include "grid/RecordCursor.h"
 #include "grid/RecordSource.h"
 
 namespace tamvelo::selection {
@@ -24,18 +23,24 @@ com::Answer Ask(LateObject& field, const wchar_t* member) {
 
 } // namespace
 
-std::vector<RecordField> ReadRecordFields(IDispatch* data) {
-    const grid::RecordSource source(data);
+std::vector<RecordField> ReadFields(grid::RecordCursor& records) {
     std::vector<RecordField> fields;
-    for (grid::FieldInfo& info : grid::RecordCursor(source.Set()).ReadFields()) {
+    for (grid::FieldInfo& info : records.ReadFields()) {
         RecordField& field = fields.emplace_back();
         field.caption = std::move(info.caption);
         field.name = std::move(info.name);
         field.kind = grid::KindOfField(info.type);
-        field.size = field.kind == CellKind::Text ? std::max(info.definedSize, 0L) : 0;
+        field.size = info.definedSize;
         field.typed = field.kind != CellKind::Binary;
         field.mark = field.kind == CellKind::Check;
     }
+    return fields;
+}
+
+std::vector<RecordField> ReadRecordFields(IDispatch* data) {
+    const grid::RecordSource source(data);
+    grid::RecordCursor records(source.Set());
+    std::vector<RecordField> fields = ReadFields(records);
     LateObject objects(LateObject(source.Set(), L"Recordset").Call(L"Fields").ToObject().Get(), L"Fields");
     for (size_t i = 0; i < fields.size(); ++i) {
         LateObject object(objects.Call(L"Item", {static_cast<long>(i)}).ToObject().Get(), L"Field");

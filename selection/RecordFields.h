@@ -7,18 +7,21 @@
 #include "base/RecordBoxes.h"
 #include "com/ComPtr.h"
 #include "grid/CellText.h"
+#include "grid/RecordCursor.h"
 
 namespace tamvelo::selection {
 
-/// A field of the record set as a form for a new record needs it.
+/// A field of the host's record set, as the forms need it that make a box for each.
 struct RecordField : base::RecordField {
     std::wstring caption;
     grid::CellKind kind = grid::CellKind::Any;
-    long size = 0; // most letters of a text; 0 is any number
+    long size = 0; // as the record set defines it
 };
 
-/// Of the data class's record set, all of its fields in their order. Throws com::Error when there is no
-/// record set, or what the host raised.
+/// All fields of the record set in their order, with what every record set tells of them.
+std::vector<RecordField> ReadFields(grid::RecordCursor& records);
+/// The same with what a record needs and refers to. Throws com::Error when there is no record set, or what
+/// the host raised.
 std::vector<RecordField> ReadRecordFields(IDispatch* data);
 
 struct Choice {

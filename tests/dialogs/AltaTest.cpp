@@ -4,10 +4,10 @@
 namespace tamvelo::testing {
 namespace {
 
-// The boxes of the host's fields: Notas is the family, Grupo refers to the taxes.
-constexpr int Field(int number) { return IDC_RECORD_BOXES + number * 3 + 1; }
-constexpr int kCodigo = Field(1), kNombre = Field(2), kPrecio = Field(3), kNotas = Field(4), kAlta = Field(5),
-              kActivo = Field(6), kCantidad = Field(7), kGrupo = Field(8);
+// The boxes of the host's fields as they stand: Notas is the family, Grupo refers to the taxes.
+constexpr int Field(int place) { return IDC_RECORD_BOXES + place * 4 + 1; }
+constexpr int kNotas = Field(0), kCodigo = Field(1), kNombre = Field(2), kPrecio = Field(3), kAlta = Field(4),
+              kActivo = Field(5), kCantidad = Field(6), kGrupo = Field(7);
 
 class AltaTest : public PanelTest {
 protected:
@@ -135,11 +135,11 @@ TEST_F(AltaTest, LookupsFillTheBoxThatAskedAndTheFamilyTheCode) {
     host.set->Table().records = 101;                                               // too many for a list
     for (const std::wstring className : {L"articulos", L"hordenes", L"familia"}) { // each answers its own way
         host.className = L"prueba";
-        host.set->Table().related = {{3, className}}; // box 4, but no family
-        Open({Forget(), Alta(kCodigo), L"'7", Into(kNotas, L"37"), Click(kNotas + 1), first,
-              Says(kNotas, L"100"), Says(kCodigo, L"7"), Says(kNombre, L""), Says(kPrecio, L""),
-              Focused(kNotas), L"Esc", Question(IDYES), Back(), L"Esc"});
-        EXPECT_THAT(host.log, Contains(L"CrearClase(\"" + className + L"\")").Times(2)); // counted, shown
+        host.set->Table().related = {{3, className}, {4, className}}; // box 4, but no family; and a tick
+        Open({Forget(), Alta(Field(0)), L"'7", Into(Field(3), L"37"), Click(Field(3) + 2), first,
+              Says(Field(3), L"100"), Says(Field(0), L"7"), Says(Field(1), L""), Says(Field(2), L""),
+              Focused(Field(3)), Click(Field(4)), L"Esc", Question(IDYES), Back(), L"Esc"});
+        EXPECT_THAT(host.log, Contains(L"CrearClase(\"" + className + L"\")").Times(3)); // counted, shown
         EXPECT_THAT(host.log, Contains(HasSubstr(L"NuevoCodigo_Fam")).Times(0));
     }
 }
@@ -152,7 +152,7 @@ TEST_F(AltaTest, AFormThatIsClosedByItsLookupsFocusIsLeftAlone) {
             DestroyWindow(owner);
         }
     });
-    Open({Alta(), Into(kNombre, L"Corona"), Do([&] { asks = true; }), Click(kNotas + 1)});
+    Open({Alta(), Into(kNombre, L"Corona"), Do([&] { asks = true; }), Click(kNotas + 2)});
     EXPECT_FALSE(Dialog());
     EXPECT_THAT(host.log, Contains(HasSubstr(L"familias")).Times(0));
 }
@@ -186,16 +186,16 @@ TEST_F(AltaTest, TheListKeepsItsRoomBesideAllTheBoxesThereMayBe) {
         EXPECT_LE(place(IDC_CMDNUEVO).right, frame.left);
         EXPECT_LE(frame.right, PlaceOf(Dialog()).right);
         EXPECT_LE(place(IDC_CMDGUARDAR).bottom, frame.bottom);
-        for (short number = 1; number <= kBoxes; ++number) {
+        for (short number = 0; number < kBoxes; ++number) {
             SetFocus(Item(Field(number))); // which scrolls to it
             const RECT box = place(Field(number));
             EXPECT_TRUE(box.top >= rows.top && box.bottom <= rows.bottom && box.right <= rows.right)
                 << number;
             EXPECT_TRUE(usable(Field(number)));
         }
-        EXPECT_FALSE(Item(Field(kBoxes + 1)));
+        EXPECT_FALSE(Item(Field(kBoxes)));
     };
-    Open({Alta(kCodigo), Do(look), L"Esc Esc"});
+    Open({Alta(Field(0)), Do(look), L"Esc Esc"});
 }
 
 } // namespace

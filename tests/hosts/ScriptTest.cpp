@@ -118,9 +118,9 @@ const Row kRows[] = {
      "AceptarSeleccion 0 [C-2] '7-001'; AplyFilter ''; Queda [7-001]",
      {{IDC_DATAGRID, 0},
       {IDC_CMDNUEVO, kClick},
-      {IDC_RECORD_BOXES + 4 * 3 + 1, VK_TAB, L"7"}, // the family
-      {IDC_RECORD_BOXES + 1 * 3 + 1, VK_TAB},       // its code
-      {IDC_RECORD_BOXES + 2 * 3 + 1, VK_RETURN, L"Puente"}}},
+      {IDC_RECORD_BOXES + 0 * 4 + 1, VK_TAB, L"7"}, // the family
+      {IDC_RECORD_BOXES + 1 * 4 + 1, VK_TAB},       // its code
+      {IDC_RECORD_BOXES + 2 * 4 + 1, VK_RETURN, L"Puente"}}},
     {L"ShowRegistros p, busca, p, 1, 0, True",
      L"Registros de fichas",
      "Requery 'seleccion'; FindRecord 'C-2' 1; AceptarEliminar de C-2 0 [C-2]; "
