@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/Commands.h"
+#include "base/FilterText.h"
 #include "base/SettingsKeys.h"
 #include "environment/Product.h"
 #include "frame/Resources.h"
@@ -25,36 +26,17 @@ constexpr ToolUse kTools[] = {
 
 constexpr wchar_t kSearch[] = L"{BUSCAR}";
 constexpr wchar_t kBoxEntered[] = L"{VALOR}";
-constexpr wchar_t kRemoveValue[] = L"{QUITAR_VALOR}";
 constexpr wchar_t kRefresh[] = L"{ACTUALIZAR}";
-constexpr wchar_t kChooseMode[] = L"{MODO}";
 constexpr wchar_t kChooseKind[] = L"{TIPO}";
 constexpr wchar_t kNormal[] = L"{NORMAL}";
 constexpr wchar_t kSimpleLook[] = L"{SIMPLE}";
 
-constexpr wchar_t kNextMode[] = L"{MODO_SIGUIENTE}";
-constexpr wchar_t kPreviousMode[] = L"{MODO_ANTERIOR}";
-
-constexpr frame::Controls kOptionButtons{IDC_OPTBUSCAR0, IDC_OPTBUSCAR4};
-
 constexpr KeyRow kKeys[] = {
     {0, VK_F5, kRefresh},
-    {IDC_LIST2, VK_DELETE, kRemoveValue},
     {IDC_TXTFIELDS0, kFirst | VK_RETURN, kBoxEntered},
     {{IDC_TXTFIELDS1, IDC_TXTFIELDS2}, kFirst | VK_RETURN, kBoxEntered},
     {IDC_TXTFIELDS0, VK_F4, kBoxEntered},
     {{IDC_TXTFIELDS1, IDC_TXTFIELDS2}, VK_F4, kBoxEntered},
-    {0, kCtrl | '1', kChooseMode, IDC_OPTBUSCAR0},
-    {0, kCtrl | '2', kChooseMode, IDC_OPTBUSCAR1},
-    {0, kCtrl | '3', kChooseMode, IDC_OPTBUSCAR2},
-    {0, kCtrl | '4', kChooseMode, IDC_OPTBUSCAR3},
-    {0, kCtrl | '5', kChooseMode, IDC_OPTBUSCAR4},
-    // The system would choose and so send the focus to a box: the arrows could not go on to the next option.
-    {kOptionButtons, VK_RIGHT, kNextMode},
-    {kOptionButtons, VK_DOWN, kNextMode},
-    {kOptionButtons, VK_LEFT, kPreviousMode},
-    {kOptionButtons, VK_UP, kPreviousMode},
-    {kOptionButtons, kClick, kChooseMode},
     {IDC_CMDBUSCAR, kClick, kSearch},
     {IDC_CMDESTILO0, kClick, kNormal},
     {IDC_CMDESTILO1, kClick, kSimpleLook},
@@ -92,13 +74,11 @@ FrmBuscar::FrmBuscar() : Form({kName, IDD_BUSCAR, kTools, kKeys}) {}
 std::span<const CommandRow> FrmBuscar::Commands() const {
     using F = FrmBuscar;
     static constexpr CommandRow kCommands[] = {
-        {base::kAceptar, Do<&F::Aceptar>},     {base::kCancelar, Do<&F::Cancelar>},
-        {base::kFiltro, Do<&F::ShowFilter>},   {kSearch, Do<&F::Buscar>},
-        {kBoxEntered, Do<&F::BoxEntered>},     {kRemoveValue, Do<&F::RemoveValue>},
-        {kRefresh, Do<&F::Refresh>},           {kChooseMode, Do<&F::ChooseMode>},
-        {kChooseKind, Do<&F::ChooseKind>},     {kNormal, Do<&F::Normal>},
-        {kSimpleLook, Do<&F::Simple>},         {kNextMode, Do<&F::NextMode>},
-        {kPreviousMode, Do<&F::PreviousMode>},
+        {base::kAceptar, Do<&F::Aceptar>},   {base::kCancelar, Do<&F::Cancelar>},
+        {base::kFiltro, Do<&F::ShowFilter>}, {kSearch, Do<&F::Buscar>},
+        {kBoxEntered, Do<&F::BoxEntered>},   {kRefresh, Do<&F::Refresh>},
+        {kChooseKind, Do<&F::ChooseKind>},   {kNormal, Do<&F::Normal>},
+        {kSimpleLook, Do<&F::Simple>},
     };
     return kCommands;
 }
@@ -136,24 +116,19 @@ void FrmBuscar::Mostrar(IDispatch* sink, IDispatch* data, IDispatch* columns) {
         const std::wstring key = environment::Product::Own().SesionKey(base::kSesionOrdenes);
         m_simple = base::StoredIndex(settings.ReadValue(key, kSimple, L"0"), 2, 0) == 1 && m_orders;
         m_kind = base::StoredIndex(settings.ReadValue(key, kSimpleIndex, L"-1"), SHRT_MAX, -1);
-        m_mode = base::StoredIndex(settings.ReadValue(key, kMode + m_className, L"0"), kModes, 0);
+        m_modes.Set(
+            base::StoredIndex(settings.ReadValue(key, kMode + m_className, L"0"), ModeOptions::kCount, 0));
         ShowModal();
     });
 }
 
 void FrmBuscar::OnLoad() {
     Bar().SetBandVisible(base::kBandRegistros, true);
-    for (int option = 0; option < kModes; ++option) {
-        RECT place{};
-        GetWindowRect(Control(IDC_OPTBUSCAR0 + option), &place);
-        MapWindowPoints(nullptr, Control(IDC_FRMOPTION), reinterpret_cast<POINT*>(&place), 1);
-        m_options[option] = {place.left, place.top};
-    }
     for (short i = 0; i < 3; ++i) {
         Watch(i);
         SendMessageW(Control(kBoxes[i]), EM_SETCUEBANNER, TRUE, reinterpret_cast<LPARAM>(kCues[i]));
     }
-    ObjectOf(IDC_LIST2, L"List2", 0);
+    m_values.Object();
     for (const int style : {IDC_CMDESTILO0, IDC_CMDESTILO1}) {
         ShowControl(style, m_orders);
     }
@@ -162,9 +137,7 @@ void FrmBuscar::OnLoad() {
         SendMessageW(Control(IDC_LSTTIPOS), LB_SETCURSEL, static_cast<WPARAM>(m_kind), 0);
     }
     m_kind = m_orders ? Selected(Control(IDC_LSTTIPOS)) : -1;
-    ShowMode();
     ShowParts();
-    ShowCount();
     if (m_columns.Count() > 0) {
         contract::ColumnCollection::Column searched = m_columns.Item(m_columns.Current());
         SetFields(searched.DataField());
@@ -181,7 +154,7 @@ void FrmBuscar::OnUnload() noexcept {
     m_sink.Reset();
 }
 
-HWND FrmBuscar::FirstFocus() const { return Control(kBoxes[Mode().focus]); }
+HWND FrmBuscar::FirstFocus() const { return Control(kBoxes[m_modes.Mode().focus]); }
 
 com::ComPtr<objects::ControlObject> FrmBuscar::Box(short index) {
     return ObjectOf(kBoxes[index], L"TxtFields", index);
@@ -247,28 +220,23 @@ void FrmBuscar::SetFields(const std::wstring& field) {
     for (short i = 0; i < 3; ++i) {
         Box(i)->SetDataField(field);
     }
-    ObjectOf(IDC_LIST2, L"List2", 0)->SetDataField(field);
+    m_values.Object()->SetDataField(field);
 }
 
 void FrmBuscar::SetMode(int mode, bool enter) {
     if (!m_boxes.SettleAll()) {
         return;
     }
-    const bool changes = std::exchange(m_mode, mode) != mode;
+    const bool changes = mode != m_modes.Chosen();
     if (changes) { // otherwise what has been collected stays
-        ShowMode();
-        SendMessageW(Control(IDC_LIST2), LB_RESETCONTENT, 0, 0);
-        ShowCount();
+        m_modes.Set(mode);
+        m_values.Clear();
         ShowParts();
     }
-    SetFocus(enter ? FirstFocus() : Control(IDC_OPTBUSCAR0 + m_mode));
+    SetFocus(enter ? FirstFocus() : m_modes.Option());
     if (changes) {
-        Remember(kMode + m_className, m_mode);
+        Remember(kMode + m_className, mode);
     }
-}
-
-void FrmBuscar::ShowMode() {
-    CheckRadioButton(Window(), IDC_OPTBUSCAR0, IDC_OPTBUSCAR4, IDC_OPTBUSCAR0 + m_mode);
 }
 
 void FrmBuscar::ChooseStyle(bool simple) {
@@ -283,45 +251,127 @@ void FrmBuscar::ChooseStyle(bool simple) {
 }
 
 void FrmBuscar::ShowParts() {
-    ShowControl(IDC_FRMOPTION, !m_simple);
-    for (int option = 0; option < kModes; ++option) {
-        ShowControl(IDC_OPTBUSCAR0 + option, !m_simple);
-    }
+    m_modes.Show(!m_simple);
     for (size_t i = 0; i < 3; ++i) {
-        ShowControl(kBoxLabels[i], Mode().boxes[i]);
-        ShowControl(kBoxes[i], Mode().boxes[i]);
+        ShowControl(kBoxLabels[i], m_modes.Mode().boxes[i]);
+        ShowControl(kBoxes[i], m_modes.Mode().boxes[i]);
     }
     for (const int control : {IDC_LBLTIPOS, IDC_LSTTIPOS}) {
         ShowControl(control, m_simple);
     }
     for (const int control : {IDC_LBLLIST2, IDC_LIST2}) {
-        ShowControl(control, Mode().list);
+        ShowControl(control, m_modes.Mode().list);
     }
-    ShowControl(IDC_HUECO, !m_simple && !Mode().list); // or the last rows would hang in the middle
+    ShowControl(IDC_HUECO, !m_simple && !m_modes.Mode().list); // or the last rows would hang in the middle
     Relayout();
 }
 
 void FrmBuscar::ResizeControls() {
     Form::ResizeControls();
-    PlaceOptions();
+    m_modes.Place();
 }
 
-void FrmBuscar::PlaceOptions() {
-    for (int option = 0; option < kModes; ++option) {
-        POINT place = m_options[option];
-        MapWindowPoints(Control(IDC_FRMOPTION), Window(), &place, 1);
-        SetWindowPos(Control(IDC_OPTBUSCAR0 + option), nullptr, place.x, place.y, 0, 0,
-                     SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+void FrmBuscar::OnControl(int control, int code) {
+    if (control == IDC_LSTTIPOS && code == LBN_SELCHANGE) {
+        Input(kChooseKind);
     }
 }
 
-// What the controls and keys say.
+// What is typed: checks, and values for the list.
 
-void FrmBuscar::OnControl(int control, int code) {
-    if (kOptionButtons.Has(control) && code == BN_CLICKED) {
-        ShowMode(); // one that is clicked shows itself as chosen
-    } else if (control == IDC_LSTTIPOS && code == LBN_SELCHANGE) {
-        Input(kChooseKind);
+bool FrmBuscar::IsChecked(short index) {
+    return m_modes.Mode().boxes.at(static_cast<size_t>(index)) &&
+           !base::IsUncheckedField(Box(index)->DataField());
+}
+
+bool FrmBuscar::PasteValues(const std::wstring& text) {
+    const auto values = m_modes.Mode().list ? base::PastedValues(text) : std::nullopt;
+    if (!values) {
+        return false;
+    }
+    m_values.Add(*values);
+    return true;
+}
+
+bool FrmBuscar::TakeTyped() {
+    const std::wstring typed = m_modes.Mode().list ? ControlText(IDC_TXTFIELDS0) : std::wstring();
+    if (typed.empty()) {
+        return false;
+    }
+    m_values.Add({&typed, 1});
+    SetControlText(IDC_TXTFIELDS0, {});
+    return true;
+}
+
+// Searching.
+
+void FrmBuscar::BoxEntered() {
+    // What the host checks and what it makes a filter of must be what stands in the box.
+    if (m_boxes.SettleAll() && !TakeTyped()) {
+        AplicarBusqueda(true);
+    }
+}
+
+void FrmBuscar::Buscar() {
+    if (m_boxes.SettleAll()) {
+        TakeTyped();
+        AplicarBusqueda(true);
+    }
+}
+
+void FrmBuscar::AplicarBusqueda(bool apply) {
+    if (apply) {
+        RememberKind();
+    }
+    if (!m_data) {
+        return;
+    }
+    std::wstring filter;
+    if (apply) {
+        BuildFilter();
+        filter = m_data.GetFilter(base::kSlotFilter);
+    }
+    m_data.AplyFilter(filter);
+    if (!IsLoaded()) {
+        return;
+    }
+    m_filter = filter;
+    ShowFilter();
+    if (apply) {
+        SetFocus(FirstFocus());
+    }
+}
+
+void FrmBuscar::BuildFilter() {
+    std::array<std::wstring, 3> fragments;
+    if (!m_modes.Mode().list) {
+        for (short i = 0; i < 3; ++i) {
+            if (m_modes.Mode().boxes.at(static_cast<size_t>(i))) {
+                fragments.at(static_cast<size_t>(i)) = m_data.CreateFilter(Box(i), i);
+                CheckStands();
+            }
+        }
+    } else if (m_values.Count() > 0) {
+        fragments[0] = m_data.CreateFilter(m_values.Object(), short{0});
+    }
+    std::wstring filter = base::JoinAnd(fragments);
+    m_data.SetFilter(filter, base::kSlotFilter);
+}
+
+void FrmBuscar::ShowFilter() {
+    SetControlText(IDC_STATUS, m_filter.empty() ? L"Sin filtro" : L"Filtro aplicado: " + m_filter);
+    Bar().SetPressed(base::kFiltro, !m_filter.empty());
+}
+
+void FrmBuscar::Aceptar() {
+    contract::Sink sink = m_sink; // a copy: the host may close the form while it is told
+    Deliver([&] { sink.AceptarBuscar(); });
+}
+
+void FrmBuscar::Cancelar() {
+    AplicarBusqueda(false);
+    if (IsLoaded()) {
+        Unload();
     }
 }
 

@@ -2,16 +2,15 @@
 
 #include <array>
 #include <memory>
-#include <span>
 #include <string>
 
-#include "base/SearchModes.h"
 #include "contract/ColumnCollection.h"
 #include "contract/DataClass.h"
 #include "contract/Sink.h"
 #include "frame/CheckedBoxes.h"
 #include "frame/RecordMoves.h"
-#include "search/Resources.h"
+#include "search/ModeOptions.h"
+#include "search/ValueList.h"
 
 namespace tamvelo::search {
 
@@ -27,7 +26,6 @@ public:
     void Mostrar(IDispatch* sink, IDispatch* data, IDispatch* columns);
 
 private:
-    const base::SearchMode& Mode() const { return base::kSearchModes.at(static_cast<size_t>(m_mode)); }
     com::ComPtr<objects::ControlObject> Box(short index);
     void Watch(short index);
     void Remember(const std::wstring& name, int value);
@@ -37,25 +35,17 @@ private:
     void ChooseKind();
     void ShowKind();
     void SetFields(const std::wstring& field);
-    void ChooseMode(int option) { SetMode(option - IDC_OPTBUSCAR0, true); }
-    void NextMode() { SetMode((m_mode + 1) % kModes, false); }
-    void PreviousMode() { SetMode((m_mode + kModes - 1) % kModes, false); }
     /// `enter`: the focus goes to the box that is typed into first.
     void SetMode(int mode, bool enter);
-    void ShowMode();
     void ChooseStyle(bool simple);
     void Normal() { ChooseStyle(false); }
     void Simple() { ChooseStyle(true); }
     void ShowParts();
-    void PlaceOptions();
 
     bool IsChecked(short index);
     bool PasteValues(const std::wstring& text);
-    void AddValues(std::span<const std::wstring> values);
     /// What is typed becomes a value of the list; false when there is nothing.
     bool TakeTyped();
-    void RemoveValue();
-    void ShowCount();
 
     void BoxEntered();
     void AplicarBusqueda(bool apply);
@@ -80,14 +70,13 @@ private:
     std::wstring m_className;
     bool m_orders = false;
     bool m_simple = false;
-    static constexpr int kModes = static_cast<int>(base::kSearchModes.size());
-    int m_mode = 0;
     int m_kind = -1;        // the place of the kind that is searched by
     std::wstring m_heading; // of the searched column
     std::wstring m_filter;  // as last applied
     frame::CheckedBoxes m_boxes{*this, m_data};
     frame::RecordMoves m_moves{*this, m_data};
-    POINT m_options[5] = {}; // places of the options in their frame
+    ModeOptions m_modes{*this, [this](int mode, bool enter) { SetMode(mode, enter); }};
+    ValueList m_values{*this};
 };
 
 } // namespace tamvelo::search
