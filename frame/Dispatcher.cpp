@@ -15,19 +15,6 @@ namespace tamvelo::frame {
 
 namespace {
 
-constexpr KeyRow kFrameKeys[] = {
-    {0, VK_RETURN, base::kAceptar},
-    {0, VK_ESCAPE, base::kCancelar},
-    {0, VK_INSERT, kNoCommand},
-    {0, VK_DELETE, kNoCommand},
-    {0, VK_F6, kCustomizeToolbar},
-    {0, VK_F8, kEditingBandOnly},
-    {0, kByControl | kAlt | VK_F4, base::kCerrar}, // the system closes the window
-    {kAnyControl, VK_F4, kLookUp},
-    {kAnyControl, kAltDown, kLookUp},
-    {kAnyControl, kClick, kLookUp},
-};
-
 bool IsTextBox(HWND window) { return (SendMessageW(window, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) != 0; }
 
 bool IsPushButton(HWND window) {
@@ -48,7 +35,7 @@ const KeyRow* Dispatcher::FindRow(const Matches& matches) const {
         found = found ? found : in(part->Keys());
     }
     found = found ? found : in(m_form.SharedKeys());
-    return found ? found : in(kFrameKeys);
+    return found ? found : in(m_frame.Keys());
 }
 
 const KeyRow* Dispatcher::FindKey(int control, UINT key) const {
@@ -166,7 +153,7 @@ Dispatcher::Found Dispatcher::FindCommand(std::wstring_view command, int control
         look(*part, part->Commands());
     }
     look(m_form, m_form.SharedCommands());
-    look(m_form, Form::FrameCommands());
+    look(m_frame, m_frame.Commands());
     return found;
 }
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "frame/Commands.h"
+#include "frame/FrameCommands.h"
 
 namespace tamvelo::frame {
 
@@ -12,7 +12,7 @@ class Form;
 /// form's own rows come first, then those of its parts in their order, then those that every form has.
 class Dispatcher {
 public:
-    explicit Dispatcher(Form& form) : m_form(form) {}
+    explicit Dispatcher(Form& form) : m_form(form), m_frame(form) {}
 
     /// Whether a message of the form's loop was a key that is used up.
     bool Preview(MSG& message);
@@ -48,6 +48,7 @@ private:
     void RunCommand(std::wstring_view command, int control);
 
     Form& m_form;
+    mutable FrameCommands m_frame;
     int m_running = 0;
     struct {
         std::wstring_view command;

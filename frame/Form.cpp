@@ -117,7 +117,8 @@ void Form::ShowModal() {
     m_opening = false;
     m_modal.emplace(Window());
     Appear();
-    RunLoop();
+    m_loop.Run(
+        m_shown, [this](MSG& message) { return m_dispatcher.Preview(message); }, [this] { Unload(); });
 }
 
 void Form::ShowModeless() {
@@ -145,30 +146,10 @@ void Form::ShowAs(short modal) {
     }
 }
 
-void Form::RunLoop() {
-    m_looping = true;
-    while (m_shown) {
-        MSG message;
-        const BOOL got = GetMessageW(&message, nullptr, 0, 0);
-        if (got == 0) {
-            // The host is ending: so do we, and its own loop hears of it next.
-            Unload();
-            PostQuitMessage(static_cast<int>(message.wParam));
-        } else if (got > 0 && !m_dispatcher.Preview(message)) {
-            TranslateMessage(&message);
-            DispatchMessageW(&message);
-        }
-    }
-    m_looping = false;
-}
-
-/// From here on there is nothing to see. What brought that about may have been sent to us, not posted: the
-/// loop, which waits for something posted, has to hear of it.
+/// From here on there is nothing to see.
 void Form::Vanish() noexcept {
     m_shown = false;
-    if (m_looping) {
-        PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
-    }
+    m_loop.Wake();
 }
 
 void Form::Hide() {
@@ -383,33 +364,6 @@ void Form::Relayout() {
     if (Window() && m_layout) {
         ResizeControls();
     }
-}
-
-// Commands that every form has.
-
-std::span<const CommandRow> Form::FrameCommands() {
-    static constexpr CommandRow kCommands[] = {
-        {base::kCancelar, Do<&Form::Unload>},
-        {base::kCerrar, Do<&Form::Unload>},
-        {kTabKey, Do<&Form::GoToNextControl>},
-        {kCustomizeToolbar, Do<&Form::CustomizeToolbar>},
-        {kEditingBandOnly, Do<&Form::ShowEditingBandOnly>},
-    };
-    return kCommands;
-}
-
-void Form::GoToNextControl() { SendMessageW(Window(), WM_NEXTDLGCTL, 0, FALSE); }
-
-void Form::CustomizeToolbar() {
-    win::MousePointer::Default();
-    Bar().Customize();
-}
-
-void Form::ShowEditingBandOnly() {
-    Bar().SetBandVisible(base::kBandRegistros, false);
-    Bar().SetBandVisible(base::kBandRegistro, false);
-    Bar().SetBandVisible(base::kBandEdicion, true);
-    Relayout();
 }
 
 void Form::ToolbarChanged() {

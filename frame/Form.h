@@ -17,6 +17,7 @@
 #include "frame/Placement.h"
 #include "frame/Toolbar.h"
 #include "objects/EventRelay.h"
+#include "win/MessageLoop.h"
 #include "win/ModalScope.h"
 #include "win/RowLayout.h"
 
@@ -48,8 +49,6 @@ public:
     std::span<const ToolUse> Tools() const { return m_design.tools; }
     std::span<const KeyRow> Keys() const override { return m_design.keys; }
     const std::vector<FormPart*>& FormParts() const { return m_parts; }
-    /// What every form can do; its own rows and those of its parts come first.
-    static std::span<const CommandRow> FrameCommands();
     /// What all forms of a kind have; the form's own rows and those of its parts come first.
     virtual std::span<const CommandRow> SharedCommands() const { return {}; }
     virtual std::span<const KeyRow> SharedKeys() const { return {}; }
@@ -86,6 +85,7 @@ public:
         CheckStands();
         return *m_toolbar;
     }
+    void Unload();
     /// Lays the window out again after controls were shown or hidden.
     void Relayout();
     /// For the status line: that a layout file could not be used; "" when there is nothing to say.
@@ -122,7 +122,6 @@ protected:
     /// By the caller's number: 0 is modeless.
     void ShowAs(short modal);
     void Hide();
-    void Unload();
 
     /// The window and the template's controls exist; makes the others and sets the opening values.
     virtual void OnLoad() {}
@@ -166,11 +165,7 @@ private:
     Hidden HideForDelivery();
     void StayLoaded();
     void ComeBack(const Hidden& before);
-    void RunLoop();
     void ToolbarChanged();
-    void GoToNextControl();
-    void CustomizeToolbar();
-    void ShowEditingBandOnly();
     std::wstring Key() const;
 
     const FormDesign m_design;
@@ -184,9 +179,9 @@ private:
     win::RowLayout m_layout;
     SIZE m_smallest{};
     std::optional<win::ModalScope> m_modal;
+    win::MessageLoop m_loop;
     bool m_opening = false;
     bool m_shown = false;
-    bool m_looping = false;
     unsigned m_outOfOrder = 0; // components that failed
     std::wstring m_layoutNote;
 };
