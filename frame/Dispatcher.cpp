@@ -34,7 +34,6 @@ const KeyRow* Dispatcher::FindRow(const Matches& matches) const {
     for (const FormPart* part : m_form.FormParts()) {
         found = found ? found : in(part->Keys());
     }
-    found = found ? found : in(m_form.SharedKeys());
     return found ? found : in(m_frame.Keys());
 }
 
@@ -152,7 +151,6 @@ Dispatcher::Found Dispatcher::FindCommand(std::wstring_view command, int control
     for (FormPart* part : m_form.FormParts()) {
         look(*part, part->Commands());
     }
-    look(m_form, m_form.SharedCommands());
     look(m_frame, m_frame.Commands());
     return found;
 }

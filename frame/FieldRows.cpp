@@ -295,8 +295,8 @@ void FieldRows::OnControl(int control, int code) {
 /// A list and the check box that is a short way to its first entry.
 void FieldRows::KeepInStep(FieldRow& row) {
     if (row.m_shortWay) {
-        FieldRow* const list = RowAt(row.m_first - 1);
-        list->Choose(row.IsTicked() ? short{0} : list->m_opening);
+        FieldRow& list = *RowAt(row.m_first - 1);
+        list.Choose(row.IsTicked() ? short{0} : list.m_opening);
     } else if (FieldRow* const next = RowAt(row.m_first + FieldRow::kParts); next && next->m_shortWay) {
         next->Tick(row.Choice() == 0);
     }

@@ -49,9 +49,6 @@ public:
     std::span<const ToolUse> Tools() const { return m_design.tools; }
     std::span<const KeyRow> Keys() const override { return m_design.keys; }
     const std::vector<FormPart*>& FormParts() const { return m_parts; }
-    /// What all forms of a kind have; the form's own rows and those of its parts come first.
-    virtual std::span<const CommandRow> SharedCommands() const { return {}; }
-    virtual std::span<const KeyRow> SharedKeys() const { return {}; }
 
     // What a form's code and its parts work with.
 

@@ -18,7 +18,7 @@ std::wstring CountVisible(const CheckList& list) {
 } // namespace
 
 FrmColumnas::FrmColumnas()
-    : ListForm({kName, IDD_COLUMNAS, kTools, {}}, {CheckList::Kind::Ticks, true, CountVisible}) {}
+    : Form({kName, IDD_COLUMNAS, kTools, {}}), m_list(*this, {CheckList::Kind::Ticks, true, CountVisible}) {}
 
 std::span<const frame::CommandRow> FrmColumnas::Commands() const {
     static constexpr frame::CommandRow kCommands[] = {{base::kAceptar, frame::Do<&FrmColumnas::Aceptar>}};
@@ -36,7 +36,7 @@ void FrmColumnas::Mostrar(IDispatch* sink, IDispatch* columns) {
             contract::ColumnCollection::Column column = m_columns.Item(i);
             entries.push_back({column.Caption(), column.Visible(), i == 0});
         }
-        List().Fill(std::move(entries));
+        m_list.List().Fill(std::move(entries));
         ShowModal();
     });
 }
@@ -48,8 +48,8 @@ void FrmColumnas::Aceptar() {
     com::ComPtr<IDispatch> reference(columns.Get());
     Deliver([&] {
         // The first column keeps the visibility that the host gave it.
-        for (int i = 1; i < List().Count(); ++i) {
-            columns.Item(static_cast<short>(i)).SetVisible(List().IsTicked(i));
+        for (int i = 1; i < m_list.List().Count(); ++i) {
+            columns.Item(static_cast<short>(i)).SetVisible(m_list.List().IsTicked(i));
         }
         CheckStands();
         sink.ActualizaColumnas(reference);

@@ -2,12 +2,12 @@
 
 #include "contract/ColumnCollection.h"
 #include "contract/Sink.h"
-#include "frame/ListForm.h"
+#include "frame/TickList.h"
 
 namespace tamvelo::gridconfig {
 
 /// Which columns of a grid are visible; the grid is the host's, or one of our own forms'.
-class FrmColumnas final : public frame::ListForm {
+class FrmColumnas final : public frame::Form {
 public:
     static constexpr wchar_t kName[] = L"frmColumnas";
     FrmColumnas();
@@ -18,10 +18,13 @@ public:
 private:
     void Aceptar();
     void OnUnload() noexcept override;
+    HWND FirstFocus() const override { return m_list.FirstFocus(); }
     std::span<const frame::CommandRow> Commands() const override;
+    std::vector<win::LayoutRow> Layout() const override { return frame::TickList::Layout(); }
 
     contract::Sink m_sink;
     contract::ColumnCollection m_columns;
+    frame::TickList m_list;
 };
 
 } // namespace tamvelo::gridconfig

@@ -1,5 +1,6 @@
 #include "gridconfig/FrmOrden.h"
 
+#include "base/Commands.h"
 #include "base/SortNumbers.h"
 #include "gridconfig/Resources.h"
 
@@ -17,7 +18,8 @@ std::wstring CountAll(const CheckList& list) {
 
 } // namespace
 
-FrmOrden::FrmOrden() : ListForm({kName, IDD_ORDEN, kTools, {}}, {CheckList::Kind::Plain, true, CountAll}) {}
+FrmOrden::FrmOrden()
+    : Form({kName, IDD_ORDEN, kTools, {}}), m_list(*this, {CheckList::Kind::Plain, true, CountAll}) {}
 
 std::span<const frame::CommandRow> FrmOrden::Commands() const {
     static constexpr frame::CommandRow kCommands[] = {{base::kAceptar, frame::Do<&FrmOrden::Aceptar>}};
@@ -34,7 +36,7 @@ void FrmOrden::Mostrar(short modo, IDispatch* sink, IDispatch* columns) {
         for (short i = 0; i < count; ++i) {
             entries.push_back({m_columns.Item(i).Caption()});
         }
-        List().Fill(std::move(entries));
+        m_list.List().Fill(std::move(entries));
         iModo = modo;
         ShowModal();
     });
@@ -43,7 +45,7 @@ void FrmOrden::Mostrar(short modo, IDispatch* sink, IDispatch* columns) {
 void FrmOrden::Aceptar() {
     contract::Sink sink = m_sink; // a copy: the host may close the form while it is told
     Deliver([&] {
-        short column = base::SortNumber(List().Current());
+        short column = base::SortNumber(m_list.List().Current());
         sink.ActualizaOrden(column, iModo);
     });
 }

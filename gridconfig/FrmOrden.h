@@ -1,14 +1,13 @@
 #pragma once
 
-#include "base/Commands.h"
 #include "contract/ColumnCollection.h"
 #include "contract/Sink.h"
-#include "frame/ListForm.h"
+#include "frame/TickList.h"
 
 namespace tamvelo::gridconfig {
 
 /// The column by which the host sorts one of its grids; the host does the sorting.
-class FrmOrden final : public frame::ListForm {
+class FrmOrden final : public frame::Form {
 public:
     static constexpr wchar_t kName[] = L"frmOrden";
     FrmOrden();
@@ -22,11 +21,13 @@ public:
 private:
     void Aceptar();
     void OnUnload() noexcept override;
-    void EntryDoubleClicked() override { Input(base::kAceptar); }
+    HWND FirstFocus() const override { return m_list.FirstFocus(); }
     std::span<const frame::CommandRow> Commands() const override;
+    std::vector<win::LayoutRow> Layout() const override { return frame::TickList::Layout(); }
 
     contract::Sink m_sink;
     contract::ColumnCollection m_columns;
+    frame::TickList m_list;
 };
 
 } // namespace tamvelo::gridconfig

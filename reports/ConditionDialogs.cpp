@@ -25,11 +25,11 @@ constexpr Condition kRepeated{.kind = Kind::Choice,
                               .entries = kYesNoAll,
                               .note = L"(Solo para Ordenes)"};
 constexpr Condition kOnlyRepeated{
-    .kind = Kind::Check, .index = 1, .caption = L"Solo las repeticiones", .beside = true};
+    .kind = Kind::Check, .index = 1, .caption = L"Solo las repeticiones", .beside = true, .shortWay = true};
 constexpr Condition kInvoiced{
     .kind = Kind::Choice, .index = 2, .caption = L"Facturado :", .opening = kAllOfThem, .entries = kYesNoAll};
 constexpr Condition kOnlyInvoiced{
-    .kind = Kind::Check, .index = 0, .caption = L"Solo los Facturados", .beside = true};
+    .kind = Kind::Check, .index = 0, .caption = L"Solo los Facturados", .beside = true, .shortWay = true};
 constexpr Condition kPriceList{.kind = Kind::Choice,
                                .index = 1,
                                .caption = L"Lista  :",
@@ -39,22 +39,6 @@ constexpr Condition kPriceList{.kind = Kind::Choice,
 
 constexpr Condition kConditions[] = {kTypeOrCustomer, kSeries,       kRepeated, kOnlyRepeated,
                                      kInvoiced,       kOnlyInvoiced, kPriceList};
-
-/// The check boxes are a short way to "Sí" of the list on their row: the host gets the list's place.
-constexpr struct {
-    short list;
-    short box;
-} kShortWays[] = {{0, 1}, {2, 0}};
-
-void KeepInStep(ReportForm& form, const Condition& changed) {
-    for (const auto& [list, box] : kShortWays) {
-        if (changed.kind == Kind::Check && changed.index == box) {
-            form.Choose(list, form.IsTicked(box) ? kYes : kAllOfThem);
-        } else if (changed.kind == Kind::Choice && changed.index == list) {
-            form.Tick(box, form.ChoiceText(list) == kYes);
-        }
-    }
-}
 
 // frmRptsCond
 
@@ -76,8 +60,8 @@ std::wstring CustomerKey() { return environment::Product::Own().SesionKey(base::
 
 void OpenInfCond(ReportForm& form) {
     if (IsCustomers(form)) {
-        form.SetText(1,
-                     environment::Environment::Get().GetSettings().ReadValue(CustomerKey(), kCustomer, {}));
+        form.Row(Kind::Text, 1)
+            .SetText(environment::Environment::Get().GetSettings().ReadValue(CustomerKey(), kCustomer, {}));
     }
 }
 
@@ -113,11 +97,11 @@ constexpr Condition kMailConditions[] = {
 
 void OpenMailCond(ReportForm& form) {
     if (form.IsLimited()) {
-        form.SetText(1, kDraft);
+        form.Row(Kind::Text, 1).SetText(kDraft);
     } else if (form.Text(1) == kDraft) {
-        form.SetText(1, L"");
+        form.Row(Kind::Text, 1).SetText(L"");
     }
-    form.EnableCondition(Kind::Text, 1, !form.IsLimited(), L"Sólo borradores");
+    form.Row(Kind::Text, 1).Enable(!form.IsLimited(), L"Sólo borradores");
 }
 
 void DeliverMailCond(ReportForm& form, ReportChoice& choice) {
@@ -135,7 +119,7 @@ constexpr Condition kHourConditions[] = {
     {.kind = Kind::Hour, .index = 2, .caption = L"Hora entre ", .opening = L"07:00", .width = 34},
     {.kind = Kind::Hour, .index = 3, .caption = L"y ", .opening = L"23:59", .width = 34, .beside = true},
     {.kind = Kind::Check, .index = 0, .caption = kOnlyInvoiced.caption},
-    kOnlyRepeated,
+    {.kind = Kind::Check, .index = 1, .caption = kOnlyRepeated.caption, .beside = true},
 };
 
 void DeliverCondHr(ReportForm& form, ReportChoice& choice) {
@@ -152,7 +136,6 @@ const ReportDesign kRptsCond{
     .dates = true,
     .conditions = kConditions,
     .note = kNote,
-    .changed = KeepInStep,
 };
 
 const ReportDesign kRptsInfCond{
@@ -164,7 +147,6 @@ const ReportDesign kRptsInfCond{
     .note = kNote,
     .period = base::PeriodParts::MonthAndYear,
     .opened = OpenInfCond,
-    .changed = KeepInStep,
     .save = SaveInfCond,
 };
 
@@ -179,7 +161,6 @@ const ReportDesign kRptsMailCond{
     .note = kNote,
     .period = base::PeriodParts::Year,
     .opened = OpenMailCond,
-    .changed = KeepInStep,
 };
 
 const ReportDesign kRptsCondHr{

@@ -27,15 +27,15 @@ bool IsStockLedger(const ReportForm& form) {
 
 void PrepareFchAuto(ReportForm& form) {
     const bool section = IsStockLedger(form);
-    form.ShowCondition(Kind::Text, 2, section);
+    form.Row(Kind::Text, 2).Show(section);
     if (section) {
-        form.SetText(2, form.Remembered(kSection, L""));
+        form.Row(Kind::Text, 2).SetText(form.Choices().Remembered(kSection, L""));
     }
 }
 
 void SaveFchAuto(ReportForm& form) {
     if (IsStockLedger(form)) {
-        form.Remember(kSection, form.Text(2));
+        form.Choices().Remember(kSection, form.Text(2));
     }
 }
 
@@ -67,7 +67,7 @@ bool IsComplaints(const ReportForm& form) { return form.ReportKey() == L"rptsPed
 void OpenFchAutoInf(ReportForm& form) {
     ShowAutomaticIfAsked(form);
     if (IsComplaints(form)) {
-        form.EnableCondition(Kind::Check, 0, false, L"Las reclamaciones no se imprimen sin verlas");
+        form.Row(Kind::Check, 0).Enable(false, L"Las reclamaciones no se imprimen sin verlas");
     }
 }
 

@@ -30,17 +30,18 @@ constexpr Condition kSqlConditions[] = {
 std::wstring SeriesKey() { return environment::Product::Own().SesionKey(base::kSesionClientes); }
 
 void ReadSeries(ReportForm& form) {
-    form.SetText(0, environment::Environment::Get().GetSettings().ReadValue(SeriesKey(), kSeries, {}));
+    form.Row(Kind::Text, 0)
+        .SetText(environment::Environment::Get().GetSettings().ReadValue(SeriesKey(), kSeries, {}));
 }
 
 void PrepareSql(ReportForm& form) {
     ReadSeries(form); // it is stored again on accepting, also when no entry was ever selected
-    form.EnableCondition(Kind::Text, 0, false, kWhyNoSeries);
+    form.Row(Kind::Text, 0).Enable(false, kWhyNoSeries);
 }
 
 void SqlEntryChosen(ReportForm& form, int entry) {
     ReadSeries(form);
-    form.EnableCondition(Kind::Text, 0, entry == kReportWithSeries, kWhyNoSeries);
+    form.Row(Kind::Text, 0).Enable(entry == kReportWithSeries, kWhyNoSeries);
 }
 
 void SaveSql(ReportForm& form) {

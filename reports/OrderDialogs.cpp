@@ -38,7 +38,8 @@ constexpr Condition kOrderConditions[] = {
 std::wstring OrdersKey() { return environment::Product::Own().SesionKey(base::kSesionOrdenesInformes); }
 
 void PrepareOrders(ReportForm& form) {
-    form.SetText(1, environment::Environment::Get().GetSettings().ReadValue(OrdersKey(), kType, {}));
+    form.Row(Kind::Text, 1)
+        .SetText(environment::Environment::Get().GetSettings().ReadValue(OrdersKey(), kType, {}));
 }
 
 void SaveOrders(ReportForm& form) {

@@ -2,30 +2,17 @@
 
 #include <optional>
 #include <span>
-#include <string_view>
 
 #include "base/PeriodName.h"
 #include "contract/Sink.h"
-#include "frame/Form.h"
-#include "frame/Lookup.h"
+#include "frame/FieldRows.h"
 
 namespace tamvelo::reports {
 
 class ReportForm;
 
-/// A condition that the host applies to the reports: a control with its label in the frame below the list.
-struct Condition {
-    enum class Kind { Text, Hour, Choice, Check, Button };
-    Kind kind;
-    short index; // in its control array: TxtFields (also hours), CmbFields, chkFields or Command
-    const wchar_t* caption;
-    const wchar_t* opening = L""; // the text, or the entry that is selected; any text ticks a check box
-    std::span<const wchar_t* const> entries = {};
-    int width = 60;                // of the control, in dialog units
-    const wchar_t* note = nullptr; // stands after the control
-    frame::Lookup lookup = {};     // opened by a button beside it, or by the button that it is
-    bool beside = false;           // on the same row as the condition before
-};
+/// A condition that the host applies to the reports: a row of the frame below the list.
+using Condition = frame::Field;
 
 /// What distinguishes one report dialog from another. The form's code is the same for all.
 struct ReportDesign {
@@ -53,8 +40,6 @@ struct ReportDesign {
     void (*opened)(ReportForm& form) = nullptr;
     /// Another entry of the list is the selected one, by keys or by a click on it or on its tick.
     void (*chosen)(ReportForm& form, int entry) = nullptr;
-    /// The user changed a condition.
-    void (*changed)(ReportForm& form, const Condition& condition) = nullptr;
     /// Keeps what is the dialog's own, when the choices are saved.
     void (*save)(ReportForm& form) = nullptr;
 

@@ -1,30 +1,31 @@
 #include "reports/ReportForm.h"
 
-#include <commctrl.h>
+#include <algorithm>
+#include <iterator>
 
 #include "base/Commands.h"
+#include "base/HourText.h"
 #include "base/SettingsKeys.h"
 #include "com/Collection.h"
-#include "environment/Product.h"
 #include "frame/FormInstances.h"
-#include "reports/Printer.h"
+#include "frame/Resources.h"
 #include "reports/Resources.h"
 #include "win/MousePointer.h"
 
 namespace tamvelo::reports {
 
+using Kind = Condition::Kind;
 using namespace frame::tables;
 
 namespace {
 
 constexpr ToolUse kTools[] = {{base::kAceptar}, {base::kCancelar}};
 
-constexpr wchar_t kChoosePrinter[] = L"{IMPRESORA}";
 constexpr wchar_t kEntryChosen[] = L"{INFORME}";
-constexpr wchar_t kPrinter[] = L"Impresora";
-// From left to right; the spinner is part of the box of copies.
-constexpr int kOutputRow[] = {IDC_LBLSELEC,   IDC_CMBSELEC,   IDC_LBLCOPIAS, IDC_TXTCOPIAS,
-                              IDC_SPINCOPIAS, IDC_CMDPRINTER, IDC_LBLPRINTER};
+constexpr int kDateControls[] = {IDC_LBLFECHA0, IDC_DTPICKER0,  IDC_LBLFECHA1,
+                                 IDC_DTPICKER1, IDC_CMDPERIODO, IDC_LBLINTERVALO};
+constexpr int kDateLabel = 46; // dialog units, as the template has the one above the conditions
+constexpr frame::FieldLook kLook{.firstControl = IDC_CONDITIONS, .lookupByIndex = true};
 // Automation's numbers 6 and 13.
 constexpr auto kOverflow = static_cast<HRESULT>(0x800A0006);
 constexpr auto kMismatch = static_cast<HRESULT>(0x800A000D);
@@ -39,12 +40,20 @@ std::wstring TickedLabels(const win::CheckList& list) {
     return std::to_wstring(count) + (count == 1 ? L" etiqueta marcada" : L" etiquetas marcadas");
 }
 
+std::wstring NoHour(const std::wstring& text) {
+    return L"«" + text + L"» no es una hora. Se escribe 7, 730, 7:30 o 7.30, de 0:00 a 23:59.";
+}
+
 } // namespace
 
 ReportForm::ReportForm(const ReportDesign& design)
-    : ListForm({design.name, IDD_REPORT, kTools, design.keys},
-               {win::CheckList::Kind::Ticks, false, design.labels ? TickedLabels : TickedReports}),
-      m_report(design) {
+    : Form({design.name, IDD_REPORT, kTools, design.keys}),
+      m_report(design),
+      m_list(*this, {win::CheckList::Kind::Ticks, false, design.labels ? TickedLabels : TickedReports},
+             [this] { CurrentChanged(); }),
+      m_conditions(*this, kLook),
+      m_output(*this, design),
+      m_choices(design, m_list, m_output) {
     if (design.dates) {
         m_dates.emplace(*this, base::WholeMonth, [this] { ShowPeriod(); });
     }
@@ -70,6 +79,7 @@ void ReportForm::Open(const Request& request, bool unseen) {
     }
     m_cls = request.cls;
     m_reportKey = key;
+    m_choices.SetScreen(key);
     m_sink = contract::Sink(request.sink, L"ClsEventos");
     m_reports = com::ComPtr<IDispatch>(request.reports);
     m_showAuto = request.showAuto;
@@ -77,7 +87,10 @@ void ReportForm::Open(const Request& request, bool unseen) {
     m_unseen = unseen;
     Load();
     EnableControl(IDC_LIST1, true);
-    LoadChoices();
+    m_choices.Load(m_reports.Get());
+    if (m_report.opened) {
+        m_report.opened(*this);
+    }
 }
 
 void ReportForm::Mostrar(const Request& request) {
@@ -96,159 +109,65 @@ void ReportForm::Aceptar(const Request& request) {
 }
 
 void ReportForm::OnLoad() {
-    ListForm::OnLoad();
     SetWindowTextW(Window(), m_report.caption);
-    const auto answered = [this](com::Invocation& call) { clsEventos_AceptaSeleccion(call); };
-    m_clsEventos =
-        MakeRelay({{objects::AceptaSeleccion, answered}, {objects::AceptaSeleccionParam, answered}});
-    for (const int control :
-         {IDC_LBLFECHA0, IDC_DTPICKER0, IDC_LBLFECHA1, IDC_DTPICKER1, IDC_CMDPERIODO, IDC_LBLINTERVALO}) {
+    for (const int control : kDateControls) {
         ShowControl(control, m_report.dates);
     }
     ShowControl(IDC_FRMPARAM, m_report.dates || !m_report.conditions.empty());
-    ObjectOf(IDC_CMBSELEC, L"CmbSelec", 0);
-    ObjectOf(IDC_TXTCOPIAS, L"TxtFields", 0);
     MakeConditions();
-    for (const int control : kOutputRow) {
-        ShowControl(control, m_report.output);
-        // Below the conditions, so after them in the tab order.
-        SetWindowPos(Control(control), HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    }
+    m_output.MoveBehind();
     if (m_report.labels) {
         SetControlText(IDC_LBLLIST1, L"&Etiquetas:");
     }
     SetControlText(IDC_LBLNOTE, m_report.note ? m_report.note : L"");
     ShowControl(IDC_LBLNOTE, m_report.note != nullptr);
     ShowControl(IDC_LBLPERIODO, m_report.period.has_value());
-    if (m_report.output) {
-        SendMessageW(Control(IDC_CMBSELEC), CB_RESETCONTENT, 0, 0);
-        SendMessageW(Control(IDC_SPINCOPIAS), UDM_SETRANGE32, 1, SHRT_MAX);
-        ShowPrinter();
-    }
     if (m_report.prepare) {
         m_report.prepare(*this);
     }
 }
 
-void ReportForm::OnUnload() noexcept {
-    m_clsEventos.reset();
-    m_sink.Reset();
-    m_reports.Reset();
-}
-
-// The choices, and how they are kept.
-
-std::wstring ReportForm::ChoicesKey() const {
-    return environment::Product::Own().FormKey(Name()) + m_reportKey;
-}
-
-std::wstring ReportForm::Remembered(const wchar_t* name, const wchar_t* fallback) const {
-    return environment::Environment::Get().GetSettings().ReadValue(ChoicesKey(), name, fallback);
-}
-
-void ReportForm::Remember(const wchar_t* name, const std::wstring& value) const {
-    environment::Environment::Get().GetSettings().WriteValue(ChoicesKey(), name, value);
-}
-
-void ReportForm::LoadChoices() {
-    environment::Settings& settings = environment::Environment::Get().GetSettings();
-    if (m_report.labels) {
-        settings.LoadLabelChoices(ChoicesKey(), m_reports.Get(), *this);
-    } else {
-        settings.LoadListChoices(ChoicesKey(), m_reports.Get(), *this);
-    }
-    CheckStands();
-    // A component of the environment has worked on the controls themselves.
-    ListForm::List().RememberTicks();
-    if (m_report.output) {
-        AddOwnOutputs();
-        OutputChanged();
-    }
-    if (m_report.opened) {
-        m_report.opened(*this);
-    }
-}
-
-void ReportForm::SetReports(const std::vector<std::wstring>& titles, const std::vector<bool>& ticks) {
-    std::vector<win::ListEntry> entries(titles.size());
-    for (size_t i = 0; i < titles.size(); ++i) {
-        entries[i] = {titles[i], ticks[i]};
-    }
-    ListForm::List().Fill(std::move(entries));
-}
-
-std::vector<std::wstring> ReportForm::Titles() const {
-    std::vector<std::wstring> titles(static_cast<size_t>(ListForm::List().Count()));
-    for (size_t i = 0; i < titles.size(); ++i) {
-        titles[i] = ListForm::List().Caption(static_cast<int>(i));
-    }
-    return titles;
-}
-
-std::vector<bool> ReportForm::Ticks() const {
-    std::vector<bool> ticks(static_cast<size_t>(ListForm::List().Count()));
-    for (size_t i = 0; i < ticks.size(); ++i) {
-        ticks[i] = ListForm::List().IsTicked(static_cast<int>(i));
-    }
-    return ticks;
-}
-
-com::ComPtr<IDispatch> ReportForm::ReportList() { return com::ComPtr<IDispatch>(ListObject().Get()); }
-
-void ReportForm::SetOutputs(std::span<const wchar_t* const> common, const std::wstring& chosen) {
-    const HWND list = Control(IDC_CMBSELEC);
-    SendMessageW(list, CB_RESETCONTENT, 0, 0);
-    for (const wchar_t* output : common) {
-        SendMessageW(list, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(output));
-    }
-    AddOwnOutputs();
-    const LRESULT found = SendMessageW(list, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
-                                       reinterpret_cast<LPARAM>(chosen.c_str()));
-    SendMessageW(list, CB_SETCURSEL, static_cast<WPARAM>(found == CB_ERR ? 0 : found), 0);
-}
-
-void ReportForm::AddOwnOutputs() {
-    const HWND list = Control(IDC_CMBSELEC);
-    for (const wchar_t* output : m_report.ownOutputs) {
-        const auto text = reinterpret_cast<LPARAM>(output);
-        if (SendMessageW(list, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), text) == CB_ERR) {
-            SendMessageW(list, CB_ADDSTRING, 0, text);
+void ReportForm::MakeConditions() {
+    int labelWidth = kDateLabel;
+    for (const Condition& condition : m_report.conditions) {
+        if (!condition.beside && condition.kind != Kind::Check && condition.kind != Kind::Button) {
+            labelWidth = std::max(labelWidth, WidthOf(condition.caption));
         }
     }
+    m_conditions.Start(labelWidth);
+    for (const Condition& condition : m_report.conditions) {
+        m_conditions.Add(condition);
+    }
+    m_conditions.Finish();
 }
 
-std::wstring ReportForm::Output() const { return ControlText(IDC_CMBSELEC); }
-
-void ReportForm::SetCopies(const std::wstring& copies) { SetControlText(IDC_TXTCOPIAS, copies); }
-
-std::wstring ReportForm::Copies() const { return ControlText(IDC_TXTCOPIAS); }
-
-com::ComPtr<IDispatch> ReportForm::OutputList() {
-    return com::ComPtr<IDispatch>(ObjectOf(IDC_CMBSELEC, L"CmbSelec", 0).Get());
-}
-
-com::ComPtr<IDispatch> ReportForm::CopiesBox() {
-    return com::ComPtr<IDispatch>(ObjectOf(IDC_TXTCOPIAS, L"TxtFields", 0).Get());
+void ReportForm::OnUnload() noexcept {
+    m_sink.Reset();
+    m_reports.Reset();
 }
 
 // Accepting.
 
 void ReportForm::Accept() {
-    if (!CheckHours()) { // before anything is hidden: the user is to mend it
+    const auto complaint = [](const frame::FieldRow& row) {
+        const bool wrong = row.Kind() == Kind::Hour && !base::ParseHour(row.Text());
+        return wrong ? NoHour(row.Text()) : std::wstring();
+    };
+    if (!m_conditions.Check(m_report.caption, complaint)) { // before anything is hidden: to be mended
         return;
     }
     contract::ReportChoice choice;
     const auto keep = [&] {
         // The reports are worth more than remembering them.
         Tried([&] {
-            environment::Environment::Get().GetSettings().SaveListChoices(ChoicesKey(), *this);
+            m_choices.Save();
             if (m_report.save) {
                 m_report.save(*this);
             }
         });
         CheckStands();
         if (m_report.output) {
-            choice.output = static_cast<short>(SendMessageW(Control(IDC_CMBSELEC), CB_GETCURSEL, 0, 0));
+            choice.output = m_output.Chosen();
             choice.copies = CopiesNumber();
         }
         choice.selection = Selection();
@@ -257,7 +176,7 @@ void ReportForm::Accept() {
 }
 
 short ReportForm::CopiesNumber() {
-    const std::wstring text = Copies();
+    const std::wstring text = m_output.Copies();
     try {
         return com::Variant(text).ToShort();
     } catch (const com::Error& error) {
@@ -271,54 +190,31 @@ short ReportForm::CopiesNumber() {
 
 com::ComPtr<IDispatch> ReportForm::Selection() const {
     std::vector<com::Variant> ticks;
-    for (const bool tick : Ticks()) {
+    for (const bool tick : m_choices.Ticks()) {
         ticks.emplace_back(tick);
     }
     return com::MakeCollection(std::move(ticks));
 }
 
+DATE ReportForm::Hour(short index) const {
+    constexpr double kMinutesPerDay = 24 * 60;
+    const std::wstring text = m_conditions.Of(Kind::Hour, index).Text();
+    const std::optional<int> minute = base::ParseHour(text);
+    if (!minute) {
+        throw com::Error(DISP_E_TYPEMISMATCH, NoHour(text));
+    }
+    return *minute / kMinutesPerDay;
+}
+
 std::span<const CommandRow> ReportForm::Commands() const {
     static constexpr CommandRow kCommands[] = {
         {base::kAceptar, Do<&ReportForm::Accept>},
-        {kLookUp, Do<&ReportForm::LookUp>},
-        {kChoosePrinter, Do<&ReportForm::CambiarImpresora>},
         {kEntryChosen, Do<&ReportForm::EntryChosen>},
     };
     return kCommands;
 }
 
-// Output and printer.
-
-void ReportForm::OutputChanged() {
-    const bool printer = m_report.printerByName
-                             ? Output() == kPrinter
-                             : SendMessageW(Control(IDC_CMBSELEC), CB_GETCURSEL, 0, 0) == 0;
-    for (const int control : {IDC_LBLCOPIAS, IDC_TXTCOPIAS, IDC_SPINCOPIAS, IDC_CMDPRINTER, IDC_LBLPRINTER}) {
-        EnableControl(control, printer);
-    }
-}
-
-void ReportForm::ShowPrinter() { SetControlText(IDC_LBLPRINTER, DefaultPrinter()); }
-
-void ReportForm::CambiarImpresora() {
-    if (ChoosePrinter(Window()) && IsLoaded()) {
-        ShowPrinter();
-    }
-}
-
-void ReportForm::OnControl(int control, int code) {
-    if (control == IDC_CMBSELEC && code == CBN_SELCHANGE) {
-        OutputChanged();
-    } else {
-        OnConditionControl(control, code);
-        ListForm::OnControl(control, code);
-    }
-}
-
-std::span<const frame::KeyRow> ReportForm::SharedKeys() const {
-    static constexpr auto kKeys = KeysAnd(frame::kListKeys, {{IDC_CMDPRINTER, kClick, kChoosePrinter}});
-    return kKeys;
-}
+// The selected report.
 
 void ReportForm::CurrentChanged() {
     if (m_report.chosen) {
@@ -329,50 +225,41 @@ void ReportForm::CurrentChanged() {
 
 void ReportForm::EntryChosen() {
     // While the host is asked another one may become the selected one.
-    for (int told = -1; CurrentEntry() >= 0 && CurrentEntry() != told;) {
-        told = CurrentEntry();
+    for (int told = -1; m_list.CurrentEntry() >= 0 && m_list.CurrentEntry() != told;) {
+        told = m_list.CurrentEntry();
         m_report.chosen(*this, told);
     }
 }
 
 void ReportForm::ShowPeriod() {
-    const int entry = CurrentEntry();
+    const int entry = m_list.CurrentEntry();
     if (m_report.period) {
         SetControlText(IDC_LBLPERIODO, entry < 0 ? L""
                                                  : base::PeriodName(m_dates->Shown(), *m_report.period) +
-                                                       L": " + ListForm::List().Caption(entry));
+                                                       L": " + m_list.List().Caption(entry));
     }
 }
 
 // Places.
 
 std::vector<LayoutRow> ReportForm::Layout() const {
-    std::vector<LayoutRow> rows = ListForm::Layout();
-    std::vector<LayoutRow> conditions = ConditionRows();
-    if (m_report.dates) {
-        const std::vector<LayoutRow> dates = frame::DateRangeControl::Layout();
-        conditions.insert(conditions.begin(), dates.begin(), dates.end());
-    }
+    std::vector<LayoutRow> rows = frame::TickList::Layout();
+    std::vector<LayoutRow> conditions =
+        m_report.dates ? frame::DateRangeControl::Layout() : std::vector<LayoutRow>();
+    std::ranges::move(m_conditions.Layout(), std::back_inserter(conditions));
     conditions.push_back({kOwn, {{IDC_LBLPERIODO, kFill}}});
     conditions.push_back({kOwn, {{IDC_LBLNOTE, kFill}}});
     for (LayoutRow& row : conditions) {
         row.frame = IDC_FRMPARAM;
         rows.push_back(std::move(row));
     }
-    rows.push_back({kOwn,
-                    {{IDC_LBLSELEC},
-                     {IDC_CMBSELEC},
-                     {IDC_LBLCOPIAS},
-                     {IDC_TXTCOPIAS},
-                     {IDC_CMDPRINTER},
-                     {IDC_LBLPRINTER, kFill}}});
+    rows.push_back(ReportOutput::Layout());
     return rows;
 }
 
 void ReportForm::ResizeControls() {
-    ListForm::ResizeControls();
-    // The spinner takes its place from the box whenever it is given the box anew.
-    SendMessageW(Control(IDC_SPINCOPIAS), UDM_SETBUDDY, reinterpret_cast<WPARAM>(Control(IDC_TXTCOPIAS)), 0);
+    Form::ResizeControls();
+    m_output.PlaceSpinner();
 }
 
 } // namespace tamvelo::reports

@@ -7,18 +7,18 @@
 
 #include "contract/Sink.h"
 #include "frame/DateRangeControl.h"
-#include "frame/ListForm.h"
-#include "objects/EventRelay.h"
+#include "frame/FieldRows.h"
+#include "frame/TickList.h"
+#include "reports/ReportChoices.h"
 #include "reports/ReportDesign.h"
+#include "reports/ReportOutput.h"
 
 namespace tamvelo::reports {
-
-/// Opens what the box with the focus, or the button, can be filled from.
 
 /// A report dialog: the reports of a host's screen with ticks, where they go and how often, and conditions.
 /// The choices are kept per screen; the host runs the reports when it gets them. A description makes one of
 /// these into a certain dialog.
-class ReportForm final : public frame::ListForm, private environment::ChoiceLists {
+class ReportForm final : public frame::Form {
 public:
     /// What the host asks with.
     struct Request {
@@ -47,75 +47,41 @@ public:
     bool ShowsAuto() const { return m_showAuto; }
     bool IsLimited() const { return m_limited; }
     base::DateRange Range() { return m_dates->Range(); }
-    /// TxtFields(index)
-    std::wstring Text(short index) const;
-    void SetText(short index, const std::wstring& text);
+    ReportChoices& Choices() { return m_choices; }
+    frame::FieldRow& Row(Condition::Kind kind, short index) { return m_conditions.Of(kind, index); }
+    std::wstring Text(short index) const { return m_conditions.Of(Condition::Kind::Text, index).Text(); }
     /// The time of day in a box for hours, which accepting has checked. Throws com::Error when it is none.
     DATE Hour(short index) const;
-    /// CmbFields(index): the selected entry's place.
-    short Choice(short index) const;
-    std::wstring ChoiceText(short index) const;
-    void Choose(short index, const wchar_t* entry);
-    /// chkFields(index)
-    bool IsTicked(short index) const;
-    void Tick(short index, bool ticked);
-    /// Takes a condition with all that belongs to it away, or off.
-    void ShowCondition(Condition::Kind kind, short index, bool shown);
-    void EnableCondition(Condition::Kind kind, short index, bool enabled, const wchar_t* whyNot = L"");
-    /// A value under the key of this screen's choices.
-    std::wstring Remembered(const wchar_t* name, const wchar_t* fallback) const;
-    void Remember(const wchar_t* name, const std::wstring& value) const;
+    /// The selected entry's place.
+    short Choice(short index) const { return m_conditions.Of(Condition::Kind::Choice, index).Choice(); }
+    std::wstring ChoiceText(short index) const {
+        return m_conditions.Of(Condition::Kind::Choice, index).Text();
+    }
+    bool IsTicked(short index) const { return m_conditions.Of(Condition::Kind::Check, index).IsTicked(); }
 
 private:
     void Open(const Request& request, bool unseen);
-    void LoadChoices();
     void Accept();
     short CopiesNumber();
     com::ComPtr<IDispatch> Selection() const;
-    std::wstring ChoicesKey() const;
-
     void MakeConditions();
-    bool CheckHours() const;
-    const Condition& Find(Condition::Kind kind, short index) const;
-    int ControlOf(const Condition& condition) const;
-    std::vector<win::LayoutRow> ConditionRows() const;
-    const Condition* LookupOf(int control) const;
-    void LookUp(int control);
-    void OnConditionControl(int control, int code);
-    void clsEventos_AceptaSeleccion(com::Invocation& call);
-
     void EntryChosen();
+    void CurrentChanged();
     void ShowPeriod();
-    void OutputChanged();
-    void CambiarImpresora();
-    void ShowPrinter();
-    void AddOwnOutputs();
 
     void OnLoad() override;
     void OnUnload() noexcept override;
-    void OnControl(int control, int code) override;
-    bool Offers(std::wstring_view command, int control) const override;
-    std::span<const frame::KeyRow> SharedKeys() const override;
     void ResizeControls() override;
-    void CurrentChanged() override;
+    HWND FirstFocus() const override { return m_list.FirstFocus(); }
     std::span<const frame::CommandRow> Commands() const override;
     std::vector<win::LayoutRow> Layout() const override;
 
-    void SetReports(const std::vector<std::wstring>& titles, const std::vector<bool>& ticks) override;
-    std::vector<std::wstring> Titles() const override;
-    std::vector<bool> Ticks() const override;
-    com::ComPtr<IDispatch> ReportList() override;
-    bool HasOutput() const override { return m_report.output; }
-    void SetOutputs(std::span<const wchar_t* const> common, const std::wstring& chosen) override;
-    std::wstring Output() const override;
-    void SetCopies(const std::wstring& copies) override;
-    std::wstring Copies() const override;
-    com::ComPtr<IDispatch> OutputList() override;
-    com::ComPtr<IDispatch> CopiesBox() override;
-
     const ReportDesign& m_report;
+    frame::TickList m_list;
+    frame::FieldRows m_conditions;
+    ReportOutput m_output;
+    ReportChoices m_choices;
     std::optional<frame::DateRangeControl> m_dates;
-    std::unique_ptr<objects::OwnRelay> m_clsEventos; // hears the look-ups
     std::wstring m_cls;
     std::wstring m_reportKey;
     contract::Sink m_sink;

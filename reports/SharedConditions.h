@@ -11,9 +11,8 @@ inline constexpr const wchar_t* kPriceLists[] = {L"PRC", L"SL1", L"SL2", L"SL3",
                                                  L"SL5", L"SM1", L"SM2", L"SM3", L"TDS"};
 
 /// Whether a yes/no property must hold: the host gets the entry's place, not the number in its text.
-inline constexpr const wchar_t* kYesNoAll[] = {L"-1 - Sí", L" 0 - No", L" 2 - Todos"};
-inline constexpr const wchar_t* kYes = kYesNoAll[0];
-inline constexpr const wchar_t* kAllOfThem = kYesNoAll[2];
+using frame::kAllOfThem;
+using frame::kYesNoAll;
 
 inline constexpr Condition kAutomatic{
     .kind = Condition::Kind::Check, .index = 0, .caption = L"Impresión Automática "};
@@ -22,7 +21,7 @@ inline constexpr Condition kAutomatic{
 inline short Automatic(const ReportForm& form) { return form.IsTicked(0) ? short{1} : short{0}; }
 
 inline void ShowAutomaticIfAsked(ReportForm& form) {
-    form.ShowCondition(Condition::Kind::Check, 0, form.ShowsAuto());
+    form.Row(Condition::Kind::Check, 0).Show(form.ShowsAuto());
 }
 
 } // namespace tamvelo::reports
