@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "base/GridLayout.h"
-#include "grid/RecordCursor.h"
+#include "grid/SetMembers.h"
 
 namespace tamvelo::grid {
 

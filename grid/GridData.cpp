@@ -25,10 +25,10 @@ private:
 /// No record set: no rows. The fields stay, so that the heads do.
 GridData::Change GridData::Empty() {
     Change change;
-    change.rows = m_cursor || m_marks.count > 0;
+    change.rows = m_cursor || m_signs.count > 0;
     change.current = m_current >= 0;
     m_cursor.reset();
-    m_marks = {};
+    m_signs = {};
     m_current = -1;
     m_record.clear();
     m_blocks.BumpEpoch();
@@ -83,13 +83,13 @@ GridData::Change GridData::Refresh(HostDid did) {
         return m_cursor == cursor ? Empty() : Change{};
     }
     Change change;
-    RecordCursor::Marks marks = cursor->ReadMarks();
-    change.rows = everything || did != HostDid::Something || !marks.SameRowsAs(m_marks);
+    RowSigns signs = cursor->ReadSigns();
+    change.rows = everything || did != HostDid::Something || !signs.SameRowsAs(m_signs);
     if (change.rows && !everything && did != HostDid::Ordered) {
         cursor->Follow();
     }
     std::vector<FieldInfo> fields = everything ? cursor->ReadFields() : m_fields;
-    if (fields.empty() && marks.count == 0) {
+    if (fields.empty() && signs.count == 0) {
         fields = m_fields; // no record to tell them
     }
     const long current = cursor->HostRow();
@@ -97,9 +97,9 @@ GridData::Change GridData::Refresh(HostDid did) {
         return {}; // bound to something else meanwhile, and that was shown already
     }
     Adopt(std::move(fields), change);
-    m_marks = std::move(marks);
+    m_signs = std::move(signs);
     change.current = change.rows || current != m_current;
-    m_current = current < m_marks.count ? current : -1;
+    TakeCurrent(current);
     m_blocks.BumpEpoch(); // rows may change without a trace
     return change;
 }
@@ -129,7 +129,7 @@ bool GridData::ReadRows(RecordCursor& cursor, long first, long last) {
         const RowBlock* block = m_blocks.Find(row);
         return block && block->IsRead(row);
     };
-    RecordCursor::Rows needed{std::max(first, 0L), std::min(last, m_marks.count - 1)};
+    RecordCursor::Rows needed{std::max(first, 0L), std::min(last, m_signs.count - 1)};
     while (needed.first <= needed.last && isThere(needed.first)) {
         ++needed.first;
     }
@@ -142,12 +142,12 @@ bool GridData::ReadRows(RecordCursor& cursor, long first, long last) {
     const long firstBlock = Blocks::BlockOf(needed.first);
     const RecordCursor::Rows together{
         Blocks::FirstRow(firstBlock),
-        std::min(Blocks::FirstRow(Blocks::BlockOf(needed.last) + 1), m_marks.count) - 1};
+        std::min(Blocks::FirstRow(Blocks::BlockOf(needed.last) + 1), m_signs.count) - 1};
     const auto columns = static_cast<short>(m_kinds.size());
     const std::uint32_t epoch = m_blocks.Epoch();
     std::vector<RowBlock> read;
     for (long row = together.first; row <= together.last; row += Blocks::kRowsPerBlock) {
-        read.emplace_back(row, std::min(Blocks::kRowsPerBlock, m_marks.count - row), columns);
+        read.emplace_back(row, std::min(Blocks::kRowsPerBlock, m_signs.count - row), columns);
     }
     const auto keep = [&](const RecordCursor::Rows& rows) {
         for (long row = rows.first; row <= rows.last; ++row) {
@@ -203,7 +203,7 @@ bool GridData::Load(long first, long last) {
         const std::uint32_t epoch = m_blocks.Epoch();
         const auto all = static_cast<short>(m_kinds.size());
         const std::vector<bool> differ =
-            Differences(cursor->HostRecord(closely ? all : std::min(all, kTelling)));
+            Differences(cursor->Host().Values(closely ? all : std::min(all, kTelling)));
         if (epoch != m_blocks.Epoch()) {
             break; // the rows are others now; whoever changed them loads those
         }
@@ -215,7 +215,7 @@ bool GridData::Load(long first, long last) {
         m_blocks.BumpEpoch();
         const long current = cursor->HostRow();
         if (m_cursor == cursor && current != m_current) {
-            m_current = current < m_marks.count ? current : -1;
+            TakeCurrent(current);
             m_missedSync = true; // to be shown
         }
     }
@@ -224,7 +224,7 @@ bool GridData::Load(long first, long last) {
 
 bool GridData::MoveTo(long row) {
     const std::shared_ptr<RecordCursor> cursor = m_cursor;
-    if (!cursor || m_busy > 0 || row < 0 || row >= m_marks.count) {
+    if (!cursor || m_busy > 0 || row < 0 || row >= m_signs.count) {
         return false;
     }
     const UnderWay busy(m_busy);
@@ -232,7 +232,7 @@ bool GridData::MoveTo(long row) {
     const bool moved = cursor->MoveHost(row);
     const long current = cursor->HostRow();
     if (m_cursor == cursor) {
-        m_current = current < m_marks.count ? current : -1;
+        TakeCurrent(current);
         if (moved && current != row) { // the record that was shown there is the host's in another place
             m_strayed = true;
             m_missedSync = true;
@@ -241,7 +241,7 @@ bool GridData::MoveTo(long row) {
     return moved;
 }
 
-std::vector<bool> GridData::Differences(const RecordCursor::Record& record) {
+std::vector<bool> GridData::Differences(const Record& record) {
     const auto columns = static_cast<short>(std::min(record.size(), m_kinds.size()));
     RowBlock host(m_current, 1, columns);
     host.MarkRead(m_current);
@@ -265,7 +265,7 @@ bool GridData::Confirm() {
     Load(m_current, m_current);
     const std::uint32_t epoch = m_blocks.Epoch();
     const UnderWay busy(m_busy);
-    RecordCursor::Record record = cursor->HostRecord(static_cast<short>(m_kinds.size()));
+    Record record = cursor->Host().Values(static_cast<short>(m_kinds.size()));
     if (m_cursor != cursor || epoch != m_blocks.Epoch() || m_current < 0 || m_missedSync) {
         return false;
     }
@@ -291,7 +291,7 @@ com::Variant GridData::Value(short column) {
     if (!cursor || m_current < 0) {
         return {};
     }
-    return cursor->Value(column);
+    return cursor->Host().Value(column);
 }
 
 void GridData::Write(short column, const com::Variant& value) {
@@ -301,7 +301,7 @@ void GridData::Write(short column, const com::Variant& value) {
     }
     const UnderWay busy(m_busy);
     m_record.clear();
-    cursor->Write(column, value);
+    cursor->Host().Write(column, value);
     m_wrote = true;
     m_blocks.BumpEpoch(); // also in a set that does not count its changes
 }

@@ -44,7 +44,7 @@ public:
     bool Busy() const { return m_busy > 0; }
 
     bool Bound() const { return m_cursor != nullptr; }
-    long Count() const { return m_marks.count; }
+    long Count() const { return m_signs.count; }
     /// -1 when the host stands on no row.
     long Current() const { return m_current; }
     std::span<const FieldInfo> Fields() const { return m_fields; }
@@ -75,27 +75,28 @@ private:
     static constexpr short kTelling = 3;
 
     Change Refresh(HostDid did);
+    void TakeCurrent(long row) { m_current = row < Count() ? row : -1; }
     Change Empty();
     void Adopt(std::vector<FieldInfo> fields, Change& change);
     /// False when the set must not be moved now, or its rows became others meanwhile.
     bool ReadRows(RecordCursor& cursor, long first, long last);
     /// By column, whether the current row shows something else than this.
-    std::vector<bool> Differences(const RecordCursor::Record& record);
+    std::vector<bool> Differences(const Record& record);
     void SetCell(RowBlock& block, long row, short column, const VARIANT* value) const;
 
     RecordSource m_source;
     std::shared_ptr<RecordCursor> m_cursor;
-    RecordCursor::Marks m_marks;
+    RowSigns m_signs;
     long m_current = -1;
     std::vector<FieldInfo> m_fields;
     std::vector<CellKind> m_kinds;
     Blocks m_blocks{kBlocks};
-    bool m_looked = false;         // since the rows were read: whether they are the host's
-    bool m_strayed = false;        // they have been others
-    bool m_wrote = false;          // a clone that is a snapshot has what was there before
-    bool m_ordered = false;        // the host was asked for an order
-    RecordCursor::Record m_record; // the host's current one, if it is confirmed
-    std::vector<bool> m_restless;  // columns whose values changed by themselves
+    bool m_looked = false;        // since the rows were read: whether they are the host's
+    bool m_strayed = false;       // they have been others
+    bool m_wrote = false;         // a clone that is a snapshot has what was there before
+    bool m_ordered = false;       // the host was asked for an order
+    Record m_record;              // the host's current one, if it is confirmed
+    std::vector<bool> m_restless; // columns whose values changed by themselves
     int m_busy = 0;
     bool m_missedSync = false;
 };

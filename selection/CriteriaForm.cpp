@@ -299,7 +299,7 @@ void CriteriaForm::CountRecords() {
     if (set) {
         grid::RecordCursor cursor(set.Get());
         if (cursor.IsOpen()) {
-            count = cursor.ReadMarks().count;
+            count = cursor.ReadSigns().count;
         }
     }
     CheckStands();

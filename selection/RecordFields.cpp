@@ -58,7 +58,7 @@ std::optional<std::vector<Choice>> ReadChoices(const std::wstring& className) {
         data.Call(L"Requery", {base::kSeleccion});
         const grid::RecordSource source(data.Get());
         grid::RecordCursor cursor(source.Set());
-        const long count = cursor.ReadMarks().count;
+        const long count = cursor.ReadSigns().count;
         if (count > kMostChoices) {
             return {};
         }
