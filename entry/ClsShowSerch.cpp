@@ -83,7 +83,7 @@ HRESULT OpenReports(const reports::ReportDesign& design, ReportMethod method, BS
                     IDispatch** list, VARIANT_BOOL* showAuto, bool limited) {
     return Operation(
         [&] {
-            const auto form = reports::ReportForm::Instance(design);
+            const auto form = frame::InstanceOf<reports::ReportForm>(design);
             ((*form).*method)({Text(cls), *sink, *list, Flag(showAuto, true), limited});
         },
         cls, sink, list);
@@ -95,7 +95,8 @@ HRESULT ShowReports(const reports::ReportDesign& design, BSTR* cls, IDispatch** 
 }
 
 HRESULT ShowCriteria(const selection::CriteriaDesign& design, IDispatch** sink, IDispatch** data) {
-    return Operation([&] { selection::CriteriaForm::Instance(design)->Mostrar(*sink, *data); }, sink, data);
+    return Operation([&] { frame::InstanceOf<selection::CriteriaForm>(design)->Mostrar(*sink, *data); }, sink,
+                     data);
 }
 
 HRESULT PrintReports(const reports::ReportDesign& design, BSTR* cls, IDispatch** sink, IDispatch** list,

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/RecordBoxes.h"
 #include "base/Text.h"
 #include "win/Message.h"
 #include "win/WindowText.h"
@@ -22,6 +23,7 @@ constexpr int kButtonWidth = 16;
 constexpr int kUsualWidth = 60;
 constexpr int kTickWidth = 14;
 
+constexpr wchar_t kRequired[] = L" *";
 constexpr wchar_t kMark[] = L" •";
 
 struct KindOfControl {
@@ -31,7 +33,7 @@ struct KindOfControl {
     bool ownCaption;
 };
 
-const KindOfControl& Of(Kind kind) {
+const KindOfControl& ControlOf(Kind kind) {
     static constexpr KindOfControl kKinds[] = {
         {L"EDIT", ES_AUTOHSCROLL, L"TxtFields", false},
         {L"EDIT", ES_AUTOHSCROLL, L"TxtFields", false},
@@ -46,29 +48,28 @@ int HeightOf(Kind kind, const FieldLook& look) {
     return kind == Kind::Choice ? look.listHeight : kind == Kind::Button ? kEntryHeight + 1 : kEntryHeight;
 }
 
+HFONT FontOf(const Form& form) {
+    return reinterpret_cast<HFONT>(SendMessageW(form.Window(), WM_GETFONT, 0, 0));
+}
+
 } // namespace
 
-FieldRow::FieldRow(Form& form, const FieldLook& look, const Field& field, int first, int labelWidth)
-    : m_form(&form),
-      m_kind(field.kind),
-      m_index(field.index),
-      m_first(first),
-      m_beside(field.beside),
-      m_shortWay(field.shortWay),
-      m_lookup(field.lookup),
-      m_caption(field.caption) {
-    const KindOfControl& kind = Of(m_kind);
-    const int textWidth = form.WidthOf(field.caption);
+FieldRow::FieldRow(Form& form, const FieldLook& look, const Field& field, std::wstring caption, int first,
+                   int labelWidth)
+    : m_form(&form), m_field(field), m_first(first), m_caption(std::move(caption)) {
+    const KindOfControl& kind = ControlOf(m_field.kind);
+    const wchar_t* const text = m_caption.c_str();
+    const int textWidth = form.WidthOf(text);
     if (!kind.ownCaption || look.fill) {
         m_label =
-            form.AddControl(first + kLabel, L"STATIC", kind.ownCaption ? L"" : field.caption,
+            form.AddControl(first + kLabel, L"STATIC", kind.ownCaption ? L"" : text,
                             SS_LEFT | look.labelStyle, {field.beside ? textWidth : labelWidth, kTextHeight});
     }
     const int usual = kind.ownCaption ? textWidth + kTickWidth : kUsualWidth;
-    m_entry = form.AddControl(Control(), kind.windowClass, kind.ownCaption ? field.caption : L"",
+    m_entry = form.AddControl(Control(), kind.windowClass, kind.ownCaption ? text : L"",
                               kind.style | WS_TABSTOP | (kind.ownCaption ? look.buttonStyle : 0),
-                              {field.width ? field.width : usual, HeightOf(m_kind, look)});
-    if (m_lookup.className && m_kind != Kind::Button) {
+                              {field.width ? field.width : usual, HeightOf(field.kind, look)});
+    if (field.lookup.className && field.kind != Kind::Button) {
         form.AddControl(first + kButton, L"BUTTON", L"…", BS_PUSHBUTTON | look.buttonStyle | look.lookupStyle,
                         {kButtonWidth, look.lookupHeight});
         if (look.lookupTip) {
@@ -100,12 +101,12 @@ FieldRow::FieldRow(Form& form, const FieldLook& look, const Field& field, int fi
 }
 
 com::ComPtr<objects::ControlObject> FieldRow::Object() const {
-    return m_form->ObjectOf(Control(), Of(m_kind).array, m_index);
+    return m_form->ObjectOf(Control(), ControlOf(m_field.kind).array, m_field.index);
 }
 
 std::wstring FieldRow::Text() const { return win::TextOf(m_entry); }
 
-void FieldRow::SetText(const std::wstring& text) {
+void FieldRow::SetText(const std::wstring& text) const {
     m_form->CheckStands(); // mostly it is a host that gave the text
     if (IsText()) {
         SetWindowTextW(m_entry, text.c_str());
@@ -115,7 +116,7 @@ void FieldRow::SetText(const std::wstring& text) {
 
 short FieldRow::Choice() const { return static_cast<short>(SendMessageW(m_entry, CB_GETCURSEL, 0, 0)); }
 
-void FieldRow::Choose(short entry) {
+void FieldRow::Choose(short entry) const {
     if (IsList()) {
         SendMessageW(m_entry, CB_SETCURSEL, static_cast<WPARAM>(entry), 0);
     }
@@ -123,8 +124,8 @@ void FieldRow::Choose(short entry) {
 
 bool FieldRow::IsTicked() const { return SendMessageW(m_entry, BM_GETCHECK, 0, 0) == BST_CHECKED; }
 
-void FieldRow::Tick(bool ticked) {
-    if (m_kind == Kind::Check) {
+void FieldRow::Tick(bool ticked) const {
+    if (m_field.kind == Kind::Check) {
         SendMessageW(m_entry, BM_SETCHECK, ticked ? BST_CHECKED : BST_UNCHECKED, 0);
     }
 }
@@ -133,7 +134,7 @@ bool FieldRow::IsEmpty() const {
     return IsList() ? Choice() == m_opening : IsText() ? base::Trim(Text()).empty() : !IsTicked();
 }
 
-void FieldRow::Clear() {
+void FieldRow::Clear() const {
     SetText({});
     Choose(m_opening);
 }
@@ -159,32 +160,51 @@ void FieldRow::Enable(bool enabled, const wchar_t* whyNot) const {
 
 // Making the rows.
 
-void FieldRows::Start(int labelWidth) {
-    m_labelWidth = labelWidth;
-    m_rows.clear();
+void FieldRows::Make(std::span<const Field> fields) {
+    if (m_look.marks) {
+        LOGFONTW font{};
+        GetObjectW(FontOf(Host()), sizeof font, &font);
+        font.lfWeight = FW_BOLD;
+        m_markedFont.reset(CreateFontIndirectW(&font));
+    }
     if (m_look.panel) {
         m_panel = std::make_unique<win::ScrollPanel>(Host().Window(), m_look.panel);
         SetWindowPos(m_panel->Window(), Control(m_look.panelAfter), 0, 0, 0, 0,
                      SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
         Host().SetContainer(m_panel->Window());
     }
-}
-
-FieldRow& FieldRows::Add(const Field& field) {
-    const int first = m_look.firstControl + static_cast<int>(m_rows.size()) * FieldRow::kParts;
-    return m_rows.emplace_back(Host(), m_look, field, first, m_labelWidth);
-}
-
-void FieldRows::Finish() {
+    m_labelWidth = WidestLabel(fields);
+    m_rows.clear();
+    m_rows.reserve(fields.size());
+    std::wstring keys = m_look.takenKeys ? m_look.takenKeys : L"";
+    for (const Field& field : fields) {
+        std::wstring caption = m_look.takenKeys ? base::WithAccessKey(field.caption, keys) : field.caption;
+        caption += field.required ? kRequired : L"";
+        caption += ControlOf(field.kind).ownCaption ? L"" : m_look.labelEnd;
+        const int first = m_look.firstControl + static_cast<int>(m_rows.size()) * FieldRow::kParts;
+        m_rows.emplace_back(Host(), m_look, field, std::move(caption), first, m_labelWidth);
+    }
     if (m_panel) {
         m_panel->SetRows(Layout());
     }
 }
 
+int FieldRows::WidestLabel(std::span<const Field> fields) const {
+    const wchar_t* const required = std::ranges::any_of(fields, &Field::required) ? kRequired : L"";
+    const std::wstring end = std::wstring(required) + m_look.labelEnd + (m_look.marks ? kMark : L"");
+    int width = m_look.leastLabel;
+    for (const Field& field : fields) {
+        if (!field.beside && !ControlOf(field.kind).ownCaption) {
+            width = std::max(width, Host().WidthOf((field.caption + end).c_str(), m_markedFont.get()));
+        }
+    }
+    return std::min(width, m_look.widestLabel);
+}
+
 std::vector<win::LayoutRow> FieldRows::Layout() const {
     std::vector<win::LayoutRow> rows;
     for (const FieldRow& row : m_rows) {
-        if (!row.m_beside) {
+        if (!row.m_field.beside) {
             rows.emplace_back();
         }
         row.ForEachControl([&](int control) {
@@ -212,15 +232,11 @@ void FieldRows::OnUnload() noexcept {
 
 const FieldRow& FieldRows::Of(Kind kind, short index) const {
     const auto found = std::ranges::find_if(
-        m_rows, [&](const FieldRow& row) { return row.m_kind == kind && row.m_index == index; });
+        m_rows, [&](const FieldRow& row) { return row.m_field.kind == kind && row.m_field.index == index; });
     if (found == m_rows.end()) {
         throw com::Error(E_UNEXPECTED, L"El diálogo no tiene ese campo.");
     }
     return *found;
-}
-
-FieldRow& FieldRows::Of(Kind kind, short index) {
-    return const_cast<FieldRow&>(std::as_const(*this).Of(kind, index));
 }
 
 const FieldRow* FieldRows::RowAt(int control) const {
@@ -234,16 +250,16 @@ const FieldRow* FieldRows::EntryAt(int control) const {
     return row && row->Control() == control ? row : nullptr;
 }
 
-void FieldRows::Clear() {
+void FieldRows::Clear() const {
     m_clearing = true; // each tells of its change
-    for (FieldRow& row : m_rows) {
+    for (const FieldRow& row : m_rows) {
         row.Clear();
     }
     m_clearing = false;
 }
 
 bool FieldRows::Check(const std::wstring& title,
-                      const std::function<std::wstring(const FieldRow&)>& complaint) {
+                      const std::function<std::wstring(const FieldRow&)>& complaint) const {
     for (const FieldRow& row : m_rows) {
         const std::wstring wrong = complaint(row);
         Host().CheckStands(); // the host may have been asked
@@ -256,34 +272,17 @@ bool FieldRows::Check(const std::wstring& title,
     return true;
 }
 
-HFONT FieldRows::MarkedFont() {
-    if (!m_markedFont) {
-        LOGFONTW font{};
-        GetObjectW(reinterpret_cast<HFONT>(SendMessageW(Host().Window(), WM_GETFONT, 0, 0)), sizeof font,
-                   &font);
-        font.lfWeight = FW_BOLD;
-        m_markedFont.reset(CreateFontIndirectW(&font));
-    }
-    return m_markedFont.get();
-}
-
-int FieldRows::MarkedWidth(const std::wstring& caption) {
-    return Host().WidthOf((caption + kMark).c_str(), MarkedFont());
-}
-
-void FieldRows::Mark(FieldRow& row) {
+void FieldRows::Mark(const FieldRow& row) const {
     const bool marked = !row.IsEmpty();
     if (std::exchange(row.m_marked, marked) != marked) {
         SetWindowTextW(row.m_label, (row.m_caption + (marked ? kMark : L"")).c_str());
-        SendMessageW(row.m_label, WM_SETFONT,
-                     marked ? reinterpret_cast<WPARAM>(MarkedFont())
-                            : static_cast<WPARAM>(SendMessageW(Host().Window(), WM_GETFONT, 0, 0)),
-                     TRUE);
+        const HFONT font = marked ? m_markedFont.get() : FontOf(Host());
+        SendMessageW(row.m_label, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
     }
 }
 
 void FieldRows::OnControl(int control, int code) {
-    FieldRow* const row = EntryAt(control) ? RowAt(control) : nullptr;
+    const FieldRow* const row = EntryAt(control);
     if (row && !m_clearing && (code == CBN_SELCHANGE || code == BN_CLICKED || code == EN_CHANGE)) {
         KeepInStep(*row);
         if (m_hooks.changed) {
@@ -293,11 +292,12 @@ void FieldRows::OnControl(int control, int code) {
 }
 
 /// A list and the check box that is a short way to its first entry.
-void FieldRows::KeepInStep(FieldRow& row) {
-    if (row.m_shortWay) {
-        FieldRow& list = *RowAt(row.m_first - 1);
+void FieldRows::KeepInStep(const FieldRow& row) const {
+    if (row.m_field.shortWay) {
+        const FieldRow& list = *RowAt(row.m_first - 1);
         list.Choose(row.IsTicked() ? short{0} : list.m_opening);
-    } else if (FieldRow* const next = RowAt(row.m_first + FieldRow::kParts); next && next->m_shortWay) {
+    } else if (const FieldRow* const next = RowAt(row.m_first + FieldRow::kParts);
+               next && next->m_field.shortWay) {
         next->Tick(row.Choice() == 0);
     }
 }
@@ -312,8 +312,8 @@ std::span<const CommandRow> FieldRows::Commands() const {
 
 bool FieldRows::Offers(std::wstring_view /*command*/, int control) const {
     const FieldRow* const row = RowAt(control);
-    const bool ticks = row && row->m_kind == Kind::Check && row->Control() == control;
-    return row && row->m_lookup.className && !ticks;
+    const bool ticks = row && row->m_field.kind == Kind::Check && row->Control() == control;
+    return row && row->m_field.lookup.className && !ticks;
 }
 
 void FieldRows::LookUp(int control) {
@@ -321,13 +321,13 @@ void FieldRows::LookUp(int control) {
         return;
     }
     // Held: the host may close the form meanwhile, and its rows go.
-    FieldRow& row = *RowAt(control);
-    const std::wstring className = row.m_lookup.className;
-    Lookup lookup = row.m_lookup;
+    const FieldRow& row = *RowAt(control);
+    const std::wstring className = row.m_field.lookup.className;
+    Lookup lookup = row.m_field.lookup;
     lookup.className = className.c_str();
     const com::ComPtr<objects::ControlObject> object = row.Object();
     OpenLookup(lookup, com::ComPtr<IDispatch>(m_clsMeEvents->Sink()), object.Get(),
-               m_look.lookupByIndex ? row.m_index : short{0});
+               m_look.lookupByIndex ? row.m_field.index : short{0});
     Host().CheckStands();
     if (m_hooks.lookedUp) {
         m_hooks.lookedUp(row);
@@ -339,7 +339,7 @@ void FieldRows::Answered(com::Invocation& call) {
     const short index = control.Call(L"Index").ToShort();
     // A look-up of a button changes the host's own marks: nothing comes back into this dialog.
     const auto found = std::ranges::find_if(
-        m_rows, [&](const FieldRow& row) { return row.IsText() && row.m_index == index; });
+        m_rows, [&](const FieldRow& row) { return row.IsText() && row.m_field.index == index; });
     if (found != m_rows.end()) {
         found->SetText(call[2].ToText());
         if (m_hooks.answered) {

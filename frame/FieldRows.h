@@ -1,11 +1,10 @@
 #pragma once
 
-#include <deque>
+#include <climits>
 #include <functional>
 #include <memory>
 #include <span>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "frame/FormPart.h"
@@ -20,7 +19,7 @@ namespace tamvelo::frame {
 inline constexpr const wchar_t* kYesNoAll[] = {L"-1 - Sí", L" 0 - No", L" 2 - Todos"};
 inline constexpr const wchar_t* kAllOfThem = kYesNoAll[2];
 
-/// What a form asks the user for in one entry. Lengths are dialog units. The texts last while the row is
+/// What a form asks the user for in one entry. Lengths are dialog units. The texts last while the rows are
 /// made, those of the look-up as long as the form stands.
 struct Field {
     enum class Kind { Text, Hour, Choice, Check, Button };
@@ -45,7 +44,13 @@ struct FieldLook {
     int panel = 0;    // the number of a panel that they scroll in; 0: they stand in the form itself
     int panelAfter = 0;
     bool fill = false; // all that the labels leave is the entries', check boxes stand among them
+    int leastLabel = 0;
+    int widestLabel = INT_MAX;
     DWORD labelStyle = 0;
+    const wchar_t* labelEnd = L"";
+    bool marks = false; // labels may be marked
+    const wchar_t* takenKeys =
+        nullptr; // access keys of the form's other controls; null: the captions have theirs
     DWORD buttonStyle = 0;
     DWORD lookupStyle = WS_TABSTOP;
     int lookupHeight = 14;
@@ -57,10 +62,12 @@ struct FieldLook {
 /// The controls of one field.
 class FieldRow {
 public:
-    FieldRow(Form& form, const FieldLook& look, const Field& field, int first, int labelWidth);
+    /// `caption` as it is shown.
+    FieldRow(Form& form, const FieldLook& look, const Field& field, std::wstring caption, int first,
+             int labelWidth);
 
-    Field::Kind Kind() const { return m_kind; }
-    short Index() const { return m_index; }
+    Field::Kind Kind() const { return m_field.kind; }
+    short Index() const { return m_field.index; }
     /// Of its entry.
     int Control() const { return m_first + kEntry; }
     HWND Entry() const { return m_entry; }
@@ -69,14 +76,14 @@ public:
 
     /// What is typed, or the entry that is selected.
     std::wstring Text() const;
-    void SetText(const std::wstring& text);
+    void SetText(const std::wstring& text) const;
     short Choice() const;
-    void Choose(short entry);
+    void Choose(short entry) const;
     bool IsTicked() const;
-    void Tick(bool ticked);
+    void Tick(bool ticked) const;
     /// Nothing typed but blanks, a list as it opened, no tick.
     bool IsEmpty() const;
-    void Clear();
+    void Clear() const;
     bool IsMarked() const { return m_marked; }
 
     /// Takes the row with all that belongs to it away, or off.
@@ -89,29 +96,25 @@ private:
     static constexpr int kLabel = 0, kEntry = 1, kNote = 2, kButton = 3, kParts = 4;
     template <class Body>
     void ForEachControl(const Body& body) const;
-    bool IsList() const { return m_kind == Field::Kind::Choice; }
-    bool IsText() const { return m_kind == Field::Kind::Text || m_kind == Field::Kind::Hour; }
+    bool IsList() const { return Kind() == Field::Kind::Choice; }
+    bool IsText() const { return Kind() == Field::Kind::Text || Kind() == Field::Kind::Hour; }
 
     Form* m_form;
-    Field::Kind m_kind;
-    short m_index;
+    Field m_field;
     int m_first; // number of its controls
-    bool m_beside;
-    bool m_shortWay;
-    Lookup m_lookup;
     std::wstring m_caption;
     HWND m_label = nullptr;
     HWND m_entry;
-    short m_opening = 0; // of a list
-    bool m_marked = false;
+    short m_opening = 0;           // of a list
+    mutable bool m_marked = false; // as the label shows
 };
 
 /// What a form adds to its rows; any may be empty.
 struct FieldHooks {
-    std::function<void(FieldRow& row)> changed = {};   // by the user or by code
-    std::function<bool(FieldRow& row)> lookingUp = {}; // false: not now
-    std::function<void(FieldRow& row)> answered = {};  // by a look-up; the row has the value
-    std::function<void(FieldRow& row)> lookedUp = {};  // with an answer or without
+    std::function<void(const FieldRow& row)> changed = {};   // by the user or by code
+    std::function<bool(const FieldRow& row)> lookingUp = {}; // false: not now
+    std::function<void(const FieldRow& row)> answered = {};  // by a look-up; the row has the value
+    std::function<void(const FieldRow& row)> lookedUp = {};  // with an answer or without
 };
 
 /// Rows of fields that a form makes at run time: their controls, what is entered, look-ups.
@@ -120,33 +123,28 @@ public:
     FieldRows(Form& form, const FieldLook& look, FieldHooks hooks = {})
         : FormPart(form), m_look(look), m_hooks(std::move(hooks)) {}
 
-    /// Start, Add for each field, Finish.
-    void Start(int labelWidth);
-    FieldRow& Add(const Field& field);
-    void Finish();
+    void Make(std::span<const Field> fields);
+    int LabelWidth() const { return m_labelWidth; }
 
     /// Throws com::Error when there is none.
-    FieldRow& Of(Field::Kind kind, short index);
     const FieldRow& Of(Field::Kind kind, short index) const;
     const FieldRow* First() const { return m_rows.empty() ? nullptr : &m_rows.front(); }
     /// By the number of its entry; null when it is none.
     const FieldRow* EntryAt(int control) const;
     std::vector<win::LayoutRow> Layout() const;
 
-    void Clear();
+    void Clear() const;
     /// False when a row has something wrong: the first is named in a box, with the focus there.
-    bool Check(const std::wstring& title, const std::function<std::wstring(const FieldRow&)>& complaint);
+    bool Check(const std::wstring& title,
+               const std::function<std::wstring(const FieldRow&)>& complaint) const;
     /// Shows at its label whether the row is empty. Bold alone is hard to tell in some fonts, and nothing to
     /// hear.
-    void Mark(FieldRow& row);
-    /// What the label of a marked row takes.
-    int MarkedWidth(const std::wstring& caption);
+    void Mark(const FieldRow& row) const;
 
 private:
     const FieldRow* RowAt(int control) const;
-    FieldRow* RowAt(int control) { return const_cast<FieldRow*>(std::as_const(*this).RowAt(control)); }
-    void KeepInStep(FieldRow& row);
-    HFONT MarkedFont();
+    int WidestLabel(std::span<const Field> fields) const;
+    void KeepInStep(const FieldRow& row) const;
     void LookUp(int control);
     void Answered(com::Invocation& call);
 
@@ -159,8 +157,8 @@ private:
     const FieldLook m_look;
     const FieldHooks m_hooks;
     int m_labelWidth = 0;
-    std::deque<FieldRow> m_rows;
-    bool m_clearing = false; // all at once: whoever clears looks at them afterwards
+    std::vector<FieldRow> m_rows;
+    mutable bool m_clearing = false; // all at once: whoever clears looks at them afterwards
     std::unique_ptr<win::ScrollPanel> m_panel;
     win::UniqueFont m_markedFont;
     std::unique_ptr<objects::OwnRelay> m_clsMeEvents; // hears the look-ups

@@ -26,4 +26,11 @@ std::shared_ptr<F> DefaultInstance() {
     return std::static_pointer_cast<F>(FormInstances::Obtain(F::kName, [] { return std::make_shared<F>(); }));
 }
 
+/// The same of one that a design, which has its name, makes into a certain dialog.
+template <class F, class Design>
+std::shared_ptr<F> InstanceOf(const Design& design) {
+    return std::static_pointer_cast<F>(
+        FormInstances::Obtain(design.name, [&] { return std::make_shared<F>(design); }));
+}
+
 } // namespace tamvelo::frame

@@ -24,8 +24,11 @@ constexpr ToolUse kTools[] = {{base::kAceptar}, {base::kCancelar}};
 constexpr wchar_t kEntryChosen[] = L"{INFORME}";
 constexpr int kDateControls[] = {IDC_LBLFECHA0, IDC_DTPICKER0,  IDC_LBLFECHA1,
                                  IDC_DTPICKER1, IDC_CMDPERIODO, IDC_LBLINTERVALO};
-constexpr int kDateLabel = 46; // dialog units, as the template has the one above the conditions
-constexpr frame::FieldLook kLook{.firstControl = IDC_CONDITIONS, .lookupByIndex = true};
+constexpr frame::FieldLook kLook{
+    .firstControl = IDC_CONDITIONS,
+    .leastLabel = 46, // as the template has that of the dates above
+    .lookupByIndex = true,
+};
 // Automation's numbers 6 and 13.
 constexpr auto kOverflow = static_cast<HRESULT>(0x800A0006);
 constexpr auto kMismatch = static_cast<HRESULT>(0x800A000D);
@@ -57,11 +60,6 @@ ReportForm::ReportForm(const ReportDesign& design)
     if (design.dates) {
         m_dates.emplace(*this, base::WholeMonth, [this] { ShowPeriod(); });
     }
-}
-
-std::shared_ptr<ReportForm> ReportForm::Instance(const ReportDesign& design) {
-    return std::static_pointer_cast<ReportForm>(
-        frame::FormInstances::Obtain(design.name, [&] { return std::make_shared<ReportForm>(design); }));
 }
 
 // Life.
@@ -114,7 +112,7 @@ void ReportForm::OnLoad() {
         ShowControl(control, m_report.dates);
     }
     ShowControl(IDC_FRMPARAM, m_report.dates || !m_report.conditions.empty());
-    MakeConditions();
+    m_conditions.Make(m_report.conditions);
     m_output.MoveBehind();
     if (m_report.labels) {
         SetControlText(IDC_LBLLIST1, L"&Etiquetas:");
@@ -125,20 +123,6 @@ void ReportForm::OnLoad() {
     if (m_report.prepare) {
         m_report.prepare(*this);
     }
-}
-
-void ReportForm::MakeConditions() {
-    int labelWidth = kDateLabel;
-    for (const Condition& condition : m_report.conditions) {
-        if (!condition.beside && condition.kind != Kind::Check && condition.kind != Kind::Button) {
-            labelWidth = std::max(labelWidth, WidthOf(condition.caption));
-        }
-    }
-    m_conditions.Start(labelWidth);
-    for (const Condition& condition : m_report.conditions) {
-        m_conditions.Add(condition);
-    }
-    m_conditions.Finish();
 }
 
 void ReportForm::OnUnload() noexcept {
@@ -198,7 +182,7 @@ com::ComPtr<IDispatch> ReportForm::Selection() const {
 
 DATE ReportForm::Hour(short index) const {
     constexpr double kMinutesPerDay = 24 * 60;
-    const std::wstring text = m_conditions.Of(Kind::Hour, index).Text();
+    const std::wstring text = Row(Kind::Hour, index).Text();
     const std::optional<int> minute = base::ParseHour(text);
     if (!minute) {
         throw com::Error(DISP_E_TYPEMISMATCH, NoHour(text));

@@ -30,8 +30,6 @@ public:
     };
 
     explicit ReportForm(const ReportDesign& design);
-    /// The calling thread's instance of a dialog.
-    static std::shared_ptr<ReportForm> Instance(const ReportDesign& design);
 
     /// Both throw com::Error when the dialog cannot open; what fails later goes to ControlErrores.
     void Mostrar(const Request& request);
@@ -48,23 +46,22 @@ public:
     bool IsLimited() const { return m_limited; }
     base::DateRange Range() { return m_dates->Range(); }
     ReportChoices& Choices() { return m_choices; }
-    frame::FieldRow& Row(Condition::Kind kind, short index) { return m_conditions.Of(kind, index); }
-    std::wstring Text(short index) const { return m_conditions.Of(Condition::Kind::Text, index).Text(); }
+    const frame::FieldRow& Row(Condition::Kind kind, short index) const {
+        return m_conditions.Of(kind, index);
+    }
+    std::wstring Text(short index) const { return Row(Condition::Kind::Text, index).Text(); }
     /// The time of day in a box for hours, which accepting has checked. Throws com::Error when it is none.
     DATE Hour(short index) const;
     /// The selected entry's place.
-    short Choice(short index) const { return m_conditions.Of(Condition::Kind::Choice, index).Choice(); }
-    std::wstring ChoiceText(short index) const {
-        return m_conditions.Of(Condition::Kind::Choice, index).Text();
-    }
-    bool IsTicked(short index) const { return m_conditions.Of(Condition::Kind::Check, index).IsTicked(); }
+    short Choice(short index) const { return Row(Condition::Kind::Choice, index).Choice(); }
+    std::wstring ChoiceText(short index) const { return Row(Condition::Kind::Choice, index).Text(); }
+    bool IsTicked(short index) const { return Row(Condition::Kind::Check, index).IsTicked(); }
 
 private:
     void Open(const Request& request, bool unseen);
     void Accept();
     short CopiesNumber();
     com::ComPtr<IDispatch> Selection() const;
-    void MakeConditions();
     void EntryChosen();
     void CurrentChanged();
     void ShowPeriod();

@@ -6,7 +6,6 @@
 #include "base/Commands.h"
 #include "base/FilterText.h"
 #include "base/MessageText.h"
-#include "frame/FormInstances.h"
 #include "frame/Resources.h"
 #include "selection/Resources.h"
 
@@ -43,12 +42,13 @@ constexpr long kShortText = 12;     // characters that a short box shows
 constexpr frame::FieldLook kLook{.firstControl = IDC_CRITERIA_FIELDS,
                                  .panel = IDC_CRITERIA,
                                  .panelAfter = IDC_LBLBUSCAR,
+                                 .widestLabel = kWidestLabel,
                                  .labelStyle = SS_NOPREFIX | SS_ENDELLIPSIS,
+                                 .labelEnd = L":",
+                                 .marks = true,
                                  .buttonStyle = BS_NOTIFY,
                                  .lookupHeight = 13,
                                  .listHeight = 60};
-
-std::wstring LabelOf(const RecordField& field) { return field.caption + L":"; }
 
 bool IsShort(const RecordField& field) {
     const bool text = field.kind == CellKind::Text || field.kind == CellKind::Any;
@@ -56,7 +56,7 @@ bool IsShort(const RecordField& field) {
 }
 
 /// A date that was typed, as the user's short format has it; what is none, or has a time, stays as it is.
-void ShowAsShortDate(frame::FieldRow& box) {
+void ShowAsShortDate(const frame::FieldRow& box) {
     DATE date = 0;
     const std::wstring text = box.Text();
     const bool isDate = SUCCEEDED(VarDateFromStr(com::Bstr(text).Get(), LOCALE_USER_DEFAULT, 0, &date));
@@ -77,15 +77,11 @@ std::wstring CountOf(long count) {
 CriteriaForm::CriteriaForm(const CriteriaDesign& design)
     : Form({design.name, IDD_CRITERIA, kTools, kKeys}),
       m_dialog(design),
-      m_rows(*this, kLook,
-             {.changed = [this](frame::FieldRow& row) { ShowCriterion(static_cast<size_t>(row.Index())); },
-              .lookingUp = [this](frame::FieldRow&) { return m_boxes.Settle(); },
-              .lookedUp = [](frame::FieldRow& row) { SetFocus(row.Entry()); }}) {}
-
-std::shared_ptr<CriteriaForm> CriteriaForm::Instance(const CriteriaDesign& design) {
-    return std::static_pointer_cast<CriteriaForm>(
-        frame::FormInstances::Obtain(design.name, [&] { return std::make_shared<CriteriaForm>(design); }));
-}
+      m_rows(
+          *this, kLook,
+          {.changed = [this](const frame::FieldRow& row) { ShowCriterion(static_cast<size_t>(row.Index())); },
+           .lookingUp = [this](const frame::FieldRow&) { return m_boxes.Settle(); },
+           .lookedUp = [](const frame::FieldRow& row) { SetFocus(row.Entry()); }}) {}
 
 std::span<const CommandRow> CriteriaForm::Commands() const {
     using F = CriteriaForm;
@@ -168,7 +164,10 @@ void CriteriaForm::ReadCriteria() {
         return;
     }
     for (RecordField& field : ReadFields(cursor)) {
-        m_fields.push_back({std::move(field)});
+        Criterion& made = m_fields.emplace_back(Criterion{std::move(field)});
+        if (m_dialog.yesNoLists && made.mark) {
+            made.only = L"Solo " + made.caption;
+        }
     }
     if (m_fields.size() > kMostFields) {
         m_unasked = m_fields.size() - kMostFields;
@@ -189,10 +188,6 @@ void CriteriaForm::FindRelated() {
     }
 }
 
-bool CriteriaForm::IsList(const Criterion& field) const {
-    return m_dialog.yesNoLists && field.kind == CellKind::Check;
-}
-
 /// Texts and yes/no have nothing that a clerk would call a bound.
 bool CriteriaForm::IsCompared(const Criterion& field) const {
     return m_dialog.comparisons && field.kind != CellKind::Text && field.kind != CellKind::Check &&
@@ -200,54 +195,46 @@ bool CriteriaForm::IsCompared(const Criterion& field) const {
 }
 
 void CriteriaForm::MakeRows() {
-    int labelWidth = 0;
-    for (const Criterion& field : m_fields) {
-        labelWidth = std::max(labelWidth, m_rows.MarkedWidth(LabelOf(field)));
-    }
-    m_rows.Start(std::min(labelWidth, kWidestLabel));
+    std::vector<frame::Field> rows;
     for (size_t i = 0; i < m_fields.size(); ++i) {
-        AddRow(i);
+        const Criterion& field = m_fields[i];
+        frame::Field& row = rows.emplace_back();
+        row.index = static_cast<short>(i);
+        row.caption = field.caption.c_str();
+        row.width = IsShort(field) ? kShortBox : kLongBox;
+        row.dataField = field.name.c_str();
+        if (!field.relation.empty()) {
+            row.lookup = {.className = field.relation.c_str(), .selection = field.selection};
+        }
+        if (!field.only.empty()) {
+            row.kind = Kind::Choice;
+            row.opening = frame::kAllOfThem;
+            row.entries = frame::kYesNoAll;
+            rows.push_back({.kind = Kind::Check,
+                            .index = row.index,
+                            .caption = field.only.c_str(),
+                            .width = std::min(WidthOf(field.only.c_str()), 2 * kWidestLabel) + kTickWidth,
+                            .beside = true,
+                            .shortWay = true});
+        }
     }
-    m_rows.Finish();
+    m_rows.Make(rows);
+    for (size_t i = 0; i < m_fields.size(); ++i) {
+        if (m_fields[i].only.empty()) {
+            frame::CheckedBoxes::Hooks hooks;
+            hooks.judged = [this, i](bool valid) { Judged(i, valid); };
+            m_boxes.Add(RowOf(i).Object(), std::move(hooks));
+        }
+    }
 }
 
-void CriteriaForm::AddRow(size_t index) {
-    const Criterion& field = m_fields[index];
-    const auto number = static_cast<short>(index);
-    const std::wstring label = LabelOf(field);
-    frame::Field box{.index = number,
-                     .caption = label.c_str(),
-                     .width = IsShort(field) ? kShortBox : kLongBox,
-                     .dataField = field.name.c_str()};
-    if (!field.relation.empty()) {
-        box.lookup = {.className = field.relation.c_str(), .selection = field.selection};
-    }
-    if (!IsList(field)) {
-        frame::CheckedBoxes::Hooks hooks;
-        hooks.judged = [this, index](bool valid) { Judged(index, valid); };
-        m_boxes.Add(m_rows.Add(box).Object(), std::move(hooks));
-        return;
-    }
-    box.kind = Kind::Choice;
-    box.opening = frame::kAllOfThem;
-    box.entries = frame::kYesNoAll;
-    m_rows.Add(box);
-    const std::wstring only = L"Solo " + field.caption;
-    m_rows.Add({.kind = Kind::Check,
-                .index = number,
-                .caption = only.c_str(),
-                .width = std::min(WidthOf(only.c_str()), 2 * kWidestLabel) + kTickWidth,
-                .beside = true,
-                .shortWay = true});
-}
-
-frame::FieldRow& CriteriaForm::RowOf(size_t index) {
-    return m_rows.Of(IsList(m_fields.at(index)) ? Kind::Choice : Kind::Text, static_cast<short>(index));
+const frame::FieldRow& CriteriaForm::RowOf(size_t index) const {
+    return m_rows.Of(m_fields.at(index).only.empty() ? Kind::Text : Kind::Choice, static_cast<short>(index));
 }
 
 void CriteriaForm::Judged(size_t index, bool valid) {
     const Criterion& field = m_fields.at(index);
-    frame::FieldRow& row = RowOf(index);
+    const frame::FieldRow& row = RowOf(index);
     if (!valid) {
         SetControlText(IDC_STATUS, L"«" + base::Named(row.Text()) + L"» no es un valor válido para «" +
                                        field.caption + L"».");
@@ -324,7 +311,7 @@ void CriteriaForm::Apply() {
     std::vector<std::wstring> fragments;
     for (size_t i = 0; i < m_fields.size(); ++i) {
         // An empty box is the host's to judge; " 2 - Todos" is a text, which not every host knows as none.
-        if (!IsList(m_fields[i]) || !RowOf(i).IsEmpty()) {
+        if (m_fields[i].only.empty() || !RowOf(i).IsEmpty()) {
             const short bound = IsCompared(m_fields[i]) ? Comparison() : short{0};
             fragments.push_back(m_data.CreateFilter(RowOf(i).Object(), bound));
             CheckStands();

@@ -21,8 +21,6 @@ namespace tamvelo::selection {
 class CriteriaForm final : public frame::Form {
 public:
     explicit CriteriaForm(const CriteriaDesign& design);
-    /// The calling thread's instance of a dialog.
-    static std::shared_ptr<CriteriaForm> Instance(const CriteriaDesign& design);
 
     /// Returns when the dialog is closed. Throws com::Error when it cannot open; what fails while it is open
     /// goes to ControlErrores.
@@ -31,15 +29,14 @@ public:
 private:
     struct Criterion : RecordField { // with the class that its codes are looked up in
         const wchar_t* selection = nullptr;
+        std::wstring only = {}; // caption of the short way to "Sí", where there is a list
     };
 
     void ReadCriteria();
     void FindRelated();
     void MakeRows();
-    void AddRow(size_t index);
-    bool IsList(const Criterion& field) const;
     bool IsCompared(const Criterion& field) const;
-    frame::FieldRow& RowOf(size_t index);
+    const frame::FieldRow& RowOf(size_t index) const;
     void Judged(size_t index, bool valid);
 
     void ShowCriterion(size_t index);

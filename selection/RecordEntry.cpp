@@ -1,6 +1,7 @@
 #include "selection/RecordEntry.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "base/Text.h"
 #include "frame/Resources.h"
@@ -26,9 +27,6 @@ constexpr int kButtonWidth = 16;
 constexpr int kCommandWidth = 56;
 
 constexpr wchar_t kFamilies[] = L"familias";
-/// The access keys of the panel's other controls: Buscar, B&uscar en, Nuevo, Guardar, Descartar.
-constexpr wchar_t kTakenKeys[] = L"bungd";
-constexpr wchar_t kRequired[] = L" *";
 
 constexpr LCID kSpanish = MAKELCID(MAKELANGID(LANG_SPANISH, SUBLANG_SPANISH_MODERN), SORT_DEFAULT);
 
@@ -37,8 +35,10 @@ constexpr frame::FieldLook kLook{
     .panel = IDC_RECORD_PANEL,
     .panelAfter = IDC_LBLTABLE1,
     .fill = true,
+    .widestLabel = kWidestLabel,
     .labelStyle = SS_ENDELLIPSIS,
-    .lookupStyle = 0, // no tab stop: F4 is its key, and from the family one goes on to the code
+    .takenKeys = L"bungd", // Buscar, B&uscar en, Nuevo, Guardar, Descartar
+    .lookupStyle = 0,      // no tab stop: F4 is its key, and from the family one goes on to the code
     .lookupTip = L"Buscar",
 };
 
@@ -58,13 +58,13 @@ RecordEntry::RecordEntry(frame::Form& form, contract::DataClass& data)
       m_data(data),
       m_rows(form, kLook,
              {.lookingUp =
-                  [this](frame::FieldRow& row) {
+                  [this](const frame::FieldRow& row) {
                       SetFocus(row.Entry());
                       Host().CheckStands(); // a component hears of the focus, and may close the form
                       return true;
                   },
               .answered =
-                  [this](frame::FieldRow& row) {
+                  [this](const frame::FieldRow& row) {
                       if (const Box* const box = BoxNumber(row.Index()); box->family) {
                           NewCode(Text(*box));
                       }
@@ -88,14 +88,18 @@ std::vector<RecordEntry::Box> RecordEntry::ReadBoxes() {
     const std::vector<base::RecordField> rules(m_fields.begin(), m_fields.end());
     std::vector<Box> boxes;
     for (const base::RecordBox& rule : base::BoxesFor(rules)) {
-        Box& box = boxes.emplace_back(Box{rule, {}});
+        Box& box = boxes.emplace_back(Box{rule});
         if (!box.family && !FieldOf(box).relation.empty()) {
             if (auto choices = ReadChoices(FieldOf(box).relation)) {
+                box.kind = Kind::Choice;
                 box.choices = std::move(*choices);
                 box.choices.insert(box.choices.begin(), Choice{});
+                std::ranges::transform(box.choices, std::back_inserter(box.shown),
+                                       [](const Choice& choice) { return choice.shown.c_str(); });
             }
             Host().CheckStands();
         }
+        box.kind = FieldOf(box).mark ? Kind::Check : box.kind;
     }
     if (std::ranges::find(boxes, base::kCodeBox, &Box::number) == boxes.end()) {
         throw com::Error(E_UNEXPECTED, L"Los registros no tienen campos que se puedan escribir.");
@@ -108,12 +112,10 @@ void RecordEntry::MakeBoxes() {
     Host().AddButton(IDC_CMDGUARDAR, L"&Guardar", kCommandWidth);
     Host().AddButton(IDC_CMDDESCARTAR, L"&Descartar", kCommandWidth);
     m_boxes = std::move(boxes);
-    m_rows.Start(LabelWidth());
-    std::wstring keys = kTakenKeys;
-    for (const Box& box : m_boxes) {
-        AddRow(box, keys);
-    }
-    m_rows.Finish();
+    std::vector<frame::Field> fields;
+    std::ranges::transform(m_boxes, std::back_inserter(fields),
+                           [&](const Box& box) { return FieldFor(box); });
+    m_rows.Make(fields);
     m_layout = win::RowLayout(Host().Window(), {{kOwn, {{IDC_LBLTABLE1, kFill}}, IDC_PICNEW},
                                                 {kFill, {{IDC_RECORD_PANEL, kFill}}, IDC_PICNEW},
                                                 {kOwn, {{IDC_CMDGUARDAR}, {IDC_CMDDESCARTAR}}, IDC_PICNEW}});
@@ -123,39 +125,21 @@ void RecordEntry::MakeBoxes() {
     }
 }
 
-Kind RecordEntry::KindOf(const Box& box) const {
-    return FieldOf(box).mark ? Kind::Check : !box.choices.empty() ? Kind::Choice : Kind::Text;
-}
-
-void RecordEntry::AddRow(const Box& box, std::wstring& keys) {
+frame::Field RecordEntry::FieldFor(const Box& box) const {
     const RecordField& field = FieldOf(box);
-    const std::wstring caption = base::WithAccessKey(field.caption, keys) + (box.required ? kRequired : L"");
-    std::vector<const wchar_t*> entries;
-    for (const Choice& choice : box.choices) {
-        entries.push_back(choice.shown.c_str());
-    }
     frame::Lookup lookup;
     if (box.choices.empty() && (box.family || !field.relation.empty())) {
         lookup.className = field.relation.empty() ? kFamilies : field.relation.c_str();
     }
-    m_rows.Add({.kind = KindOf(box),
-                .index = box.number,
-                .caption = caption.c_str(),
-                .entries = entries,
-                .width = kEntryWidth,
-                .lookup = lookup,
-                .dataField = field.name.c_str(),
-                .size = MostLetters(field),
-                .required = box.required});
-}
-
-int RecordEntry::LabelWidth() const {
-    int width = 0;
-    for (const Box& box : m_boxes) {
-        const RecordField& field = FieldOf(box);
-        width = field.mark ? width : std::max(width, Host().WidthOf((field.caption + kRequired).c_str()));
-    }
-    return std::min(width, kWidestLabel);
+    return {.kind = box.kind,
+            .index = box.number,
+            .caption = field.caption.c_str(),
+            .entries = box.shown,
+            .width = kEntryWidth,
+            .lookup = lookup,
+            .dataField = field.name.c_str(),
+            .size = MostLetters(field),
+            .required = box.required};
 }
 
 HWND RecordEntry::FirstFocus() const { return m_rows.First()->Entry(); }
@@ -165,7 +149,7 @@ void RecordEntry::LayOutBeside(RECT& area) {
         return;
     }
     // The margins are the form's, the frame's and the panel's on either side, and two between the controls.
-    RECT units{kLeastListWidth, 0, 8 * kMargin + LabelWidth() + kEntryWidth + kButtonWidth, 0};
+    RECT units{kLeastListWidth, 0, 8 * kMargin + m_rows.LabelWidth() + kEntryWidth + kButtonWidth, 0};
     MapDialogRect(Host().Window(), &units);
     const LONG wanted = area.right - units.right - GetSystemMetrics(SM_CXVSCROLL);
     const LONG left = std::max(wanted, area.left + units.left);
@@ -208,7 +192,7 @@ bool RecordEntry::IsAnythingTyped() const {
 
 std::wstring RecordEntry::Text(const Box& box) const {
     const frame::FieldRow& row = RowOf(box);
-    switch (KindOf(box)) {
+    switch (box.kind) {
     case Kind::Check:
         return row.IsTicked() ? L"1" : L"";
     case Kind::Choice:
@@ -299,14 +283,10 @@ void RecordEntry::NewCode(const std::wstring& family) {
     const std::wstring code = m_data.NuevoCodigo_Fam(family);
     Host().CheckStands();
     m_proposed = code;
-    SetCode(code);
-}
-
-void RecordEntry::SetCode(const std::wstring& code) {
     const Box& box = *BoxNumber(base::kCodeBox);
-    frame::FieldRow& row = m_rows.Of(KindOf(box), box.number);
-    row.SetText(code);
-    row.Choose(static_cast<short>(std::ranges::find(box.choices, code, &Choice::code) - box.choices.begin()));
+    const auto choice = std::ranges::find(box.choices, code, &Choice::code);
+    RowOf(box).SetText(code);
+    RowOf(box).Choose(static_cast<short>(choice - box.choices.begin()));
 }
 
 } // namespace tamvelo::selection

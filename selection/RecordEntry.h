@@ -38,23 +38,22 @@ public:
 
 private:
     struct Box : base::RecordBox {
-        std::vector<Choice> choices; // of a list
+        frame::Field::Kind kind = frame::Field::Kind::Text;
+        std::vector<Choice> choices = {}; // of a list
+        std::vector<const wchar_t*> shown = {};
     };
 
     std::vector<Box> ReadBoxes();
     void MakeBoxes();
-    void AddRow(const Box& box, std::wstring& keys);
-    int LabelWidth() const;
+    frame::Field FieldFor(const Box& box) const;
     void Show(bool shown);
     const RecordField& FieldOf(const Box& box) const { return m_fields[box.field]; }
-    frame::Field::Kind KindOf(const Box& box) const;
-    const frame::FieldRow& RowOf(const Box& box) const { return m_rows.Of(KindOf(box), box.number); }
+    const frame::FieldRow& RowOf(const Box& box) const { return m_rows.Of(box.kind, box.number); }
     const Box* BoxNumber(short number) const;
     std::wstring Text(const Box& box) const;
     std::wstring Complaint(const Box& box);
     bool FamilyLeft();
     void NewCode(const std::wstring& family);
-    void SetCode(const std::wstring& code);
 
     std::span<const frame::CommandRow> Commands() const override;
     void OnUnload() noexcept override;
