@@ -3,6 +3,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <initializer_list>
 
 #include "com/Error.h"
 
@@ -74,85 +75,53 @@ std::wstring FormatDouble(double value) {
     return text;
 }
 
+/// By ADO's number for a type; up to 31 these are the system's for a value.
+constexpr auto kKinds = [] {
+    std::array<CellKind, 256> kinds{};
+    const auto are = [&](CellKind kind, std::initializer_list<size_t> types) {
+        for (const size_t type : types) {
+            kinds[type] = kind;
+        }
+    };
+    are(CellKind::Number, {2, 3, 4, 5, 14, 16, 17, 18, 19, 20, 21, 131, 139});
+    are(CellKind::Money, {6});
+    are(CellKind::Date, {7, 133, 135});
+    are(CellKind::Time, {134});
+    are(CellKind::Check, {11});
+    are(CellKind::Text, {8, 72, 129, 130, 200, 201, 202, 203}); // 72 is a unique identifier
+    are(CellKind::Binary, {128, 204, 205});
+    return kinds;
+}();
+
 } // namespace
 
 CellKind KindOfField(long type) {
-    switch (type) {
-    case 2:  // small integer
-    case 3:  // integer
-    case 4:  // single
-    case 5:  // double
-    case 14: // decimal
-    case 16: // signed and unsigned integers of 1 to 8 bytes
-    case 17:
-    case 18:
-    case 19:
-    case 20:
-    case 21:
-    case 131: // numeric
-    case 139:
-        return CellKind::Number;
-    case 6:
-        return CellKind::Money;
-    case 7:
-    case 133:
-    case 135:
-        return CellKind::Date;
-    case 134:
-        return CellKind::Time;
-    case 11:
-        return CellKind::Check;
-    case 8:  // strings, fixed, variable and long
-    case 72: // unique identifier
-    case 129:
-    case 130:
-    case 200:
-    case 201:
-    case 202:
-    case 203:
-        return CellKind::Text;
-    case 128:
-    case 204:
-    case 205:
-        return CellKind::Binary;
-    default:
-        return CellKind::Any;
-    }
+    return type >= 0 && static_cast<size_t>(type) < kKinds.size() ? kKinds[static_cast<size_t>(type)]
+                                                                  : CellKind::Any;
 }
 
 CellKind KindOfValue(const VARIANT& value, CellKind kind) {
     if (value.vt & (VT_ARRAY | VT_BYREF)) {
         return CellKind::Binary;
     }
-    switch (value.vt) {
-    case VT_BOOL:
-        return CellKind::Check;
-    case VT_DATE:
-        return kind == CellKind::Time ? kind : CellKind::Date;
-    case VT_CY:
-        return CellKind::Money;
-    case VT_I1:
-    case VT_I2:
-    case VT_I4:
-    case VT_I8:
-    case VT_INT:
-    case VT_UI1:
-    case VT_UI2:
-    case VT_UI4:
-    case VT_UI8:
-    case VT_UINT:
-    case VT_R4:
-    case VT_R8:
-    case VT_DECIMAL:
-        // Databases without booleans and money keep them as numbers.
-        return kind == CellKind::Check || kind == CellKind::Money ? kind : CellKind::Number;
+    const CellKind own = value.vt == VT_INT || value.vt == VT_UINT ? CellKind::Number : KindOfField(value.vt);
+    const bool money = kind == CellKind::Money;
+    switch (own) {
+    case CellKind::Check:
+    case CellKind::Money:
+        return own;
+    case CellKind::Date:
+        return kind == CellKind::Time ? kind : own;
+    case CellKind::Number: // databases without booleans and money keep them as numbers
+        return kind == CellKind::Check || money ? kind : own;
     default:
-        return kind == CellKind::Number || kind == CellKind::Money ? kind : CellKind::Text;
+        return kind == CellKind::Number || money ? kind : CellKind::Text;
     }
 }
 
 std::wstring Format(const VARIANT& value, CellKind kind) {
     try {
+        const bool plain = kind != CellKind::Check && kind != CellKind::Money;
         switch (value.vt) {
         case VT_EMPTY:
         case VT_NULL:
@@ -160,12 +129,12 @@ std::wstring Format(const VARIANT& value, CellKind kind) {
         case VT_BSTR:
             return value.bstrVal ? std::wstring(value.bstrVal, SysStringLen(value.bstrVal)) : std::wstring();
         case VT_I4:
-            if (kind != CellKind::Check && kind != CellKind::Money) {
+            if (plain) {
                 return std::to_wstring(value.lVal);
             }
             break;
         case VT_R8:
-            if (kind != CellKind::Check && kind != CellKind::Money) {
+            if (plain) {
                 return FormatDouble(value.dblVal);
             }
             break;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "base/Text.h"
 #include "com/Automation.h"
 #include "grid/GridView.h"
 
@@ -92,7 +91,7 @@ private:
     /// The grid may have been bound to fewer columns since.
     std::shared_ptr<GridView> Grid() const {
         std::shared_ptr<GridView> view = Alive(m_view);
-        view->CheckColumn(m_column);
+        view->Columns().At(m_column);
         return view;
     }
     template <class Read, class Write>
@@ -121,8 +120,9 @@ public:
     }
     void Item(Invocation& call) {
         const std::shared_ptr<GridView> view = Alive(m_view);
-        const short column = call[0].Type() == VT_BSTR ? Named(*view, call[0].ToText()) : call[0].ToShort();
-        view->CheckColumn(column);
+        const short column =
+            call[0].Type() == VT_BSTR ? view->Columns().Named(call[0].ToText()) : call[0].ToShort();
+        view->Columns().At(column);
         call.Return(Variant(com::Make<ColumnObject>(m_view, column).Get()));
     }
 
@@ -136,16 +136,6 @@ protected:
     }
 
 private:
-    static short Named(const GridView& view, const std::wstring& field) {
-        const GridColumns& columns = view.Columns();
-        for (short column = 0; column < columns.Count(); ++column) {
-            if (base::Lower(columns[column].field) == base::Lower(field)) {
-                return column;
-            }
-        }
-        throw com::Error(static_cast<HRESULT>(0x800A0009), L"No hay una columna «" + field + L"».");
-    }
-
     const std::weak_ptr<GridView> m_view;
 };
 

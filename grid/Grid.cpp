@@ -2,49 +2,33 @@
 
 #include "grid/CellText.h"
 #include "grid/ColumnsObject.h"
-#include "grid/GridView.h"
+#include "grid/GridWindow.h"
 
 namespace tamvelo::grid {
 
-Grid::Grid(HWND parent, int controlId, GridEvents& events) : m_view(std::make_shared<GridView>(events)) {
-    try {
-        m_view->Create(parent, controlId);
-    } catch (...) {
-        m_view->Close();
-        throw;
-    }
-}
+namespace {
+
+/// While the view works: where the host is called, that may be the end of the grid.
+std::shared_ptr<GridView> Held(const std::shared_ptr<GridView>& view) { return view; }
+
+} // namespace
+
+Grid::Grid(HWND parent, int controlId, GridEvents& events)
+    : m_view(GridWindow::Open(parent, controlId, events)) {}
 
 Grid::~Grid() { m_view->Close(); }
 
 HWND Grid::Window() const { return m_view->Window(); }
 
-// Where the host is called the view is held: the call may be the end of this object.
+void Grid::SetDataSource(IUnknown* source) { Held(m_view)->SetDataSource(source); }
 
-void Grid::SetDataSource(IUnknown* source) {
-    const auto view = m_view;
-    view->SetDataSource(source);
-}
+void Grid::HostChanged() { Held(m_view)->Sync(HostDid::Something); }
 
-void Grid::HostChanged() {
-    const auto view = m_view;
-    view->Sync(HostDid::Something);
-}
+void Grid::Reordered() { Held(m_view)->Sync(HostDid::Ordered); }
 
-void Grid::Reordered() {
-    const auto view = m_view;
-    view->Sync(HostDid::Ordered);
-}
+void Grid::Requeried() { Held(m_view)->Sync(HostDid::Requeried); }
 
-void Grid::Requeried() {
-    const auto view = m_view;
-    view->Sync(HostDid::Requeried);
-}
-
-bool Grid::Confirm() {
-    const auto view = m_view;
-    return view->Confirm();
-}
+bool Grid::Confirm() { return Held(m_view)->Confirm(); }
 
 bool Grid::Bound() const { return m_view->Data().Bound(); }
 
@@ -54,64 +38,72 @@ long Grid::CurrentRow() { return m_view->Data().Current(); }
 
 short Grid::ColumnCount() { return m_view->Columns().Count(); }
 
-short Grid::CurrentColumn() const { return m_view->CurrentColumn(); }
+short Grid::CurrentColumn() const { return m_view->Columns().Current(); }
 
-void Grid::SetCurrentColumn(short column) { m_view->SetCurrentColumn(column); }
+void Grid::SetCurrentColumn(short column) { Held(m_view)->SetCurrentColumn(column); }
 
-std::wstring Grid::Caption(short column) const { return m_view->Column(column).caption; }
+std::wstring Grid::Caption(short column) const { return m_view->Columns().At(column).caption; }
 
-std::wstring Grid::Field(short column) const { return m_view->Column(column).field; }
+std::wstring Grid::Field(short column) const { return m_view->Columns().At(column).field; }
 
-com::Variant Grid::Value(short column) {
-    const auto view = m_view;
-    return view->Value(column);
-}
+com::Variant Grid::Value(short column) { return Held(m_view)->Value(column); }
 
-std::wstring Grid::Text(short column) {
-    const auto view = m_view;
-    return view->Text(column);
-}
+std::wstring Grid::Text(short column) { return Held(m_view)->Text(column); }
 
 com::ComPtr<IDispatch> Grid::Columns() { return MakeColumnsObject(m_view); }
 
-void Grid::MarkOrder(short column, bool descending) { m_view->SetMark(OrderMark{column, descending}); }
+void Grid::MarkOrder(short column, bool descending) { Held(m_view)->SetOrder(OrderMark{column, descending}); }
 
-void Grid::ClearOrderMark() { m_view->SetMark({}); }
+void Grid::ClearOrderMark() { Held(m_view)->SetOrder({}); }
 
 base::GridLayout Grid::Layout() const { return m_view->Layout(); }
 
-void Grid::Apply(const base::GridLayout& layout) { m_view->Apply(layout); }
+void Grid::Apply(const base::GridLayout& layout) { Held(m_view)->Apply(layout); }
 
-void Grid::DefaultLook() { m_view->SetFont({}); }
+void Grid::DefaultLook() { Held(m_view)->SetFont({}); }
 
-LOGFONTW Grid::Font() const { return m_view->Font(); }
+LOGFONTW Grid::Font() const { return ToLogFont(m_view->Measures().Choice(), m_view->Measures().Dpi()); }
 
-void Grid::SetFont(const LOGFONTW& font) { m_view->SetFont(FromLogFont(font, m_view->Dpi())); }
-
-void Grid::CopyRow(bool withHeadings) {
-    const auto view = m_view;
-    view->CopyRow(withHeadings);
+void Grid::SetFont(const LOGFONTW& font) {
+    Held(m_view)->SetFont(FromLogFont(font, m_view->Measures().Dpi()));
 }
 
-void Grid::CopyCell() {
-    const auto view = m_view;
-    view->CopyCell();
-}
+void Grid::CopyRow(bool withHeadings) { Held(m_view)->CopyRow(withHeadings); }
 
-void Grid::FitColumn(short column) { m_view->FitColumn(column); }
+void Grid::CopyCell() { Held(m_view)->CopyCell(); }
+
+void Grid::FitColumn(short column) { Held(m_view)->FitColumn(column); }
 
 void Grid::OfferMarks() { m_view->OfferMarks(); }
 
-std::vector<short> Grid::MarkColumns() { return m_view->MarkColumns(); }
-
-void Grid::PutMarksFirst() { m_view->PutMarksFirst(); }
-
-bool Grid::ToggleMark(short column) {
-    const auto view = m_view;
-    return view->ToggleMark(column);
+std::vector<short> Grid::MarkColumns() {
+    std::vector<short> columns = m_view->Columns().OnScreen();
+    std::erase_if(columns, [&](short column) { return !m_view->Data().IsMark(column); });
+    return columns;
 }
 
-MarkCount Grid::CountMarks(short column) { return m_view->CountMarks(column); }
+void Grid::PutMarksFirst() {
+    int place = 0;
+    const auto view = Held(m_view);
+    for (const short mark : MarkColumns()) {
+        view->ChangeColumn(mark, [&](GridColumns& columns, GridColumn&) { columns.MoveTo(mark, place++); });
+    }
+}
+
+bool Grid::ToggleMark(short column) { return Held(m_view)->ToggleMark(column); }
+
+MarkCount Grid::CountMarks(short column) {
+    GridData& data = m_view->Data();
+    MarkCount count;
+    const RowBlock* const only = data.Count() <= GridData::kRowsReadTogether ? data.Block(0) : nullptr;
+    count.all = data.Count() == 0 || (only && only->IsAllRead());
+    const long last = count.all ? data.Count() - 1 : m_view->Viewport().LastRow();
+    for (long row = count.all ? 0 : m_view->Viewport().Top(); row <= last; ++row) {
+        const RowBlock::Cell* const cell = data.Cell(row, column);
+        count.marked += cell && cell->checked ? 1 : 0;
+    }
+    return count;
+}
 
 void Grid::NameField(std::wstring_view field, std::wstring_view caption) {
     m_view->NameField(field, caption);

@@ -37,7 +37,7 @@ public:
     HRESULT STDMETHODCALLTYPE get_accChildCount(LONG* count) override {
         *count = 0;
         return With([&](GridView& view) {
-            *count = Rows(view) + static_cast<LONG>(view.Columns().OnScreen().size());
+            *count = RowsOnScreen(view) + static_cast<LONG>(view.Columns().OnScreen().size());
             return S_OK;
         });
     }
@@ -59,8 +59,9 @@ public:
             if (!ours || current < 0 || view.Columns().Count() == 0) {
                 return S_FALSE;
             }
-            const short column = view.CurrentColumn();
-            return Give(view.Columns()[column].caption + L": " + view.LoadedText(current, column), value);
+            const short column = view.Columns().Current();
+            return Give(view.Columns()[column].caption + L": " + view.Data().ShownText(current, column),
+                        value);
         });
     }
     HRESULT STDMETHODCALLTYPE get_accDescription(VARIANT child, BSTR* description) override {
@@ -141,34 +142,18 @@ public:
     HRESULT STDMETHODCALLTYPE accNavigate(LONG direction, VARIANT start, VARIANT* end) override {
         VariantInit(end);
         return WithTarget(start, [&](GridView& view, const Target& target) {
-            const LONG rows = Rows(view);
+            const LONG rows = RowsOnScreen(view);
             const LONG last = rows + static_cast<LONG>(view.Columns().OnScreen().size());
-            LONG to = start.lVal;
-            switch (direction) {
-            case NAVDIR_FIRSTCHILD:
-                to = target.kind == Target::Table ? 1 : 0;
-                break;
-            case NAVDIR_LASTCHILD:
-                to = target.kind == Target::Table ? last : 0;
-                break;
-            case NAVDIR_NEXT:
-                ++to;
-                break;
-            case NAVDIR_PREVIOUS:
-                --to;
-                break;
-            case NAVDIR_DOWN:
-                to = to < rows ? to + 1 : 0;
-                break;
-            case NAVDIR_UP:
-                to = to <= rows ? to - 1 : 0;
-                break;
-            default:
-                return S_FALSE;
+            const LONG from = start.lVal;
+            LONG to = 0;
+            if (target.kind == Target::Table) {
+                to = direction == NAVDIR_FIRSTCHILD ? 1 : direction == NAVDIR_LASTCHILD ? last : 0;
+            } else if (direction == NAVDIR_NEXT || (direction == NAVDIR_DOWN && from < rows)) {
+                to = from + 1;
+            } else if (direction == NAVDIR_PREVIOUS || (direction == NAVDIR_UP && from <= rows)) {
+                to = from - 1;
             }
-            const bool among =
-                direction == NAVDIR_FIRSTCHILD || direction == NAVDIR_LASTCHILD || start.lVal != 0;
-            return among && to >= 1 && to <= last ? GiveNumber(to, end) : S_FALSE;
+            return to >= 1 && to <= last ? GiveNumber(to, end) : S_FALSE;
         });
     }
     HRESULT STDMETHODCALLTYPE accHitTest(LONG x, LONG y, VARIANT* child) override {
@@ -176,17 +161,17 @@ public:
         return With([&](GridView& view) {
             POINT point{x, y};
             ScreenToClient(view.Window(), &point);
-            if (!PtInRect(&view.Geometry().client, point)) {
+            if (!PtInRect(&view.Viewport().Client(), point)) {
                 return S_FALSE;
             }
-            const long row = view.RowAt(point.y);
+            const long row = view.Viewport().RowAt(point.y);
             if (row >= 0) {
-                return GiveNumber(RowChild(row, view.Geometry().top), child);
+                return GiveNumber(RowChild(row, view.Viewport().Top()), child);
             }
             const std::vector<short> shown = view.Columns().OnScreen();
-            const auto column = std::find(shown.begin(), shown.end(), view.ColumnAt(point.x));
-            if (point.y < view.Geometry().headHeight && column != shown.end()) {
-                return GiveNumber(Rows(view) + static_cast<LONG>(column - shown.begin()) + 1, child);
+            const auto column = std::find(shown.begin(), shown.end(), view.Viewport().ColumnAt(point.x));
+            if (point.y < view.Viewport().HeadHeight() && column != shown.end()) {
+                return GiveNumber(RowsOnScreen(view) + static_cast<LONG>(column - shown.begin()) + 1, child);
             }
             return GiveNumber(CHILDID_SELF, child);
         });
@@ -196,7 +181,8 @@ public:
             if (target.kind == Target::Table) {
                 return DISP_E_MEMBERNOTFOUND;
             }
-            target.kind == Target::Row ? view.Activate(target.row) : view.PressHeading(target.column);
+            target.kind == Target::Row ? view.Activate(target.row)
+                                       : view.Tell(&GridEvents::HeadingClicked, target.column);
             return S_OK;
         });
     }
@@ -242,13 +228,12 @@ private:
         out->lVal = number;
         return S_OK;
     }
-    static LONG Rows(GridView& view) {
-        const GridGeometry& geometry = view.Geometry();
-        return std::max(0L, std::min(geometry.LastShown(), view.Data().Count() - 1) - geometry.top + 1);
+    static LONG RowsOnScreen(GridView& view) {
+        return std::max(0L, view.Viewport().LastRow() - view.Viewport().Top() + 1);
     }
     static HRESULT GiveCurrent(GridView& view, VARIANT* child) {
-        const LONG number = RowChild(view.Data().Current(), view.Geometry().top);
-        return GiveNumber(number >= 1 && number <= Rows(view) ? number : CHILDID_SELF, child);
+        const LONG number = RowChild(view.Data().Current(), view.Viewport().Top());
+        return GiveNumber(number >= 1 && number <= RowsOnScreen(view) ? number : CHILDID_SELF, child);
     }
 
     template <class Body>
@@ -275,10 +260,10 @@ private:
         if (number == CHILDID_SELF) {
             return Target{};
         }
-        const LONG rows = Rows(view);
+        const LONG rows = RowsOnScreen(view);
         const std::vector<short> shown = view.Columns().OnScreen();
         if (number >= 1 && number <= rows) {
-            return Target{Target::Row, view.Geometry().top + number - 1, -1};
+            return Target{Target::Row, view.Viewport().Top() + number - 1, -1};
         }
         if (number > rows && number <= rows + static_cast<LONG>(shown.size())) {
             return Target{Target::Heading, -1, shown[static_cast<size_t>(number - rows - 1)]};
@@ -293,27 +278,27 @@ private:
         std::wstring name;
         if (target.kind == Target::Row) {
             for (const short column : view.Columns().OnScreen()) {
-                name += (name.empty() ? L"" : L"; ") + view.LoadedText(target.row, column);
+                name += (name.empty() ? L"" : L"; ") + view.Data().ShownText(target.row, column);
             }
             return name;
         }
         name = view.Columns()[target.column].caption;
-        if (view.Mark() && view.Mark()->column == target.column) {
-            name += view.Mark()->descending ? L", orden descendente" : L", orden ascendente";
+        if (const auto& mark = view.Columns().Order(); mark && mark->column == target.column) {
+            name += mark->descending ? L", orden descendente" : L", orden ascendente";
         }
         return name;
     }
 
     static RECT AreaOf(GridView& view, const Target& target) {
-        const GridGeometry& geometry = view.Geometry();
-        RECT area = geometry.client;
+        const GridViewport& port = view.Viewport();
+        RECT area = port.Client();
         if (target.kind == Target::Row) {
-            area.top = geometry.RowTop(target.row);
-            area.bottom = std::min<LONG>(area.top + geometry.rowHeight, geometry.client.bottom);
+            area.top = port.RowTop(target.row);
+            area.bottom = std::min<LONG>(area.top + port.RowHeight(), port.Client().bottom);
         } else if (target.kind == Target::Heading) {
-            area = view.CellRect(geometry.top, target.column);
+            area = port.CellRect(port.Top(), target.column);
             area.top = 0;
-            area.bottom = geometry.headHeight;
+            area.bottom = port.HeadHeight();
         }
         return area;
     }

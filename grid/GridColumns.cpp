@@ -2,16 +2,18 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 #include "base/Placement.h"
+#include "base/Text.h"
+#include "com/Error.h"
+#include "grid/CellText.h"
 
 namespace tamvelo::grid {
 
 namespace {
 
-/// Widths that the layout of an unmeasured column holds.
-constexpr int kUnmeasured = 0;
-
+constexpr HRESULT kSubscript = static_cast<HRESULT>(0x800A0009); // automation's number 9
 size_t OccurrenceOf(const std::vector<GridColumn>& columns, size_t index) {
     return 1 + static_cast<size_t>(std::count_if(
                    columns.begin(), columns.begin() + static_cast<std::ptrdiff_t>(index),
@@ -20,14 +22,48 @@ size_t OccurrenceOf(const std::vector<GridColumn>& columns, size_t index) {
 
 } // namespace
 
+GridColumn& GridColumns::At(short column) {
+    if (column < 0 || column >= Count()) {
+        throw com::Error(kSubscript, L"Subíndice fuera del intervalo: no hay una columna " +
+                                         std::to_wstring(column) + L".");
+    }
+    return (*this)[column];
+}
+
+short GridColumns::Named(const std::wstring& field) const {
+    for (short column = 0; column < Count(); ++column) {
+        if (base::Lower((*this)[column].field) == base::Lower(field)) {
+            return column;
+        }
+    }
+    throw com::Error(kSubscript, L"No hay una columna «" + field + L"».");
+}
+
+void GridColumns::NameField(std::wstring_view field, std::wstring_view caption) {
+    m_captions.insert_or_assign(base::Lower(field), std::wstring(caption));
+}
+
+bool GridColumns::SetCurrent(short column) {
+    return column >= 0 && std::exchange(m_current, column) != column;
+}
+
+void GridColumns::ScaleWidths(int from, int to) {
+    for (GridColumn& column : m_columns) {
+        column.width = base::Scale(column.width, from, to);
+    }
+}
+
 void GridColumns::SetFields(const std::vector<FieldInfo>& fields, int dpi) {
     const base::GridLayout kept = m_columns.empty() ? m_waiting : ToLayout(dpi, {});
     m_columns.clear();
     for (const FieldInfo& field : fields) {
         GridColumn& column = m_columns.emplace_back();
         column.field = field.name;
-        column.caption = field.caption;
+        const auto named = m_captions.find(base::Lower(field.name));
+        column.caption = named == m_captions.end() ? field.caption : named->second;
+        column.numeric = IsRightAligned(KindOfField(field.type));
     }
+    m_orderMark.reset();
     m_order.resize(m_columns.size());
     std::iota(m_order.begin(), m_order.end(), short{0});
     Apply(kept, dpi);
@@ -119,7 +155,7 @@ void GridColumns::Apply(const base::GridLayout& layout, int dpi) {
             continue;
         }
         column.visible = saved->visible;
-        if (saved->width != kUnmeasured) {
+        if (saved->width != 0) { // it was never measured
             column.width = base::Scale(saved->width, layout.dpi, dpi);
             column.guessed = false;
         }

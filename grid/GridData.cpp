@@ -9,15 +9,12 @@ namespace tamvelo::grid {
 
 namespace {
 
-class UnderWay {
-public:
-    explicit UnderWay(int& depth) : m_depth(depth) { ++m_depth; }
-    ~UnderWay() { --m_depth; }
+struct UnderWay {
+    int& depth;
+    explicit UnderWay(int& counted) : depth(counted) { ++depth; }
+    ~UnderWay() { --depth; }
     UnderWay(const UnderWay&) = delete;
     UnderWay& operator=(const UnderWay&) = delete;
-
-private:
-    int& m_depth;
 };
 
 } // namespace
@@ -96,7 +93,8 @@ GridData::Change GridData::Refresh(HostDid did) {
     if (m_cursor != cursor) {
         return {}; // bound to something else meanwhile, and that was shown already
     }
-    Adopt(std::move(fields), change);
+    change.fields = fields != m_fields;
+    m_fields = std::move(fields);
     m_signs = std::move(signs);
     change.current = change.rows || current != m_current;
     TakeCurrent(current);
@@ -104,21 +102,9 @@ GridData::Change GridData::Refresh(HostDid did) {
     return change;
 }
 
-void GridData::Adopt(std::vector<FieldInfo> fields, Change& change) {
-    if (fields == m_fields) {
-        return;
-    }
-    change.fields = true;
-    m_fields = std::move(fields);
-    m_kinds.clear();
-    for (const FieldInfo& field : m_fields) {
-        m_kinds.push_back(KindOfField(field.type));
-    }
-}
-
 void GridData::SetCell(RowBlock& block, long row, short column, const VARIANT* value) const {
     if (value) {
-        block.Set(row, column, *value, m_kinds[static_cast<size_t>(column)]);
+        block.Set(row, column, *value, Kind(column));
     } else {
         block.Set(row, column, kErrorText, CellKind::Text, false);
     }
@@ -143,7 +129,7 @@ bool GridData::ReadRows(RecordCursor& cursor, long first, long last) {
     const RecordCursor::Rows together{
         Blocks::FirstRow(firstBlock),
         std::min(Blocks::FirstRow(Blocks::BlockOf(needed.last) + 1), m_signs.count) - 1};
-    const auto columns = static_cast<short>(m_kinds.size());
+    const auto columns = static_cast<short>(m_fields.size());
     const std::uint32_t epoch = m_blocks.Epoch();
     std::vector<RowBlock> read;
     for (long row = together.first; row <= together.last; row += Blocks::kRowsPerBlock) {
@@ -201,7 +187,7 @@ bool GridData::Load(long first, long last) {
         m_looked = true;
         const bool closely = std::exchange(m_wrote, false) || m_strayed;
         const std::uint32_t epoch = m_blocks.Epoch();
-        const auto all = static_cast<short>(m_kinds.size());
+        const auto all = static_cast<short>(m_fields.size());
         const std::vector<bool> differ =
             Differences(cursor->Host().Values(closely ? all : std::min(all, kTelling)));
         if (epoch != m_blocks.Epoch()) {
@@ -220,6 +206,25 @@ bool GridData::Load(long first, long last) {
         }
     }
     return read;
+}
+
+const RowBlock::Cell* GridData::Cell(long row, short column) {
+    const RowBlock* const block = Block(row);
+    return block ? block->At(row, column) : nullptr;
+}
+
+std::wstring GridData::ShownText(long row, short column) {
+    const RowBlock::Cell* const cell = Cell(row, column);
+    return cell ? std::wstring(Block(row)->Text(*cell)) : std::wstring();
+}
+
+bool GridData::IsMark(short column) {
+    if (column < 0 || static_cast<size_t>(column) >= m_fields.size()) {
+        return false;
+    }
+    const RowBlock::Cell* const cell = Cell(m_current, column);
+    const CellKind kind = Kind(column) == CellKind::Any && cell ? cell->kind : Kind(column);
+    return kind == CellKind::Check;
 }
 
 bool GridData::MoveTo(long row) {
@@ -242,7 +247,7 @@ bool GridData::MoveTo(long row) {
 }
 
 std::vector<bool> GridData::Differences(const Record& record) {
-    const auto columns = static_cast<short>(std::min(record.size(), m_kinds.size()));
+    const auto columns = static_cast<short>(std::min(record.size(), m_fields.size()));
     RowBlock host(m_current, 1, columns);
     host.MarkRead(m_current);
     const RowBlock* const shown = m_blocks.Find(m_current);
@@ -265,7 +270,7 @@ bool GridData::Confirm() {
     Load(m_current, m_current);
     const std::uint32_t epoch = m_blocks.Epoch();
     const UnderWay busy(m_busy);
-    Record record = cursor->Host().Values(static_cast<short>(m_kinds.size()));
+    Record record = cursor->Host().Values(static_cast<short>(m_fields.size()));
     if (m_cursor != cursor || epoch != m_blocks.Epoch() || m_current < 0 || m_missedSync) {
         return false;
     }

@@ -2,7 +2,6 @@
 
 #include <memory>
 #include <optional>
-#include <span>
 #include <utility>
 #include <vector>
 
@@ -47,14 +46,20 @@ public:
     long Count() const { return m_signs.count; }
     /// -1 when the host stands on no row.
     long Current() const { return m_current; }
-    std::span<const FieldInfo> Fields() const { return m_fields; }
-    CellKind Kind(short column) const { return m_kinds[static_cast<size_t>(column)]; }
+    const std::vector<FieldInfo>& Fields() const { return m_fields; }
+    CellKind Kind(short column) const { return KindOfField(m_fields[static_cast<size_t>(column)].type); }
 
     /// Reads those of these rows that are not there yet. Rows that failed are not tried again before the next
     /// change. True when it read any.
     bool Load(long first, long last);
     /// Null while the row is not loaded. Never calls the host.
     const RowBlock* Block(long row) { return m_blocks.Find(row); }
+    const RowBlock::Cell* Cell(long row, short column);
+    /// As loaded for the screen, cut to what a cell can show; "" while it is not loaded.
+    std::wstring ShownText(long row, short column);
+    /// Whether the column's cells are marks: by the field's type or, of a record set that gives none, by what
+    /// the current row holds.
+    bool IsMark(short column);
     /// First rows of the blocks of kRowsReadTogether that are loaded, in order. Never calls the host.
     std::vector<long> LoadedBlocks() const { return m_blocks.FirstRows(); }
     /// False when the host refused; the current row is then the host's.
@@ -77,7 +82,6 @@ private:
     Change Refresh(HostDid did);
     void TakeCurrent(long row) { m_current = row < Count() ? row : -1; }
     Change Empty();
-    void Adopt(std::vector<FieldInfo> fields, Change& change);
     /// False when the set must not be moved now, or its rows became others meanwhile.
     bool ReadRows(RecordCursor& cursor, long first, long last);
     /// By column, whether the current row shows something else than this.
@@ -89,7 +93,6 @@ private:
     RowSigns m_signs;
     long m_current = -1;
     std::vector<FieldInfo> m_fields;
-    std::vector<CellKind> m_kinds;
     Blocks m_blocks{kBlocks};
     bool m_looked = false;        // since the rows were read: whether they are the host's
     bool m_strayed = false;       // they have been others

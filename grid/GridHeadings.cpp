@@ -38,7 +38,7 @@ int GridHeadings::Height() const {
     return Header_Layout(m_window, &layout) ? place.cy : 0;
 }
 
-void GridHeadings::Fill(const GridColumns& columns, const std::optional<OrderMark>& mark) {
+void GridHeadings::Fill(const GridColumns& columns) {
     m_filling = true;
     SendMessageW(m_window, WM_SETREDRAW, FALSE, 0);
     while (Header_DeleteItem(m_window, 0)) {
@@ -53,12 +53,11 @@ void GridHeadings::Fill(const GridColumns& columns, const std::optional<OrderMar
         const bool right =
             shown.alignment == Alignment::Right || (shown.alignment == Alignment::General && shown.numeric);
         heading.fmt = HDF_STRING | (right ? HDF_RIGHT : HDF_LEFT);
-        if (mark && mark->column == column) {
+        if (const auto& mark = columns.Order(); mark && mark->column == column) {
             heading.fmt |= mark->descending ? HDF_SORTDOWN : HDF_SORTUP;
         }
         heading.lParam = column;
-        SendMessageW(m_window, HDM_INSERTITEMW, static_cast<WPARAM>(item++),
-                     reinterpret_cast<LPARAM>(&heading));
+        Header_InsertItem(m_window, item++, &heading);
     }
     if (item == 0) { // some systems do not draw a control without items at all
         HDITEMW empty{};
@@ -66,7 +65,7 @@ void GridHeadings::Fill(const GridColumns& columns, const std::optional<OrderMar
         empty.cxy = kFarRight;
         empty.fmt = HDF_STRING | HDF_FIXEDWIDTH;
         empty.lParam = -1; // no column
-        SendMessageW(m_window, HDM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&empty));
+        Header_InsertItem(m_window, 0, &empty);
     }
     SendMessageW(m_window, WM_SETREDRAW, TRUE, 0);
     InvalidateRect(m_window, nullptr, TRUE);
@@ -82,16 +81,7 @@ void GridHeadings::Place(const RECT& client, int height, int scrolled) {
 short GridHeadings::ColumnOf(int item) const {
     HDITEMW heading{};
     heading.mask = HDI_LPARAM;
-    return SendMessageW(m_window, HDM_GETITEMW, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&heading))
-               ? static_cast<short>(heading.lParam)
-               : short{-1};
-}
-
-int GridHeadings::WidthOf(int item) const {
-    HDITEMW heading{};
-    heading.mask = HDI_WIDTH;
-    SendMessageW(m_window, HDM_GETITEMW, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&heading));
-    return heading.cxy;
+    return Header_GetItem(m_window, item, &heading) ? static_cast<short>(heading.lParam) : short{-1};
 }
 
 } // namespace tamvelo::grid

@@ -2,16 +2,9 @@
 
 #include "com/WinHeaders.h"
 
-#include <optional>
-
 #include "grid/GridColumns.h"
 
 namespace tamvelo::grid {
-
-struct OrderMark {
-    short column;
-    bool descending;
-};
 
 /// The system header control above the rows. Its items are the visible columns from left to right.
 class GridHeadings {
@@ -22,12 +15,10 @@ public:
     void SetFont(HFONT font);
     /// What the control wants with its font.
     int Height() const;
-    void Fill(const GridColumns& columns, const std::optional<OrderMark>& mark);
+    void Fill(const GridColumns& columns);
     void Place(const RECT& client, int height, int scrolled);
 
     short ColumnOf(int item) const;
-    /// -1 for a hidden column.
-    int WidthOf(int item) const;
     bool Filling() const { return m_filling; }
 
 private:

@@ -1,119 +1,126 @@
-// What the user does to the grid with keys and mouse.
+#include "grid/GridInput.h"
+
 #include <windows.h>
 
 #include <commctrl.h>
 
 #include <algorithm>
 
-#include "base/Placement.h"
-#include "grid/GridAccessible.h"
-#include "grid/GridView.h"
-#include "win/TextSearch.h"
+#include "win/ScrollBar.h"
 
 namespace tamvelo::grid {
 
 namespace {
 
-constexpr int kAcross = 48; // pixels at 96 dpi that one step to the side scrolls
-
 bool Down(int key) { return GetKeyState(key) < 0; }
+
+POINT PointOf(LPARAM l) { return {static_cast<short>(LOWORD(l)), static_cast<short>(HIWORD(l))}; }
 
 } // namespace
 
-void GridView::MoveTo(long row) {
-    row = std::clamp(row, 0L, std::max(0L, m_data.Count() - 1));
-    const long before = m_data.Current();
-    if (row == before || m_data.Busy()) {
-        return;
+std::optional<LRESULT> GridInput::Handle(UINT message, WPARAM w, LPARAM l) {
+    const GridViewport& port = m_view.Viewport();
+    switch (message) {
+    case WM_GETDLGCODE:
+        return DLGC_WANTARROWS | DLGC_WANTCHARS;
+    case WM_KEYDOWN:
+        return Key(w) ? std::optional<LRESULT>(0) : std::nullopt;
+    case WM_CHAR:
+        Type(static_cast<wchar_t>(w));
+        return 0;
+    case WM_LBUTTONDOWN:
+        Click(PointOf(l));
+        return {};
+    case WM_RBUTTONDOWN: // for the menu that follows
+        SelectCell(PointOf(l));
+        return {};
+    case WM_LBUTTONDBLCLK:
+        DoubleClick(PointOf(l));
+        return 0;
+    case WM_MOUSEWHEEL:
+        Wheel(static_cast<short>(HIWORD(w)), (LOWORD(w) & MK_SHIFT) != 0);
+        return 0;
+    case WM_MOUSEHWHEEL:
+        Wheel(-static_cast<short>(HIWORD(w)), true);
+        return 0;
+    case WM_CONTEXTMENU:
+        ContextMenu(PointOf(l));
+        return 0;
+    case WM_VSCROLL:
+        m_view.ScrollTo(win::ScrolledTo(m_view.Window(), SB_VERT, LOWORD(w), port.Top(), 1));
+        return 0;
+    case WM_HSCROLL:
+        m_view.ScrollAcross(win::ScrolledTo(m_view.Window(), SB_HORZ, LOWORD(w), port.Scrolled(), Across()));
+        return 0;
+    case WM_NOTIFY:
+        return HeadingNotice(*reinterpret_cast<const NMHDR*>(l));
+    case kColumnsDragged:
+        m_view.ShowColumns();
+        m_view.Tell(&GridEvents::LayoutChanged);
+        return 0;
+    default:
+        return {};
     }
-    m_data.MoveTo(row); // where the host stands afterwards is what counts, also when it refused
-    if (!m_window || m_data.Current() == before) {
-        CatchUp();
-        return;
-    }
-    InvalidateRow(before);
-    const long current = m_data.Current();
-    if (current >= 0) {
-        const long whole = m_geometry.WholeRows();
-        ScrollTo(std::clamp(m_geometry.top, current - whole + 1, current));
-    }
-    if (!m_window) {
-        return;
-    }
-    InvalidateRow(current);
-    AnnounceCurrent();
-    Raise([](GridEvents& events) { events.CurrentRowChanged(); });
-    CatchUp();
 }
 
-void GridView::Activate(long row) {
-    MoveTo(row);
-    if (m_window && m_data.Current() == row) {
-        Raise([](GridEvents& events) { events.RowActivated(); });
+void GridInput::Step(long row, long top) {
+    if (m_view.Data().Count() > 0 && !m_view.Data().Busy()) {
+        m_view.ScrollTo(top);
+        m_view.MoveTo(row);
     }
 }
 
-void GridView::PressHeading(short column) {
-    Raise([&](GridEvents& events) { events.HeadingClicked(column); });
-}
-
-void GridView::Step(long row, long top) {
-    if (m_data.Count() == 0 || m_data.Busy()) {
-        return;
-    }
-    ScrollTo(top);
-    MoveTo(row);
-}
-
-bool GridView::Key(WPARAM key) {
-    const long whole = m_geometry.WholeRows();
-    const long top = m_geometry.top;
+bool GridInput::Key(WPARAM key) {
+    const GridColumns& columns = m_view.Columns();
+    const long whole = m_view.Viewport().WholeRows();
+    const long top = m_view.Viewport().Top();
+    const long last = m_view.Data().Count() - 1;
     const bool control = Down(VK_CONTROL);
     // Without a current record the first row on screen is where the user starts from.
-    const bool none = m_data.Current() < 0;
-    const long row = none ? top : m_data.Current();
+    const bool none = m_view.Data().Current() < 0;
+    const long row = none ? top : m_view.Data().Current();
     const long one = none ? 0 : 1;
+    const struct {
+        WPARAM key;
+        long row;
+        long top;
+    } steps[] = {
+        {VK_UP, control ? 0 : row - one, top},
+        {VK_DOWN, control ? last : row + one, top},
+        {VK_HOME, 0, top}, // where they are no commands of the form
+        {VK_END, last, top},
+        {VK_PRIOR, row - whole, top - whole},
+        {VK_NEXT, row + whole, top + whole},
+    };
+    for (const auto& step : steps) {
+        if (step.key == key) {
+            Step(step.row, step.top);
+            return true;
+        }
+    }
     switch (key) {
-    case VK_UP:
-        Step(control ? 0 : row - one, top);
-        return true;
-    case VK_DOWN:
-        Step(control ? m_data.Count() - 1 : row + one, top);
-        return true;
-    case VK_HOME: // where they are no commands of the form
-        Step(0, top);
-        return true;
-    case VK_END:
-        Step(m_data.Count() - 1, top);
-        return true;
-    case VK_PRIOR:
-        Step(row - whole, top - whole);
-        return true;
-    case VK_NEXT:
-        Step(row + whole, top + whole);
-        return true;
     case VK_LEFT:
     case VK_RIGHT:
-        if (m_columns.Count() > 0) {
-            short column = m_column;
+        if (columns.Count() > 0) {
+            short column = columns.Current();
             short next = column;
             do {
                 column = next;
-                next = m_columns.Neighbour(column, key == VK_LEFT ? -1 : 1);
+                next = columns.Neighbour(column, key == VK_LEFT ? -1 : 1);
             } while (control && next != column);
-            SetCurrentColumn(next);
+            m_view.SetCurrentColumn(next);
         }
         return true;
     case 'C':
         if (control) {
-            CopyRow(Down(VK_SHIFT));
+            m_view.CopyRow(Down(VK_SHIFT));
         }
         return control;
     case VK_ADD:
     case VK_OEM_PLUS:
-        if (control && m_columns.Count() > 0) {
-            FitColumn(m_column);
-            Raise([](GridEvents& events) { events.LayoutChanged(); });
+        if (control && columns.Count() > 0) {
+            m_view.FitColumn(columns.Current());
+            m_view.Tell(&GridEvents::LayoutChanged);
         }
         return control;
     default:
@@ -121,202 +128,93 @@ bool GridView::Key(WPARAM key) {
     }
 }
 
-/// The row whose current column starts so becomes the current one. Letters in quick succession are one text.
-void GridView::Type(wchar_t letter) {
+void GridInput::Type(wchar_t letter) {
     if (letter <= L' ' || (Down(VK_CONTROL) && !Down(VK_MENU))) { // but AltGr types letters
         return;
     }
-    const auto now = static_cast<DWORD>(GetMessageTime());
-    const long current = m_data.Current();
-    if (now - m_typed.time > 2 * GetDoubleClickTime() || m_typed.row != current ||
-        m_typed.column != m_column) {
-        m_typed.text.clear();
-    }
-    const bool first = m_typed.text.empty();
-    const bool repeated = !first && m_typed.text.find_first_not_of(letter) == std::wstring::npos;
-    m_typed.text += letter;
-    m_typed.time = now;
-    long row = RowStarting(m_typed.text, first ? current + 1 : current);
-    if (row < 0 && repeated) { // the same key again: on to the next one
-        row = RowStarting({&letter, 1}, current + 1);
-    }
+    const long row = m_typed.Type(letter, static_cast<DWORD>(GetMessageTime()), m_view.Columns().Current());
     if (row >= 0) {
-        MoveTo(row);
+        m_view.MoveTo(row);
     }
-    m_typed.row = m_data.Current();
-    m_typed.column = m_column;
+    m_typed.LedTo(m_view.Data().Current());
 }
 
-/// Of the loaded rows the next one at or after `from`, then from the top again; -1 when there is none.
-long GridView::RowStarting(std::wstring_view text, long from) {
-    long before = -1;
-    for (const long first : m_data.LoadedBlocks()) {
-        const long end = std::min(first + GridData::kRowsReadTogether, m_data.Count());
-        for (long row = first; row < end; ++row) {
-            if ((row >= from || before < 0) && win::StartsWith(LoadedText(row, m_column), text)) {
-                if (row >= from) {
-                    return row;
-                }
-                before = row;
-            }
-        }
-    }
-    return before;
-}
-
-void GridView::SetCurrentColumn(short column) {
-    column = m_columns.Nearest(column);
-    if (column < 0) {
-        return;
-    }
-    const RECT cell = CellRect(m_geometry.top, column);
-    int scrolled = m_geometry.scrolled;
-    if (cell.right > m_geometry.client.right) {
-        scrolled += static_cast<int>(cell.right - m_geometry.client.right);
-    }
-    scrolled = std::min(scrolled, static_cast<int>(cell.left) + m_geometry.scrolled);
-    ScrollAcross(scrolled);
-    TakeColumn(column);
-}
-
-/// Makes it the current one, wherever it stands.
-void GridView::TakeColumn(short column) {
-    if (column < 0 || column == m_column) {
-        return;
-    }
-    m_column = column;
-    if (m_window) {
-        InvalidateRow(m_data.Current());
-        NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, m_window, OBJID_CLIENT,
-                       RowChild(m_data.Current(), m_geometry.top));
-        Raise([](GridEvents& events) { events.CurrentColumnChanged(); });
-    }
-}
-
-bool GridView::SelectCell(int x, int y) {
-    SetFocus(m_window);
-    const long row = RowAt(y);
-    if (row < 0 || !m_window) {
+bool GridInput::SelectCell(POINT at) {
+    SetFocus(m_view.Window());
+    const long row = m_view.Viewport().RowAt(at.y);
+    if (row < 0 || !m_view.Window()) {
         return false;
     }
-    const short column = ColumnAt(x);
+    const short column = m_view.Viewport().ColumnAt(at.x);
     if (column >= 0) {
-        SetCurrentColumn(column); // which may scroll
+        m_view.SetCurrentColumn(column); // which may scroll
     }
-    MoveTo(row);
-    return m_window && m_data.Current() == row;
+    m_view.MoveTo(row);
+    return m_view.Window() && m_view.Data().Current() == row;
 }
 
-void GridView::Click(int x, int y) {
-    const short column = ColumnAt(x);
-    if (SelectCell(x, y) && TakesMarks(column)) {
-        Raise([](GridEvents& events) { events.MarkClicked(); });
-    }
-}
-
-bool GridView::TakesMarks(short column) { return m_offersMarks && m_window && IsMark(column); }
-
-void GridView::DoubleClick(int x, int y) {
-    const long row = RowAt(y);
-    const short column = ColumnAt(x);
-    Click(x, y);
-    if (m_window && row >= 0 && !TakesMarks(column)) { // a mark clicked twice is clicked twice
-        Activate(row);
+void GridInput::Click(POINT at) {
+    const short column = m_view.Viewport().ColumnAt(at.x);
+    if (SelectCell(at) && m_view.TakesMarks(column)) {
+        m_view.Tell(&GridEvents::MarkClicked);
     }
 }
 
-void GridView::ScrollVertically(WORD request) {
-    SCROLLINFO info{};
-    info.cbSize = sizeof(info);
-    info.fMask = SIF_TRACKPOS;
-    GetScrollInfo(m_window, SB_VERT, &info); // the message itself carries 16 bits only
-    const long top = m_geometry.top;
-    const long whole = m_geometry.WholeRows();
-    switch (request) {
-    case SB_LINEUP:
-        return ScrollTo(top - 1);
-    case SB_LINEDOWN:
-        return ScrollTo(top + 1);
-    case SB_PAGEUP:
-        return ScrollTo(top - whole);
-    case SB_PAGEDOWN:
-        return ScrollTo(top + whole);
-    case SB_TOP:
-        return ScrollTo(0);
-    case SB_BOTTOM:
-        return ScrollTo(MostTop());
-    case SB_THUMBTRACK:
-    case SB_THUMBPOSITION:
-        return ScrollTo(info.nTrackPos);
-    default:
-        return;
+void GridInput::DoubleClick(POINT at) {
+    const long row = m_view.Viewport().RowAt(at.y);
+    const short column = m_view.Viewport().ColumnAt(at.x);
+    Click(at);
+    if (m_view.Window() && row >= 0 && !m_view.TakesMarks(column)) { // a mark clicked twice is clicked twice
+        m_view.Activate(row);
     }
 }
 
-void GridView::ScrollHorizontally(WORD request) {
-    SCROLLINFO info{};
-    info.cbSize = sizeof(info);
-    info.fMask = SIF_TRACKPOS;
-    GetScrollInfo(m_window, SB_HORZ, &info);
-    const int step = base::Scale(kAcross, 96, m_dpi);
-    const int page = static_cast<int>(m_geometry.client.right);
-    switch (request) {
-    case SB_LINELEFT:
-        return ScrollAcross(m_geometry.scrolled - step);
-    case SB_LINERIGHT:
-        return ScrollAcross(m_geometry.scrolled + step);
-    case SB_PAGELEFT:
-        return ScrollAcross(m_geometry.scrolled - page);
-    case SB_PAGERIGHT:
-        return ScrollAcross(m_geometry.scrolled + page);
-    case SB_THUMBTRACK:
-    case SB_THUMBPOSITION:
-        return ScrollAcross(info.nTrackPos);
-    default:
-        return;
-    }
-}
+/// What one step to the side scrolls.
+int GridInput::Across() const { return m_view.Measures().Scaled(48); }
 
-void GridView::Wheel(int delta, bool across) {
+void GridInput::Wheel(int delta, bool across) {
     UINT lines = 3;
     SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0);
     m_wheel += delta;
     const int notches = m_wheel / WHEEL_DELTA;
     m_wheel -= notches * WHEEL_DELTA;
+    const GridViewport& port = m_view.Viewport();
     if (across) {
-        ScrollAcross(m_geometry.scrolled - notches * base::Scale(kAcross, 96, m_dpi));
+        m_view.ScrollAcross(port.Scrolled() - notches * Across());
     } else {
-        const long step = lines == WHEEL_PAGESCROLL ? m_geometry.WholeRows() : static_cast<long>(lines);
-        ScrollTo(m_geometry.top - notches * step);
+        const long step = lines == WHEEL_PAGESCROLL ? port.WholeRows() : static_cast<long>(lines);
+        m_view.ScrollTo(port.Top() - notches * step);
     }
 }
 
-void GridView::ContextMenu(LPARAM place) {
-    POINT screen{static_cast<short>(LOWORD(place)), static_cast<short>(HIWORD(place))};
+void GridInput::ContextMenu(POINT screen) {
+    const GridViewport& port = m_view.Viewport();
     if (screen.x == -1 && screen.y == -1) { // from the keyboard: under the current cell
-        const RECT cell = CellRect(std::max(m_data.Current(), m_geometry.top), m_column);
-        screen = {std::clamp<LONG>(cell.left, 0, m_geometry.client.right),
-                  std::clamp<LONG>(cell.bottom, 0, m_geometry.client.bottom)};
-        ClientToScreen(m_window, &screen);
+        const RECT cell =
+            port.CellRect(std::max(m_view.Data().Current(), port.Top()), m_view.Columns().Current());
+        screen = {std::clamp<LONG>(cell.left, 0, port.Client().right),
+                  std::clamp<LONG>(cell.bottom, 0, port.Client().bottom)};
+        ClientToScreen(m_view.Window(), &screen);
     } else {
         POINT client = screen;
-        ScreenToClient(m_window, &client);
-        if (client.y < m_geometry.headHeight) {
-            TakeColumn(ColumnAt(client.x)); // the heading's, where it stands: nothing scrolls under the menu
+        ScreenToClient(m_view.Window(), &client);
+        if (client.y < port.HeadHeight()) { // the heading's, where it stands: nothing scrolls under the menu
+            m_view.TakeColumn(port.ColumnAt(client.x));
         }
     }
-    Raise([&](GridEvents& events) { events.ContextMenuAsked(screen); });
+    m_view.Tell(&GridEvents::ContextMenuAsked, screen);
 }
 
-LRESULT GridView::HeadingNotice(const NMHDR& notice) {
+LRESULT GridInput::HeadingNotice(const NMHDR& notice) {
+    const GridHeadings& headings = m_view.Headings();
     const bool fromHeadings =
-        notice.hwndFrom == m_headings.Window() && notice.code <= HDN_FIRST && notice.code >= HDN_LAST;
-    if (!fromHeadings || m_headings.Filling()) {
+        notice.hwndFrom == headings.Window() && notice.code <= HDN_FIRST && notice.code >= HDN_LAST;
+    if (!fromHeadings || headings.Filling()) {
         return 0;
     }
     const auto& heading = reinterpret_cast<const NMHEADERW&>(notice);
-    const short column = m_headings.ColumnOf(heading.iItem);
-    if (column < 0 || column >= m_columns.Count()) {
+    const short column = headings.ColumnOf(heading.iItem);
+    if (column < 0 || column >= m_view.Columns().Count()) {
         return 0;
     }
     const HDITEMW* item = heading.pitem;
@@ -324,38 +222,29 @@ LRESULT GridView::HeadingNotice(const NMHDR& notice) {
     case HDN_ITEMCHANGEDW:
     case HDN_ENDTRACKW:
         if (item && (item->mask & HDI_WIDTH)) {
-            m_columns[column].width = std::max(0, item->cxy);
-            m_columns[column].guessed = false;
-            UpdateScrollBars();
-            InvalidateBody();
+            m_view.WidenColumn(column, item->cxy);
         }
         if (notice.code == HDN_ENDTRACKW) {
-            Raise([](GridEvents& events) { events.LayoutChanged(); });
+            m_view.Tell(&GridEvents::LayoutChanged);
         }
         return 0;
     case HDN_DIVIDERDBLCLICKW:
-        FitColumn(column);
-        Raise([](GridEvents& events) { events.LayoutChanged(); });
+        m_view.FitColumn(column);
+        m_view.Tell(&GridEvents::LayoutChanged);
         return 0;
     case HDN_ITEMCLICKW:
-        PressHeading(column);
+        m_view.Tell(&GridEvents::HeadingClicked, column);
         return 0;
     case HDN_ENDDRAG:
         // Ours is the order; the control, which is still at work on its items, gets them anew afterwards.
         if (item && (item->mask & HDI_ORDER) && item->iOrder >= 0) {
-            m_columns.MoveOnScreen(column, item->iOrder);
-            PostMessageW(m_window, kColumnsDragged, 0, 0);
+            m_view.DragColumn(column, item->iOrder);
+            PostMessageW(m_view.Window(), kColumnsDragged, 0, 0);
         }
         return TRUE;
     default:
         return 0;
     }
-}
-
-LRESULT GridView::ColumnsDragged() {
-    ShowColumns();
-    Raise([](GridEvents& events) { events.LayoutChanged(); });
-    return 0;
 }
 
 } // namespace tamvelo::grid

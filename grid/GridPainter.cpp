@@ -37,18 +37,18 @@ GridLook GridLook::Current() {
     return {back, text, Mix(back, text), kLightYellow, RGB(0, 0, 0)};
 }
 
-void GridPainter::Paint(HDC dc, const RECT& exposed, const Cursor& cursor, std::wstring_view emptyText) {
+void GridPainter::Paint(HDC dc, const RECT& exposed, bool focused, std::wstring_view emptyText) {
     const HGDIOBJ before = SelectObject(dc, m_font.Get());
-    const std::vector<short> shown = m_columns.OnScreen();
-    const long exposedRow = (exposed.top - m_geometry.headHeight) / m_geometry.rowHeight;
-    const long first = m_geometry.top + std::max(0L, exposedRow);
-    const long last = std::min(m_geometry.LastShown(), m_data.Count() - 1);
+    const std::vector<GridViewport::Span> spans = m_viewport.Spans();
+    const long exposedRow = (exposed.top - m_viewport.HeadHeight()) / m_viewport.RowHeight();
+    const long first = m_viewport.Top() + std::max(0L, exposedRow);
+    const long last = m_viewport.LastRow();
     long row = first;
-    for (; row <= last && m_geometry.RowTop(row) < exposed.bottom; ++row) {
-        PaintRow(dc, exposed, row, cursor, shown);
+    for (; row <= last && m_viewport.RowTop(row) < exposed.bottom; ++row) {
+        PaintRow(dc, exposed, row, focused, spans);
     }
-    const int bottom = std::max(m_geometry.RowTop(row), m_geometry.headHeight);
-    PaintLines(dc, exposed, shown, bottom);
+    const int bottom = std::max(m_viewport.RowTop(row), m_viewport.HeadHeight());
+    PaintLines(dc, exposed, spans, bottom);
 
     SetBkColor(dc, m_look.back);
     RECT rest{exposed.left, bottom, exposed.right, exposed.bottom};
@@ -56,8 +56,8 @@ void GridPainter::Paint(HDC dc, const RECT& exposed, const Cursor& cursor, std::
         Fill(dc, rest);
     }
     if (m_data.Count() == 0) {
-        RECT middle = m_geometry.client;
-        middle.top = m_geometry.headHeight + m_geometry.rowHeight;
+        RECT middle = m_viewport.Client();
+        middle.top = m_viewport.HeadHeight() + m_viewport.RowHeight();
         SetTextColor(dc, m_look.text);
         DrawTextW(dc, emptyText.data(), static_cast<int>(emptyText.size()), &middle,
                   DT_CENTER | DT_NOPREFIX | DT_WORDBREAK);
@@ -65,28 +65,25 @@ void GridPainter::Paint(HDC dc, const RECT& exposed, const Cursor& cursor, std::
     SelectObject(dc, before);
 }
 
-void GridPainter::PaintRow(HDC dc, const RECT& exposed, long row, const Cursor& cursor,
-                           const std::vector<short>& shown) {
-    const bool selected = row == cursor.row;
+void GridPainter::PaintRow(HDC dc, const RECT& exposed, long row, bool focused,
+                           const std::vector<GridViewport::Span>& spans) {
+    const bool selected = row == m_data.Current();
     SetBkColor(dc, selected ? m_look.selectedBack : m_look.back);
     SetTextColor(dc, selected ? m_look.selectedText : m_look.text);
-    const int top = m_geometry.RowTop(row);
+    const int top = m_viewport.RowTop(row);
     const RowBlock* block = m_data.Block(row);
-    RECT cell{0, top, -m_geometry.scrolled, top + m_geometry.rowHeight - 1};
-    for (const short column : shown) {
-        cell.left = cell.right;
-        cell.right += m_columns[column].width;
-        if (cell.right <= exposed.left || cell.left >= exposed.right) {
+    for (const auto& [column, left, right] : spans) {
+        if (right <= exposed.left || left >= exposed.right) {
             continue;
         }
-        const RECT inside{cell.left, cell.top, cell.right - 1, cell.bottom};
+        const RECT inside{left, top, right - 1, top + m_viewport.RowHeight() - 1};
         const RowBlock::Cell* content = block ? block->At(row, column) : nullptr;
         if (content) {
             PaintCell(dc, inside, *block, *content, m_columns[column].alignment);
         } else {
             Fill(dc, inside);
         }
-        if (selected && cursor.focused && column == cursor.column) {
+        if (selected && focused && column == m_columns.Current()) {
             DrawFocusRect(dc, &inside);
         }
     }
@@ -101,7 +98,7 @@ void GridPainter::PaintCell(HDC dc, const RECT& cell, const RowBlock& block, con
     }
     std::wstring_view text = block.Text(content);
     std::wstring cut;
-    const int room = static_cast<int>(cell.right - cell.left) - 2 * m_geometry.padding;
+    const int room = static_cast<int>(cell.right - cell.left) - 2 * m_measures.Padding();
     const int width = m_font.Width(text);
     if (width > room) {
         if (IsRightAligned(content.kind)) {
@@ -115,7 +112,7 @@ void GridPainter::PaintCell(HDC dc, const RECT& cell, const RowBlock& block, con
     const Alignment alignment = wanted != Alignment::General   ? wanted
                                 : IsRightAligned(content.kind) ? Alignment::Right
                                                                : Alignment::Left;
-    int x = cell.left + m_geometry.padding;
+    int x = cell.left + m_measures.Padding();
     if (width <= room && alignment != Alignment::Left) {
         x += alignment == Alignment::Right ? room - width : (room - width) / 2;
     }
@@ -150,25 +147,24 @@ void GridPainter::PaintCheck(HDC dc, const RECT& cell, bool checked) {
            box.dc, 0, 0, SRCCOPY);
 }
 
-void GridPainter::PaintLines(HDC dc, const RECT& exposed, const std::vector<short>& shown, int bottom) {
+void GridPainter::PaintLines(HDC dc, const RECT& exposed, const std::vector<GridViewport::Span>& spans,
+                             int bottom) {
     SetBkColor(dc, m_look.lines);
-    const int right = m_columns.TotalWidth() - m_geometry.scrolled;
-    for (int y = m_geometry.headHeight + m_geometry.rowHeight - 1; y < std::min<int>(bottom, exposed.bottom);
-         y += m_geometry.rowHeight) {
+    const int right = m_columns.TotalWidth() - m_viewport.Scrolled();
+    for (int y = m_viewport.HeadHeight() + m_viewport.RowHeight() - 1;
+         y < std::min<int>(bottom, exposed.bottom); y += m_viewport.RowHeight()) {
         if (y >= exposed.top) {
             Fill(dc, {exposed.left, y, std::min<LONG>(exposed.right, right), y + 1});
         }
     }
-    int x = -m_geometry.scrolled;
-    for (const short column : shown) {
-        x += m_columns[column].width;
-        if (x > exposed.left && x <= exposed.right) {
-            Fill(dc, {x - 1, m_geometry.headHeight, x, bottom});
+    for (const GridViewport::Span& span : spans) {
+        if (span.right > exposed.left && span.right <= exposed.right) {
+            Fill(dc, {span.right - 1, m_viewport.HeadHeight(), span.right, bottom});
         }
     }
     SetBkColor(dc, m_look.back);
     if (right < exposed.right) {
-        Fill(dc, {std::max<LONG>(right, exposed.left), m_geometry.headHeight, exposed.right, bottom});
+        Fill(dc, {std::max<LONG>(right, exposed.left), m_viewport.HeadHeight(), exposed.right, bottom});
     }
 }
 

@@ -2,9 +2,8 @@
 
 #include <string_view>
 
-#include "grid/GridColumns.h"
-#include "grid/GridData.h"
-#include "grid/GridFont.h"
+#include "grid/GridMeasures.h"
+#include "grid/GridViewport.h"
 
 namespace tamvelo::grid {
 
@@ -19,36 +18,19 @@ struct GridLook {
     static GridLook Current();
 };
 
-/// Where things stand in the grid's client area, in pixels.
-struct GridGeometry {
-    RECT client{};
-    int headHeight = 0;
-    int rowHeight = 1;
-    int padding = 0;  // beside a cell's text
-    int scrolled = 0; // to the right
-    long top = 0;     // first row on screen
-
-    int BodyHeight() const { return std::max(0, static_cast<int>(client.bottom) - headHeight); }
-    /// Rows that fit whole; at least one.
-    long WholeRows() const { return std::max(1, BodyHeight() / rowHeight); }
-    /// The last row of which anything shows, were there so many.
-    long LastShown() const { return top + (BodyHeight() + rowHeight - 1) / rowHeight - 1; }
-    int RowTop(long row) const { return headHeight + static_cast<int>(row - top) * rowHeight; }
-};
-
 /// Draws what is loaded and calls no one: the host is not asked while the grid paints.
 class GridPainter {
 public:
-    GridPainter(GridData& data, const GridColumns& columns, const GridFont& font, const GridLook& look,
-                const GridGeometry& geometry)
-        : m_data(data), m_columns(columns), m_font(font), m_look(look), m_geometry(geometry) {}
+    GridPainter(GridData& data, const GridColumns& columns, const GridMeasures& measures,
+                const GridViewport& viewport, const GridLook& look)
+        : m_data(data),
+          m_columns(columns),
+          m_measures(measures),
+          m_font(measures.Font()),
+          m_viewport(viewport),
+          m_look(look) {}
 
-    struct Cursor {
-        long row = -1;
-        short column = -1;
-        bool focused = false;
-    };
-    void Paint(HDC dc, const RECT& exposed, const Cursor& cursor, std::wstring_view emptyText);
+    void Paint(HDC dc, const RECT& exposed, bool focused, std::wstring_view emptyText);
 
 private:
     /// Drawn once per painting and copied from there: the system takes its time over each.
@@ -62,18 +44,19 @@ private:
         void Draw(HDC like, int side, bool checked);
     };
 
-    void PaintRow(HDC dc, const RECT& exposed, long row, const Cursor& cursor,
-                  const std::vector<short>& shown);
+    void PaintRow(HDC dc, const RECT& exposed, long row, bool focused,
+                  const std::vector<GridViewport::Span>& spans);
     void PaintCell(HDC dc, const RECT& cell, const RowBlock& block, const RowBlock::Cell& content,
                    Alignment wanted);
     void PaintCheck(HDC dc, const RECT& cell, bool checked);
-    void PaintLines(HDC dc, const RECT& exposed, const std::vector<short>& shown, int bottom);
+    void PaintLines(HDC dc, const RECT& exposed, const std::vector<GridViewport::Span>& spans, int bottom);
 
     GridData& m_data;
     const GridColumns& m_columns;
+    const GridMeasures& m_measures;
     const GridFont& m_font;
+    const GridViewport& m_viewport;
     const GridLook& m_look;
-    const GridGeometry& m_geometry;
     CheckBox m_checks[2];
 };
 

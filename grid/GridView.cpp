@@ -1,49 +1,42 @@
 #include "grid/GridView.h"
 
+#include <windows.h>
+
 #include <algorithm>
 
 #include "base/ColumnText.h"
-#include "base/Placement.h"
-#include "base/Text.h"
+#include "grid/GridAccessible.h"
 #include "win/Clipboard.h"
+#include "win/Dpi.h"
 
 namespace tamvelo::grid {
 
-namespace {
+void GridView::Open() {
+    m_measures.SetDpi(win::DpiOf(m_window));
+    m_headings.Create(m_window, nullptr);
+    RemakeFont();
+    ShowColumns();
+}
 
-constexpr HRESULT kSubscript = static_cast<HRESULT>(0x800A0009); // automation's number 9
-constexpr int kLeastWidth = 30;                                  // pixels at 96 dpi, as the next
-constexpr int kMostWidth = 320;
-constexpr int kPadding = 4;
-constexpr int kArrowMargins = 24; // beside a caption and the order mark
-
-/// What a value of the kind usually takes, in digits; 0 when its length is the field's own.
-int UsualLength(CellKind kind) {
-    switch (kind) {
-    case CellKind::Number:
-    case CellKind::Time:
-        return 8;
-    case CellKind::Money:
-        return 12;
-    case CellKind::Date:
-        return 10;
-    case CellKind::Check:
-        return 4;
-    case CellKind::Binary:
-        return 8;
-    default:
-        return 0;
+void GridView::Close() noexcept {
+    m_events = nullptr;
+    if (m_window) {
+        DestroyWindow(m_window);
     }
 }
 
-} // namespace
-
-void GridView::CheckColumn(short column) const {
-    if (column < 0 || column >= m_columns.Count()) {
-        throw com::Error(kSubscript, L"Subíndice fuera del intervalo: no hay una columna " +
-                                         std::to_wstring(column) + L".");
+void GridView::Report(const com::Error& error) noexcept {
+    if (m_events) {
+        m_events->Failed(error);
     }
 }
+
+void GridView::SetEmptyText(std::wstring_view text) {
+    m_emptyText = text;
+    m_viewport.InvalidateBody();
+}
+
+// The host's rows.
 
 void GridView::SetDataSource(IUnknown* source) {
     GridData::Change change;
@@ -54,22 +47,8 @@ void GridView::SetDataSource(IUnknown* source) {
         Show({.rows = true, .current = true});
         throw;
     }
-    m_geometry.top = 0;
+    m_viewport.SetTop(0);
     Show(change);
-}
-
-void GridView::Sync(HostDid did) { Show(m_data.Sync(did)); }
-
-bool GridView::Confirm() {
-    if (m_data.Current() < 0 || m_data.Busy()) {
-        return false;
-    }
-    if (m_data.Confirm() || !m_window) {
-        return m_window != nullptr;
-    }
-    Sync(HostDid::Strayed);
-    Raise([](GridEvents& events) { events.ShownWasAnother(); });
-    return false;
 }
 
 void GridView::Show(const GridData::Change& change) {
@@ -80,167 +59,78 @@ void GridView::Show(const GridData::Change& change) {
         TakeFields();
     }
     if (!change.rows && !change.current) {
-        if (Load(m_geometry.top)) {
-            InvalidateBody();
+        if (Load(m_viewport.Top())) {
+            m_viewport.InvalidateBody();
         }
         return;
     }
-    m_geometry.top = std::clamp(m_geometry.top, 0L, MostTop());
-    ShowCurrent(true);
-    Load(m_geometry.top);
+    m_viewport.SetTop(m_viewport.Top()); // as far as there are rows
+    m_viewport.Reveal(m_data.Current(), true);
+    Load(m_viewport.Top());
     if (!m_window) {
         return;
     }
-    UpdateScrollBars();
-    InvalidateBody();
+    m_viewport.UpdateBars();
+    m_viewport.InvalidateBody();
     if (change.current) {
         AnnounceCurrent();
-        Raise([](GridEvents& events) { events.CurrentRowChanged(); });
+        Tell(&GridEvents::CurrentRowChanged);
     }
 }
 
-void GridView::TakeFields() {
-    std::vector<FieldInfo> fields(m_data.Fields().begin(), m_data.Fields().end());
-    for (FieldInfo& field : fields) {
-        if (const auto named = m_captions.find(base::Lower(field.name)); named != m_captions.end()) {
-            field.caption = named->second;
-        }
+/// Reads what a screen that begins at row `top` shows; true when there was anything to read. A host that
+/// fails to deliver leaves cells blank.
+bool GridView::Load(long top) {
+    bool read = false;
+    if (m_viewport.BodyHeight() == 0) {
+        return read;
     }
-    m_columns.SetFields(fields, m_dpi);
-    for (short column = 0; column < m_columns.Count(); ++column) {
-        m_columns[column].numeric = IsRightAligned(m_data.Kind(column));
-        if (m_columns[column].width == 0) {
-            m_columns[column].width = DefaultWidth(column);
-            const FieldInfo& field = m_data.Fields()[static_cast<size_t>(column)];
-            m_columns[column].guessed = UsualLength(m_data.Kind(column)) == 0 && field.definedSize <= 0;
-        }
+    const com::Standing before;
+    try {
+        read = m_data.Load(top, top + m_viewport.Bottom() - m_viewport.Top());
+    } catch (const com::Error& error) {
+        Report(error);
+        before.Check();
     }
-    m_mark.reset();
-    ShowColumns();
-}
-
-void GridView::NameField(std::wstring_view field, std::wstring_view caption) {
-    m_captions.insert_or_assign(base::Lower(field), std::wstring(caption));
-}
-
-/// With room for the order mark beside it.
-int GridView::CaptionWidth(short column) const {
-    const int arrow = m_font->Height() * 5 / 8; // at most, in any system's looks
-    return m_font->Width(m_columns[column].caption) + arrow + base::Scale(kArrowMargins, 96, m_dpi);
-}
-
-int GridView::DefaultWidth(short column) const {
-    const FieldInfo& field = m_data.Fields()[static_cast<size_t>(column)];
-    const int usual = UsualLength(m_data.Kind(column));
-    const int characters = usual > 0 ? usual : static_cast<int>(std::clamp(field.definedSize, 0L, 1000L));
-    const int cells = characters * m_font->Digit() + 2 * m_geometry.padding + 1;
-    return std::clamp(std::max(CaptionWidth(column), cells), base::Scale(kLeastWidth, 96, m_dpi),
-                      base::Scale(kMostWidth, 96, m_dpi));
-}
-
-int GridView::FittingWidth(short column) {
-    int widest = CaptionWidth(column);
-    const long last = std::min(m_geometry.LastShown(), m_data.Count() - 1);
-    for (long row = m_geometry.top; row <= last; ++row) {
-        widest = std::max(widest, m_font->Width(LoadedText(row, column)) + 2 * m_geometry.padding + 1);
+    if (read && m_window) {
+        WidenGuessed();
     }
-    return std::max(widest, base::Scale(kLeastWidth, 96, m_dpi));
+    CatchUp();
+    return read;
 }
 
-void GridView::WidenGuessed() {
-    bool widened = false;
-    for (short column = 0; column < m_columns.Count(); ++column) {
-        if (std::exchange(m_columns[column].guessed, false)) {
-            m_columns[column].width = std::min(FittingWidth(column), base::Scale(kMostWidth, 96, m_dpi));
-            widened = true;
-        }
-    }
-    if (widened) {
-        ShowColumns();
-    }
-}
-
-void GridView::FitColumn(short column) {
-    ChangeColumn(column, [&](GridColumns&, GridColumn& fitted) {
-        fitted.width = FittingWidth(column);
-        fitted.guessed = false;
-    });
-}
-
-std::wstring GridView::LoadedText(long row, short column) {
-    const RowBlock* block = m_data.Block(row);
-    const RowBlock::Cell* cell = block ? block->At(row, column) : nullptr;
-    return cell ? std::wstring(block->Text(*cell)) : std::wstring();
-}
-
-void GridView::ShowColumns() {
-    if (!m_window) {
+/// Looks for what the host said while we were in the middle of calling it. Once: a host that says so at every
+/// call must not keep us here.
+void GridView::CatchUp() {
+    if (m_catchingUp || m_data.Busy() || !m_data.TakeMissedSync()) {
         return;
     }
-    m_headings.Fill(m_columns, m_mark);
-    m_column = std::max(m_columns.Nearest(m_column), short{0});
-    m_geometry.scrolled =
-        std::clamp(m_geometry.scrolled, 0,
-                   std::max(0, m_columns.TotalWidth() - static_cast<int>(m_geometry.client.right)));
-    UpdateScrollBars();
-    m_headings.Place(m_geometry.client, m_geometry.headHeight, m_geometry.scrolled);
-    InvalidateBody();
-    Raise([](GridEvents& events) { events.CurrentColumnChanged(); });
-}
-
-void GridView::SetMark(const std::optional<OrderMark>& mark) {
-    if (mark) {
-        CheckColumn(mark->column);
-        int& width = m_columns[mark->column].width;
-        width = std::max(width, CaptionWidth(mark->column));
+    m_catchingUp = true;
+    try {
+        Sync(HostDid::Something);
+    } catch (const com::Error& error) {
+        Report(error);
+    } catch (...) {
+        m_catchingUp = false;
+        throw;
     }
-    m_mark = mark;
-    ShowColumns();
+    m_catchingUp = false;
 }
 
-void GridView::Apply(const base::GridLayout& layout) {
-    m_columns.Apply(layout, m_dpi);
-    m_fontChoice = layout.font;
-    RemakeFont();
-    ShowColumns();
-}
-
-void GridView::SetFont(const base::GridLayout::Font& font) {
-    const int before = m_font ? m_font->Breadth() : 1;
-    m_fontChoice = font;
-    RemakeFont();
-    const int after = m_font ? m_font->Breadth() : 1;
-    for (short column = 0; column < m_columns.Count(); ++column) {
-        m_columns[column].width = base::Scale(m_columns[column].width, before, after);
+bool GridView::Confirm() {
+    if (m_data.Current() < 0 || m_data.Busy()) {
+        return false;
     }
-    SetMark(m_mark);
-}
-
-void GridView::RemakeFont() {
-    if (!m_window) {
-        return;
+    if (m_data.Confirm() || !m_window) {
+        return m_window != nullptr;
     }
-    auto font = std::make_unique<GridFont>(ToLogFont(m_fontChoice, m_dpi));
-    m_headings.SetFont(font->Get()); // before the old one goes
-    m_font = std::move(font);
-    m_geometry.padding = base::Scale(kPadding, 96, m_dpi);
-    m_geometry.rowHeight = m_font->Height() + base::Scale(kPadding, 96, m_dpi) + 1;
-    // A control that could not measure its font has been seen to ask for any height.
-    m_geometry.headHeight = std::clamp(m_headings.Height(), m_geometry.rowHeight, 3 * m_geometry.rowHeight);
-    Resize();
-}
-
-void GridView::ChangeDpi(int dpi) {
-    for (short column = 0; column < m_columns.Count(); ++column) {
-        m_columns[column].width = base::Scale(m_columns[column].width, m_dpi, dpi);
-    }
-    m_dpi = dpi;
-    RemakeFont();
-    ShowColumns();
+    Sync(HostDid::Strayed);
+    Tell(&GridEvents::ShownWasAnother);
+    return false;
 }
 
 com::Variant GridView::Value(short column) {
-    CheckColumn(column);
+    m_columns.At(column);
     return m_data.Value(column);
 }
 
@@ -249,14 +139,47 @@ std::wstring GridView::Text(short column) {
     return Format(value.Get(), m_data.Kind(column));
 }
 
-const GridColumn& GridView::Column(short column) const {
-    CheckColumn(column);
-    return m_columns[column];
+void GridView::MoveTo(long row) {
+    row = std::clamp(row, 0L, std::max(0L, m_data.Count() - 1));
+    const long before = m_data.Current();
+    if (row == before || m_data.Busy()) {
+        return;
+    }
+    m_data.MoveTo(row); // where the host stands afterwards is what counts, also when it refused
+    if (!m_window || m_data.Current() == before) {
+        CatchUp();
+        return;
+    }
+    m_viewport.InvalidateRow(before);
+    const long current = m_data.Current();
+    if (current >= 0) {
+        ScrollTo(std::clamp(m_viewport.Top(), current - m_viewport.WholeRows() + 1, current));
+    }
+    if (!m_window) {
+        return;
+    }
+    m_viewport.InvalidateRow(current);
+    AnnounceCurrent();
+    Tell(&GridEvents::CurrentRowChanged);
+    CatchUp();
 }
 
-void GridView::SetEmptyText(std::wstring_view text) {
-    m_emptyText = text;
-    InvalidateBody();
+void GridView::Activate(long row) {
+    MoveTo(row);
+    if (m_window && m_data.Current() == row) {
+        Tell(&GridEvents::RowActivated);
+    }
+}
+
+bool GridView::ToggleMark(short column) {
+    m_columns.At(column);
+    if (!Confirm()) {
+        return false;
+    }
+    m_data.Write(column, com::Variant(!m_data.Value(column).ToBool()));
+    Sync(HostDid::Something);
+    AnnounceValue();
+    return true;
 }
 
 void GridView::CopyRow(bool withHeadings) {
@@ -275,7 +198,191 @@ void GridView::CopyRow(bool withHeadings) {
 
 void GridView::CopyCell() {
     if (m_columns.Count() > 0 && Confirm()) {
-        win::CopyText(m_window, Text(m_column));
+        win::CopyText(m_window, Text(m_columns.Current()));
+    }
+}
+
+// The columns.
+
+void GridView::TakeFields() {
+    m_columns.SetFields(m_data.Fields(), m_measures.Dpi());
+    for (short column = 0; column < m_columns.Count(); ++column) {
+        if (m_columns[column].width == 0) {
+            m_measures.GuessWidth(m_columns[column], m_data.Fields()[static_cast<size_t>(column)]);
+        }
+    }
+    ShowColumns();
+}
+
+void GridView::ShowColumns() {
+    if (!m_window) {
+        return;
+    }
+    m_headings.Fill(m_columns);
+    m_columns.SettleCurrent();
+    m_viewport.ScrollAcross(m_viewport.Scrolled()); // as far as there are columns
+    m_viewport.UpdateBars();
+    PlaceHeadings();
+    m_viewport.InvalidateBody();
+    Tell(&GridEvents::CurrentColumnChanged);
+}
+
+int GridView::FittingWidth(short column) {
+    int widest = std::max(m_measures.CaptionWidth(m_columns[column]), m_measures.LeastWidth());
+    for (long row = m_viewport.Top(); row <= m_viewport.LastRow(); ++row) {
+        widest = std::max(widest, m_measures.CellWidth(m_data.ShownText(row, column)));
+    }
+    return widest;
+}
+
+void GridView::WidenGuessed() {
+    bool widened = false;
+    for (short column = 0; column < m_columns.Count(); ++column) {
+        if (std::exchange(m_columns[column].guessed, false)) {
+            m_columns[column].width = std::min(FittingWidth(column), m_measures.MostWidth());
+            widened = true;
+        }
+    }
+    if (widened) {
+        ShowColumns();
+    }
+}
+
+void GridView::FitColumn(short column) {
+    ChangeColumn(column, [&](GridColumns&, GridColumn& fitted) {
+        fitted.width = FittingWidth(column);
+        fitted.guessed = false;
+    });
+}
+
+void GridView::WidenColumn(short column, int width) {
+    m_columns[column].width = std::max(0, width);
+    m_columns[column].guessed = false;
+    m_viewport.UpdateBars();
+    m_viewport.InvalidateBody();
+}
+
+void GridView::SetCurrentColumn(short column) {
+    column = m_columns.Nearest(column);
+    if (column < 0) {
+        return;
+    }
+    const RECT cell = m_viewport.CellRect(m_viewport.Top(), column);
+    const int beyond = std::max(0, static_cast<int>(cell.right - m_viewport.Client().right));
+    ScrollAcross(m_viewport.Scrolled() + std::min(beyond, static_cast<int>(cell.left)));
+    TakeColumn(column);
+}
+
+void GridView::TakeColumn(short column) {
+    if (m_columns.SetCurrent(column) && m_window) {
+        m_viewport.InvalidateRow(m_data.Current());
+        AnnounceValue();
+        Tell(&GridEvents::CurrentColumnChanged);
+    }
+}
+
+void GridView::SetOrder(const std::optional<OrderMark>& mark) {
+    if (mark) {
+        GridColumn& column = m_columns.At(mark->column);
+        column.width = std::max(column.width, m_measures.CaptionWidth(column));
+    }
+    m_columns.SetOrder(mark);
+    ShowColumns();
+}
+
+void GridView::Apply(const base::GridLayout& layout) {
+    m_columns.Apply(layout, m_measures.Dpi());
+    m_measures.Choose(layout.font);
+    RemakeFont();
+    ShowColumns();
+}
+
+void GridView::SetFont(const base::GridLayout::Font& font) {
+    const int before = m_measures.Font().Breadth();
+    m_measures.Choose(font);
+    RemakeFont();
+    m_columns.ScaleWidths(before, m_measures.Font().Breadth());
+    SetOrder(m_columns.Order());
+}
+
+void GridView::ChangeDpi(int dpi) {
+    m_columns.ScaleWidths(m_measures.Dpi(), dpi);
+    m_measures.SetDpi(dpi);
+    RemakeFont();
+    ShowColumns();
+}
+
+void GridView::RemakeFont() {
+    if (!m_window) {
+        return;
+    }
+    const std::unique_ptr<GridFont> former = m_measures.RemakeFont();
+    m_headings.SetFont(m_measures.Font().Get());
+    const int row = m_measures.RowHeight();
+    // A control that could not measure its font has been seen to ask for any height.
+    m_viewport.SetHeights(std::clamp(m_headings.Height(), row, 3 * row), row);
+    Resize();
+}
+
+// The part that is on screen.
+
+void GridView::Resize() {
+    if (!m_measures.Ready()) {
+        return; // still being created
+    }
+    const bool first = m_viewport.BodyHeight() == 0;
+    const long current = m_data.Current();
+    const bool wasShown = m_viewport.ShowsWhole(current);
+    m_viewport.TakeClient();
+    PlaceHeadings();
+    if (first || wasShown) {
+        m_viewport.Reveal(current, first);
+    }
+    Load(m_viewport.Top());
+    m_viewport.UpdateBars();
+    m_viewport.InvalidateBody();
+    Tell(&GridEvents::RowsShown);
+}
+
+void GridView::ScrollTo(long top) {
+    top = m_viewport.NearestTop(top);
+    if (top == m_viewport.Top()) {
+        return;
+    }
+    Load(top); // before anything moves on screen: the host may let windows paint meanwhile
+    if (!m_window) {
+        return;
+    }
+    m_viewport.ScrollTo(m_viewport.NearestTop(top));
+    Tell(&GridEvents::RowsShown);
+}
+
+void GridView::ScrollAcross(int scrolled) {
+    if (m_window && m_viewport.ScrollAcross(scrolled)) {
+        PlaceHeadings();
+        m_viewport.UpdateBars();
+        m_viewport.InvalidateBody();
+    }
+}
+
+void GridView::PlaceHeadings() {
+    m_headings.Place(m_viewport.Client(), m_viewport.HeadHeight(), m_viewport.Scrolled());
+}
+
+void GridView::AnnounceCurrent() {
+    if (m_window && m_viewport.Shows(m_data.Current())) {
+        const LONG child = RowChild(m_data.Current(), m_viewport.Top());
+        NotifyWinEvent(EVENT_OBJECT_SELECTION, m_window, OBJID_CLIENT, child);
+        if (GetFocus() == m_window) {
+            NotifyWinEvent(EVENT_OBJECT_FOCUS, m_window, OBJID_CLIENT, child);
+        }
+    }
+}
+
+void GridView::AnnounceValue() {
+    if (m_window) {
+        NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, m_window, OBJID_CLIENT,
+                       RowChild(m_data.Current(), m_viewport.Top()));
     }
 }
 

@@ -30,10 +30,8 @@ const wchar_t* const* LacksForRecordSet(IDispatch* object) {
     });
 }
 
-ComPtr<IDispatch> AsRecordSet(IUnknown* object) {
-    ComPtr<IDispatch> set = com::Query<IDispatch>(object);
-    return LooksLikeRecordSet(set.Get()) ? set : nullptr;
-}
+/// Whether the object has what a grid cannot do without in a record set.
+bool LooksLikeRecordSet(IDispatch* object) { return object && LacksForRecordSet(object) == std::end(kShape); }
 
 bool IsAdoRecordSet(IUnknown* object) {
     return std::any_of(std::begin(kRecordSetIds), std::end(kRecordSetIds),
@@ -41,8 +39,6 @@ bool IsAdoRecordSet(IUnknown* object) {
 }
 
 } // namespace
-
-bool LooksLikeRecordSet(IDispatch* object) { return object && LacksForRecordSet(object) == std::end(kShape); }
 
 RecordSource::RecordSource(IUnknown* source) {
     if (!source) {
@@ -107,7 +103,7 @@ ComPtr<IDispatch> RecordSource::FromMember(const std::optional<std::wstring>& me
         ComPtr<IUnknown> got;
         const BSTR asked = member ? name.Get() : nullptr;
         if (SUCCEEDED(com::CallOut([&] { return members->getDataMember(asked, id, &got); }))) {
-            if (ComPtr<IDispatch> set = AsRecordSet(got.Get())) {
+            if (const auto set = com::Query<IDispatch>(got.Get()); LooksLikeRecordSet(set.Get())) {
                 return set;
             }
         }

@@ -7,9 +7,6 @@
 
 namespace tamvelo::grid {
 
-/// Whether the object has what a grid cannot do without in a record set.
-bool LooksLikeRecordSet(IDispatch* object);
-
 /// Where a grid's record set comes from, and how to ask for it again: the host may put another one in its
 /// place.
 class RecordSource {

@@ -7,6 +7,7 @@
 #include "com/FloatGuard.h"
 #include "com/Module.h"
 #include "win/Resources.h"
+#include "win/ScrollBar.h"
 #include "win/ThemeScope.h"
 
 namespace tamvelo::win {
@@ -59,7 +60,7 @@ INT_PTR ScrollPanel::Handle(UINT message, WPARAM first, LPARAM second) {
         Arrange();
         return FALSE;
     case WM_VSCROLL:
-        ScrollTo(ScrolledBy(LOWORD(first)));
+        ScrollTo(ScrolledTo(m_window, SB_VERT, LOWORD(first), m_top, Line()));
         return TRUE;
     case WM_MOUSEWHEEL: {
         constexpr int kLines = 3;
@@ -113,32 +114,6 @@ int ScrollPanel::Line() const {
     RECT line{0, 0, 0, 16}; // about a row
     MapDialogRect(m_window, &line);
     return static_cast<int>(line.bottom);
-}
-
-int ScrollPanel::ScrolledBy(WORD request) const {
-    SCROLLINFO bar{};
-    bar.cbSize = sizeof bar;
-    bar.fMask = SIF_ALL;
-    GetScrollInfo(m_window, SB_VERT, &bar);
-    switch (request) {
-    case SB_LINEUP:
-        return m_top - Line();
-    case SB_LINEDOWN:
-        return m_top + Line();
-    case SB_PAGEUP:
-        return m_top - static_cast<int>(bar.nPage);
-    case SB_PAGEDOWN:
-        return m_top + static_cast<int>(bar.nPage);
-    case SB_THUMBTRACK:
-    case SB_THUMBPOSITION:
-        return bar.nTrackPos;
-    case SB_TOP:
-        return 0;
-    case SB_BOTTOM:
-        return bar.nMax;
-    default:
-        return m_top;
-    }
 }
 
 void ScrollPanel::Reveal(HWND control) {

@@ -24,7 +24,6 @@ private:
     INT_PTR Handle(UINT message, WPARAM first, LPARAM second);
     void Arrange();
     void ScrollTo(int top);
-    int ScrolledBy(WORD request) const;
     int Line() const;
     void Reveal(HWND control);
 

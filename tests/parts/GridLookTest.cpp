@@ -86,7 +86,9 @@ TEST_F(GridLookTest, TheBarBelowScrollsRowsAndHeadingsSideways) {
         {WM_HSCROLL, SB_PAGELEFT, 0},
         {WM_HSCROLL, SB_THUMBTRACK, 37},
         {WM_HSCROLL, SB_ENDSCROLL, 37},
-        {WM_MOUSEHWHEEL, MAKEWPARAM(0, WHEEL_DELTA), std::min(37 + step, most)},
+        {WM_HSCROLL, SB_RIGHT, most},
+        {WM_HSCROLL, SB_LEFT, 0},
+        {WM_MOUSEHWHEEL, MAKEWPARAM(0, WHEEL_DELTA), std::min(step, most)},
         {WM_MOUSEHWHEEL, MAKEWPARAM(0, -2 * WHEEL_DELTA), 0},
     };
     for (const auto& [message, w, scrolled] : turns) {
