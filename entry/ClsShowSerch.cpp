@@ -10,8 +10,7 @@
 #include "environment/Environment.h"
 #include "frame/FormInstances.h"
 #include "frame/Lookup.h"
-#include "gridconfig/FrmColumnas.h"
-#include "gridconfig/FrmOrden.h"
+#include "gridconfig/ColumnsForm.h"
 #include "reports/Dialogs.h"
 #include "search/FrmBuscar.h"
 #include "search/FrmRegistros.h"
@@ -132,8 +131,11 @@ public:
     }
 
     HRESULT STDMETHODCALLTYPE ShowColums(IDispatch** sink, IDispatch** columns) override {
-        return Operation([&] { frame::DefaultInstance<gridconfig::FrmColumnas>()->Mostrar(*sink, *columns); },
-                         sink, columns);
+        return Operation(
+            [&] {
+                frame::InstanceOf<gridconfig::ColumnsForm>(gridconfig::kColumnas)->Mostrar(*sink, *columns);
+            },
+            sink, columns);
     }
 
     HRESULT STDMETHODCALLTYPE ShowSelec(IDispatch** sink, IDispatch** data, IDispatch** ctl, short* column,
@@ -197,8 +199,11 @@ public:
 
     HRESULT STDMETHODCALLTYPE ShowOrder(short* mode, IDispatch** sink, IDispatch** columns) override {
         return Operation(
-            [&] { frame::DefaultInstance<gridconfig::FrmOrden>()->Mostrar(*mode, *sink, *columns); }, mode,
-            sink, columns);
+            [&] {
+                frame::InstanceOf<gridconfig::ColumnsForm>(gridconfig::kOrden)
+                    ->Mostrar(*sink, *columns, *mode);
+            },
+            mode, sink, columns);
     }
 
     HRESULT STDMETHODCALLTYPE ShowRpt(BSTR* cls, IDispatch** sink, IDispatch** reports) override {

@@ -90,24 +90,24 @@ void RegistrySettings::WriteValue(const std::wstring& key, const std::wstring& n
     WriteRegistryText(key, name, value);
 }
 
-void RegistrySettings::LoadListChoices(const std::wstring& key, IDispatch* reports, ChoiceLists& lists) {
-    const std::vector<std::wstring> titles = contract::ReportTitles(reports);
-    lists.SetReports(titles, base::RestoreTicks(titles, ReadValue(key, kTicks, {})));
-    if (lists.HasOutput()) {
-        lists.SetOutputs(kOutputs, ReadValue(key, kOutput, {}));
-        lists.SetCopies(ReadValue(key, kCopies, L"1"));
+std::optional<ListChoices> RegistrySettings::LoadListChoices(const std::wstring& key, IDispatch* reports,
+                                                             const ChoiceControls& controls) {
+    ListChoices choices{.titles = contract::ReportTitles(reports)};
+    choices.ticks = base::RestoreTicks(choices.titles, ReadValue(key, kTicks, {}));
+    if (controls.outputs) {
+        choices.outputs = kOutputs;
+        choices.output = ReadValue(key, kOutput, {});
+        choices.copies = ReadValue(key, kCopies, L"1");
     }
+    return choices;
 }
 
-void RegistrySettings::LoadLabelChoices(const std::wstring& key, IDispatch* labels, ChoiceLists& lists) {
-    LoadListChoices(key, labels, lists);
-}
-
-void RegistrySettings::SaveListChoices(const std::wstring& key, ChoiceLists& lists) {
-    WriteValue(key, kTicks, base::RememberTicks(lists.Titles(), lists.Ticks()));
-    if (lists.HasOutput()) {
-        WriteValue(key, kOutput, lists.Output());
-        WriteValue(key, kCopies, lists.Copies());
+void RegistrySettings::SaveListChoices(const std::wstring& key, const ListChoices& choices,
+                                       const ChoiceControls& controls) {
+    WriteValue(key, kTicks, base::RememberTicks(choices.titles, choices.ticks));
+    if (controls.outputs) {
+        WriteValue(key, kOutput, choices.output);
+        WriteValue(key, kCopies, choices.copies);
     }
 }
 

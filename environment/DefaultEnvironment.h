@@ -11,9 +11,14 @@ public:
     void SavePlacement(const std::wstring& key, PlacedForm& form) override;
     std::wstring ReadValue(const std::wstring& key, const std::wstring& name, std::wstring fallback) override;
     void WriteValue(const std::wstring& key, const std::wstring& name, const std::wstring& value) override;
-    void LoadListChoices(const std::wstring& key, IDispatch* reports, ChoiceLists& lists) override;
-    void LoadLabelChoices(const std::wstring& key, IDispatch* labels, ChoiceLists& lists) override;
-    void SaveListChoices(const std::wstring& key, ChoiceLists& lists) override;
+    std::optional<ListChoices> LoadListChoices(const std::wstring& key, IDispatch* reports,
+                                               const ChoiceControls& controls) override;
+    std::optional<ListChoices> LoadLabelChoices(const std::wstring& key, IDispatch* labels,
+                                                const ChoiceControls& controls) override {
+        return LoadListChoices(key, labels, controls);
+    }
+    void SaveListChoices(const std::wstring& key, const ListChoices& choices,
+                         const ChoiceControls& controls) override;
 };
 
 /// Layout files in the sub-folder "AtbGrx" of the host program's folder, or of the folder that the

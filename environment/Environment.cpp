@@ -36,23 +36,28 @@ public:
     void WriteValue(const std::wstring& key, const std::wstring& name, const std::wstring& value) override {
         m_object.Call(L"GuardarValor", {key, name, value});
     }
-    void LoadListChoices(const std::wstring& key, IDispatch* reports, ChoiceLists& lists) override {
-        if (lists.HasOutput()) {
-            m_object.Call(L"CargarLista", {key, reports, lists.ReportList().Get(), lists.OutputList().Get(),
-                                           lists.CopiesBox().Get(), false, false});
+    std::optional<ListChoices> LoadListChoices(const std::wstring& key, IDispatch* reports,
+                                               const ChoiceControls& controls) override {
+        if (controls.outputs) {
+            m_object.Call(L"CargarLista", {key, reports, controls.reports.Get(), controls.outputs.Get(),
+                                           controls.copies.Get(), false, false});
         } else {
-            m_object.Call(L"CargarLista", {key, reports, lists.ReportList().Get()});
+            m_object.Call(L"CargarLista", {key, reports, controls.reports.Get()});
         }
+        return std::nullopt;
     }
-    void LoadLabelChoices(const std::wstring& key, IDispatch* labels, ChoiceLists& lists) override {
-        m_object.Call(L"CargarEtiquetas", {key, labels, lists.ReportList().Get()});
+    std::optional<ListChoices> LoadLabelChoices(const std::wstring& key, IDispatch* labels,
+                                                const ChoiceControls& controls) override {
+        m_object.Call(L"CargarEtiquetas", {key, labels, controls.reports.Get()});
+        return std::nullopt;
     }
-    void SaveListChoices(const std::wstring& key, ChoiceLists& lists) override {
-        if (lists.HasOutput()) {
+    void SaveListChoices(const std::wstring& key, const ListChoices& /*choices*/,
+                         const ChoiceControls& controls) override {
+        if (controls.outputs) {
             m_object.Call(L"GuardarLista",
-                          {key, lists.ReportList().Get(), lists.OutputList().Get(), lists.CopiesBox().Get()});
+                          {key, controls.reports.Get(), controls.outputs.Get(), controls.copies.Get()});
         } else {
-            m_object.Call(L"GuardarLista", {key, lists.ReportList().Get()});
+            m_object.Call(L"GuardarLista", {key, controls.reports.Get()});
         }
     }
 

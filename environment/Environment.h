@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -31,27 +32,21 @@ protected:
     ~PlacedForm() = default;
 };
 
-/// A report dialog as the settings component sees it: the list of reports and, in most dialogs, the output
-/// list and the copies box. Each is there as text and as the control object that a host's component works on.
-class ChoiceLists {
-public:
-    virtual void SetReports(const std::vector<std::wstring>& titles, const std::vector<bool>& ticks) = 0;
-    virtual std::vector<std::wstring> Titles() const = 0;
-    virtual std::vector<bool> Ticks() const = 0;
-    virtual com::ComPtr<IDispatch> ReportList() = 0;
+/// What is chosen in a report dialog, as it is kept.
+struct ListChoices {
+    std::vector<std::wstring> titles = {};
+    std::vector<bool> ticks = {};
+    std::span<const wchar_t* const> outputs = {}; // that all dialogs have, when it is loaded
+    std::wstring output = {};
+    std::wstring copies = {};
+};
 
-    /// Whether there are an output list and a copies box; without them the rest is not asked.
-    virtual bool HasOutput() const = 0;
-    /// The dialog's own outputs follow the common ones. `chosen` is selected, else the first.
-    virtual void SetOutputs(std::span<const wchar_t* const> common, const std::wstring& chosen) = 0;
-    virtual std::wstring Output() const = 0;
-    virtual void SetCopies(const std::wstring& copies) = 0;
-    virtual std::wstring Copies() const = 0;
-    virtual com::ComPtr<IDispatch> OutputList() = 0;
-    virtual com::ComPtr<IDispatch> CopiesBox() = 0;
-
-protected:
-    ~ChoiceLists() = default;
+/// The same as the control objects that a host's component works on; a dialog without an output list and a
+/// copies box has the first alone.
+struct ChoiceControls {
+    com::ComPtr<IDispatch> reports;
+    com::ComPtr<IDispatch> outputs;
+    com::ComPtr<IDispatch> copies;
 };
 
 class Settings {
@@ -64,11 +59,15 @@ public:
     virtual std::wstring ReadValue(const std::wstring& key, const std::wstring& name,
                                    std::wstring fallback) = 0;
     virtual void WriteValue(const std::wstring& key, const std::wstring& name, const std::wstring& value) = 0;
-    /// Fills the lists from the host's collection and restores what was chosen under the key.
-    virtual void LoadListChoices(const std::wstring& key, IDispatch* reports, ChoiceLists& lists) = 0;
+    /// The host's reports with what was chosen under the key; nothing from a component that has put it into
+    /// the controls itself.
+    virtual std::optional<ListChoices> LoadListChoices(const std::wstring& key, IDispatch* reports,
+                                                       const ChoiceControls& controls) = 0;
     /// The same for a list of labels; a host may render its labels another way than its reports.
-    virtual void LoadLabelChoices(const std::wstring& key, IDispatch* labels, ChoiceLists& lists) = 0;
-    virtual void SaveListChoices(const std::wstring& key, ChoiceLists& lists) = 0;
+    virtual std::optional<ListChoices> LoadLabelChoices(const std::wstring& key, IDispatch* labels,
+                                                        const ChoiceControls& controls) = 0;
+    virtual void SaveListChoices(const std::wstring& key, const ListChoices& choices,
+                                 const ChoiceControls& controls) = 0;
 };
 
 struct LayoutPlace {

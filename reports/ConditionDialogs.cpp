@@ -1,6 +1,5 @@
 #include "base/SettingsKeys.h"
 #include "base/Text.h"
-#include "environment/Product.h"
 #include "reports/Dialogs.h"
 #include "reports/SharedConditions.h"
 
@@ -52,24 +51,7 @@ void DeliverCond(ReportForm& form, ReportChoice& choice) {
 
 // frmRptsInfCond: the screen of the customers keeps the customer that was asked for last.
 
-constexpr wchar_t kCustomer[] = L"Cliente";
-
 bool IsCustomers(const ReportForm& form) { return base::Lower(form.Cls()) == L"clientes"; }
-
-std::wstring CustomerKey() { return environment::Product::Own().SesionKey(base::kSesionPersonalClientes); }
-
-void OpenInfCond(ReportForm& form) {
-    if (IsCustomers(form)) {
-        form.Row(Kind::Text, 1)
-            .SetText(environment::Environment::Get().GetSettings().ReadValue(CustomerKey(), kCustomer, {}));
-    }
-}
-
-void SaveInfCond(ReportForm& form) {
-    if (IsCustomers(form)) {
-        environment::Environment::Get().GetSettings().WriteValue(CustomerKey(), kCustomer, form.Text(1));
-    }
-}
 
 void DeliverInfCond(ReportForm& form, ReportChoice& choice) {
     short invoiced = form.Choice(2);
@@ -146,8 +128,11 @@ const ReportDesign kRptsInfCond{
     .conditions = kInfConditions,
     .note = kNote,
     .period = base::PeriodParts::MonthAndYear,
-    .opened = OpenInfCond,
-    .save = SaveInfCond,
+    .kept = KeptText{.index = 1,
+                     .name = L"Cliente",
+                     .sesion = base::kSesionPersonalClientes,
+                     .applies = IsCustomers,
+                     .eachTime = true},
 };
 
 const ReportDesign kRptsMailCond{

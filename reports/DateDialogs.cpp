@@ -14,8 +14,6 @@ constexpr wchar_t kReportsCaption[] = L"Selección de Documentos e informes";
 constexpr wchar_t kNote[] = L"Sólo para los listados que aceptan parámetros.";
 // frmRptsFchAuto
 
-constexpr wchar_t kSection[] = L"Seccion";
-
 constexpr Condition kFchAutoConditions[] = {
     kAutomatic,
     {.kind = Kind::Text, .index = 2, .caption = L"Sección : "},
@@ -25,19 +23,7 @@ bool IsStockLedger(const ReportForm& form) {
     return base::Lower(form.ReportKey()) == L"rptsarticulos_movimientos_almacen";
 }
 
-void PrepareFchAuto(ReportForm& form) {
-    const bool section = IsStockLedger(form);
-    form.Row(Kind::Text, 2).Show(section);
-    if (section) {
-        form.Row(Kind::Text, 2).SetText(form.Choices().Remembered(kSection, L""));
-    }
-}
-
-void SaveFchAuto(ReportForm& form) {
-    if (IsStockLedger(form)) {
-        form.Choices().Remember(kSection, form.Text(2));
-    }
-}
+void PrepareFchAuto(ReportForm& form) { form.Row(Kind::Text, 2).Show(IsStockLedger(form)); }
 
 void DeliverFchAuto(ReportForm& form, ReportChoice& choice) {
     // One report of the stock ledger is asked for under another member than all the rest.
@@ -100,7 +86,7 @@ const ReportDesign kRptsFchAuto{
     .note = kNote,
     .prepare = PrepareFchAuto,
     .opened = ShowAutomaticIfAsked,
-    .save = SaveFchAuto,
+    .kept = KeptText{.index = 2, .name = L"Seccion", .applies = IsStockLedger},
 };
 
 const ReportDesign kRptsFchAutoInf{

@@ -1,6 +1,5 @@
 #include "base/Commands.h"
 #include "base/SettingsKeys.h"
-#include "environment/Product.h"
 #include "reports/Dialogs.h"
 #include "reports/SharedConditions.h"
 
@@ -19,33 +18,17 @@ void DeliverReports(ReportForm& form, ReportChoice& choice) { form.Sink().Acepta
 // frmsql: the document series belongs to one report of the list.
 
 constexpr int kReportWithSeries = 10;
-constexpr wchar_t kSeries[] = L"Serie";
-
 constexpr wchar_t kWhyNoSeries[] = L"Sólo para el informe 11 de la lista";
 
 constexpr Condition kSqlConditions[] = {
     {.kind = Kind::Text, .index = 0, .caption = L"Se&rie:", .note = kWhyNoSeries},
 };
 
-std::wstring SeriesKey() { return environment::Product::Own().SesionKey(base::kSesionClientes); }
-
-void ReadSeries(ReportForm& form) {
-    form.Row(Kind::Text, 0)
-        .SetText(environment::Environment::Get().GetSettings().ReadValue(SeriesKey(), kSeries, {}));
-}
-
-void PrepareSql(ReportForm& form) {
-    ReadSeries(form); // it is stored again on accepting, also when no entry was ever selected
-    form.Row(Kind::Text, 0).Enable(false, kWhyNoSeries);
-}
+void PrepareSql(ReportForm& form) { form.Row(Kind::Text, 0).Enable(false, kWhyNoSeries); }
 
 void SqlEntryChosen(ReportForm& form, int entry) {
-    ReadSeries(form);
+    form.ReadKept();
     form.Row(Kind::Text, 0).Enable(entry == kReportWithSeries, kWhyNoSeries);
-}
-
-void SaveSql(ReportForm& form) {
-    environment::Environment::Get().GetSettings().WriteValue(SeriesKey(), kSeries, form.Text(0));
 }
 
 void DeliverSql(ReportForm& form, ReportChoice& choice) { form.Sink().AceptarReportsPlain(choice); }
@@ -87,7 +70,7 @@ const ReportDesign kSql{
     .conditions = kSqlConditions,
     .prepare = PrepareSql,
     .chosen = SqlEntryChosen,
-    .save = SaveSql,
+    .kept = KeptText{.index = 0, .name = L"Serie", .sesion = base::kSesionClientes},
 };
 
 const ReportDesign kSelecEti{

@@ -1,5 +1,4 @@
 #include "base/SettingsKeys.h"
-#include "environment/Product.h"
 #include "reports/Dialogs.h"
 #include "reports/SharedConditions.h"
 
@@ -13,8 +12,6 @@ using Kind = Condition::Kind;
 namespace {
 
 // frmRptsInfOrdenes
-
-constexpr wchar_t kType[] = L"Tipo";
 
 constexpr Condition kOrderConditions[] = {
     {.kind = Kind::Text, .index = 10, .caption = L"Cliente : ", .width = 50, .lookup = {L"clientes"}},
@@ -34,17 +31,6 @@ constexpr Condition kOrderConditions[] = {
      .beside = true},
     kAutomatic,
 };
-
-std::wstring OrdersKey() { return environment::Product::Own().SesionKey(base::kSesionOrdenesInformes); }
-
-void PrepareOrders(ReportForm& form) {
-    form.Row(Kind::Text, 1)
-        .SetText(environment::Environment::Get().GetSettings().ReadValue(OrdersKey(), kType, {}));
-}
-
-void SaveOrders(ReportForm& form) {
-    environment::Environment::Get().GetSettings().WriteValue(OrdersKey(), kType, form.Text(1));
-}
 
 void DeliverOrders(ReportForm& form, ReportChoice& choice) {
     const base::DateRange range = form.Range();
@@ -80,9 +66,8 @@ const ReportDesign kRptsInfOrdenes{
     .deliver = DeliverOrders,
     .dates = true,
     .conditions = kOrderConditions,
-    .prepare = PrepareOrders,
     .opened = ShowAutomaticIfAsked,
-    .save = SaveOrders,
+    .kept = KeptText{.index = 1, .name = L"Tipo", .sesion = base::kSesionOrdenesInformes},
 };
 
 const ReportDesign kRptNumAut{

@@ -4,53 +4,51 @@
 
 namespace tamvelo::reports {
 
-namespace {
-
-environment::Settings& Settings() { return environment::Environment::Get().GetSettings(); }
-
-} // namespace
-
 void ReportChoices::SetScreen(const std::wstring& screen) {
     m_key = environment::Product::Own().FormKey(m_report.name) + screen;
 }
 
-std::wstring ReportChoices::Remembered(const wchar_t* name, const wchar_t* fallback) const {
-    return Settings().ReadValue(m_key, name, fallback);
-}
-
-void ReportChoices::Remember(const wchar_t* name, const std::wstring& value) const {
-    Settings().WriteValue(m_key, name, value);
+environment::ChoiceControls ReportChoices::Controls() const {
+    environment::ChoiceControls controls;
+    controls.reports = com::ComPtr<IDispatch>(m_list.Object().Get());
+    if (m_report.output) {
+        controls.outputs = m_output.OutputList();
+        controls.copies = m_output.CopiesBox();
+    }
+    return controls;
 }
 
 void ReportChoices::Load(IDispatch* reports) {
-    if (m_report.labels) {
-        Settings().LoadLabelChoices(m_key, reports, *this);
-    } else {
-        Settings().LoadListChoices(m_key, reports, *this);
+    environment::Settings& settings = environment::Environment::Get().GetSettings();
+    const auto choices = m_report.labels ? settings.LoadLabelChoices(m_key, reports, Controls())
+                                         : settings.LoadListChoices(m_key, reports, Controls());
+    if (choices) {
+        Show(*choices);
     }
-    // A component of the environment has worked on the controls themselves.
     m_list.List().RememberTicks();
     if (m_report.output) {
         m_output.Complete();
     }
 }
 
-void ReportChoices::Save() { Settings().SaveListChoices(m_key, *this); }
-
-void ReportChoices::SetReports(const std::vector<std::wstring>& titles, const std::vector<bool>& ticks) {
-    std::vector<win::ListEntry> entries(titles.size());
-    for (size_t i = 0; i < titles.size(); ++i) {
-        entries[i] = {titles[i], ticks[i]};
+void ReportChoices::Show(const environment::ListChoices& choices) {
+    std::vector<win::ListEntry> entries(choices.titles.size());
+    for (size_t i = 0; i < entries.size(); ++i) {
+        entries[i] = {choices.titles[i], choices.ticks[i]};
     }
     m_list.List().Fill(std::move(entries));
+    if (m_report.output) {
+        m_output.Set(choices);
+    }
 }
 
-std::vector<std::wstring> ReportChoices::Titles() const {
-    std::vector<std::wstring> titles(static_cast<size_t>(m_list.List().Count()));
-    for (size_t i = 0; i < titles.size(); ++i) {
-        titles[i] = m_list.List().Caption(static_cast<int>(i));
+void ReportChoices::Save() const {
+    environment::ListChoices choices{
+        .ticks = Ticks(), .output = m_output.Output(), .copies = m_output.Copies()};
+    for (size_t i = 0; i < choices.ticks.size(); ++i) {
+        choices.titles.push_back(m_list.List().Caption(static_cast<int>(i)));
     }
-    return titles;
+    environment::Environment::Get().GetSettings().SaveListChoices(m_key, choices, Controls());
 }
 
 std::vector<bool> ReportChoices::Ticks() const {
@@ -60,7 +58,5 @@ std::vector<bool> ReportChoices::Ticks() const {
     }
     return ticks;
 }
-
-com::ComPtr<IDispatch> ReportChoices::ReportList() { return com::ComPtr<IDispatch>(m_list.Object().Get()); }
 
 } // namespace tamvelo::reports

@@ -14,6 +14,15 @@ class ReportForm;
 /// A condition that the host applies to the reports: a row of the frame below the list.
 using Condition = frame::Field;
 
+/// A text condition that is kept from one use to the next.
+struct KeptText {
+    short index; // TxtFields(index)
+    const wchar_t* name;
+    const wchar_t* sesion = nullptr; // of the keys of a session; null: it is kept with the screen's choices
+    bool (*applies)(const ReportForm& form) = nullptr; // null: on every screen
+    bool eachTime = false;                             // read whenever the dialog is shown
+};
+
 /// What distinguishes one report dialog from another. The form's code is the same for all.
 struct ReportDesign {
     const wchar_t* name;
@@ -40,9 +49,7 @@ struct ReportDesign {
     void (*opened)(ReportForm& form) = nullptr;
     /// Another entry of the list is the selected one, by keys or by a click on it or on its tick.
     void (*chosen)(ReportForm& form, int entry) = nullptr;
-    /// Keeps what is the dialog's own, when the choices are saved.
-    void (*save)(ReportForm& form) = nullptr;
-
+    std::optional<KeptText> kept = {};
     std::span<const frame::KeyRow> keys = {};
 };
 

@@ -7,6 +7,7 @@
 #include "base/HourText.h"
 #include "base/SettingsKeys.h"
 #include "com/Collection.h"
+#include "environment/Product.h"
 #include "frame/FormInstances.h"
 #include "frame/Resources.h"
 #include "reports/Resources.h"
@@ -69,23 +70,23 @@ void ReportForm::Open(const Request& request, bool unseen) {
     if (!base::IsKeyName(key)) {
         throw com::Error(E_INVALIDARG, L"«" + request.cls + L"» no sirve como nombre de pantalla.");
     }
-    if (IsLoaded() && (request.cls != m_cls || request.showAuto != m_showAuto ||
-                       request.limited != m_limited || unseen != m_unseen)) {
+    Screen screen{request.cls, request.showAuto, request.limited, unseen};
+    if (IsLoaded() && screen != m_screen) {
         // It was left hidden with choices that were made for another operation: they are not this one's.
         Unload();
         frame::FormInstances::Obtain(Name(), [this] { return shared_from_this(); });
     }
-    m_cls = request.cls;
+    m_screen = std::move(screen);
     m_reportKey = key;
     m_choices.SetScreen(key);
     m_sink = contract::Sink(request.sink, L"ClsEventos");
     m_reports = com::ComPtr<IDispatch>(request.reports);
-    m_showAuto = request.showAuto;
-    m_limited = request.limited;
-    m_unseen = unseen;
     Load();
     EnableControl(IDC_LIST1, true);
     m_choices.Load(m_reports.Get());
+    if (m_report.kept && m_report.kept->eachTime) {
+        ReadKept();
+    }
     if (m_report.opened) {
         m_report.opened(*this);
     }
@@ -120,6 +121,9 @@ void ReportForm::OnLoad() {
     SetControlText(IDC_LBLNOTE, m_report.note ? m_report.note : L"");
     ShowControl(IDC_LBLNOTE, m_report.note != nullptr);
     ShowControl(IDC_LBLPERIODO, m_report.period.has_value());
+    if (m_report.kept && !m_report.kept->eachTime) {
+        ReadKept();
+    }
     if (m_report.prepare) {
         m_report.prepare(*this);
     }
@@ -128,6 +132,30 @@ void ReportForm::OnLoad() {
 void ReportForm::OnUnload() noexcept {
     m_sink.Reset();
     m_reports.Reset();
+}
+
+/// Where the text is kept; "" for one that is not on this screen.
+std::wstring ReportForm::KeptKey() const {
+    const std::optional<KeptText>& kept = m_report.kept;
+    if (!kept || (kept->applies && !kept->applies(*this))) {
+        return {};
+    }
+    return kept->sesion ? environment::Product::Own().SesionKey(kept->sesion) : m_choices.Key();
+}
+
+void ReportForm::ReadKept() const {
+    if (const std::wstring key = KeptKey(); !key.empty()) {
+        const KeptText& kept = *m_report.kept;
+        Row(Kind::Text, kept.index)
+            .SetText(environment::Environment::Get().GetSettings().ReadValue(key, kept.name, {}));
+    }
+}
+
+void ReportForm::Keep() const {
+    if (const std::wstring key = KeptKey(); !key.empty()) {
+        const KeptText& kept = *m_report.kept;
+        environment::Environment::Get().GetSettings().WriteValue(key, kept.name, Text(kept.index));
+    }
 }
 
 // Accepting.
@@ -145,9 +173,7 @@ void ReportForm::Accept() {
         // The reports are worth more than remembering them.
         Tried([&] {
             m_choices.Save();
-            if (m_report.save) {
-                m_report.save(*this);
-            }
+            Keep();
         });
         CheckStands();
         if (m_report.output) {

@@ -39,13 +39,14 @@ public:
 
     // For the descriptions.
     contract::Sink& Sink() { return m_sink; }
-    const std::wstring& Cls() const { return m_cls; }
+    const std::wstring& Cls() const { return m_screen.cls; }
     /// "rpts" and the screen: what the choices are kept under.
     const std::wstring& ReportKey() const { return m_reportKey; }
-    bool ShowsAuto() const { return m_showAuto; }
-    bool IsLimited() const { return m_limited; }
+    bool ShowsAuto() const { return m_screen.showAuto; }
+    bool IsLimited() const { return m_screen.limited; }
     base::DateRange Range() { return m_dates->Range(); }
-    ReportChoices& Choices() { return m_choices; }
+    /// Reads the text that is kept into its condition.
+    void ReadKept() const;
     const frame::FieldRow& Row(Condition::Kind kind, short index) const {
         return m_conditions.Of(kind, index);
     }
@@ -60,6 +61,8 @@ public:
 private:
     void Open(const Request& request, bool unseen);
     void Accept();
+    std::wstring KeptKey() const;
+    void Keep() const;
     short CopiesNumber();
     com::ComPtr<IDispatch> Selection() const;
     void EntryChosen();
@@ -79,13 +82,17 @@ private:
     ReportOutput m_output;
     ReportChoices m_choices;
     std::optional<frame::DateRangeControl> m_dates;
-    std::wstring m_cls;
+    struct Screen { // what it is shown for
+        std::wstring cls;
+        bool showAuto = true;
+        bool limited = false;
+        bool unseen = false;
+        bool operator==(const Screen&) const = default;
+    };
+    Screen m_screen;
     std::wstring m_reportKey;
     contract::Sink m_sink;
     com::ComPtr<IDispatch> m_reports;
-    bool m_showAuto = true;
-    bool m_limited = false;
-    bool m_unseen = false;
 };
 
 } // namespace tamvelo::reports

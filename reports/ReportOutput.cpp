@@ -63,15 +63,16 @@ void ReportOutput::PlaceSpinner() {
     SendMessageW(Control(IDC_SPINCOPIAS), UDM_SETBUDDY, reinterpret_cast<WPARAM>(Control(IDC_TXTCOPIAS)), 0);
 }
 
-void ReportOutput::SetOutputs(std::span<const wchar_t* const> common, const std::wstring& chosen) {
+void ReportOutput::Set(const environment::ListChoices& choices) {
     const HWND list = Control(IDC_CMBSELEC);
     SendMessageW(list, CB_RESETCONTENT, 0, 0);
-    for (const wchar_t* output : common) {
+    for (const wchar_t* output : choices.outputs) {
         Add(list, output);
     }
     AddOwnOutputs();
-    const LRESULT found = Find(list, chosen.c_str());
+    const LRESULT found = Find(list, choices.output.c_str());
     SendMessageW(list, CB_SETCURSEL, static_cast<WPARAM>(found == CB_ERR ? 0 : found), 0);
+    Host().SetControlText(IDC_TXTCOPIAS, choices.copies);
 }
 
 void ReportOutput::AddOwnOutputs() {
@@ -93,8 +94,6 @@ short ReportOutput::Chosen() const {
 }
 
 std::wstring ReportOutput::Output() const { return Host().ControlText(IDC_CMBSELEC); }
-
-void ReportOutput::SetCopies(const std::wstring& copies) { Host().SetControlText(IDC_TXTCOPIAS, copies); }
 
 std::wstring ReportOutput::Copies() const { return Host().ControlText(IDC_TXTCOPIAS); }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "environment/Environment.h"
 #include "frame/FormPart.h"
 #include "reports/ReportDesign.h"
 
@@ -16,13 +17,12 @@ public:
     /// After the form was laid out.
     void PlaceSpinner();
 
-    /// The dialog's own outputs follow the common ones. `chosen` is selected, else the first.
-    void SetOutputs(std::span<const wchar_t* const> common, const std::wstring& chosen);
+    /// The dialog's own outputs follow the common ones; the one that was chosen is selected, else the first.
+    void Set(const environment::ListChoices& choices);
     /// After a component of the environment has worked on the controls themselves.
     void Complete();
     short Chosen() const;
     std::wstring Output() const;
-    void SetCopies(const std::wstring& copies);
     std::wstring Copies() const;
     com::ComPtr<IDispatch> OutputList() const;
     com::ComPtr<IDispatch> CopiesBox() const;
