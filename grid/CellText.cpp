@@ -17,16 +17,10 @@ constexpr DATE kFirstDay = -657434; // 1 January 100
 constexpr DATE kLastDay = 2958466;  // after 31 December 9999
 constexpr double kHalfSecond = 0.5 / 86400;
 
-std::wstring FromDate(const SYSTEMTIME& time) {
+template <auto System>
+std::wstring Written(const SYSTEMTIME& time, DWORD how) {
     wchar_t text[64];
-    return GetDateFormatW(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &time, nullptr, text, ARRAYSIZE(text)) > 0
-               ? text
-               : L"";
-}
-
-std::wstring FromTime(const SYSTEMTIME& time) {
-    wchar_t text[64];
-    return GetTimeFormatW(LOCALE_USER_DEFAULT, 0, &time, nullptr, text, ARRAYSIZE(text)) > 0 ? text : L"";
+    return System(LOCALE_USER_DEFAULT, how, &time, nullptr, text, ARRAYSIZE(text)) > 0 ? text : L"";
 }
 
 /// Day 0 stands for "no day": such a value is a time.
@@ -37,9 +31,10 @@ std::wstring FormatDate(DATE value, CellKind kind) {
     }
     const bool hasTime = std::fabs(value - std::trunc(value)) >= kHalfSecond;
     if (kind == CellKind::Time || (hasTime && std::trunc(value) == 0)) {
-        return FromTime(time);
+        return Written<GetTimeFormatW>(time, 0);
     }
-    return hasTime ? FromDate(time) + L' ' + FromTime(time) : FromDate(time);
+    const std::wstring date = Written<GetDateFormatW>(time, DATE_SHORTDATE);
+    return hasTime ? date + L' ' + Written<GetTimeFormatW>(time, 0) : date;
 }
 
 std::wstring FormatMoney(const VARIANT& value) {

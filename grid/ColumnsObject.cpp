@@ -29,35 +29,26 @@ public:
     ColumnObject(std::weak_ptr<GridView> view, short column) : m_view(std::move(view)), m_column(column) {}
 
     void Caption(Invocation& call) {
-        Property(
-            call, [](const GridColumn& column) { return Variant(column.caption); },
-            [](GridColumn& column, const Variant& value) { column.caption = value.ToText(); });
+        Property(call, &GridColumn::caption,
+                 [](GridColumn& column, const Variant& value) { column.caption = value.ToText(); });
     }
-    void DataField(Invocation& call) {
-        Property(
-            call, [](const GridColumn& column) { return Variant(column.field); }, nullptr);
-    }
+    void DataField(Invocation& call) { Property(call, &GridColumn::field, nullptr); }
     void Visible(Invocation& call) {
-        Property(
-            call, [](const GridColumn& column) { return Variant(column.visible); },
-            [](GridColumn& column, const Variant& value) { column.visible = value.ToBool(); });
+        Property(call, &GridColumn::visible,
+                 [](GridColumn& column, const Variant& value) { column.visible = value.ToBool(); });
     }
     void Width(Invocation& call) {
-        Property(
-            call, [](const GridColumn& column) { return Variant(static_cast<long>(column.width)); },
-            [](GridColumn& column, const Variant& value) {
-                column.width = static_cast<int>(std::clamp<long>(value.ToLong(), 0, kMostWidth));
-                column.guessed = false;
-            });
+        Property(call, &GridColumn::width, [](GridColumn& column, const Variant& value) {
+            column.width = static_cast<int>(std::clamp<long>(value.ToLong(), 0, kMostWidth));
+            column.guessed = false;
+        });
     }
     void Alignment(Invocation& call) {
-        Property(
-            call, [](const GridColumn& column) { return Variant(static_cast<long>(column.alignment)); },
-            [](GridColumn& column, const Variant& value) {
-                const long wanted =
-                    std::clamp<long>(value.ToLong(), 0, static_cast<long>(grid::Alignment::General));
-                column.alignment = static_cast<grid::Alignment>(wanted);
-            });
+        Property(call, &GridColumn::alignment, [](GridColumn& column, const Variant& value) {
+            const long wanted =
+                std::clamp<long>(value.ToLong(), 0, static_cast<long>(grid::Alignment::General));
+            column.alignment = static_cast<grid::Alignment>(wanted);
+        });
     }
     void Order(Invocation& call) {
         const std::shared_ptr<GridView> view = Grid();
@@ -94,14 +85,13 @@ private:
         view->Columns().At(m_column);
         return view;
     }
-    template <class Read, class Write>
-    void Property(Invocation& call, Read&& read, Write&& write) {
+    template <class T, class Write>
+    void Property(Invocation& call, T GridColumn::*property, Write&& write) {
+        using Told = std::conditional_t<std::is_enum_v<T> || std::is_same_v<T, int>, long, const T&>;
         const std::shared_ptr<GridView> view = Grid();
         if (!call.IsPut()) {
-            call.Return(read(view->Columns()[m_column]));
-            return;
-        }
-        if constexpr (!std::is_null_pointer_v<std::remove_cvref_t<Write>>) {
+            call.Return(Variant(static_cast<Told>(view->Columns()[m_column].*property)));
+        } else if constexpr (!std::is_null_pointer_v<std::remove_cvref_t<Write>>) {
             view->ChangeColumn(m_column,
                                [&](GridColumns&, GridColumn& column) { write(column, call.NewValue()); });
         }

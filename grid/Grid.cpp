@@ -52,9 +52,9 @@ std::wstring Grid::Text(short column) { return Held(m_view)->Text(column); }
 
 com::ComPtr<IDispatch> Grid::Columns() { return MakeColumnsObject(m_view); }
 
-void Grid::MarkOrder(short column, bool descending) { Held(m_view)->SetOrder(OrderMark{column, descending}); }
+void Grid::MarkOrder(short column, bool descending) { Held(m_view)->SetArrow(SortArrow{column, descending}); }
 
-void Grid::ClearOrderMark() { Held(m_view)->SetOrder({}); }
+void Grid::ClearOrderMark() { Held(m_view)->SetArrow({}); }
 
 base::GridLayout Grid::Layout() const { return m_view->Layout(); }
 

@@ -23,6 +23,9 @@ struct Target {
     short column = -1;
 };
 
+/// The child number of a row on screen.
+LONG ChildOf(const GridView& view, long row) { return row - view.Viewport().Top() + 1; }
+
 class GridAccessible final : public com::Object<IAccessible, IOleWindow> {
 public:
     explicit GridAccessible(std::weak_ptr<GridView> view) : m_view(std::move(view)) {}
@@ -166,7 +169,7 @@ public:
             }
             const long row = view.Viewport().RowAt(point.y);
             if (row >= 0) {
-                return GiveNumber(RowChild(row, view.Viewport().Top()), child);
+                return GiveNumber(ChildOf(view, row), child);
             }
             const std::vector<short> shown = view.Columns().OnScreen();
             const auto column = std::find(shown.begin(), shown.end(), view.Viewport().ColumnAt(point.x));
@@ -232,7 +235,7 @@ private:
         return std::max(0L, view.Viewport().LastRow() - view.Viewport().Top() + 1);
     }
     static HRESULT GiveCurrent(GridView& view, VARIANT* child) {
-        const LONG number = RowChild(view.Data().Current(), view.Viewport().Top());
+        const LONG number = ChildOf(view, view.Data().Current());
         return GiveNumber(number >= 1 && number <= RowsOnScreen(view) ? number : CHILDID_SELF, child);
     }
 
@@ -283,8 +286,8 @@ private:
             return name;
         }
         name = view.Columns()[target.column].caption;
-        if (const auto& mark = view.Columns().Order(); mark && mark->column == target.column) {
-            name += mark->descending ? L", orden descendente" : L", orden ascendente";
+        if (const auto& arrow = view.Columns().Arrow(); arrow && arrow->column == target.column) {
+            name += arrow->descending ? L", orden descendente" : L", orden ascendente";
         }
         return name;
     }
@@ -311,6 +314,23 @@ private:
 LRESULT AnswerAccessible(std::weak_ptr<GridView> view, WPARAM flags) {
     const auto object = com::Make<GridAccessible>(std::move(view));
     return LresultFromObject(IID_IAccessible, flags, static_cast<IAccessible*>(object.Get()));
+}
+
+void AnnounceRow(const GridView& view) {
+    if (view.Window() && view.Viewport().Shows(view.Data().Current())) {
+        const LONG child = ChildOf(view, view.Data().Current());
+        NotifyWinEvent(EVENT_OBJECT_SELECTION, view.Window(), OBJID_CLIENT, child);
+        if (GetFocus() == view.Window()) {
+            NotifyWinEvent(EVENT_OBJECT_FOCUS, view.Window(), OBJID_CLIENT, child);
+        }
+    }
+}
+
+void AnnounceCell(const GridView& view) {
+    if (view.Window()) {
+        NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, view.Window(), OBJID_CLIENT,
+                       ChildOf(view, view.Data().Current()));
+    }
 }
 
 } // namespace tamvelo::grid

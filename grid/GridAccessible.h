@@ -12,7 +12,8 @@ class GridView;
 /// 1, and after them the headings of the visible columns.
 LRESULT AnswerAccessible(std::weak_ptr<GridView> view, WPARAM flags);
 
-/// The child number of a row on screen.
-constexpr LONG RowChild(long row, long top) { return row - top + 1; }
+/// Tell readers of the current row when it is on screen, and of another cell in it.
+void AnnounceRow(const GridView& view);
+void AnnounceCell(const GridView& view);
 
 } // namespace tamvelo::grid

@@ -63,7 +63,7 @@ void GridColumns::SetFields(const std::vector<FieldInfo>& fields, int dpi) {
         column.caption = named == m_captions.end() ? field.caption : named->second;
         column.numeric = IsRightAligned(KindOfField(field.type));
     }
-    m_orderMark.reset();
+    m_arrow.reset();
     m_order.resize(m_columns.size());
     std::iota(m_order.begin(), m_order.end(), short{0});
     Apply(kept, dpi);

@@ -25,7 +25,7 @@ struct GridColumn {
 };
 
 /// The arrow in a heading.
-struct OrderMark {
+struct SortArrow {
     short column;
     bool descending;
 };
@@ -56,8 +56,8 @@ public:
     bool SetCurrent(short column);
     /// Where it was hidden another one is.
     void SettleCurrent() { m_current = std::max(Nearest(m_current), short{0}); }
-    const std::optional<OrderMark>& Order() const { return m_orderMark; }
-    void SetOrder(const std::optional<OrderMark>& mark) { m_orderMark = mark; }
+    const std::optional<SortArrow>& Arrow() const { return m_arrow; }
+    void SetArrow(const std::optional<SortArrow>& arrow) { m_arrow = arrow; }
 
     /// Column numbers from left to right, hidden ones left out.
     std::vector<short> OnScreen() const;
@@ -82,7 +82,7 @@ private:
     std::vector<GridColumn> m_columns;
     std::vector<short> m_order;
     short m_current = 0;
-    std::optional<OrderMark> m_orderMark;
+    std::optional<SortArrow> m_arrow;
     std::map<std::wstring, std::wstring> m_captions; // by the field's name in small letters
     base::GridLayout m_waiting;                      // for columns that are not there yet
 };

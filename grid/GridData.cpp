@@ -13,8 +13,6 @@ struct UnderWay {
     int& depth;
     explicit UnderWay(int& counted) : depth(counted) { ++depth; }
     ~UnderWay() { --depth; }
-    UnderWay(const UnderWay&) = delete;
-    UnderWay& operator=(const UnderWay&) = delete;
 };
 
 } // namespace
@@ -137,7 +135,7 @@ bool GridData::ReadRows(RecordCursor& cursor, long first, long last) {
     }
     const auto keep = [&](const RecordCursor::Rows& rows) {
         for (long row = rows.first; row <= rows.last; ++row) {
-            read[static_cast<size_t>(Blocks::BlockOf(row) - firstBlock)].MarkRead(row);
+            read[static_cast<size_t>(Blocks::BlockOf(row) - firstBlock)].SetRead(row);
         }
         for (size_t i = 0; i < read.size() && epoch == m_blocks.Epoch(); ++i) {
             const long row = together.first + static_cast<long>(i) * Blocks::kRowsPerBlock;
@@ -249,7 +247,7 @@ bool GridData::MoveTo(long row) {
 std::vector<bool> GridData::Differences(const Record& record) {
     const auto columns = static_cast<short>(std::min(record.size(), m_fields.size()));
     RowBlock host(m_current, 1, columns);
-    host.MarkRead(m_current);
+    host.SetRead(m_current);
     const RowBlock* const shown = m_blocks.Find(m_current);
     std::vector<bool> differ;
     for (short column = 0; column < columns; ++column) {
@@ -293,10 +291,7 @@ com::Variant GridData::Value(short column) {
         return *m_record[index];
     }
     const std::shared_ptr<RecordCursor> cursor = m_cursor;
-    if (!cursor || m_current < 0) {
-        return {};
-    }
-    return cursor->Host().Value(column);
+    return cursor && m_current >= 0 ? cursor->Host().Value(column) : com::Variant();
 }
 
 void GridData::Write(short column, const com::Variant& value) {

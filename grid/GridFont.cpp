@@ -28,7 +28,7 @@ GridFont::GridFont(const LOGFONTW& wanted) : m_font(CreateFontIndirectW(&wanted)
     // grid is drawn in the system's.
     m_height = std::max(1, std::abs(static_cast<int>(wanted.lfHeight)));
     m_widths.fill((m_height + 1) / 2);
-    OnScreen(m_font, [this](HDC screen) {
+    OnScreen(Get(), [this](HDC screen) {
         TEXTMETRICW metrics{};
         if (GetTextMetricsW(screen, &metrics)) {
             m_height = metrics.tmHeight;
@@ -40,7 +40,7 @@ GridFont::GridFont(const LOGFONTW& wanted) : m_font(CreateFontIndirectW(&wanted)
 int GridFont::MeasureOther(wchar_t c) const {
     const auto [known, added] = m_others.try_emplace(c, (m_height + 1) / 2);
     if (added) {
-        OnScreen(m_font, [&, width = &known->second](HDC screen) {
+        OnScreen(Get(), [&, width = &known->second](HDC screen) {
             SIZE size{};
             if (GetTextExtentPoint32W(screen, &c, 1, &size)) {
                 *width = size.cx;

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "base/GridLayout.h"
+#include "win/Handles.h"
 
 namespace tamvelo::grid {
 
@@ -14,11 +15,7 @@ namespace tamvelo::grid {
 class GridFont {
 public:
     explicit GridFont(const LOGFONTW& wanted);
-    ~GridFont() { DeleteObject(m_font); }
-    GridFont(const GridFont&) = delete;
-    GridFont& operator=(const GridFont&) = delete;
-
-    HFONT Get() const { return m_font; }
+    HFONT Get() const { return m_font.get(); }
     int Height() const { return m_height; }
     int Digit() const { return m_widths[L'0']; }
     /// Of all letters and digits together: by this lengths grow when the font does.
@@ -31,7 +28,7 @@ private:
     int WidthOf(wchar_t c) const { return c < m_widths.size() ? m_widths[c] : MeasureOther(c); }
     int MeasureOther(wchar_t c) const;
 
-    HFONT m_font;
+    win::UniqueFont m_font;
     int m_height = 0;
     std::array<int, 0x100> m_widths{};       // the letters of Spanish
     mutable std::map<wchar_t, int> m_others; // asked for as they come

@@ -15,7 +15,7 @@ constexpr int kFarRight = 0x4000; // wider than any window
 
 } // namespace
 
-void GridHeadings::Create(HWND parent, HFONT font) {
+void GridHeadings::Create(HWND parent) {
     const INITCOMMONCONTROLSEX wanted{sizeof(wanted), ICC_LISTVIEW_CLASSES};
     InitCommonControlsEx(&wanted);
     m_window = CreateWindowExW(0, WC_HEADERW, nullptr,
@@ -24,7 +24,6 @@ void GridHeadings::Create(HWND parent, HFONT font) {
     if (!m_window) {
         com::ThrowLastError(L"No se pudieron crear los títulos de las columnas.");
     }
-    SetFont(font);
 }
 
 void GridHeadings::SetFont(HFONT font) {
@@ -53,8 +52,8 @@ void GridHeadings::Fill(const GridColumns& columns) {
         const bool right =
             shown.alignment == Alignment::Right || (shown.alignment == Alignment::General && shown.numeric);
         heading.fmt = HDF_STRING | (right ? HDF_RIGHT : HDF_LEFT);
-        if (const auto& mark = columns.Order(); mark && mark->column == column) {
-            heading.fmt |= mark->descending ? HDF_SORTDOWN : HDF_SORTUP;
+        if (const auto& arrow = columns.Arrow(); arrow && arrow->column == column) {
+            heading.fmt |= arrow->descending ? HDF_SORTDOWN : HDF_SORTUP;
         }
         heading.lParam = column;
         Header_InsertItem(m_window, item++, &heading);

@@ -10,7 +10,7 @@ namespace tamvelo::grid {
 class GridHeadings {
 public:
     /// Throws when the window cannot be made. It is the parent's child and goes with it.
-    void Create(HWND parent, HFONT font);
+    void Create(HWND parent);
     HWND Window() const { return m_window; }
     void SetFont(HFONT font);
     /// What the control wants with its font.

@@ -63,13 +63,6 @@ std::optional<LRESULT> GridInput::Handle(UINT message, WPARAM w, LPARAM l) {
     }
 }
 
-void GridInput::Step(long row, long top) {
-    if (m_view.Data().Count() > 0 && !m_view.Data().Busy()) {
-        m_view.ScrollTo(top);
-        m_view.MoveTo(row);
-    }
-}
-
 bool GridInput::Key(WPARAM key) {
     const GridColumns& columns = m_view.Columns();
     const long whole = m_view.Viewport().WholeRows();
@@ -94,7 +87,10 @@ bool GridInput::Key(WPARAM key) {
     };
     for (const auto& step : steps) {
         if (step.key == key) {
-            Step(step.row, step.top);
+            if (last >= 0 && !m_view.Data().Busy()) {
+                m_view.ScrollTo(step.top);
+                m_view.MoveTo(step.row);
+            }
             return true;
         }
     }

@@ -19,7 +19,6 @@ private:
     static constexpr UINT kColumnsDragged = WM_USER + 1;
 
     bool Key(WPARAM key);
-    void Step(long row, long top);
     void Type(wchar_t letter);
     /// What a press of either button does: its cell becomes the current one. False when it hit none.
     bool SelectCell(POINT at);

@@ -7,7 +7,7 @@ namespace tamvelo::grid {
 
 namespace {
 
-constexpr int kArrowMargins = 24; // at 96 dpi, beside a caption and the order mark
+constexpr int kArrowMargins = 24; // at 96 dpi, beside a caption and the arrow
 
 /// What values of each kind usually take, in digits; 0 when their length is the field's own.
 constexpr int kUsualLengths[] = {0, 0, 8, 12, 10, 8, 4, 8};

@@ -29,7 +29,7 @@ public:
     int Padding() const { return Scaled(4); }
     int RowHeight() const { return m_font->Height() + Padding() + 1; }
     int CellWidth(std::wstring_view text) const { return m_font->Width(text) + 2 * Padding() + 1; }
-    /// With room for the order mark beside it.
+    /// With room for the arrow beside it.
     int CaptionWidth(const GridColumn& column) const;
     /// The widest that a column is made unasked.
     int MostWidth() const { return Scaled(320); }

@@ -121,18 +121,13 @@ void GridPainter::PaintCell(HDC dc, const RECT& cell, const RowBlock& block, con
                 nullptr);
 }
 
-GridPainter::CheckBox::~CheckBox() {
-    if (dc) {
-        DeleteObject(SelectObject(dc, before));
-        DeleteDC(dc);
-    }
-}
-
 void GridPainter::CheckBox::Draw(HDC like, int side, bool checked) {
-    dc = CreateCompatibleDC(like);
-    before = SelectObject(dc, CreateCompatibleBitmap(like, side, side));
+    dc.reset(CreateCompatibleDC(like));
+    bitmap.reset(CreateCompatibleBitmap(like, side, side));
+    SelectObject(dc.get(), bitmap.get());
     RECT area{0, 0, side, side};
-    DrawFrameControl(dc, &area, DFC_BUTTON, DFCS_BUTTONCHECK | DFCS_FLAT | (checked ? DFCS_CHECKED : 0U));
+    DrawFrameControl(dc.get(), &area, DFC_BUTTON,
+                     DFCS_BUTTONCHECK | DFCS_FLAT | (checked ? DFCS_CHECKED : 0U));
 }
 
 void GridPainter::PaintCheck(HDC dc, const RECT& cell, bool checked) {
@@ -144,7 +139,7 @@ void GridPainter::PaintCheck(HDC dc, const RECT& cell, bool checked) {
     }
     BitBlt(dc, cell.left + std::max(0, (width - side) / 2),
            cell.top + (static_cast<int>(cell.bottom - cell.top) - side) / 2, std::min(side, width), side,
-           box.dc, 0, 0, SRCCOPY);
+           box.dc.get(), 0, 0, SRCCOPY);
 }
 
 void GridPainter::PaintLines(HDC dc, const RECT& exposed, const std::vector<GridViewport::Span>& spans,

@@ -35,12 +35,8 @@ public:
 private:
     /// Drawn once per painting and copied from there: the system takes its time over each.
     struct CheckBox {
-        HDC dc = nullptr;
-        HGDIOBJ before = nullptr;
-        CheckBox() = default;
-        ~CheckBox();
-        CheckBox(const CheckBox&) = delete;
-        CheckBox& operator=(const CheckBox&) = delete;
+        win::UniqueBitmap bitmap;
+        win::UniqueHandle<HDC, DeleteDC> dc; // goes first
         void Draw(HDC like, int side, bool checked);
     };
 

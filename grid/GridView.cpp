@@ -13,7 +13,7 @@ namespace tamvelo::grid {
 
 void GridView::Open() {
     m_measures.SetDpi(win::DpiOf(m_window));
-    m_headings.Create(m_window, nullptr);
+    m_headings.Create(m_window);
     RemakeFont();
     ShowColumns();
 }
@@ -64,7 +64,7 @@ void GridView::Show(const GridData::Change& change) {
         }
         return;
     }
-    m_viewport.SetTop(m_viewport.Top()); // as far as there are rows
+    m_viewport.SetTop(m_viewport.Top());
     m_viewport.Reveal(m_data.Current(), true);
     Load(m_viewport.Top());
     if (!m_window) {
@@ -73,7 +73,7 @@ void GridView::Show(const GridData::Change& change) {
     m_viewport.UpdateBars();
     m_viewport.InvalidateBody();
     if (change.current) {
-        AnnounceCurrent();
+        AnnounceRow(*this);
         Tell(&GridEvents::CurrentRowChanged);
     }
 }
@@ -159,7 +159,7 @@ void GridView::MoveTo(long row) {
         return;
     }
     m_viewport.InvalidateRow(current);
-    AnnounceCurrent();
+    AnnounceRow(*this);
     Tell(&GridEvents::CurrentRowChanged);
     CatchUp();
 }
@@ -178,7 +178,7 @@ bool GridView::ToggleMark(short column) {
     }
     m_data.Write(column, com::Variant(!m_data.Value(column).ToBool()));
     Sync(HostDid::Something);
-    AnnounceValue();
+    AnnounceCell(*this);
     return true;
 }
 
@@ -220,7 +220,7 @@ void GridView::ShowColumns() {
     }
     m_headings.Fill(m_columns);
     m_columns.SettleCurrent();
-    m_viewport.ScrollAcross(m_viewport.Scrolled()); // as far as there are columns
+    m_viewport.ScrollAcross(m_viewport.Scrolled());
     m_viewport.UpdateBars();
     PlaceHeadings();
     m_viewport.InvalidateBody();
@@ -276,17 +276,17 @@ void GridView::SetCurrentColumn(short column) {
 void GridView::TakeColumn(short column) {
     if (m_columns.SetCurrent(column) && m_window) {
         m_viewport.InvalidateRow(m_data.Current());
-        AnnounceValue();
+        AnnounceCell(*this);
         Tell(&GridEvents::CurrentColumnChanged);
     }
 }
 
-void GridView::SetOrder(const std::optional<OrderMark>& mark) {
-    if (mark) {
-        GridColumn& column = m_columns.At(mark->column);
+void GridView::SetArrow(const std::optional<SortArrow>& arrow) {
+    if (arrow) {
+        GridColumn& column = m_columns.At(arrow->column);
         column.width = std::max(column.width, m_measures.CaptionWidth(column));
     }
-    m_columns.SetOrder(mark);
+    m_columns.SetArrow(arrow);
     ShowColumns();
 }
 
@@ -302,7 +302,7 @@ void GridView::SetFont(const base::GridLayout::Font& font) {
     m_measures.Choose(font);
     RemakeFont();
     m_columns.ScaleWidths(before, m_measures.Font().Breadth());
-    SetOrder(m_columns.Order());
+    SetArrow(m_columns.Arrow());
 }
 
 void GridView::ChangeDpi(int dpi) {
@@ -367,23 +367,6 @@ void GridView::ScrollAcross(int scrolled) {
 
 void GridView::PlaceHeadings() {
     m_headings.Place(m_viewport.Client(), m_viewport.HeadHeight(), m_viewport.Scrolled());
-}
-
-void GridView::AnnounceCurrent() {
-    if (m_window && m_viewport.Shows(m_data.Current())) {
-        const LONG child = RowChild(m_data.Current(), m_viewport.Top());
-        NotifyWinEvent(EVENT_OBJECT_SELECTION, m_window, OBJID_CLIENT, child);
-        if (GetFocus() == m_window) {
-            NotifyWinEvent(EVENT_OBJECT_FOCUS, m_window, OBJID_CLIENT, child);
-        }
-    }
-}
-
-void GridView::AnnounceValue() {
-    if (m_window) {
-        NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, m_window, OBJID_CLIENT,
-                       RowChild(m_data.Current(), m_viewport.Top()));
-    }
 }
 
 } // namespace tamvelo::grid

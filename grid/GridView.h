@@ -29,6 +29,7 @@ public:
     HWND Window() const { return m_window; }
 
     GridData& Data() { return m_data; }
+    const GridData& Data() const { return m_data; }
     const GridColumns& Columns() const { return m_columns; }
     const GridViewport& Viewport() const { return m_viewport; }
     const GridMeasures& Measures() const { return m_measures; }
@@ -80,7 +81,7 @@ public:
     void SetCurrentColumn(short column);
     /// Makes it the current one, wherever it stands.
     void TakeColumn(short column);
-    void SetOrder(const std::optional<OrderMark>& mark);
+    void SetArrow(const std::optional<SortArrow>& arrow);
     void FitColumn(short column);
     /// As the heading has it already.
     void WidenColumn(short column, int width);
@@ -96,7 +97,6 @@ public:
     void Resize();
     void ScrollTo(long top);
     void ScrollAcross(int scrolled);
-    void AnnounceCurrent();
 
 private:
     void Show(const GridData::Change& change);
@@ -107,7 +107,6 @@ private:
     void WidenGuessed();
     void RemakeFont();
     void PlaceHeadings();
-    void AnnounceValue();
 
     const HWND& m_window;
     GridEvents* m_events;

@@ -46,12 +46,8 @@ RECT GridViewport::CellRect(long row, short column) const {
 
 void GridViewport::TakeClient() {
     GetClientRect(m_window, &m_client);
-    Settle();
-}
-
-void GridViewport::Settle() {
-    m_top = NearestTop(m_top);
-    m_scrolled = std::clamp(m_scrolled, 0, MostScrolled());
+    SetTop(m_top);
+    ScrollAcross(m_scrolled);
 }
 
 void GridViewport::Reveal(long row, bool oneThirdDown) {

@@ -48,16 +48,14 @@ public:
         m_rowHeight = row;
     }
     void TakeClient();
-    /// After the rows or the columns became others: no further than there are.
-    void Settle();
     long NearestTop(long row) const { return std::clamp(row, 0L, MostTop()); }
-    /// Without drawing anything.
+    /// As far as there are rows; draws nothing.
     void SetTop(long top) { m_top = NearestTop(top); }
     /// Brings the row into view: as far as need be, or one third down when it was out of sight.
     void Reveal(long row, bool oneThirdDown);
     /// Moves what is on screen.
     void ScrollTo(long top);
-    /// False when it stays where it is.
+    /// As far as there are columns; draws nothing. False when it stays where it is.
     bool ScrollAcross(int scrolled);
 
     void UpdateBars();

@@ -20,8 +20,7 @@ HINSTANCE Instance() {
 }
 
 /// The class of the grids' windows: once for all threads, and as long as the library is loaded.
-class WindowClass {
-public:
+struct WindowClass {
     explicit WindowClass(WNDPROC procedure) {
         WNDCLASSEXW description{};
         description.cbSize = sizeof(description);
@@ -35,8 +34,6 @@ public:
         }
     }
     ~WindowClass() { UnregisterClassW(kWindowClass, Instance()); }
-    WindowClass(const WindowClass&) = delete;
-    WindowClass& operator=(const WindowClass&) = delete;
 };
 
 } // namespace
@@ -106,7 +103,7 @@ LRESULT GridWindow::Handle(UINT message, WPARAM w, LPARAM l) {
         return reinterpret_cast<LRESULT>(m_view.Measures().Ready() ? m_view.Measures().Font().Get()
                                                                    : nullptr);
     case WM_SETFOCUS:
-        m_view.AnnounceCurrent();
+        AnnounceRow(m_view);
         [[fallthrough]];
     case WM_KILLFOCUS:
         m_view.Viewport().InvalidateRow(m_view.Data().Current());

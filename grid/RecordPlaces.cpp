@@ -56,32 +56,24 @@ bool RecordPlaces::HasBookmarks() {
     return m_bookmarks == Ability::Yes;
 }
 
-RecordPlaces::Place RecordPlaces::Save() {
-    Place place;
+std::function<void()> RecordPlaces::WayBack() {
     if (IsTrue(m_host, L"EOF")) {
-        place.where = Place::End;
-    } else if (IsTrue(m_host, L"BOF")) {
-        place.where = Place::Start;
-    } else if (HasBookmarks()) {
-        place.bookmark = m_host.Call(L"Bookmark");
-    } else {
-        place.position = m_host.Call(L"AbsolutePosition").ToLong();
+        return [this] {
+            m_host.Call(L"MoveLast");
+            m_host.Call(L"MoveNext");
+        };
     }
-    return place;
-}
-
-void RecordPlaces::Restore(const Place& place) {
-    if (place.where == Place::End) {
-        m_host.Call(L"MoveLast");
-        m_host.Call(L"MoveNext");
-    } else if (place.where == Place::Start) {
-        m_host.Call(L"MoveFirst");
-        m_host.Call(L"MovePrevious");
-    } else if (!place.bookmark.IsEmpty()) {
-        m_host.Put(L"Bookmark", place.bookmark);
-    } else {
-        m_host.Put(L"AbsolutePosition", place.position);
+    if (IsTrue(m_host, L"BOF")) {
+        return [this] {
+            m_host.Call(L"MoveFirst");
+            m_host.Call(L"MovePrevious");
+        };
     }
+    if (HasBookmarks()) {
+        return [this, here = m_host.Call(L"Bookmark")] { m_host.Put(L"Bookmark", here); };
+    }
+    return
+        [this, here = m_host.Call(L"AbsolutePosition").ToLong()] { m_host.Put(L"AbsolutePosition", here); };
 }
 
 void RecordPlaces::OnReader(const std::function<void(LateObject&)>& body) {
@@ -93,14 +85,14 @@ void RecordPlaces::OnReader(const std::function<void(LateObject&)>& body) {
     if (HasNoRows(m_host)) {
         return;
     }
-    const Place place = Save();
+    const std::function<void()> goBack = WayBack();
     try {
         body(reader);
     } catch (...) {
-        Restore(place);
+        goBack();
         throw;
     }
-    Restore(place);
+    goBack();
 }
 
 /// Of a set that does not say how many rows it has, by the last one's position.
@@ -125,8 +117,8 @@ void RecordPlaces::Walk() {
     }
     m_places.clear();
     m_walkedRows = 0;
-    m_walked = CountFromTheEnd();
-    if (m_walked) {
+    if (CountFromTheEnd()) {
+        m_walked = true;
         return;
     }
     const long most = m_host.Said() >= 0 ? m_host.Said() : kMostWalked;

@@ -31,16 +31,10 @@ public:
     void OnReader(const std::function<void(com::LateObject&)>& body);
 
 private:
-    struct Place {
-        enum { Start, Row, End } where = Row;
-        com::Variant bookmark;
-        long position = 0;
-    };
-
     bool CountsPositions();
     bool HasBookmarks();
-    Place Save();
-    void Restore(const Place& place);
+    /// What puts the host's set back where it stands now.
+    std::function<void()> WayBack();
     void Walk();
     bool CountFromTheEnd();
 

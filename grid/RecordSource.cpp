@@ -79,20 +79,14 @@ bool RecordSource::FindMemberOf() {
                    ? std::optional<std::wstring>(name.View())
                    : std::nullopt;
     };
-    m_way = Way::Member;
-    for (int attempt = 0; attempt < 3 && !m_set; ++attempt) {
-        if (attempt == 0) {
-            m_member = kPrimary;
-        } else if (attempt == 1) {
-            m_member.reset();
-        } else if (!(m_member = offered())) {
-            break;
-        }
+    m_set = FromMember(m_member = kPrimary);
+    if (!m_set) {
+        m_set = FromMember(m_member = std::nullopt);
+    }
+    if (!m_set && (m_member = offered())) {
         m_set = FromMember(m_member);
     }
-    if (!m_set) {
-        m_way = Way::None;
-    }
+    m_way = m_set ? Way::Member : Way::None;
     return m_set != nullptr;
 }
 
@@ -112,22 +106,20 @@ ComPtr<IDispatch> RecordSource::FromMember(const std::optional<std::wstring>& me
 }
 
 ComPtr<IDispatch> RecordSource::Ask() {
-    switch (m_way) {
-    case Way::Member:
+    if (m_way == Way::Member) {
         return FromMember(m_member);
-    case Way::Property: {
-        ComPtr<IDispatch> set = m_owner.Call(L"Recordset").ToObject();
-        if (const auto* lacks = set ? LacksForRecordSet(set.Get()) : std::end(kShape);
-            lacks != std::end(kShape)) {
-            throw com::Error(E_NOINTERFACE,
-                             L"«Recordset» no devolvió un conjunto de registros: no tiene el miembro «" +
-                                 std::wstring(*lacks) + L"».");
-        }
-        return set;
     }
-    default:
+    if (m_way != Way::Property) {
         return m_set;
     }
+    ComPtr<IDispatch> set = m_owner.Call(L"Recordset").ToObject();
+    if (const auto* lacks = set ? LacksForRecordSet(set.Get()) : std::end(kShape);
+        lacks != std::end(kShape)) {
+        throw com::Error(E_NOINTERFACE,
+                         L"«Recordset» no devolvió un conjunto de registros: no tiene el miembro «" +
+                             std::wstring(*lacks) + L"».");
+    }
+    return set;
 }
 
 bool RecordSource::Renew() {

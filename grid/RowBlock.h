@@ -29,18 +29,45 @@ public:
           m_cells(static_cast<size_t>(rows) * static_cast<size_t>(columns)) {}
 
     /// The value as it is displayed.
-    void Set(long row, short column, const VARIANT& value, CellKind kind);
-    void Set(long row, short column, std::wstring_view text, CellKind kind, bool checked);
+    void Set(long row, short column, const VARIANT& value, CellKind kind) {
+        const CellKind shown = KindOfValue(value, kind);
+        const std::wstring text = Format(value, kind);
+        Set(row, column, text, shown, shown == CellKind::Check && text != L"No");
+    }
+    void Set(long row, short column, std::wstring_view text, CellKind kind, bool checked) {
+        if (row < m_firstRow || column >= m_columns || Index(row) >= m_read.size()) {
+            return;
+        }
+        text = text.substr(0, kMostShown);
+        m_cells[Index(row, column)] = {static_cast<std::uint32_t>(m_text.size()),
+                                       static_cast<std::uint32_t>(text.size()), kind, checked};
+        for (const wchar_t c : text) {
+            m_text += c < L' ' ? L' ' : c;
+        }
+    }
     /// The row's cells are there from now on, blank where none was set.
-    void MarkRead(long row) { m_read[Index(row)] = true; }
+    void SetRead(long row) { m_read[Index(row)] = true; }
     bool IsRead(long row) const {
         return row >= m_firstRow && Index(row) < m_read.size() && m_read[Index(row)];
     }
     bool IsAllRead() const { return std::find(m_read.begin(), m_read.end(), false) == m_read.end(); }
     /// Takes over the other's rows that were read.
-    void Merge(const RowBlock& other);
+    void Merge(const RowBlock& other) {
+        for (size_t i = 0; i < other.m_read.size(); ++i) {
+            const long row = other.m_firstRow + static_cast<long>(i);
+            for (short column = 0; other.m_read[i] && column < m_columns; ++column) {
+                const Cell& cell = *other.At(row, column);
+                Set(row, column, other.Text(cell), cell.kind, cell.checked);
+            }
+            if (other.m_read[i]) {
+                SetRead(row);
+            }
+        }
+    }
     /// Null for a cell that was not read.
-    const Cell* At(long row, short column) const;
+    const Cell* At(long row, short column) const {
+        return IsRead(row) && column >= 0 && column < m_columns ? &m_cells[Index(row, column)] : nullptr;
+    }
     std::wstring_view Text(const Cell& cell) const {
         return std::wstring_view(m_text).substr(cell.start, cell.length);
     }
@@ -59,40 +86,5 @@ private:
     std::vector<Cell> m_cells;
     std::wstring m_text; // of all cells, one after the other
 };
-
-inline void RowBlock::Set(long row, short column, const VARIANT& value, CellKind kind) {
-    const CellKind shown = KindOfValue(value, kind);
-    const std::wstring text = Format(value, kind);
-    Set(row, column, text, shown, shown == CellKind::Check && text != L"No");
-}
-
-inline void RowBlock::Set(long row, short column, std::wstring_view text, CellKind kind, bool checked) {
-    if (row < m_firstRow || column >= m_columns || Index(row) >= m_read.size()) {
-        return;
-    }
-    text = text.substr(0, kMostShown);
-    m_cells[Index(row, column)] = {static_cast<std::uint32_t>(m_text.size()),
-                                   static_cast<std::uint32_t>(text.size()), kind, checked};
-    for (const wchar_t c : text) {
-        m_text += c < L' ' ? L' ' : c;
-    }
-}
-
-inline void RowBlock::Merge(const RowBlock& other) {
-    for (size_t i = 0; i < other.m_read.size(); ++i) {
-        const long row = other.m_firstRow + static_cast<long>(i);
-        for (short column = 0; other.m_read[i] && column < m_columns; ++column) {
-            const Cell& cell = *other.At(row, column);
-            Set(row, column, other.Text(cell), cell.kind, cell.checked);
-        }
-        if (other.m_read[i]) {
-            MarkRead(row);
-        }
-    }
-}
-
-inline const RowBlock::Cell* RowBlock::At(long row, short column) const {
-    return IsRead(row) && column >= 0 && column < m_columns ? &m_cells[Index(row, column)] : nullptr;
-}
 
 } // namespace tamvelo::grid
