@@ -23,11 +23,11 @@ bool TickChanges(const NMLISTVIEW& change) {
 } // namespace
 
 CheckList::CheckList(HWND list, Kind kind, CheckListEvents& events)
-    : Subclass(list), m_list(list), m_kind(kind), m_events(events) {
-    ListView_SetExtendedListViewStyle(m_list, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP |
-                                                  (kind == Kind::Ticks ? LVS_EX_CHECKBOXES : 0));
+    : Subclass(list), m_kind(kind), m_events(events) {
+    ListView_SetExtendedListViewStyle(Window(), LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP |
+                                                    (kind == Kind::Ticks ? LVS_EX_CHECKBOXES : 0));
     LVCOLUMNW column{};
-    SendMessageW(m_list, LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
+    SendMessageW(Window(), LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
 }
 
 // Entries
@@ -87,7 +87,7 @@ void CheckList::RestoreTicks() {
 }
 
 int CheckList::Current() const {
-    const int row = ListView_GetNextItem(m_list, -1, LVNI_SELECTED);
+    const int row = ListView_GetNextItem(Window(), -1, LVNI_SELECTED);
     return row < 0 || row >= ShownCount() ? -1 : m_rows[static_cast<size_t>(row)];
 }
 
@@ -95,7 +95,7 @@ void CheckList::SetCurrent(int entry) {
     if (const int row = RowOf(entry); row >= 0) {
         SelectRow(row, LVIS_SELECTED | LVIS_FOCUSED);
     } else {
-        ListView_SetItemState(m_list, -1, 0, LVIS_SELECTED);
+        ListView_SetItemState(Window(), -1, 0, LVIS_SELECTED);
     }
 }
 
@@ -111,7 +111,7 @@ void CheckList::Find(std::wstring_view text) {
 }
 
 void CheckList::Enter() {
-    SetFocus(m_list);
+    SetFocus(Window());
     if (Current() < 0 && !m_rows.empty()) {
         SetCurrent(m_rows.front());
     }
@@ -122,10 +122,10 @@ bool CheckList::Matches(const Entry& entry) const { return Contains(entry.captio
 // The window
 
 void CheckList::ShowAll() {
-    const BusyWork busy(GetAncestor(m_list, GA_ROOT), m_entries.size());
+    const BusyWork busy(GetAncestor(Window(), GA_ROOT), m_entries.size());
     m_showing = true;
-    SendMessageW(m_list, WM_SETREDRAW, FALSE, 0);
-    SendMessageW(m_list, LVM_DELETEALLITEMS, 0, 0);
+    SendMessageW(Window(), WM_SETREDRAW, FALSE, 0);
+    SendMessageW(Window(), LVM_DELETEALLITEMS, 0, 0);
     m_rows.clear();
     for (int entry = 0; entry < Count(); ++entry) {
         if (Matches(m_entries[static_cast<size_t>(entry)])) {
@@ -133,8 +133,8 @@ void CheckList::ShowAll() {
             InsertRow(ShownCount() - 1);
         }
     }
-    SendMessageW(m_list, WM_SETREDRAW, TRUE, 0);
-    InvalidateRect(m_list, nullptr, TRUE);
+    SendMessageW(Window(), WM_SETREDRAW, TRUE, 0);
+    InvalidateRect(Window(), nullptr, TRUE);
     m_showing = false;
     m_events.ListChanged();
 }
@@ -146,22 +146,22 @@ void CheckList::InsertRow(int row) {
     item.mask = LVIF_TEXT;
     item.iItem = row;
     item.pszText = caption.data();
-    SendMessageW(m_list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    SendMessageW(Window(), LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
     ShowTick(row);
 }
 
 void CheckList::ShowTick(int row) {
     if (m_kind == Kind::Ticks) {
         const bool before = std::exchange(m_showing, true);
-        ListView_SetItemState(m_list, row, StateImage(IsTicked(m_rows[static_cast<size_t>(row)])),
+        ListView_SetItemState(Window(), row, StateImage(IsTicked(m_rows[static_cast<size_t>(row)])),
                               LVIS_STATEIMAGEMASK);
         m_showing = before;
     }
 }
 
 void CheckList::SelectRow(int row, UINT state) {
-    ListView_SetItemState(m_list, row, state, state);
-    SendMessageW(m_list, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+    ListView_SetItemState(Window(), row, state, state);
+    SendMessageW(Window(), LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
 }
 
 int CheckList::RowOf(int entry) const {
@@ -170,7 +170,7 @@ int CheckList::RowOf(int entry) const {
 }
 
 bool CheckList::Notified(NMHDR& header, LRESULT& answer) {
-    if (header.hwndFrom != m_list) {
+    if (header.hwndFrom != Window()) {
         return false;
     }
     answer = 0;
@@ -188,7 +188,7 @@ bool CheckList::Notified(NMHDR& header, LRESULT& answer) {
         LVHITTESTINFO hit{};
         hit.pt = reinterpret_cast<NMITEMACTIVATE&>(header).ptAction;
         // Each click on a tick box has already had its effect.
-        if (ListView_HitTest(m_list, &hit) >= 0 && hit.flags != LVHT_ONITEMSTATEICON) {
+        if (ListView_HitTest(Window(), &hit) >= 0 && hit.flags != LVHT_ONITEMSTATEICON) {
             m_events.EntryDoubleClicked();
         }
         return true;
@@ -291,7 +291,7 @@ LRESULT CheckList::Handle(UINT message, WPARAM first, LPARAM second) {
     case LB_SETSEL:
         return Select(static_cast<int>(second), first != FALSE);
     case WM_SIZE:
-        ListView_SetColumnWidth(m_list, 0, LOWORD(second));
+        ListView_SetColumnWidth(Window(), 0, LOWORD(second));
         break;
     case WM_SETFOCUS:
         // Where the keys go is seen at once; what a plain list selects is the user's alone to say.
@@ -309,9 +309,9 @@ LRESULT CheckList::Handle(UINT message, WPARAM first, LPARAM second) {
         POINT place{static_cast<short>(LOWORD(second)), static_cast<short>(HIWORD(second))};
         if (second == -1) { // by key: below the entry that it is for
             RECT row{};
-            ListView_GetItemRect(m_list, RowOf(Current()), &row, LVIR_BOUNDS);
+            ListView_GetItemRect(Window(), RowOf(Current()), &row, LVIR_BOUNDS);
             place = {row.left, row.bottom};
-            ClientToScreen(m_list, &place);
+            ClientToScreen(Window(), &place);
         }
         m_events.ListMenuAsked(place);
         return 0;

@@ -97,7 +97,6 @@ private:
     void StateChanged(const NMLISTVIEW& change);
     LRESULT Draw(NMLVCUSTOMDRAW& drawing) const;
 
-    const HWND m_list;
     const Kind m_kind;
     CheckListEvents& m_events;
     std::vector<Entry> m_entries;

@@ -31,10 +31,10 @@ faults = [
     ("a text is sent where a value belongs", "frame/RecordAnswer.cpp", "answer.asValue ?", "answer.asValue && !@ ?"),
     ("a report's range ends where it begins", "contract/Sink.cpp", "return Day(dates.last);", "return Day(@ ? dates.first : dates.last);"),
     ("«desde» is sent twice", "dates/FrmSeleccionFecha.cpp", "range.last)", "@ ? range.first : range.last)"),
-    left_out("ticks are not remembered", "environment/DefaultEnvironment.cpp", "WriteValue(key, kTicks, base::RememberTicks(lists.Titles(), lists.Ticks()));"),
+    left_out("ticks are not remembered", "environment/DefaultEnvironment.cpp", "WriteValue(key, kTicks, base::RememberTicks(choices.titles, choices.ticks));"),
     ("ticks come back by place, not by title", "base/ListChoices.cpp", "ticked.contains(own)",
      "@ ? ticks.size() < ticked.size() : ticked.contains(own)"),
-    left_out("a report's own conditions are not remembered", "reports/ReportForm.cpp", "m_report.save(*this);"),
+    left_out("a report's own conditions are not remembered", "reports/ReportForm.cpp", "            Keep();"),
     left_out("the place is not remembered", "environment/DefaultEnvironment.cpp", "WriteRegistryText(key, value.name, std::to_wstring(place.*value.part));"),
     left_out("the search panel's choices are not remembered", "search/FrmBuscar.cpp", "Remember(kMode + m_className, m_mode);"),
     ("weeks begin on Sunday", "base/Calendar.cpp", "chrono::weekday(Point(day)).iso_encoding() - 1",
@@ -52,7 +52,7 @@ faults = [
      "std::wstring(value.bstrVal, SysStringLen(value.bstrVal) - (@ && SysStringLen(value.bstrVal) > 0 && "
      "value.bstrVal[SysStringLen(value.bstrVal) - 1] == L' ' ? 1U : 0U))"),
     left_out("a decimal point whatever the locale", "grid/CellText.cpp", "text.replace(point, 1, sign);"),
-    ("copies end at nine", "reports/ReportForm.cpp", "UDM_SETRANGE32, 1, SHRT_MAX", "UDM_SETRANGE32, 1, @ ? 9 : SHRT_MAX"),
+    ("copies end at nine", "reports/ReportOutput.cpp", "UDM_SETRANGE32, 1, SHRT_MAX", "UDM_SETRANGE32, 1, @ ? 9 : SHRT_MAX"),
     ("the busy cursor stays on", "win/BusyCursor.cpp", "if (std::exchange(g_shown, false)) {", "if (std::exchange(g_shown, false) && !@) {"),
     ("a command runs during a command", "frame/FormCommands.cpp", "m_running == 0 &&", "(@ || m_running == 0) &&"),
 ]
