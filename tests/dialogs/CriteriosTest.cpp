@@ -89,6 +89,7 @@ TEST_F(Criterios, BoxesAreCheckedAndBecomeOneFilter) {
             const LRESULT used = SendMessageW(Item(kNombre - 1), WM_GETFONT, 0, 0);
             GetObjectW(reinterpret_cast<HFONT>(used), sizeof font, &font);
             EXPECT_EQ(font.lfWeight, weight);
+            EXPECT_EQ(ItemText(kNombre - 1), weight == FW_BOLD ? L"Nombre: •" : L"Nombre:");
         });
     };
     const Script tick = Click(kSoloActivo);

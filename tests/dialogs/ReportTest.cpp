@@ -157,6 +157,8 @@ TEST_F(Reports, ChoicesAreKeptPerScreenAndFollowTheReports) {
         EXPECT_EQ(GetValue(key, name), L"Norte");
         Show(operation, {Says(box, L"Norte"), L"Esc"}, screen);
     }
+    Show(L"ShowRptInfCond", {Says(Part(0), L""), Set(Part(0), L"Sur"), L"Enter"}); // no screen of customers
+    EXPECT_EQ(GetValue(Session(L"Personal\\Clientes"), L"Cliente"), L"Norte");
     // A screen's name is part of a key: only what would be another key is refused.
     const std::wstring odd = L"Pedidos/Clientes: ¿Año? *.";
     EXPECT_TRUE(Try(L"ShowRpt", {}, L"..\\Otra"));
