@@ -58,41 +58,43 @@ FieldRow::FieldRow(Form& form, const FieldLook& look, const Field& field, std::w
                    int labelWidth)
     : m_form(&form), m_field(field), m_first(first), m_caption(std::move(caption)) {
     const KindOfControl& kind = ControlOf(m_field.kind);
+    const auto add = [&](int part, const wchar_t* windowClass, const wchar_t* text, DWORD style, SIZE units) {
+        m_controls[static_cast<size_t>(part)] =
+            form.AddControl(first + part, windowClass, text, style, units);
+    };
     const wchar_t* const text = m_caption.c_str();
     const int textWidth = form.WidthOf(text);
     if (!kind.ownCaption || look.fill) {
-        m_label =
-            form.AddControl(first + kLabel, L"STATIC", kind.ownCaption ? L"" : text,
-                            SS_LEFT | look.labelStyle, {field.beside ? textWidth : labelWidth, kTextHeight});
+        add(kLabel, L"STATIC", kind.ownCaption ? L"" : text, SS_LEFT | look.labelStyle,
+            {field.beside ? textWidth : labelWidth, kTextHeight});
     }
     const int usual = kind.ownCaption ? textWidth + kTickWidth : kUsualWidth;
-    m_entry = form.AddControl(Control(), kind.windowClass, kind.ownCaption ? text : L"",
-                              kind.style | WS_TABSTOP | (kind.ownCaption ? look.buttonStyle : 0),
-                              {field.width ? field.width : usual, HeightOf(field.kind, look)});
+    add(kEntry, kind.windowClass, kind.ownCaption ? text : L"",
+        kind.style | WS_TABSTOP | (kind.ownCaption ? look.buttonStyle : 0),
+        {field.width ? field.width : usual, HeightOf(field.kind, look)});
     if (field.lookup.className && field.kind != Kind::Button) {
-        form.AddControl(first + kButton, L"BUTTON", L"…", BS_PUSHBUTTON | look.buttonStyle | look.lookupStyle,
-                        {kButtonWidth, look.lookupHeight});
+        add(kButton, L"BUTTON", L"…", BS_PUSHBUTTON | look.buttonStyle | look.lookupStyle,
+            {kButtonWidth, look.lookupHeight});
         if (look.lookupTip) {
             form.SetTip(first + kButton, look.lookupTip, kLookUp);
         }
     }
     if (field.note) {
-        form.AddControl(first + kNote, L"STATIC", field.note, SS_LEFT,
-                        {form.WidthOf(field.note), kTextHeight});
+        add(kNote, L"STATIC", field.note, SS_LEFT, {form.WidthOf(field.note), kTextHeight});
     }
     if (IsList()) {
         for (const wchar_t* entry : field.entries) {
-            SendMessageW(m_entry, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry));
+            SendMessageW(Entry(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry));
         }
         const auto isOpening = [&](const wchar_t* entry) { return wcscmp(entry, field.opening) == 0; };
         m_opening =
             static_cast<short>(std::ranges::find_if(field.entries, isOpening) - field.entries.begin());
     } else if (IsText()) {
         if (field.size > 0) {
-            SendMessageW(m_entry, EM_SETLIMITTEXT, static_cast<WPARAM>(field.size), 0);
+            SendMessageW(Entry(), EM_SETLIMITTEXT, static_cast<WPARAM>(field.size), 0);
         }
         if (field.required) {
-            Edit_SetCueBannerText(m_entry, L"obligatorio");
+            Edit_SetCueBannerText(Entry(), L"obligatorio");
         }
     }
     SetText(field.opening);
@@ -104,29 +106,29 @@ com::ComPtr<objects::ControlObject> FieldRow::Object() const {
     return m_form->ObjectOf(Control(), ControlOf(m_field.kind).array, m_field.index);
 }
 
-std::wstring FieldRow::Text() const { return win::TextOf(m_entry); }
+std::wstring FieldRow::Text() const { return win::TextOf(Entry()); }
 
 void FieldRow::SetText(const std::wstring& text) const {
     m_form->CheckStands(); // mostly it is a host that gave the text
     if (IsText()) {
-        SetWindowTextW(m_entry, text.c_str());
+        SetWindowTextW(Entry(), text.c_str());
     }
     Tick(!text.empty());
 }
 
-short FieldRow::Choice() const { return static_cast<short>(SendMessageW(m_entry, CB_GETCURSEL, 0, 0)); }
+short FieldRow::Choice() const { return static_cast<short>(SendMessageW(Entry(), CB_GETCURSEL, 0, 0)); }
 
 void FieldRow::Choose(short entry) const {
     if (IsList()) {
-        SendMessageW(m_entry, CB_SETCURSEL, static_cast<WPARAM>(entry), 0);
+        SendMessageW(Entry(), CB_SETCURSEL, static_cast<WPARAM>(entry), 0);
     }
 }
 
-bool FieldRow::IsTicked() const { return SendMessageW(m_entry, BM_GETCHECK, 0, 0) == BST_CHECKED; }
+bool FieldRow::IsTicked() const { return SendMessageW(Entry(), BM_GETCHECK, 0, 0) == BST_CHECKED; }
 
 void FieldRow::Tick(bool ticked) const {
     if (m_field.kind == Kind::Check) {
-        SendMessageW(m_entry, BM_SETCHECK, ticked ? BST_CHECKED : BST_UNCHECKED, 0);
+        SendMessageW(Entry(), BM_SETCHECK, ticked ? BST_CHECKED : BST_UNCHECKED, 0);
     }
 }
 
@@ -142,7 +144,7 @@ void FieldRow::Clear() const {
 template <class Body>
 void FieldRow::ForEachControl(const Body& body) const {
     for (const int part : {kLabel, kEntry, kButton, kNote}) {
-        if (m_form->Control(m_first + part)) {
+        if (m_controls[static_cast<size_t>(part)]) {
             body(m_first + part);
         }
     }
@@ -264,7 +266,7 @@ bool FieldRows::Check(const std::wstring& title,
         const std::wstring wrong = complaint(row);
         Host().CheckStands(); // the host may have been asked
         if (!wrong.empty()) {
-            SetFocus(row.m_entry);
+            SetFocus(row.Entry());
             win::ShowMessage(Host().Window(), wrong, title, MB_OK | MB_ICONWARNING);
             return false;
         }
@@ -275,9 +277,10 @@ bool FieldRows::Check(const std::wstring& title,
 void FieldRows::Mark(const FieldRow& row) const {
     const bool marked = !row.IsEmpty();
     if (std::exchange(row.m_marked, marked) != marked) {
-        SetWindowTextW(row.m_label, (row.m_caption + (marked ? kMark : L"")).c_str());
+        const HWND label = row.m_controls[FieldRow::kLabel];
+        SetWindowTextW(label, (row.m_caption + (marked ? kMark : L"")).c_str());
         const HFONT font = marked ? m_markedFont.get() : FontOf(Host());
-        SendMessageW(row.m_label, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+        SendMessageW(label, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
     }
 }
 
@@ -337,11 +340,12 @@ void FieldRows::LookUp(int control) {
 void FieldRows::Answered(com::Invocation& call) {
     com::LateObject control(call[1].ToObject().Get(), L"ctl");
     const short index = control.Call(L"Index").ToShort();
+    const std::wstring text = call[2].ToText();
     // A look-up of a button changes the host's own marks: nothing comes back into this dialog.
     const auto found = std::ranges::find_if(
         m_rows, [&](const FieldRow& row) { return row.IsText() && row.m_field.index == index; });
     if (found != m_rows.end()) {
-        found->SetText(call[2].ToText());
+        found->SetText(text);
         if (m_hooks.answered) {
             m_hooks.answered(*found);
         }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <climits>
 #include <functional>
 #include <memory>
@@ -70,7 +71,7 @@ public:
     short Index() const { return m_field.index; }
     /// Of its entry.
     int Control() const { return m_first + kEntry; }
-    HWND Entry() const { return m_entry; }
+    HWND Entry() const { return m_controls[kEntry]; }
     /// The entry as the host is handed it.
     com::ComPtr<objects::ControlObject> Object() const;
 
@@ -103,10 +104,9 @@ private:
     Field m_field;
     int m_first; // number of its controls
     std::wstring m_caption;
-    HWND m_label = nullptr;
-    HWND m_entry;
-    short m_opening = 0;           // of a list
-    mutable bool m_marked = false; // as the label shows
+    std::array<HWND, kParts> m_controls{}; // looking windows up by number takes as long as there are many
+    short m_opening = 0;                   // of a list
+    mutable bool m_marked = false;         // as the label shows
 };
 
 /// What a form adds to its rows; any may be empty.
