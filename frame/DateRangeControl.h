@@ -10,7 +10,7 @@ namespace tamvelo::frame {
 /// Two date pickers with their labels, a menu of presets, keys for the period before and after, and a note
 /// that says how long the range is. The template includes DATE_RANGE_CONTROLS (frame/DateRange.rch),
 /// inside the group box IDC_FRMPARAM.
-class DateRangeControl : public FormPart {
+class DateRangeControl final : public FormPart {
 public:
     /// `opening` makes the range that every opening begins with out of today; `changed` hears of every other
     /// one, from the first on.
