@@ -1,5 +1,7 @@
 #include "contract/Sink.h"
 
+#include <tuple>
+
 namespace tamvelo::contract {
 
 using com::Argument;
@@ -8,17 +10,19 @@ using com::Variant;
 
 namespace {
 
-Argument Selection(ReportChoice& choice) { return Argument::Ref(choice.selection); }
-
-Argument Output(ReportChoice& choice) { return Argument::Ref(choice.output); }
-
-Argument Copies(ReportChoice& choice) { return Argument::Ref(choice.copies); }
-
 Argument Day(DATE day) { return Variant::Date(day); }
 
 Argument First(const base::DateRange& dates) { return Day(dates.first); }
 
 Argument Last(const base::DateRange& dates) { return Day(dates.last); }
+
+/// The choice comes first in every report dialog's call.
+template <class... Conditions>
+void Hand(com::LateObject& sink, const wchar_t* member, ReportChoice& choice,
+          const Conditions&... conditions) {
+    sink.Call(member, {Argument::Ref(choice.selection), Argument::Ref(choice.output),
+                       Argument::Ref(choice.copies), Argument(conditions)...});
+}
 
 } // namespace
 
@@ -71,77 +75,67 @@ void Sink::AceptarFechaEntre(DATE first, DATE last) {
     m_object.Call(L"AceptarFechaEntre", {Day(first), Day(last)});
 }
 
-void Sink::AceptarReports(ReportChoice& choice) {
-    m_object.Call(L"AceptarReports", {Selection(choice), Output(choice), Copies(choice)});
-}
+void Sink::AceptarReports(ReportChoice& choice) { Hand(m_object, L"AceptarReports", choice); }
 
 void Sink::AceptarReportsPlain(ReportChoice& choice) {
-    m_object.Call(L"AceptarReports", {Selection(choice), short{0}, short{0}});
+    m_object.Call(L"AceptarReports", {Argument::Ref(choice.selection), short{0}, short{0}});
 }
 
 void Sink::AceptarReportsParam(ReportChoice& choice, const base::DateRange& dates, std::wstring_view text,
-                               short& third, short& fourth, std::wstring_view other, std::wstring& list) {
-    m_object.Call(L"AceptarReportsParam",
-                  {Selection(choice), Output(choice), Copies(choice), First(dates), Last(dates), text,
-                   Argument::Ref(third), Argument::Ref(fourth), other, Argument::Ref(list)});
+                               short third, short fourth, std::wstring_view other, std::wstring list) {
+    Hand(m_object, L"AceptarReportsParam", choice, First(dates), Last(dates), text, Argument::Ref(third),
+         Argument::Ref(fourth), other, Argument::Ref(list));
 }
 
 void Sink::AceptarReportsParamMail(ReportChoice& choice, const base::DateRange& dates, std::wstring_view text,
-                                   short& third, short& fourth, std::wstring_view other, std::wstring& list) {
-    m_object.Call(L"AceptarReportsParamMail",
-                  {Selection(choice), Output(choice), Copies(choice), First(dates), Last(dates), text,
-                   Argument::Ref(third), Argument::Ref(fourth), other, Argument::Ref(list)});
+                                   short third, short fourth, std::wstring_view other, std::wstring list) {
+    Hand(m_object, L"AceptarReportsParamMail", choice, First(dates), Last(dates), text, Argument::Ref(third),
+         Argument::Ref(fourth), other, Argument::Ref(list));
 }
 
 void Sink::AceptarReportsInformesParam(ReportChoice& choice, const base::DateRange& dates,
-                                       std::wstring_view text, short& third, short& fourth,
+                                       std::wstring_view text, short third, short fourth,
                                        std::wstring_view other) {
-    m_object.Call(L"AceptarReportsInformesParam",
-                  {Selection(choice), Output(choice), Copies(choice), First(dates), Last(dates), text,
-                   Argument::Ref(third), Argument::Ref(fourth), other});
+    Hand(m_object, L"AceptarReportsInformesParam", choice, First(dates), Last(dates), text,
+         Argument::Ref(third), Argument::Ref(fourth), other);
 }
 
 void Sink::AceptarReportsParamHr(ReportChoice& choice, const base::DateRange& dates, std::wstring_view text,
                                  bool firstFlag, bool secondFlag, DATE firstHour, DATE lastHour) {
-    m_object.Call(L"AceptarReportsParamHr",
-                  {Selection(choice), Output(choice), Copies(choice), First(dates), Last(dates), text,
-                   firstFlag, secondFlag, Day(firstHour), Day(lastHour)});
+    Hand(m_object, L"AceptarReportsParamHr", choice, First(dates), Last(dates), text, firstFlag, secondFlag,
+         Day(firstHour), Day(lastHour));
 }
 
 void Sink::AceptarReportsFchAuto(ReportChoice& choice, const base::DateRange& dates, short automatic) {
-    m_object.Call(L"AceptarReportsFchAuto",
-                  {Selection(choice), Output(choice), Copies(choice), First(dates), Last(dates), automatic});
+    Hand(m_object, L"AceptarReportsFchAuto", choice, First(dates), Last(dates), automatic);
 }
 
 void Sink::AceptarInformesFchAuto(ReportChoice& choice, const base::DateRange& dates, short automatic) {
-    m_object.Call(L"AceptarInformesFchAuto",
-                  {Selection(choice), Output(choice), Copies(choice), First(dates), Last(dates), automatic});
+    Hand(m_object, L"AceptarInformesFchAuto", choice, First(dates), Last(dates), automatic);
 }
 
 void Sink::AceptarInformesFchAuto(ReportChoice& choice, const base::DateRange& dates) {
-    m_object.Call(L"AceptarInformesFchAuto",
-                  {Selection(choice), Output(choice), Copies(choice), First(dates), Last(dates)});
+    Hand(m_object, L"AceptarInformesFchAuto", choice, First(dates), Last(dates));
 }
 
 void Sink::AceptarInformesFch(ReportChoice& choice, const base::DateRange& dates, std::wstring_view text) {
-    m_object.Call(L"AceptarInformesFch",
-                  {Selection(choice), Output(choice), Copies(choice), First(dates), Last(dates), text});
+    Hand(m_object, L"AceptarInformesFch", choice, First(dates), Last(dates), text);
 }
 
 void Sink::AceptarInformesFchAutoTipoTime(ReportChoice& choice, const std::array<Variant, 9>& conditions) {
-    m_object.Call(
-        L"AceptarInformesFchAutoTipoTime",
-        {Selection(choice), Output(choice), Copies(choice), conditions[0], conditions[1], conditions[2],
-         conditions[3], conditions[4], conditions[5], conditions[6], conditions[7], conditions[8]});
+    std::apply(
+        [&](const auto&... condition) {
+            Hand(m_object, L"AceptarInformesFchAutoTipoTime", choice, condition...);
+        },
+        conditions);
 }
 
 void Sink::AceptarDocNumAut(ReportChoice& choice, const Variant& first, const Variant& last, bool automatic) {
-    m_object.Call(L"AceptarDocNumAut",
-                  {Selection(choice), Output(choice), Copies(choice), first, last, automatic});
+    Hand(m_object, L"AceptarDocNumAut", choice, first, last, automatic);
 }
 
 void Sink::AceptarListasParam(ReportChoice& choice, std::wstring_view text) {
-    m_object.Call(L"AceptarListasParam", {Selection(choice), Output(choice), Copies(choice), text});
+    Hand(m_object, L"AceptarListasParam", choice, text);
 }
 
 void Sink::AceptarEtiqueta(ComPtr<IDispatch>& selection) {

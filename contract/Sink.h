@@ -50,11 +50,11 @@ public:
     /// For the dialog without output and copies: two zeros by value.
     void AceptarReportsPlain(ReportChoice& choice);
     void AceptarReportsParam(ReportChoice& choice, const base::DateRange& dates, std::wstring_view text,
-                             short& third, short& fourth, std::wstring_view other, std::wstring& list);
+                             short third, short fourth, std::wstring_view other, std::wstring list);
     void AceptarReportsParamMail(ReportChoice& choice, const base::DateRange& dates, std::wstring_view text,
-                                 short& third, short& fourth, std::wstring_view other, std::wstring& list);
+                                 short third, short fourth, std::wstring_view other, std::wstring list);
     void AceptarReportsInformesParam(ReportChoice& choice, const base::DateRange& dates,
-                                     std::wstring_view text, short& third, short& fourth,
+                                     std::wstring_view text, short third, short fourth,
                                      std::wstring_view other);
     void AceptarReportsParamHr(ReportChoice& choice, const base::DateRange& dates, std::wstring_view text,
                                bool firstFlag, bool secondFlag, DATE firstHour, DATE lastHour);

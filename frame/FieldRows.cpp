@@ -59,8 +59,7 @@ FieldRow::FieldRow(Form& form, const FieldLook& look, const Field& field, std::w
     : m_form(&form), m_field(field), m_first(first), m_caption(std::move(caption)) {
     const KindOfControl& kind = ControlOf(m_field.kind);
     const auto add = [&](int part, const wchar_t* windowClass, const wchar_t* text, DWORD style, SIZE units) {
-        m_controls[static_cast<size_t>(part)] =
-            form.AddControl(first + part, windowClass, text, style, units);
+        m_controls[part] = form.AddControl(first + part, windowClass, text, style, units);
     };
     const wchar_t* const text = m_caption.c_str();
     const int textWidth = form.WidthOf(text);
@@ -144,7 +143,7 @@ void FieldRow::Clear() const {
 template <class Body>
 void FieldRow::ForEachControl(const Body& body) const {
     for (const int part : {kLabel, kEntry, kButton, kNote}) {
-        if (m_controls[static_cast<size_t>(part)]) {
+        if (m_controls[part]) {
             body(m_first + part);
         }
     }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <climits>
 #include <functional>
 #include <memory>
@@ -104,9 +103,9 @@ private:
     Field m_field;
     int m_first; // number of its controls
     std::wstring m_caption;
-    std::array<HWND, kParts> m_controls{}; // looking windows up by number takes as long as there are many
-    short m_opening = 0;                   // of a list
-    mutable bool m_marked = false;         // as the label shows
+    HWND m_controls[kParts]{};     // looking windows up by number takes as long as there are many
+    short m_opening = 0;           // of a list
+    mutable bool m_marked = false; // as the label shows
 };
 
 /// What a form adds to its rows; any may be empty.

@@ -42,11 +42,8 @@ constexpr Condition kConditions[] = {kTypeOrCustomer, kSeries,       kRepeated, 
 // frmRptsCond
 
 void DeliverCond(ReportForm& form, ReportChoice& choice) {
-    short invoiced = form.Choice(2);
-    short repeated = form.Choice(0);
-    std::wstring list = form.ChoiceText(1);
-    form.Sink().AceptarReportsParam(choice, form.Range(), form.Text(1), invoiced, repeated, form.Text(2),
-                                    list);
+    form.Sink().AceptarReportsParam(choice, form.Range(), form.Text(1), form.Choice(2), form.Choice(0),
+                                    form.Text(2), form.ChoiceText(1));
 }
 
 // frmRptsInfCond: the screen of the customers keeps the customer that was asked for last.
@@ -54,10 +51,8 @@ void DeliverCond(ReportForm& form, ReportChoice& choice) {
 bool IsCustomers(const ReportForm& form) { return base::Lower(form.Cls()) == L"clientes"; }
 
 void DeliverInfCond(ReportForm& form, ReportChoice& choice) {
-    short invoiced = form.Choice(2);
-    short repeated = form.Choice(0);
-    form.Sink().AceptarReportsInformesParam(choice, form.Range(), form.Text(1), invoiced, repeated,
-                                            form.Text(2));
+    form.Sink().AceptarReportsInformesParam(choice, form.Range(), form.Text(1), form.Choice(2),
+                                            form.Choice(0), form.Text(2));
 }
 
 constexpr Condition kInfConditions[] = {kTypeOrCustomer, kSeries,   kRepeated,
@@ -87,11 +82,8 @@ void OpenMailCond(ReportForm& form) {
 }
 
 void DeliverMailCond(ReportForm& form, ReportChoice& choice) {
-    short invoiced = form.Choice(2);
-    short repeated = form.Choice(0);
-    std::wstring list = form.ChoiceText(1);
-    form.Sink().AceptarReportsParamMail(choice, form.Range(), form.Text(1), invoiced, repeated, form.Text(2),
-                                        list);
+    form.Sink().AceptarReportsParamMail(choice, form.Range(), form.Text(1), form.Choice(2), form.Choice(0),
+                                        form.Text(2), form.ChoiceText(1));
 }
 
 // frmRptsCondHr
