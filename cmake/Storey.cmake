@@ -24,8 +24,16 @@ function(tamvelo_rank folder result)
     set(${result} ${rank} PARENT_SCOPE)
 endfunction()
 
+# Most of it runs once for each thing a person does: small counts for more than fast.
+set(TAMVELO_SMALL $<$<CONFIG:Release>:-Os>)
+if(WIN32 AND CMAKE_BUILD_TYPE STREQUAL Release)
+    tamvelo_headers(NAME small OPTIONS ${TAMVELO_SMALL})
+    tamvelo_headers(NAME fast)
+endif()
+
 # tamvelo_storey(NAME grid [FAST] SOURCES a.cpp b.cpp... [USES contract com base] [LIBRARIES comctl32...])
-# The static library tamvelo_<NAME> of the folder; USES are storeys below it, LIBRARIES anything else to link. FAST is what runs for each row.
+# The static library tamvelo_<NAME> of the folder; USES are storeys below it, LIBRARIES anything else to link. FAST is what
+# runs for each row.
 function(tamvelo_storey)
     cmake_parse_arguments(PARSE_ARGV 0 arg "FAST" "NAME" "SOURCES;USES;LIBRARIES")
     if(arg_UNPARSED_ARGUMENTS)
@@ -34,9 +42,11 @@ function(tamvelo_storey)
     tamvelo_rank(${arg_NAME} own)
     add_library(tamvelo_${arg_NAME} STATIC ${arg_SOURCES})
     target_link_libraries(tamvelo_${arg_NAME} PUBLIC tamvelo_options)
-    # Most of it runs once for each thing a person does: small counts for more than fast.
-    if(NOT arg_FAST)
-        target_compile_options(tamvelo_${arg_NAME} PRIVATE $<$<CONFIG:Release>:-Os>)
+    if(arg_FAST)
+        tamvelo_use_headers(tamvelo_${arg_NAME} fast)
+    else()
+        target_compile_options(tamvelo_${arg_NAME} PRIVATE ${TAMVELO_SMALL})
+        tamvelo_use_headers(tamvelo_${arg_NAME} small)
     endif()
     foreach(used IN LISTS arg_USES)
         tamvelo_rank(${used} below)

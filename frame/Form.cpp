@@ -3,7 +3,6 @@
 #include <commctrl.h>
 
 #include <algorithm>
-#include <ranges>
 #include <utility>
 
 #include "base/Commands.h"
@@ -221,9 +220,7 @@ void Form::AfterDestroy() noexcept {
     m_layoutNote.clear();
     m_placement.Forget();
     OnUnload();
-    for (FormPart* part : std::views::reverse(m_parts)) {
-        part->OnUnload();
-    }
+    std::for_each(m_parts.rbegin(), m_parts.rend(), [](FormPart* part) { part->OnUnload(); });
     FormInstances::Forget(*this);
 }
 

@@ -97,7 +97,7 @@ ComPtr<IDispatch> RecordSource::FromMember(const std::optional<std::wstring>& me
         ComPtr<IUnknown> got;
         const BSTR asked = member ? name.Get() : nullptr;
         if (SUCCEEDED(com::CallOut([&] { return members->getDataMember(asked, id, &got); }))) {
-            if (const auto set = com::Query<IDispatch>(got.Get()); LooksLikeRecordSet(set.Get())) {
+            if (auto set = com::Query<IDispatch>(got.Get()); LooksLikeRecordSet(set.Get())) {
                 return set;
             }
         }

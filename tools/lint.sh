@@ -9,7 +9,7 @@ mkdir -p "$cache/cppcheck"
 failed=0
 
 shipped=()
-for folder in base com contract grid frame search selection gridconfig reports dates entry demo bench; do
+for folder in base com contract win objects environment grid frame search selection gridconfig reports dates entry demo bench; do
     [ ! -d "$folder" ] || shipped+=("$folder")
 done
 mapfile -t sources < <(find "${shipped[@]}" tests -name '*.cpp' -o -name '*.h')
