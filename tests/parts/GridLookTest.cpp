@@ -133,6 +133,10 @@ TEST_F(GridLookTest, TheCurrentRowIsDrawnInTheSelectedStyleWithAndWithoutFocus) 
     SetFocus(m_parent);
     EXPECT_GT(PixelsOf(0, kLightYellow), 1000);
     Press(VK_DOWN);
+    RECT changed{};
+    GetUpdateRect(m_grid->Window(), &changed, FALSE); // both rows, and no others
+    EXPECT_EQ(changed.top, LocationOf(1).top);
+    EXPECT_EQ(changed.bottom, LocationOf(2).bottom);
     EXPECT_EQ(PixelsOf(0, kLightYellow), 0);
     EXPECT_GT(PixelsOf(1, kLightYellow), 1000);
 }
@@ -144,6 +148,9 @@ TEST_F(GridLookTest, TheOrderMarkIsInTheHeadingAndItsNameAndLeavesCaptionsWholeI
     item.mask = HDI_FORMAT;
     SendMessageW(Header(), HDM_GETITEMW, 1, reinterpret_cast<LPARAM>(&item));
     EXPECT_TRUE(item.fmt & HDF_SORTDOWN);
+    EXPECT_EQ(item.fmt & HDF_JUSTIFYMASK, HDF_LEFT);
+    SendMessageW(Header(), HDM_GETITEMW, 2, reinterpret_cast<LPARAM>(&item));
+    EXPECT_EQ(item.fmt & HDF_JUSTIFYMASK, HDF_RIGHT); // over its numbers
     EXPECT_EQ(NameOf(Heading(1)), L"Nombre, orden descendente");
     EXPECT_EQ(NameOf(Heading(0)), L"Código");
     m_grid->ClearOrderMark();
@@ -174,6 +181,13 @@ TEST_F(GridLookTest, TheOrderMarkIsInTheHeadingAndItsNameAndLeavesCaptionsWholeI
             EXPECT_EQ(ItemPlace(column).right - ItemPlace(column).left, WidthOf(column));
         }
     }
+}
+
+TEST_F(GridLookTest, AColumnOfUnknownLengthIsAsWideAsItsCellsOnScreen) {
+    Bind({.fieldTypes = false});
+    const int width = WidthOf(1);
+    m_grid->FitColumn(1);
+    EXPECT_EQ(WidthOf(1), width);
 }
 
 TEST_F(GridLookTest, AnotherResolutionAndOtherColoursAreTaken) {

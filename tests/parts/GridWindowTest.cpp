@@ -54,8 +54,10 @@ TEST_F(GridWindowTest, KeysMoveTheRecordAndTheColumn) {
     }
     m_grid->SetCurrentColumn(99);
     EXPECT_EQ(m_grid->CurrentColumn(), 7);
+    EXPECT_LT(LocationOf(Heading(7)).right, kWidth);
     m_grid->SetCurrentColumn(-4);
     EXPECT_EQ(m_grid->CurrentColumn(), 0);
+    EXPECT_EQ(LocationOf(Heading(0)).left, 0);
     EXPECT_EQ(Send(WM_GETDLGCODE) & (DLGC_WANTARROWS | DLGC_WANTTAB | DLGC_WANTALLKEYS), DLGC_WANTARROWS);
 
     set->SetPosition(1000); // without a current record the user starts at the top
@@ -67,6 +69,9 @@ TEST_F(GridWindowTest, KeysMoveTheRecordAndTheColumn) {
     Press(VK_DOWN);
     EXPECT_EQ(m_grid->CurrentRow(), 0);
     EXPECT_EQ(m_grid->CounterText(), L"Registro 1 de 1000");
+    set->SetPosition(500); // a record that is found opens a third from the top
+    m_grid->HostChanged();
+    EXPECT_EQ(ReadGrid(m_grid->Window()).selected, page / 3);
 }
 
 TEST_F(GridWindowTest, TypedLettersFindTheNextRowOfTheCurrentColumn) {
@@ -244,6 +249,9 @@ TEST_F(GridWindowTest, ColumnsIsAnAutomationObject) {
     EXPECT_EQ(NameOf(Heading(0)), L"Denominación");
     name.Put(L"Visible", false);
     EXPECT_EQ(FirstCell(0), L"1");
+    m_grid->SetCurrentColumn(3);
+    Column(3L).Put(L"Visible", false); // another one is the current one now
+    EXPECT_EQ(m_grid->CurrentColumn(), 4);
     m_grid->Requeried(); // the same fields: all of it stays
     EXPECT_FALSE(name.Call(L"Visible").ToBool());
     EXPECT_EQ(name.Call(L"Caption").ToText(), L"Denominación");
