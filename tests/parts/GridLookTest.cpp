@@ -184,8 +184,11 @@ TEST_F(GridLookTest, TheOrderMarkIsInTheHeadingAndItsNameAndLeavesCaptionsWholeI
 }
 
 TEST_F(GridLookTest, AColumnOfUnknownLengthIsAsWideAsItsCellsOnScreen) {
-    Bind({.fieldTypes = false});
+    const auto set = com::Make<MemoryRecordSet>(RecordSetOptions{.fieldTypes = false});
+    set->Table().value = [](long, short) { return Variant(L"más largo que su título"); };
+    m_grid->SetDataSource(set.Get());
     const int width = WidthOf(1);
+    EXPECT_GT(width, CaptionWidth(1) + 60);
     m_grid->FitColumn(1);
     EXPECT_EQ(WidthOf(1), width);
 }
