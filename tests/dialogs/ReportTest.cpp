@@ -256,19 +256,26 @@ TEST_F(Reports, ThePeriodIsTheDatesOfTheSelectedReport) {
 }
 
 TEST_F(Reports, ABoxIsFilledFromTheSelectionPanelThroughTheRelay) {
-    Offer({L"Clases"});
+    Offer({L"Clases", L"Archivos"});
     host.className = L"clientes";
     const Script chosen{Showing(IDC_DATAGRID), L"Down Enter", Showing(IDC_CMBSELEC), Says(Part(0), L"f1c0")};
     Show(L"ShowRptInfOrdenes", {Into(Part(0)), L"F4", chosen, Set(Part(0), L""), Click(IDC_CONDITIONS + 3),
                                 chosen, Tool(L"Aceptar")});
-    EXPECT_EQ(host.log[0], L"CrearClase(\"clientes\")");
+    EXPECT_THAT(host.log, Contains(L"CrearClase(\"clientes\")"));
     EXPECT_THAT(host.log.back(), HasSubstr(L", \"f1c0\")"));
     host.className = L"tipos_producto"; // of which the marks count, and no answer
     host.log.clear();
     Show(L"ShowRptFchAutoInf", {Tick(1), Showing(IDC_DATAGRID), L"Enter", Showing(IDC_CMBSELEC),
                                 Says(Part(1), L"Fiitrar Tipos Producto"), L"Esc"});
-    EXPECT_THAT(TakeLog(), ElementsAre(L"CrearClase(\"Tipos_Producto\")", L"Requery(\"selec_plan\")",
-                                       L"sClassName()", L"Requery(\"seleccion\")", L"AplyFilter(\"\")"));
+    const auto isBar = [](const std::wstring& line) {
+        return line.starts_with(L"RutaBarra") || line.starts_with(L"Existe");
+    };
+    std::erase_if(host.log, isBar);
+    EXPECT_THAT(
+        TakeLog(), // the look of its columns is kept under the button's place
+        ElementsAre(L"CrearClase(\"Tipos_Producto\")", L"Requery(\"selec_plan\")", L"sClassName()",
+                    L"Requery(\"seleccion\")",
+                    L"CarpetaCuadriculas(\"frmSelecTFTipos_Producto_1.grx\", &False)", L"AplyFilter(\"\")"));
 }
 
 TEST_F(Reports, WhatIsNoHourIsRefusedAndCopiesThatAreNoNumberReportedTheChoicesKept) {
