@@ -61,6 +61,21 @@ protected:
     static Script Tick(int condition) { return Click(Part(condition)); }
     static Script Copies(const wchar_t* text) { return Set(IDC_TXTCOPIAS, text); }
     static Script ClickTick(int row) { return InList(row, -8, {WM_LBUTTONDOWN, WM_LBUTTONUP}); }
+    /// What the mouse learns over a control.
+    static std::wstring TipOf(int control) {
+        std::wstring tip;
+        for (HWND window = nullptr; (window = FindWindowExW(nullptr, window, TOOLTIPS_CLASSW, nullptr));) {
+            wchar_t text[80] = L"";
+            TTTOOLINFOW tool{};
+            tool.cbSize = sizeof tool;
+            tool.hwnd = Dialog();
+            tool.uId = static_cast<UINT_PTR>(control);
+            tool.lpszText = text;
+            SendMessageW(window, TTM_GETTEXTW, std::size(text), reinterpret_cast<LPARAM>(&tool));
+            tip += text;
+        }
+        return tip;
+    }
     /// A choice as it is kept.
     static std::wstring Kept(const wchar_t* form, const std::wstring& screen, const wchar_t* name) {
         return GetValue(FormKey(form) + L"\\rpts" + screen, name);
@@ -220,8 +235,9 @@ TEST_F(Reports, AComponentOfTheEnvironmentFillsAndKeepsTheLists) {
 TEST_F(Reports, TheSeriesBelongsToTheEleventhReport) {
     titles.assign(12, L"Informe");
     SetValue(Session(L"Clientes"), L"Serie", L"A");
-    const Script on = Looks({Part(0) - 1, Part(0)}, L"xx"); // its label, too
-    const Script off = Looks({Part(0) - 1, Part(0)}, L"oo");
+    const auto tells = [](const wchar_t* tip) { return Do([tip] { EXPECT_EQ(TipOf(Part(0)), tip); }); };
+    const Script on{Looks({Part(0) - 1, Part(0)}, L"xx"), tells(L"")}; // its label, too
+    const Script off{Looks({Part(0) - 1, Part(0)}, L"oo"), tells(L"Sólo para el informe 11 de la lista")};
     Script script;
     for (int i = 0; i < 12; ++i) {
         script.Append({i == 10 ? on : off, L"Down"});
