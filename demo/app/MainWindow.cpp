@@ -25,38 +25,6 @@ namespace {
 using com::ComPtr;
 using com::LateObject;
 
-/// A field of the form: a box for a code of a table. Its place here is the Index that the dialogs' control
-/// has.
-struct Field {
-    int box;
-    const wchar_t* className; // null: the table chosen in the form
-
-    constexpr int Button() const { return box + 1; }
-    constexpr int Name() const { return box + 2; }
-};
-
-constexpr Field kFields[] = {
-    {IDC_ORDEN, L"Ordenes"},      {IDC_CLIENTE, L"clientes"},   {IDC_DIRECCION, L"clientes_direcciones"},
-    {IDC_ARTICULO, L"articulos"}, {IDC_FAMILIA, L"familias"},   {IDC_PROVEEDOR, L"proveedores"},
-    {IDC_IMPUESTO, L"impuestos"}, {IDC_EMPLEADO, L"empleados"}, {IDC_VALOR, nullptr},
-};
-constexpr std::size_t kValue = std::size(kFields) - 1;
-
-/// The field whose box or button this is.
-std::optional<std::size_t> FieldOf(int id) {
-    const auto found =
-        std::ranges::find_if(kFields, [id](const Field& f) { return f.box == id || f.Button() == id; });
-    return found != std::end(kFields) ? std::optional(static_cast<std::size_t>(found - kFields))
-                                      : std::nullopt;
-}
-
-std::wstring TextOf(HWND window) {
-    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)), L'\0');
-    text.resize(
-        static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()) + 1)));
-    return text;
-}
-
 DATE Today() {
     SYSTEMTIME now;
     DATE date = 0;
@@ -68,7 +36,8 @@ DATE Today() {
 
 } // namespace
 
-MainWindow::MainWindow(std::shared_ptr<Database> database) : m_database(std::move(database)) {
+MainWindow::MainWindow(std::shared_ptr<Database> database)
+    : m_database(std::move(database)), m_fields(m_database) {
     if (CreateDialogParamW(com::Module::Instance(), MAKEINTRESOURCEW(IDD_PEDIDO), nullptr, Procedure,
                            reinterpret_cast<LPARAM>(this)) == nullptr) {
         com::ThrowLastError(L"No se puede crear la ventana.");
@@ -151,11 +120,7 @@ void MainWindow::OnInit() {
     }
     SetMenu(m_window, MakeMenuBar());
     FillTables();
-    for (const Field& field : kFields) {
-        const TableInfo* const table = field.className ? FindTable(field.className) : nullptr;
-        SetAccessibleName(GetDlgItem(m_window, field.Button()),
-                          L"Seleccionar en " + (table ? std::wstring(table->title) : L"la tabla"));
-    }
+    m_fields.Attach(m_window);
     SetAccessibleName(GetDlgItem(m_window, IDC_FECHAS), L"Seleccionar las fechas");
 }
 
@@ -170,18 +135,18 @@ void MainWindow::FillTables() const {
 void MainWindow::OnCommand(int id, int notification) {
     if (const int operation = id - IDM_OPERACIONES;
         operation >= 0 && operation < static_cast<int>(Operations().size())) {
-        PerformFor(Operations()[static_cast<std::size_t>(operation)], kValue);
+        PerformFor(Operations()[static_cast<std::size_t>(operation)], CodeFields::Value());
         return;
     }
-    const std::optional<std::size_t> field = FieldOf(id);
+    const std::optional<std::size_t> field = CodeFields::At(id);
     if (field && notification == EN_CHANGE) {
-        ShowName(*field);
-    } else if (field && id == kFields[*field].Button()) {
+        m_fields.ShowName(*field);
+    } else if (field && CodeFields::IsButton(id)) {
         PerformFor(*FindOperation(L"ShowSelec"), *field);
     } else if (id == IDC_FECHAS) {
-        PerformFor(*FindOperation(L"ShowSelecDate"), kValue);
+        PerformFor(*FindOperation(L"ShowSelecDate"), CodeFields::Value());
     } else if (id == IDC_TABLA && notification == CBN_SELCHANGE) {
-        ShowName(kValue);
+        m_fields.ShowName(CodeFields::Value());
     } else if (id == IDM_SELECCIONAR) {
         Choose();
     } else if (id == IDM_NUEVO) {
@@ -213,8 +178,8 @@ void MainWindow::OnSize() const {
                      (down ? client.bottom - margin : place.bottom) - place.top,
                      SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     };
-    for (const Field& field : kFields) {
-        stretch(GetDlgItem(m_window, field.Name()), false);
+    for (std::size_t field = 0; field < CodeFields::Count(); ++field) {
+        stretch(m_fields.Name(field), false);
     }
     stretch(GetDlgItem(m_window, IDC_RAYA), false);
     stretch(log, true);
@@ -235,10 +200,10 @@ void MainWindow::OnLimits(MINMAXINFO& limits) const {
 void MainWindow::Choose() {
     const HWND focus = GetFocus();
     const int id = GetDlgCtrlID(focus);
-    if (const std::optional<std::size_t> field = FieldOf(id)) {
+    if (const std::optional<std::size_t> field = CodeFields::At(id)) {
         PerformFor(*FindOperation(L"ShowSelec"), *field);
     } else if (id == IDC_DESDE || id == IDC_HASTA) {
-        PerformFor(*FindOperation(L"ShowSelecDate"), kValue);
+        PerformFor(*FindOperation(L"ShowSelecDate"), CodeFields::Value());
     } else if (id == IDC_TABLA) {
         ComboBox_ShowDropdown(focus, !ComboBox_GetDroppedState(focus));
     }
@@ -257,8 +222,8 @@ void MainWindow::Perform(const Operation& operation, std::size_t field, const Va
     if (!m_showSerch) {
         m_showSerch = MakeShowSerch();
     }
-    const std::wstring className = ClassOf(field);
-    const HWND box = GetDlgItem(m_window, kFields[field].box);
+    const std::wstring className = m_fields.ClassOf(field);
+    const HWND box = m_fields.Box(field);
     const ComPtr<IDispatch> dataClass = MakeDataClass(m_database, className);
     m_dataClass = LateObject(dataClass.Get(), L"MyClase");
 
@@ -272,7 +237,8 @@ void MainWindow::Perform(const Operation& operation, std::size_t field, const Va
     request.reports = m_reports->Offer();
     request.screen = m_reports->Screen();
     request.text = TextOf(box);
-    request.column = NameFor(field, request.text) ? 0 : 1; // what is no code is looked for in the names
+    request.column =
+        m_fields.NameFor(field, request.text) ? 0 : 1; // what is no code is looked for in the names
     LateObject(request.columns.Get(), L"Columns").Put(L"Col", request.column);
     request.window = static_cast<long>(reinterpret_cast<LONG_PTR>(m_window));
     request.date = ChosenDay();
@@ -303,60 +269,10 @@ void MainWindow::ReportError(std::wstring_view what) {
 }
 
 void MainWindow::Clear() const {
-    for (const Field& field : kFields) {
-        SetDlgItemTextW(m_window, field.box, L"");
-    }
+    m_fields.Clear();
     SetDlgItemTextW(m_window, IDC_DESDE, L"");
     SetDlgItemTextW(m_window, IDC_HASTA, L"");
-    SetFocus(GetDlgItem(m_window, kFields[0].box));
-}
-
-std::size_t MainWindow::FieldFor(std::wstring_view className) {
-    const TableInfo* const wanted = FindTable(className);
-    for (std::size_t i = 0; i < kValue; ++i) {
-        if (FindTable(kFields[i].className) == wanted) {
-            return i;
-        }
-    }
-    ComboBox_SetCurSel(GetDlgItem(m_window, IDC_TABLA), static_cast<int>(wanted - Tables().data()));
-    return kValue;
-}
-
-void MainWindow::Type(std::size_t field, const std::wstring& text) {
-    const HWND box = GetDlgItem(m_window, kFields[field].box);
-    SetWindowTextW(box, text.c_str());
-    SetFocus(box);
-}
-
-std::wstring MainWindow::ClassOf(std::size_t field) const {
-    if (const wchar_t* const fixed = kFields[field].className) {
-        return fixed;
-    }
-    const int chosen = ComboBox_GetCurSel(GetDlgItem(m_window, IDC_TABLA));
-    return std::wstring(Tables()[static_cast<std::size_t>(chosen)].className);
-}
-
-void MainWindow::ShowName(std::size_t field) const {
-    const std::wstring code = TextOf(GetDlgItem(m_window, kFields[field].box));
-    SetDlgItemTextW(m_window, kFields[field].Name(), NameFor(field, code).value_or(L"").c_str());
-}
-
-/// The name that goes with a code; an empty one with no code. Nothing when the table has no such code.
-std::optional<std::wstring> MainWindow::NameFor(std::size_t field, const std::wstring& code) const {
-    if (code.empty()) {
-        return L"";
-    }
-    const TableInfo& table = *FindTable(ClassOf(field));
-    Statement look(*m_database, L"select " + std::wstring(table.columns[1].field) + L" from " +
-                                    std::wstring(table.sqlName) + L" where " +
-                                    std::wstring(table.Code().field) + L" = ?");
-    look.Bind(1, Value(code));
-    if (!look.Step()) {
-        return std::nullopt;
-    }
-    const Value name = look.Cell(0);
-    const auto* const text = std::get_if<std::wstring>(&name);
-    return text ? *text : L"";
+    SetFocus(m_fields.Box(0));
 }
 
 ComPtr<IDispatch> MainWindow::ColumnsOf(const std::wstring& className) {
@@ -399,8 +315,8 @@ void MainWindow::Selected(com::Invocation& call) {
     LateObject control(call[1].ToObject().Get(), L"ctl");
     const com::Variant& value = call[call.Count() == 5 ? 3 : 2];
     if (value.Type() == VT_BOOL) {
-        const Field& field = kFields[static_cast<std::size_t>(control.Call(L"Index").ToShort())];
-        SetDlgItemTextW(m_window, field.Name(), value.ToBool() ? L"Verificado" : L"No verificado");
+        m_fields.Tell(static_cast<std::size_t>(control.Call(L"Index").ToShort()),
+                      value.ToBool() ? L"Verificado" : L"No verificado");
     } else {
         control.Put(L"Text", value); // and the box's change brings the name
     }

@@ -9,6 +9,7 @@
 
 #include "com/Automation.h"
 #include "com/LateObject.h"
+#include "demo/app/CodeFields.h"
 #include "demo/app/Operations.h"
 #include "demo/app/ReportRun.h"
 #include "demo/data/Database.h"
@@ -37,9 +38,7 @@ public:
     void Perform(const Operation& operation, std::size_t field, const Vary& vary = {});
     /// Lets everything of the library go that operations left, empties the log.
     void Forget();
-    /// The field for a class: its own, else the value that the menu works with, set to that class's table.
-    std::size_t FieldFor(std::wstring_view className);
-    void Type(std::size_t field, const std::wstring& text);
+    const CodeFields& Fields() const { return m_fields; }
     /// The preview that the last operation ended with; null when it did not, or the window is closed.
     HWND Preview() const { return IsWindow(m_preview) ? m_preview : nullptr; }
 
@@ -56,9 +55,6 @@ private:
     void PerformFor(const Operation& operation, std::size_t field);
     void ReportError(std::wstring_view what);
     void Clear() const;
-    void ShowName(std::size_t field) const;
-    std::optional<std::wstring> NameFor(std::size_t field, const std::wstring& code) const;
-    std::wstring ClassOf(std::size_t field) const;
     com::ComPtr<IDispatch> ColumnsOf(const std::wstring& className);
 
     // What the sink hears.
@@ -72,6 +68,7 @@ private:
 
     HWND m_window = nullptr;
     const std::shared_ptr<Database> m_database;
+    CodeFields m_fields;
     com::LateObject m_showSerch;
     com::LateObject m_dataClass;        // of the last operation
     std::optional<ReportRun> m_reports; // of the last operation

@@ -297,7 +297,7 @@ bool Soak(MainWindow& window, long first, long last, long seed) {
     for (const Operation& operation : Operations()) { // what the system and the library keep for good
         watchdog.Feed();
         Say(std::wstring(L"0 ") + operation.name);
-        Use(window, operation, window.FieldFor(L"articulos"), {}, {});
+        Use(window, operation, window.Fields().For(L"articulos"), {}, {});
     }
     const Held usual = Count();
     const long gdi = GdiObjects();
@@ -320,8 +320,8 @@ bool Soak(MainWindow& window, long first, long last, long seed) {
             line += L" " + NameOf(stroke);
         }
         Say(line);
-        const std::size_t field = window.FieldFor(className);
-        window.Type(field, value);
+        const std::size_t field = window.Fields().For(className);
+        window.Fields().Type(field, value);
         Use(window, operation, field, std::move(strokes), [&random](Request& request) {
             request.column = static_cast<short>(Below(random, 4));
             request.index = static_cast<short>(Below(random, 3));

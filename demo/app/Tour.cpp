@@ -334,9 +334,9 @@ std::wstring Visit(MainWindow& window, const Stop& stop, const std::wstring& pic
             return {};
         }
         const Visitor visitor(window.Handle(), stop, picture); // from here on: a message may come up at once
-        const std::size_t field = window.FieldFor(stop.className);
+        const std::size_t field = window.Fields().For(stop.className);
         if (stop.value != nullptr) {
-            window.Type(field, stop.value);
+            window.Fields().Type(field, stop.value);
         }
         window.Perform(*FindOperation(stop.operation), field);
         MSG message; // of a dialog that is not modal
