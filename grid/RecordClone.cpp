@@ -15,7 +15,10 @@ com::LateObject& RecordClone::Reader() {
         m_tried = true;
         Make();
     }
-    return m_clone ? m_clone : m_host;
+    if (m_clone) {
+        return m_clone;
+    }
+    return m_host;
 }
 
 void RecordClone::Make() {
