@@ -12,14 +12,14 @@ namespace {
 
 ShowSerchFactory g_factory = nullptr;
 
+} // namespace
+
 com::LateObject MakeList(const Lookup& lookup) {
     com::LateObject data(environment::Environment::Get().GetDataClasses().Create(lookup.className).Get(),
                          L"MyClase");
     data.Call(L"Requery", {lookup.selection});
     return data;
 }
-
-} // namespace
 
 void SetShowSerchFactory(ShowSerchFactory factory) { g_factory = factory; }
 

@@ -24,6 +24,10 @@ struct Lookup {
     bool find = true; // stand on the record that the control holds
 };
 
+/// A data class with the look-up's records. Throws com::Error when the environment makes none, or the host's
+/// own error.
+com::LateObject MakeList(const Lookup& lookup);
+
 /// Opens the look-up for a control; the answer goes to `sink`, a relay of the caller's, with `index`. Throws
 /// com::Error when the environment makes no such class, or what the operation raised.
 void OpenLookup(const Lookup& lookup, const com::ComPtr<IDispatch>& sink, com::ComPtr<IDispatch> control,

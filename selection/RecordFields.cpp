@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "base/FilterText.h"
+#include "com/Error.h"
 #include "com/LateObject.h"
-#include "environment/Environment.h"
+#include "frame/Lookup.h"
 #include "grid/RecordSource.h"
 
 namespace tamvelo::selection {
@@ -54,8 +54,7 @@ std::vector<RecordField> ReadRecordFields(IDispatch* data) {
 
 std::optional<std::vector<Choice>> ReadChoices(const std::wstring& className) {
     try {
-        LateObject data(environment::Environment::Get().GetDataClasses().Create(className).Get(), L"MyClase");
-        data.Call(L"Requery", {base::kSeleccion});
+        const LateObject data = frame::MakeList({.className = className.c_str()});
         const grid::RecordSource source(data.Get());
         grid::RecordCursor cursor(source.Set());
         const long count = cursor.ReadSigns().count;
