@@ -20,7 +20,7 @@ constexpr Condition kFchAutoConditions[] = {
 };
 
 bool IsStockLedger(const ReportForm& form) {
-    return base::Lower(form.ReportKey()) == L"rptsarticulos_movimientos_almacen";
+    return base::Lower(form.Cls()) == L"articulos_movimientos_almacen";
 }
 
 void PrepareFchAuto(ReportForm& form) { form.Row(Kind::Text, 2).Show(IsStockLedger(form)); }
@@ -48,7 +48,7 @@ constexpr Condition kFchAutoInfConditions[] = {
 };
 
 /// A complaint is never printed unseen.
-bool IsComplaints(const ReportForm& form) { return form.ReportKey() == L"rptsPedidos_Reclamaciones"; }
+bool IsComplaints(const ReportForm& form) { return form.Cls() == L"Pedidos_Reclamaciones"; }
 
 void OpenFchAutoInf(ReportForm& form) {
     ShowAutomaticIfAsked(form);

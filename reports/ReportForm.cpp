@@ -66,7 +66,7 @@ ReportForm::ReportForm(const ReportDesign& design)
 // Life.
 
 void ReportForm::Open(const Request& request, bool unseen) {
-    const std::wstring key = L"rpts" + request.cls;
+    const std::wstring key = L"rpts" + request.cls; // what the choices are kept under
     if (!base::IsKeyName(key)) {
         throw com::Error(E_INVALIDARG, L"«" + request.cls + L"» no sirve como nombre de pantalla.");
     }
@@ -77,7 +77,6 @@ void ReportForm::Open(const Request& request, bool unseen) {
         frame::FormInstances::Obtain(Name(), [this] { return shared_from_this(); });
     }
     m_screen = std::move(screen);
-    m_reportKey = key;
     m_choices.SetScreen(key);
     m_sink = contract::Sink(request.sink, L"ClsEventos");
     m_reports = com::ComPtr<IDispatch>(request.reports);

@@ -40,8 +40,6 @@ public:
     // For the descriptions.
     contract::Sink& Sink() { return m_sink; }
     const std::wstring& Cls() const { return m_screen.cls; }
-    /// "rpts" and the screen: what the choices are kept under.
-    const std::wstring& ReportKey() const { return m_reportKey; }
     bool ShowsAuto() const { return m_screen.showAuto; }
     bool IsLimited() const { return m_screen.limited; }
     base::DateRange Range() { return m_dates->Range(); }
@@ -90,7 +88,6 @@ private:
         bool operator==(const Screen&) const = default;
     };
     Screen m_screen;
-    std::wstring m_reportKey;
     contract::Sink m_sink;
     com::ComPtr<IDispatch> m_reports;
 };
