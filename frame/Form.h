@@ -30,7 +30,7 @@ struct FormDesign {
     const wchar_t* name;
     int dialogTemplate;
     std::span<const ToolUse> tools;
-    std::span<const KeyRow> keys; // beyond, or in place of, those of its kind and the frame's
+    std::span<const KeyRow> keys; // beyond, or in place of, those of its parts and the frame
 };
 
 /// The frame of every dialog: its life from Mostrar to unload, its window, toolbar, delivery and error
