@@ -25,7 +25,7 @@ faults = [
     left_out("the horizontal bar is dead", "grid/GridInput.cpp",
              "m_view.ScrollAcross(win::ScrolledTo(m_view.Window(), SB_HORZ, LOWORD(w), port.Scrolled(), Across()));"),
     ("the wheel does not scroll to the side", "grid/GridInput.cpp", "(LOWORD(w) & MK_SHIFT) != 0", "!@ && (LOWORD(w) & MK_SHIFT) != 0"),
-    left_out("a change of dpi is not seen", "grid/GridWindow.cpp", "ChangeDpi(win::DpiOf(window));"),
+    left_out("a change of dpi is not seen", "grid/GridWindow.cpp", "m_view.ChangeDpi(win::DpiOf(window));"),
     left_out("the grid keeps its old colours", "grid/GridWindow.cpp", "m_look = GridLook::Current();\n        SendMessageW(m_view.Headings().Window(), message, w, l);"),
     left_out("the controls are not told of new colours", "frame/Form.cpp", "SendMessageW(child, message, first, second);"),
     ("a text is sent where a value belongs", "frame/RecordAnswer.cpp", "answer.asValue ?", "answer.asValue && !@ ?"),
