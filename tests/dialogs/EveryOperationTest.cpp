@@ -284,6 +284,18 @@ TEST_F(Components, AreHandedEachBoxThatGetsTheFocusByItsOwnName) {
     }
 }
 
+TEST_F(Components, PlaceTheFormThatTheyAreHanded) {
+    std::wstring kept;
+    environment->On(L"RestaurarPosicion", [](Invocation& call) {
+        com::LateObject(call[1].ToObject().Get(), L"form").Put(L"Left", 33L);
+    });
+    environment->On(L"GuardarPosicion", [&](Invocation& call) {
+        kept = com::LateObject(call[1].ToObject().Get(), L"form").Call(L"Name").ToText();
+    });
+    Open(OperationOf(L"ShowRpt"), {Do([] { EXPECT_EQ(PlaceOf(Dialog()).left, 33); }), L"Esc"});
+    EXPECT_EQ(kept, L"frmRpts");
+}
+
 TEST_F(Components, FillAndKeepTheListsOfReports) {
     const struct {
         const wchar_t* operation;
