@@ -37,7 +37,7 @@ const KeyRow* Dispatcher::FindRow(const Matches& matches) const {
     return found ? found : in(m_frame.Keys());
 }
 
-const KeyRow* Dispatcher::FindKey(int control, UINT key) const {
+const KeyRow* Dispatcher::FindKey(int control, UINT key) {
     return FindRow([&](const KeyRow& row) {
         return row.controls.Has(control) && row.key == key && IsOffered(row.command, control);
     });
@@ -138,7 +138,7 @@ void Dispatcher::RunChosen() {
     Input(chosen.command, chosen.control);
 }
 
-Dispatcher::Found Dispatcher::FindCommand(std::wstring_view command, int control) const {
+Dispatcher::Found Dispatcher::FindCommand(std::wstring_view command, int control) {
     Found found;
     const auto look = [&](CommandTarget& target, std::span<const CommandRow> rows) {
         const auto row = std::ranges::find(rows, command, &CommandRow::command);
@@ -155,7 +155,7 @@ Dispatcher::Found Dispatcher::FindCommand(std::wstring_view command, int control
     return found;
 }
 
-bool Dispatcher::IsOffered(std::wstring_view command, int control) const {
+bool Dispatcher::IsOffered(std::wstring_view command, int control) {
     const Found found = FindCommand(command, control);
     return found.target || (!found.row && command != kLookUp);
 }

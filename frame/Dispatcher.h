@@ -34,10 +34,10 @@ private:
     template <class Matches>
     const KeyRow* FindRow(const Matches& matches) const;
     /// The row of a key, or of a click, at a control where its command is offered.
-    const KeyRow* FindKey(int control, UINT key) const;
+    const KeyRow* FindKey(int control, UINT key);
     /// What a command does at a control, and whose it is. A row without a target: it means nothing there.
-    Found FindCommand(std::wstring_view command, int control) const;
-    bool IsOffered(std::wstring_view command, int control) const;
+    Found FindCommand(std::wstring_view command, int control);
+    bool IsOffered(std::wstring_view command, int control);
     /// The key of a command as users read it; "" when it has none.
     std::wstring KeyOf(std::wstring_view command) const;
     bool PreviewKey(UINT key, HWND focus);
@@ -48,7 +48,7 @@ private:
     void RunCommand(std::wstring_view command, int control);
 
     Form& m_form;
-    mutable FrameCommands m_frame;
+    FrameCommands m_frame;
     int m_running = 0;
     struct {
         std::wstring_view command;

@@ -169,7 +169,7 @@ void RecordGrid::HeadingClicked(short column) {
 }
 
 void RecordGrid::CurrentColumnChanged() {
-    if (m_grid && Grid().ColumnCount() > 0) {
+    if (m_columnChanged && m_grid && Grid().ColumnCount() > 0) {
         m_columnChanged();
     }
 }

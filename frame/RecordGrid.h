@@ -115,7 +115,7 @@ private:
 
     RecordRequest& m_request;
     const RecordGridDesign m_design;
-    std::function<void()> m_columnChanged;
+    std::function<void()> m_columnChanged; // empty without a search strip
     std::unique_ptr<grid::Grid> m_grid;
     std::unique_ptr<objects::OwnRelay> m_relay; // hears the column chooser
     environment::GridLayoutStore m_layoutStore;
