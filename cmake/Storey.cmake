@@ -5,7 +5,7 @@ set(TAMVELO_RANKS 0 1 2 2 3 3 4 5 6 6 6 6 6 7)
 # What every target of ours is compiled with. Not -Wnon-virtual-dtor: COM interfaces have no destructor by design, and
 # deleting through a base without one is caught by -Wall.
 add_library(tamvelo_options INTERFACE)
-target_include_directories(tamvelo_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_include_directories(tamvelo_options INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR}/generated)
 target_compile_options(
     tamvelo_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Wall -Wextra -Werror -Wshadow -Wold-style-cast>)
 if(WIN32)

@@ -5,7 +5,7 @@
 
 namespace tamvelo::environment {
 
-/// What the library was built as, from its own version resource.
+/// What the library was built as: its version resource says the same.
 struct Product {
     std::wstring company;
     std::wstring name;

@@ -19,6 +19,7 @@
 #include "win/MessageHook.h"
 #include "win/MousePointer.h"
 #include "win/ThemeScope.h"
+#include "win/WindowIcon.h"
 #include "win/WindowText.h"
 
 namespace tamvelo::frame {
@@ -85,6 +86,7 @@ void Form::CreateWindowHidden() {
     if (!made || !Window()) {
         com::ThrowLastError(L"No se puede crear el formulario «" + std::wstring(Name()) + L"».");
     }
+    win::GiveIcon(Window());
     const base::Rect design = m_placement.Place();
     m_smallest = {design.width, design.height};
     m_placement.CentreOnOwner();
@@ -207,6 +209,7 @@ void Form::BeforeDestroy() {
               [&] { environment::Environment::Get().GetSettings().SavePlacement(Key(), m_placement); });
     });
     win::MousePointer::Default();
+    win::TakeIcon(Window());
 }
 
 void Form::AfterDestroy() noexcept {

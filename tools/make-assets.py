@@ -1,13 +1,14 @@
 #!/usr/bin/env python3
-"""Draws the toolbar strips, the busy cursors and the demo's icon into assets/; with --check it only compares.
+"""Draws the toolbar strips, the busy cursors and the icons into assets/; with --check it only compares.
 
 Every picture is a list of layers (colour, shape), painted in order. A shape is a list of polygons, filled as
-their union, in a square of 16 units (glyphs) or 32 units (cursors, icon), so one drawing serves every size.
+their union, in a square of 16 units (glyphs) or 32 units (cursors, icons), so one drawing serves every size.
 """
 import math
 import pathlib
 import struct
 import sys
+import zlib
 
 folder = pathlib.Path(__file__).resolve().parent.parent / "assets"
 SUBLINES = 8  # per pixel row; along the row the coverage is exact
@@ -149,7 +150,7 @@ def bitmap(rows):
     return struct.pack("<2sIHHI", b"BM", 14 + len(body), 0, 0, 54) + body
 
 
-def icon_image(rows):
+def cursor_image(rows):
     """With the 1 bit mask, rows padded to 4 bytes, for what does not look at alpha."""
     size = len(rows)
     width = (size + 31) // 32 * 32
@@ -160,14 +161,31 @@ def icon_image(rows):
     return dib(rows, 2 * size) + mask
 
 
-def icon_file(kind, pictures, extra):
+def png(rows):
+    """As icons may hold it: a tenth of the bitmap's size."""
+    lines = b"".join(b"\0" + bytes(c for b, g, r, a in row for c in (r, g, b, a)) for row in rows)
+    parts = (
+        (b"IHDR", struct.pack(">IIBBBBB", len(rows[0]), len(rows), 8, 6, 0, 0, 0)),
+        (b"IDAT", zlib.compress(lines, 9)),
+        (b"IEND", b""),
+    )
+    return b"\x89PNG\r\n\x1a\n" + b"".join(
+        struct.pack(">I", len(data)) + tag + data + struct.pack(">I", zlib.crc32(tag + data)) for tag, data in parts)
+
+
+def icon_file(kind, pictures, image, extra):
     """Kind 1 is an icon, 2 a cursor; extra: planes and bits of an icon, hot spot of a cursor."""
     directory, images = struct.pack("<HHH", 0, kind, len(pictures)), b""
     for rows in pictures:
-        image, offset = icon_image(rows), 6 + 16 * len(pictures) + len(images)
-        directory += struct.pack("<BBBBHHII", len(rows), len(rows), 0, 0, *extra, len(image), offset)
-        images += image
+        size, data, offset = len(rows) % 256, image(rows), 6 + 16 * len(pictures) + len(images)
+        directory += struct.pack("<BBBBHHII", size, size, 0, 0, *extra, len(data), offset)
+        images += data
     return directory + images
+
+
+def icon(layers):
+    """For every resolution that Windows offers, as a small and as a large icon."""
+    return icon_file(1, [paint(layers, size, 32) for size in (16, 20, 24, 32, 40, 48, 64, 256)], png, (1, 32))
 
 
 def chunk(tag, data):
@@ -178,7 +196,7 @@ def animation(frames, hot_spot, jiffies):
     """The ANI file of the frames' layers; a jiffy is a sixtieth of a second."""
     count = len(frames)
     header = struct.pack("<9I", 36, count, count, 0, 0, 0, 0, jiffies, 1)  # 1: frames are whole cursor files
-    files = [icon_file(2, [paint(layers, 32, 32)], hot_spot) for layers in frames]
+    files = [icon_file(2, [paint(layers, 32, 32)], cursor_image, hot_spot) for layers in frames]
     body = b"fram" + b"".join(chunk(b"icon", data) for data in files)
     return chunk(b"RIFF", b"ACON" + chunk(b"anih", header) + chunk(b"LIST", body))
 
@@ -345,14 +363,20 @@ def bars_frame(t):
     return rimmed(layers) + rimmed([(GREEN, arrow)])
 
 
-def icon_layers():
-    """The demo's icon: an order sheet on a clipboard, ticked."""
-    return [
-        (BLUE, rect(4, 4, 20, 26) + edge(4, rect(4, 4, 20, 26))), (WHITE, rect(6, 6, 16, 22)),
-        (INK, rect(10, 0, 8, 2) + rect(8, 2, 12, 6)), (PALE, rect(10, 4, 8, 2)),
-        (STEEL, rect(8, 12, 12, 2) + rect(8, 16, 12, 2) + rect(8, 20, 6, 2)),
-        (CLEAR, line(7, "15.5,22.5 20,27 28,17")), (GREEN, line(4, "15.5,22.5 20,27 28,17")),
-    ]
+# Icons, in 32 units
+
+ORDER_SHEET = [  # the demo's: a sheet on a clipboard, ticked
+    (BLUE, rect(4, 4, 20, 26) + edge(4, rect(4, 4, 20, 26))), (WHITE, rect(6, 6, 16, 22)),
+    (INK, rect(10, 0, 8, 2) + rect(8, 2, 12, 6)), (PALE, rect(10, 4, 8, 2)),
+    (STEEL, rect(8, 12, 12, 2) + rect(8, 16, 12, 2) + rect(8, 20, 6, 2)),
+    (CLEAR, line(7, "15.5,22.5 20,27 28,17")), (GREEN, line(4, "15.5,22.5 20,27 28,17")),
+]
+DIALOG = [  # the library's: a list in a window, one of its rows chosen, and a glass over it
+    (INK, rect(2, 2, 28, 24)), (BLUE, rect(2, 2, 28, 6)), (WHITE, rect(4, 8, 24, 16)),
+    (AMBER, rect(4, 12, 24, 4)), (STEEL, rect(6, 9, 16, 2) + rect(6, 17, 12, 2) + rect(6, 21, 8, 2)),
+    (INK, rect(6, 13, 18, 2)), (CLEAR, disc(20.5, 20.5, 8.4) + line(7, "25,25 30,30")), (SKY, disc(20.5, 20.5, 5.2)),
+    (INK, line(4, "25,25 29.5,29.5")), (BLUE, line(2.6, arc(20.5, 20.5, 5.2))),
+]
 
 
 def assets():
@@ -367,7 +391,8 @@ def assets():
         ("sort", bars_frame, 10, (16, 16), 6),
     ):
         yield f"Image/{name}.ani", animation([frame(k / count) for k in range(count)], hot_spot, jiffies)
-    yield "demo.ico", icon_file(1, [paint(icon_layers(), size, 32) for size in (16, 32, 48)], (1, 32))
+    yield "demo.ico", icon(ORDER_SHEET)
+    yield "Tamvelo.ico", icon(DIALOG)
 
 
 def main():

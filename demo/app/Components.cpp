@@ -1,5 +1,6 @@
 #include "demo/app/Components.h"
 
+#include "ProductVersion.h"
 #include "com/Error.h"
 #include "com/Object.h"
 
@@ -7,7 +8,7 @@ namespace tamvelo::demo {
 
 namespace {
 
-constexpr wchar_t kEnvironment[] = L"Software\\Tamvelo\\Global\\Configuracion\\Entorno";
+constexpr wchar_t kEnvironment[] = L"Software\\" TAMVELO_COMPANY L"\\Global\\Configuracion\\Entorno";
 
 class Factory final : public com::Object<IClassFactory> {
 public:

@@ -1,5 +1,6 @@
 #include "demo/app/PrivateSettings.h"
 
+#include "ProductVersion.h"
 #include "com/Error.h"
 
 namespace tamvelo::demo {
@@ -7,7 +8,7 @@ namespace tamvelo::demo {
 namespace {
 
 constexpr wchar_t kCorner[] = L"Software\\TamveloDemo";
-constexpr wchar_t kEnvironment[] = L"Software\\Tamvelo\\Global\\Configuracion\\Entorno";
+constexpr wchar_t kEnvironment[] = L"Software\\" TAMVELO_COMPANY L"\\Global\\Configuracion\\Entorno";
 
 void CheckKey(LSTATUS status) { com::Check(HRESULT_FROM_WIN32(static_cast<DWORD>(status))); }
 

@@ -136,6 +136,25 @@ void ExpectOrderlyControls(HWND dialog) {
     EXPECT_TRUE(EqualRect(&least, &design)) << "can be made too small";
 }
 
+/// The library's own, in the sizes that belong to the resolution here, and decoded: the caption of the
+/// drawing is blue.
+void ExpectIcons(HWND dialog) {
+    for (const auto& [kind, size] : {std::pair{ICON_SMALL, 16}, {ICON_BIG, 32}}) {
+        ICONINFO icon{};
+        BITMAP picture{};
+        EXPECT_TRUE(GetIconInfo(
+            reinterpret_cast<HICON>(SendMessageW(dialog, WM_GETICON, static_cast<WPARAM>(kind), 0)), &icon));
+        GetObjectW(icon.hbmColor, sizeof picture, &picture);
+        const HDC dc = CreateCompatibleDC(nullptr);
+        SelectObject(dc, icon.hbmColor);
+        EXPECT_EQ(picture.bmWidth, size);
+        EXPECT_EQ(GetPixel(dc, picture.bmWidth / 2, picture.bmHeight / 8), RGB(33, 105, 186));
+        DeleteDC(dc);
+        DeleteObject(icon.hbmColor);
+        DeleteObject(icon.hbmMask);
+    }
+}
+
 class EveryOperation : public AllOperations {
 protected:
     /// Reads the menu that this brings up, if it does, and closes it.
@@ -192,7 +211,11 @@ protected:
         const auto list = [] {
             PostMessageW(Item(IsShown(IDC_DATAGRID) ? IDC_DATAGRID : IDC_LIST1), WM_CONTEXTMENU, 0, -1);
         };
-        return {Do([] { ExpectOrderlyControls(Dialog()); }), Menu(periods), Menu(list), Do([this, operation] {
+        return {Do([] {
+                    ExpectIcons(Dialog());
+                    ExpectOrderlyControls(Dialog());
+                }),
+                Menu(periods), Menu(list), Do([this, operation] {
                     for (const auto& [name, part] : kNamed) {
                         EXPECT_THAT(Named(), HasSubstr(name == operation ? part : L""));
                     }
