@@ -15,9 +15,20 @@ struct Name {
 constexpr Name kHeld[] = {{kCtrl, L"Ctrl+"}, {kAlt, L"Alt+"}, {kShift, L"Mayús+"}};
 
 constexpr Name kNames[] = {
-    {VK_RETURN, L"Intro"},     {VK_ESCAPE, L"Esc"},        {VK_INSERT, L"Ins"},    {VK_DELETE, L"Supr"},
-    {VK_HOME, L"Inicio"},      {VK_END, L"Fin"},           {VK_PRIOR, L"Re Pág"},  {VK_NEXT, L"Av Pág"},
-    {VK_UP, L"Flecha arriba"}, {VK_DOWN, L"Flecha abajo"}, {VK_SPACE, L"Espacio"}, {VK_ADD, L"+"},
+    {VK_RETURN, L"Intro"},
+    {VK_ESCAPE, L"Esc"},
+    {VK_INSERT, L"Ins"},
+    {VK_DELETE, L"Supr"},
+    {VK_HOME, L"Inicio"},
+    {VK_END, L"Fin"},
+    {VK_PRIOR, L"Re Pág"},
+    {VK_NEXT, L"Av Pág"},
+    {VK_UP, L"Flecha arriba"},
+    {VK_DOWN, L"Flecha abajo"},
+    {VK_LEFT, L"Flecha izquierda"},
+    {VK_RIGHT, L"Flecha derecha"},
+    {VK_SPACE, L"Espacio"},
+    {VK_ADD, L"+"},
 };
 
 constexpr UINT kCodes = kCtrl - 1;

@@ -6,12 +6,12 @@
 namespace tamvelo::demo {
 
 inline constexpr wchar_t kUsage[] =
-    L"TamveloDemo [tour CARPETA [--only PARADA] | soak N [--seed N] [--from N]] [--dpi N] "
+    L"TamveloDemo [tour CARPETA [--only PARADA,…] | soak N [--seed N] [--from N]] [--dpi N] "
     L"[--db ARCHIVO] [--rows N]";
 
 struct CommandLine {
     std::wstring tour;     // folder of the pictures; empty for the window
-    std::wstring only;     // the one stop to make; empty for all
+    std::wstring only;     // the stops to make, with commas; empty for all
     long soak = 0;         // operations used at random; 0 for the window
     long seed = 1;         // what they are made from
     long from = 1;         // the first of them, to see a later one alone

@@ -10,6 +10,7 @@
 #include "com/Module.h"
 #include "demo/app/Accessible.h"
 #include "demo/app/Describe.h"
+#include "demo/app/Manual.h"
 #include "demo/app/MenuBar.h"
 #include "demo/app/Resources.h"
 #include "demo/app/Server.h"
@@ -153,6 +154,8 @@ void MainWindow::OnCommand(int id, int notification) {
         Clear();
     } else if (id == IDM_VACIAR) {
         SetDlgItemTextW(m_window, IDC_LOG, L"");
+    } else if (id == IDM_MANUAL) {
+        ShowManual();
     } else if (id == IDM_SALIR) {
         DestroyWindow(m_window);
     } else if (id == IDOK) { // Enter goes on to the next field, as whoever types orders all day expects
@@ -266,6 +269,14 @@ void MainWindow::ReportError(std::wstring_view what) {
     const std::wstring text = Describe(AnyCurrentError());
     Log(L"    " + text);
     MessageBoxW(m_window, (std::wstring(what) + L"\n\n" + text).c_str(), L"Pedidos", MB_ICONWARNING);
+}
+
+void MainWindow::ShowManual() {
+    try {
+        OpenManual(m_window);
+    } catch (...) {
+        ReportError(L"El manual");
+    }
 }
 
 void MainWindow::Clear() const {

@@ -54,6 +54,7 @@ private:
     void Choose();
     void PerformFor(const Operation& operation, std::size_t field);
     void ReportError(std::wstring_view what);
+    void ShowManual();
     void Clear() const;
     com::ComPtr<IDispatch> ColumnsOf(const std::wstring& className);
 

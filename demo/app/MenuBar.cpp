@@ -39,6 +39,7 @@ HMENU MakeMenuBar() {
         const std::wstring caption = operation.caption + (L'\t' + std::wstring(operation.name));
         AppendMenuW(groups[static_cast<std::size_t>(operation.group)], MF_STRING, id++, caption.c_str());
     }
+    AppendMenuW(Append(bar, L"A&yuda"), MF_STRING, IDM_MANUAL, L"&Manual");
     return bar;
 }
 

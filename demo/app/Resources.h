@@ -28,5 +28,6 @@
 #define IDM_VACIAR 401
 #define IDM_SALIR 402
 #define IDM_SELECCIONAR 403
+#define IDM_MANUAL 404
 #define IDM_OPERACIONES \
     500 // the first of the menu's operations; the others follow in the order of their table

@@ -8,6 +8,7 @@
 #include "demo/app/Describe.h"
 #include "demo/app/Hands.h"
 #include "demo/app/Picture.h"
+#include "demo/app/Structure.h"
 
 namespace tamvelo::demo {
 
@@ -182,6 +183,13 @@ constexpr Stop kStops[] = {
     {L"pedidos", nullptr, nullptr, nullptr, {}, 0},
 };
 
+/// A picture, and beside it in words what it shows: those can be compared, where pictures differ with the
+/// theme.
+void Keep(HWND window, const std::wstring& path) {
+    SavePicture(window, path + L".png");
+    SaveStructure(window, path + L".txt");
+}
+
 /// The control that a label names: the one after it that is no label. Null when there is none.
 HWND BoxAfter(HWND window, std::wstring_view label) {
     const auto isLabel = [](HWND control) {
@@ -287,7 +295,7 @@ private:
             Press(m_stop.strokes[m_next++]);
         } else if (top != m_left) { // after a dialog over it also the dialog below
             if (!m_left && m_stop.previewPage == 0) {
-                SavePicture(top, m_picture);
+                Keep(top, m_picture);
             }
             m_left = top;
             Press({Stroke::Key, L"", m_stop.leave});
@@ -321,7 +329,7 @@ std::wstring PicturePreview(HWND preview, int page, const std::wstring& picture)
     for (int i = 1; i < page; ++i) {
         SendMessageW(preview, WM_KEYDOWN, VK_NEXT, 1);
     }
-    SavePicture(preview, picture);
+    Keep(preview, picture);
     SendMessageW(preview, WM_KEYDOWN, VK_ESCAPE, 1);
     return IsWindow(preview) ? L"la vista previa no se cierra" : L"";
 }
@@ -330,7 +338,7 @@ std::wstring PicturePreview(HWND preview, int page, const std::wstring& picture)
 std::wstring Visit(MainWindow& window, const Stop& stop, const std::wstring& picture) {
     try {
         if (stop.operation == nullptr) {
-            SavePicture(window.Handle(), picture);
+            Keep(window.Handle(), picture);
             return {};
         }
         const Visitor visitor(window.Handle(), stop, picture); // from here on: a message may come up at once
@@ -366,12 +374,12 @@ bool TakeTour(MainWindow& window, const std::wstring& folder, const std::wstring
     int number = 0;
     for (const Stop& stop : kStops) {
         ++number;
-        if (!only.empty() && only != stop.name) {
+        if (!only.empty() && (L',' + only + L',').find(L',' + std::wstring(stop.name) + L',') == only.npos) {
             continue;
         }
         any = true;
         wchar_t name[64];
-        wsprintfW(name, L"%02d-%s-%d.png", number, stop.name, dpi);
+        wsprintfW(name, L"%02d-%s-%d", number, stop.name, dpi);
         const std::wstring complaint = Visit(window, stop, folder + L'\\' + name);
         good = good && complaint.empty();
         Say(complaint.empty() ? name : std::wstring(name) + L": " + complaint);

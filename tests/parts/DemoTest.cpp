@@ -3,9 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <filesystem>
+#include <fstream>
 
 #include "base/Text.h"
 #include "com/LateObject.h"
+#include "demo/app/Manual.h"
+#include "demo/app/MenuBar.h"
+#include "demo/app/Resources.h"
 #include "demo/data/Records.h"
 #include "demo/data/SampleData.h"
 #include "demo/data/View.h"
@@ -147,6 +152,32 @@ TEST(DemoReports, ConditionsActRowsAreSummedAndEveryReportCanBeMade) {
               "000001 Clínica Ñ|2|01/11/2026|Luis|Facturada|1.234,50|4|30/11/2026|Eva|Recibida|2,00|"
               "Suma (2)||||1.236,50|000002 Clínica T|3|15/11/2026|Íñigo|Recibida|0,50|Suma (1)||||0,50|"
               "Total (3)||||1.237,00|");
+}
+
+/// In a package the manual lies in docs\manual of the folder above the program's, and programs are also
+/// copied.
+TEST(Demo, TheMenuFindsTheManualNearTheProgram) {
+    namespace fs = std::filesystem;
+    const fs::path top = fs::temp_directory_path() / L"TamveloManual (ñ)";
+    fs::remove_all(top);
+    const fs::path program = top / L"uno" / L"dos";
+    fs::create_directories(program);
+    EXPECT_EQ(FindManual(program), fs::path());
+    for (const fs::path& folder : {top / L"docs", top / L"uno" / L"docs", program, program / L"docs"}) {
+        const fs::path page = folder / L"manual" / L"index.html"; // each is nearer than the last
+        fs::create_directories(page);
+        EXPECT_NE(FindManual(program), page) << "a folder is no page";
+        fs::remove(page);
+        std::ofstream(page) << "x";
+        EXPECT_EQ(FindManual(program), page);
+    }
+    fs::remove_all(top);
+
+    const HMENU bar = MakeMenuBar();
+    wchar_t text[32] = L"";
+    GetMenuStringW(bar, IDM_MANUAL, text, ARRAYSIZE(text), MF_BYCOMMAND);
+    EXPECT_STREQ(text, L"&Manual");
+    DestroyMenu(bar);
 }
 
 } // namespace

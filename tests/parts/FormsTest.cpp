@@ -98,9 +98,18 @@ void WriteRows(std::string& text, std::span<const frame::KeyRow> rows,
     }
 }
 
+std::string ToolsOf(const frame::Form& form) {
+    std::wstring text;
+    for (const frame::ToolUse& use : form.Tools()) {
+        text += (text.empty() ? L"" : L" · ") + std::wstring(frame::ToolCaption(form.Tools(), use.id));
+    }
+    std::erase(text, L'&');
+    return base::ToUtf8(text);
+}
+
 std::string RowsOf(const std::string& room, const frame::Form& form) {
     const std::map<int, std::string> names = ControlNames(room);
-    std::string text;
+    std::string text = "Tools: " + ToolsOf(form) + "\n\n| key | where | command |\n|---|---|---|\n";
     WriteRows(text, form.Keys(), names);
     for (const frame::FormPart* part : form.FormParts()) {
         WriteRows(text, part->Keys(), names);
@@ -111,11 +120,15 @@ std::string RowsOf(const std::string& room, const frame::Form& form) {
 /// The record is for people who look a key up, and for whoever changes one: the difference shows what else it
 /// is used for.
 TEST_F(Forms, TheRecordOfKeysIsThatOfTheTables) {
-    std::string text =
-        "# Keys\nThe keys of all dialogs, as their tables have them; the first row that fits wins: the "
-        "form's own, those of its parts,\nthen those of every form. Written by a test "
-        "(`tests/parts/FormsTest.cpp`).\n\n## Every form\n| key | where | command "
-        "|\n|---|---|---|\n";
+    std::string text = R"(# Keys and tools
+The keys of all dialogs, as their tables have them; the first row that fits wins: the form's own, those of its parts,
+then those of every form. Tools stand as the bar has them. Written by a test (`tests/parts/FormsTest.cpp`); the
+manual's tables are made of it.
+
+## Every form
+| key | where | command |
+|---|---|---|
+)";
     const auto any = std::make_shared<nota::FrmNota>();
     WriteRows(text, frame::FrameCommands(*any).Keys(), {});
     std::string title;
@@ -123,8 +136,7 @@ TEST_F(Forms, TheRecordOfKeysIsThatOfTheTables) {
     const auto write = [&](const std::string& room, const std::shared_ptr<frame::Form>& form) {
         const std::string more = form ? RowsOf(room, *form) : std::string();
         if (!title.empty() && more != rows) { // forms with the same keys stand together
-            text +=
-                "\n## " + std::exchange(title, {}) + "\n| key | where | command |\n|---|---|---|\n" + rows;
+            text += "\n## " + std::exchange(title, {}) + "\n" + rows;
         }
         title += form ? (title.empty() ? "" : ", ") + base::ToUtf8(form->Name()) : std::string();
         rows = more;
@@ -132,7 +144,11 @@ TEST_F(Forms, TheRecordOfKeysIsThatOfTheTables) {
     write("selection", std::make_shared<selection::FrmSeleccion>());
     write("selection", std::make_shared<selection::FrmSeleccionTrueFalse>());
     write("selection", std::make_shared<selection::FrmSelecAdd>());
-    write("selection", std::make_shared<selection::CriteriaForm>(selection::kSelecVenta));
+    for (const selection::CriteriaDesign* design :
+         {&selection::kSelecVenta, &selection::kSeleccionar, &selection::kSelecMinim, &selection::kSelecLab,
+          &selection::kSelecRecibo}) {
+        write("selection", std::make_shared<selection::CriteriaForm>(*design));
+    }
     write("search", std::make_shared<search::FrmBuscar>());
     write("search", std::make_shared<search::FrmRegistros>());
     write("gridconfig", std::make_shared<gridconfig::ColumnsForm>(gridconfig::kColumnas));
