@@ -6,6 +6,7 @@
 #include <set>
 
 #include "base/Text.h"
+#include "contract/Members.h"
 #include "frame/Resources.h"
 #include "tests/dialogs/EveryOperation.h"
 #include "tests/support/Clerk.h"
@@ -105,6 +106,34 @@ constexpr Silent kSilent[] = {
     {L"objClsEvents.AceptarEliminar", Fault::Missing, VT_EMPTY, "the status line tells"},
     {L"objClsEvents.clsEvents_AceptaSeleccion", Fault::Missing, VT_EMPTY, "may be missing"},
 };
+
+/// The object of the contract that a way leads to ("MyClase.Recordset.Fields"), and the member at its end.
+std::pair<std::wstring, std::wstring> MemberAt(const std::wstring& way) {
+    static const std::map<std::wstring, const wchar_t*> objects{{L"Clone", L"Recordset"},
+                                                                {L"Fields.Item", L"Field"},
+                                                                {L"Columns.Item", L"Column"},
+                                                                {L"_NewEnum.Next", L"informe"}};
+    const size_t dot = way.rfind(L'.');
+    std::wstring object = way.substr(0, dot);
+    for (const auto& [end, name] : objects) {
+        object = object.ends_with(end) ? name : object;
+    }
+    return {object.substr(object.rfind(L'.') + 1), way.substr(dot + 1)};
+}
+
+/// The rows of the library's list for that member in that operation.
+std::vector<const contract::Member*> RowsOf(const std::wstring& way, size_t operation) {
+    const auto [object, name] = MemberAt(way);
+    std::vector<const contract::Member*> rows;
+    for (const contract::Member& row : contract::Members()) {
+        const bool its = row.object == object || object == L"Entorno";
+        if (its && (row.name == name || row.name == name + L"=") &&
+            row.operations & contract::Bit(operation)) {
+            rows.push_back(&row);
+        }
+    }
+    return rows;
+}
 
 struct Scene {
     std::wstring error; // returned
@@ -228,6 +257,28 @@ protected:
         return wrong;
     }
 
+    /// What is used is listed for that operation, and what is listed as always needed is used.
+    static void ExpectListed(const Operation& operation, const std::map<std::wstring, VARTYPE>& called) {
+        const size_t number = static_cast<size_t>(&operation - Operations().data());
+        std::set<const contract::Member*> met;
+        for (const auto& [way, answers] : called) {
+            // Of the list that the appointment looks up in, which is the same object here; of no name.
+            const bool others = (operation.name == L"ShowNuevaCita" && way.starts_with(L"MyClase.") &&
+                                 way != L"MyClase.sClassName") ||
+                                way.ends_with(L"(default)") || way.ends_with(L".Next");
+            const auto rows = others ? std::vector<const contract::Member*>() : RowsOf(way, number);
+            EXPECT_TRUE(others || !rows.empty()) << base::ToUtf8(way) << " is not listed for it";
+            met.insert(rows.begin(), rows.end());
+        }
+        for (const contract::Member& row : contract::Members()) {
+            const std::wstring_view object = row.object;
+            const bool due = row.need == contract::Need::Always && row.operations & contract::Bit(number) &&
+                             object != L"Recordset" && object != L"Field"; // read in one of several ways
+            EXPECT_TRUE(!due || met.contains(&row))
+                << base::ToUtf8(row.object + std::wstring(L".") + row.name) << " is listed, and not used";
+        }
+    }
+
     /// For a long run, with a line for each fault: the operations whose names begin so, with a period behind
     /// them ("*": all).
     static const wchar_t* Only() { return _wgetenv(L"TAMVELO_FAULTS"); }
@@ -262,6 +313,10 @@ protected:
         EXPECT_EQ(clean.error, L"");
         EXPECT_THAT(clean.told, IsEmpty());
         EXPECT_FALSE(clean.stuck);
+        const bool looks = std::ranges::count(operation.parameters, L"ctl", &Parameter::name) > 0;
+        host.text = L"A-1"; // to be found at opening
+        ExpectListed(operation, looks ? Try(operation, use).called : clean.called);
+        host.text.clear();
         const Scene opening = Try(operation, L"");
         CountObjects();
         gdiSlack = m_all ? 100 : 32; // of the system, for all the tries together

@@ -6,14 +6,11 @@
 #include <vector>
 
 #include "base/Text.h"
+#include "contract/Members.h"
 
 namespace tamvelo::testing {
 
 namespace {
-
-constexpr char kDocument[] =
-#include "HostContract.inc"
-    ;
 
 /// One listed call: for each argument the types it may have, and how many there are at least.
 struct Call {
@@ -68,28 +65,26 @@ Call Parsed(const std::wstring& list) {
 /// By object, then by member in small letters.
 using Contract = std::map<std::wstring, std::map<std::wstring, Member>>;
 
+constexpr std::wstring_view kEnvironment[] = {L"Configuracion", L"Archivos", L"Errores",
+                                              L"Clases",        L"Citas",    L"Foco"};
+
 Contract Read() {
-    Contract contract;
-    bool listed = false;
-    for (const std::wstring& line : Split(*base::FromUtf8(kDocument), L'\n')) {
-        listed = line.starts_with(L"```") ? !listed : listed;
-        const size_t dot = line.find(L'.');
-        const size_t open = line.find(L'(');
-        if (!listed || dot == std::wstring::npos || open == std::wstring::npos) {
-            continue;
-        }
-        const bool put = line[open - 1] == L'=';
-        const std::wstring name = base::Lower(line.substr(dot + 1, open - dot - 1 - (put ? 1 : 0)));
-        Member& member = contract[line.substr(0, dot)][name];
-        (put ? member.puts : member.calls)
-            .push_back(Parsed(line.substr(open + 1, line.rfind(L')') - open - 1)));
+    Contract listed;
+    for (const contract::Member& row : contract::Members()) {
+        std::wstring name = base::Lower(row.name);
+        const bool put = name.ends_with(L"=");
+        name.erase(put ? name.size() - 1 : name.size());
+        // The tests' environment is all its components in one.
+        const bool component = std::ranges::find(kEnvironment, row.object) != std::end(kEnvironment);
+        Member& member = listed[component ? L"Entorno" : row.object][name];
+        (put ? member.puts : member.calls).push_back(Parsed(row.arguments));
     }
-    return contract;
+    return listed;
 }
 
 const Contract& Listed() {
-    static const Contract contract = Read();
-    return contract;
+    static const Contract listed = Read();
+    return listed;
 }
 
 bool Fits(const Call& call, const DISPPARAMS& parameters) {

@@ -4,7 +4,7 @@
 
 #include <string>
 
-/// What a host may be asked, as the documentation lists it ("Every call").
+/// What a host may be asked, by the list of the library's own (contract/Members.h).
 namespace tamvelo::testing {
 
 /// Whether the library may look for that member of that object; objects that are not listed have any.

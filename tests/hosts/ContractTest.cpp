@@ -1,0 +1,117 @@
+// The one list of what the library calls, against the sources that call, the documentation and the type
+// library.
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <set>
+
+#include "base/Text.h"
+#include "contract/Members.h"
+#include "tests/hosts/Server.h"
+#include "tests/support/Operations.h"
+
+namespace tamvelo::hosts {
+namespace {
+
+using ::testing::ElementsAreArray;
+using ::testing::HasSubstr;
+
+const std::filesystem::path kSources = std::filesystem::path(TAMVELO_HOSTS) / ".." / "..";
+constexpr const char* kStoreys[] = {"com",   "contract", "win",       "objects",    "grid",    "environment",
+                                    "frame", "search",   "selection", "gridconfig", "reports", "dates"};
+
+std::string ReadAll(const std::filesystem::path& file) {
+    std::ostringstream all;
+    all << std::ifstream(kSources / file, std::ios::binary).rdbuf();
+    EXPECT_FALSE(all.str().empty()) << file;
+    return all.str();
+}
+
+std::string Narrow(const wchar_t* text) { return base::ToUtf8(text); }
+
+/// The library's sources, but the list itself.
+std::string Sources() {
+    std::string all;
+    for (const char* storey : kStoreys) {
+        for (const auto& file : std::filesystem::directory_iterator(kSources / storey)) {
+            const auto extension = file.path().extension();
+            if ((extension == ".cpp" || extension == ".h") && file.path().stem() != "Members") {
+                all += ReadAll(file.path());
+            }
+        }
+    }
+    return all;
+}
+
+/// A member's name as it is called; an asterisk of a property that is written is none of it.
+std::string NameOf(const contract::Member& row) {
+    std::string name = Narrow(row.name);
+    name.erase(name.find_last_not_of('=') + 1);
+    return name;
+}
+
+TEST(Members, AreThoseThatTheSourcesCall) {
+    const std::string sources = Sources();
+    std::set<std::string> listed{"ShowColums", "ShowSelec", "Index"}; // of our own objects
+    for (const contract::Member& row : contract::Members()) {
+        listed.insert(NameOf(row));
+        EXPECT_THAT(sources, HasSubstr("L\"" + NameOf(row) + "\""));
+    }
+    const std::regex calls(
+        R"re(\b(?:Call|Put|Answers|Offer|IsTrue|Ask|FindMember|Hand|OptionalMember \w+)[({](?:\w+(?:\.Get\(\))?, )?L"(\w+)")re");
+    size_t found = 0;
+    for (std::sregex_iterator at(sources.begin(), sources.end(), calls), end; at != end; ++at, ++found) {
+        EXPECT_TRUE(listed.contains((*at)[1])) << (*at)[1] << " is called and not listed";
+    }
+    EXPECT_GT(found, 120U) << "the calls are written in another way now";
+}
+
+TEST(Members, AreTheDocumentedOnes) {
+    std::string calls;
+    std::string object;
+    std::set<std::string> written;
+    const std::string environment = ReadAll("docs/environment.md");
+    for (const contract::Member& row : contract::Members()) {
+        if (row.object == std::wstring_view(L"Configuracion")) { // there and below, the environment
+            object = "environment";
+        }
+        if (object == "environment") {
+            EXPECT_THAT(environment, HasSubstr("`" + NameOf(row) + "("));
+            continue;
+        }
+        const std::string line =
+            Narrow(row.object) + "." + Narrow(row.name) + "(" + Narrow(row.arguments) + ")\n";
+        if (written.insert(line).second) { // an empty line before what others are asked for
+            const bool part = Narrow(row.object).starts_with("Field") || Narrow(row.object) == "Column" ||
+                              Narrow(row.object) == "informe";
+            calls += !object.empty() && object != Narrow(row.object) && !part ? "\n" + line : line;
+            object = Narrow(row.object);
+        }
+    }
+    const std::string document = ReadAll("docs/host-contract.md");
+    const size_t at = document.find("```\n", document.find("## Every call")) + 4;
+    EXPECT_EQ(document.substr(at, document.find("```", at) - at), calls)
+        << "what docs/host-contract.md should list";
+}
+
+TEST(Members, AreListedForTheOperationsOfTheTypeLibrary) {
+    std::vector<std::wstring> described;
+    std::vector<std::wstring> listed;
+    for (const auto& operation : tamvelo::testing::Operations()) {
+        described.push_back(operation.name);
+    }
+    for (const contract::Operation& operation : contract::Operations()) {
+        listed.emplace_back(operation.name);
+    }
+    EXPECT_THAT(listed, ElementsAreArray(described));
+    contract::OperationSet hearing = 0; // each ends with an answer
+    for (const contract::Member& row : contract::Members()) {
+        hearing |= row.object == std::wstring_view(L"objClsEvents") ? row.operations : 0;
+    }
+    EXPECT_EQ(hearing, contract::Bit(listed.size()) - 1);
+}
+
+} // namespace
+} // namespace tamvelo::hosts
