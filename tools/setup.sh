@@ -17,6 +17,8 @@ cppcheck                                                          cppcheck
 python3                                                           python3
 git                                                               git
 npm                                                               npm
+ppcx64-3.2.2                                                      fp-compiler-3.2.2
+/usr/share/fpcsrc/3.2.2/compiler/pp.pas                           fpc-source-3.2.2
 flock                                                             util-linux
 localedef                                                         libc-bin
 /usr/src/googletest/CMakeLists.txt                                googletest

@@ -1,38 +1,17 @@
 // Hosts in scripts, under the interpreter that they are written for, and a person at the keyboard: every
 // operation with what the script is asked and answered.
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <functional>
 #include <sstream>
-#include <thread>
 
-#include "Server.h"
-#include "com/Automation.h"
+#include "Person.h"
 #include "dates/Resources.h"
 #include "frame/Resources.h"
 #include "search/Resources.h"
 #include "selection/Resources.h"
 #include "tests/support/Operations.h"
-#include "tests/support/ShownGrid.h"
 
 namespace tamvelo::hosts {
 namespace {
-
-/// What a user does, or sees, in place of a key.
-enum : UINT { kClick = 0x1000, kSays, kShows, kGoTo };
-
-/// Waits until a control has the focus, types and presses a key. In place of a key: a click on the control
-/// wherever the focus is; a control says the text, or a grid shows its rows, the current one in brackets;
-/// another window comes forward.
-struct Step {
-    int control;
-    UINT key;
-    std::wstring text = {};
-};
-using Steps = std::vector<Step>;
 
 const Steps kLeave{{IDC_DATAGRID, VK_ESCAPE}};
 const Steps kAccept{{IDC_DATAGRID, VK_RETURN}};
@@ -41,6 +20,7 @@ const Steps kThird{{IDC_LIST1, VK_DOWN}, {IDC_LIST1, VK_DOWN}, {IDC_LIST1, VK_SP
 const Steps kCode{
     {IDC_CRITERIA_FIELDS + 1, 0, L"a1b"}, {IDC_CRITERIA_FIELDS + 1, kSays, L"ab"}, {0, VK_RETURN}};
 
+/// A statement of the script, and what comes of it.
 struct Row {
     std::wstring statement;
     std::wstring caption; // of the dialog that opens, if one does
@@ -182,136 +162,18 @@ const Row kRows[] = {
     {L"NoExiste", L"", "Error 438"},
 };
 
-/// Waits until the condition holds; false after ten seconds.
-bool Eventually(const std::function<bool()>& condition) {
-    const ULONGLONG start = GetTickCount64();
-    bool holds = false;
-    while (!(holds = condition()) && GetTickCount64() - start < 10'000) {
-        Sleep(10);
-    }
-    return holds;
-}
-
-/// The control that has the focus in the window's thread.
-HWND FocusIn(HWND window) {
-    GUITHREADINFO info{};
-    info.cbSize = sizeof info;
-    GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
-    return info.hwndFocus;
-}
-
-bool Reads(const Step& step, HWND control) {
-    if (step.key == kSays) {
-        wchar_t text[128] = L"";
-        SendMessageTimeoutW(control, WM_GETTEXT, ARRAYSIZE(text), reinterpret_cast<LPARAM>(text),
-                            SMTO_ABORTIFHUNG, 2000, nullptr);
-        return text == step.text;
-    }
-    const auto shown = tamvelo::testing::ReadGrid(control);
-    std::wstring rows;
-    for (const std::wstring& row : shown.rows) {
-        rows += &row == &shown.rows[0] + shown.selected ? L"[" + row + L"]" : L" " + row + L" ";
-    }
-    return rows == step.text;
-}
-
-/// True when it could be done.
-bool Do(const Step& step, HWND& window) {
-    if (step.key == kGoTo) {
-        return Eventually([&] {
-                   window = FindWindowW(nullptr, step.text.c_str());
-                   return window && IsWindowVisible(window) && FocusIn(window);
-               }) &&
-               SetForegroundWindow(window);
-    }
-    const HWND control = GetDlgItem(window, step.control);
-    if (step.key == kClick) {
-        return PostMessageW(control, BM_CLICK, 0, 0);
-    }
-    if (step.key == kSays || step.key == kShows) {
-        return Eventually(
-            [&] { return Reads(step, step.key == kSays && !control ? FocusIn(window) : control); });
-    }
-    HWND focus = nullptr;
-    const bool there = Eventually([&] { // it may be still to be made, in a panel of the dialog's
-        focus = FocusIn(window);
-        return focus && (step.control == 0 || GetDlgCtrlID(focus) == step.control);
-    });
-    for (const wchar_t letter : step.text) {
-        PostMessageW(focus, WM_CHAR, letter, 1);
-    }
-    if (step.key != 0) {
-        PostMessageW(focus, WM_KEYDOWN, step.key, 1);
-        PostMessageW(focus, WM_KEYUP, step.key, static_cast<LPARAM>(0xC0000001));
-    }
-    return there;
-}
-
-/// Works through the dialogs from outside, as a person would; ends the program where that cannot go on.
-void Work(std::span<const Row> rows) {
-    CoInitializeEx(nullptr, COINIT_MULTITHREADED);
-    for (const Row& row : rows) {
-        if (row.caption.empty()) {
-            continue;
-        }
-        SCOPED_TRACE(::testing::PrintToString(row.statement + L": " + row.caption));
-        HWND window = nullptr;
-        bool well = Do({0, kGoTo, row.caption}, window);
-        for (const Step& step : row.steps) {
-            EXPECT_TRUE(well) << "before step " << &step - row.steps.data();
-            well = well && Do(step, window);
-        }
-        well = well && Eventually([&] { return !IsWindow(window); });
-        EXPECT_TRUE(well) << "it stays open";
-        if (!well) {
-            DWORD script = 0; // it would wait for ever
-            GetWindowThreadProcessId(window, &script);
-            TerminateProcess(OpenProcess(PROCESS_TERMINATE, FALSE, script), 1);
-            break;
-        }
-    }
-    CoUninitialize();
-}
-
-/// A file of the sources, or the part between two lines of it.
-std::string Text(const char* file, const std::string& from = {}, const std::string& to = {}) {
-    std::ostringstream all;
-    all << std::ifstream(std::string(TAMVELO_HOSTS "/") + file, std::ios::binary).rdbuf();
-    const std::string text = all.str();
-    const size_t begin = text.find(from) + from.size();
-    EXPECT_GE(begin, from.size()) << from;
-    return text.substr(begin, to.empty() ? std::string::npos : text.find(to, begin) - begin);
-}
-
-class ScriptTest : public ::testing::Test {
-protected:
-    void SetUp() override {
-        RegDeleteTreeW(HKEY_CURRENT_USER, L"SOFTWARE\\Tamvelo"); // what dialogs have kept
-        ASSERT_EQ(RunRegsvr32(L""), 0U);
-    }
-    void TearDown() override { EXPECT_EQ(RunRegsvr32(L"/u"), 0U); }
-    static void Put(const wchar_t* script, const std::string& text) {
-        std::ofstream(std::filesystem::path(Folder()) / script, std::ios::binary) << text;
-    }
-    /// Runs a program while somebody works its dialogs; what it printed, its lines parted by LF.
-    static std::string Run(const std::wstring& command, std::span<const Row> rows) {
-        std::thread person([rows] { Work(rows); });
-        Finished finished = RunProgram(command);
-        person.join();
-        EXPECT_EQ(finished.code, 0U);
-        std::erase(finished.output, '\r');
-        return finished.output;
-    }
-};
+using ScriptTest = PersonTest;
 
 TEST_F(ScriptTest, EveryOperationAsksAndAnswersExactlyThis) {
     std::string text = Text("host.vbs");
+    std::vector<Visit> visits;
     for (const Row& row : kRows) {
+        visits.push_back({row.caption, row.steps});
         text += "Empieza " + std::to_string(&row - kRows) + "\ndialogos." +
                 std::string(row.statement.begin(), row.statement.end()) + "\n";
     }
     Put(L"host.vbs", text + "Empieza " + std::to_string(std::size(kRows)) + "\n");
-    std::istringstream output(Run(L"cscript.exe //nologo host.vbs", kRows));
+    std::istringstream output(Run(L"cscript.exe //nologo host.vbs", visits));
     std::string got, line;
     std::getline(output, line);
     for (const Row& row : kRows) {
@@ -328,29 +190,11 @@ TEST_F(ScriptTest, EveryOperationAsksAndAnswersExactlyThis) {
     }
 }
 
-// What others copy, as it stands, and the same in programs of both kinds of run-time library that need no
-// registration. Its fields belong to a record, and it has neither clones nor bookmarks.
-TEST_F(ScriptTest, ExamplesShowTheirRowsAndDeliverTheOneHighlighted) {
-    const Steps second{{IDC_DATAGRID, VK_DOWN},
-                       {IDC_DATAGRID, kShows, L" A-1; Tornillo [A-2; Tuerca] A-3; Arandela "},
-                       {IDC_DATAGRID, VK_RETURN}};
-    const Row rows[] = {{L"", L"Selección de articulos", "", second}};
-    Put(L"readme.vbs", // with the data class that its lines refer to
-        Text("../../examples/seleccion.vbs", "Option Explicit\n", "Class Pantalla") +
-            Text("../../README.md", "```vb\n", "```"));
-    for (const wchar_t* command :
-         {L"cscript.exe //nologo seleccion.vbs", L"cscript.exe //nologo readme.vbs", L"seleccion-example.exe",
-          L"guests\\seleccion-static.exe", L"guests\\seleccion-shared.exe"}) {
-        EXPECT_TRUE(Run(command, rows).ends_with("A-2\n")) << ::testing::PrintToString(std::wstring(command));
-    }
-}
-
 // No answer: Wine's engine for this language takes no arguments by reference, and the sink's are.
 TEST_F(ScriptTest, ObjectsWithoutTypesServeToo) {
-    const Row rows[] = {
-        {L"", L"Selección de familias", "", {{IDC_DATAGRID, VK_DOWN}, {IDC_DATAGRID, VK_ESCAPE}}}};
+    const Visit visits[] = {{L"Selección de familias", {{IDC_DATAGRID, VK_DOWN}, {IDC_DATAGRID, VK_ESCAPE}}}};
     Put(L"panel.js", Text("panel.js"));
-    EXPECT_EQ(Run(L"cscript.exe //nologo panel.js", rows), "Requery seleccion\nQueda en 2\n");
+    EXPECT_EQ(Run(L"cscript.exe //nologo panel.js", visits), "Requery seleccion\nQueda en 2\n");
 }
 
 } // namespace
