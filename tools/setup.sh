@@ -10,6 +10,7 @@ i686-w64-mingw32-widl                                             mingw-w64-tool
 g++                                                               g++
 clang++                                                           clang
 cmake                                                             cmake
+makensis                                                          nsis
 ninja                                                             ninja-build
 clang-format                                                      clang-format
 clang-tidy                                                        clang-tidy

@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 
-#include <map>
-
+#include "RegistryView.h"
 #include "Server.h"
 #include "com/Error.h"
 
@@ -15,31 +14,6 @@ using Install = HRESULT STDAPICALLTYPE(BOOL, PCWSTR);
 const std::wstring kClasses = L"Software\\Classes\\";
 const std::wstring kClass = kClasses + L"CLSID\\{043d9058-66c9-47c8-b6b5-86e743af173d}";
 const std::wstring kLastWritten = kClasses + L"Interface\\{013a48d8-a9f0-4fd6-803c-97786e3e425a}";
-
-/// Keys and values below a key, by their path.
-using Snapshot = std::map<std::wstring, std::wstring>;
-void Read(HKEY hive, const std::wstring& path, Snapshot& found) {
-    HKEY key = nullptr;
-    if (RegOpenKeyExW(hive, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) {
-        return;
-    }
-    found[path] = L"key";
-    wchar_t name[256];
-    wchar_t text[1024];
-    DWORD length = ARRAYSIZE(name);
-    for (DWORD i = 0, size = sizeof text;
-         RegEnumValueW(key, i, name, &length, nullptr, nullptr, reinterpret_cast<BYTE*>(text), &size) ==
-         ERROR_SUCCESS;
-         ++i) {
-        found[path + L"\\\\" + name] = std::wstring(text, size / sizeof(wchar_t));
-        length = ARRAYSIZE(name);
-        size = sizeof text;
-    }
-    for (DWORD i = 0; RegEnumKeyW(key, i, name, ARRAYSIZE(name)) == ERROR_SUCCESS; ++i) {
-        Read(hive, path + L"\\" + name, found);
-    }
-    RegCloseKey(key);
-}
 
 /// What is ours: the machine's classes are thousands, and others may add some at any time.
 Snapshot Ours(HKEY hive) {
