@@ -23,7 +23,7 @@ Function* Export(HMODULE module, const char* name) {
 
 } // namespace
 
-Library::Library() : m_module(LoadLibraryW(BesideThisProgram(L"Tamvelo.dll").c_str())) {
+Library::Library() : m_module(LoadLibraryW(BesideThisProgram(TAMVELO_LIBRARY).c_str())) {
     if (!m_module) {
         com::ThrowLastError(L"No se puede cargar Tamvelo.dll.");
     }
@@ -43,7 +43,7 @@ bool Library::Unused() const {
     return Export<HRESULT STDAPICALLTYPE()>(m_module, "DllCanUnloadNow")() == S_OK;
 }
 
-std::wstring Library::Path() const { return BesideThisProgram(L"Tamvelo.dll"); }
+std::wstring Library::Path() const { return BesideThisProgram(TAMVELO_LIBRARY); }
 
 const GridDialog kPanel{"el panel", "", [](entry::IClsShowSerch& object, Host& given) {
                             return object.ShowSelec(given.sink.GetAddressOf(), given.data.GetAddressOf(),

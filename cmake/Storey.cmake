@@ -11,6 +11,8 @@ target_compile_options(
 if(WIN32)
     # GCC 12 folds functions with the same body into one even where their calling conventions differ.
     target_compile_options(tamvelo_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fno-ipa-icf>)
+    target_compile_definitions(
+        tamvelo_options INTERFACE "$<$<COMPILE_LANGUAGE:CXX>:TAMVELO_LIBRARY=L\"Tamvelo${TAMVELO_SUFFIX}.dll\">")
     target_compile_definitions(tamvelo_options INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN STRICT
                                                          _WIN32_WINNT=0x0A00 WINVER=0x0A00 _WIN32_IE=0x0A00)
 endif()

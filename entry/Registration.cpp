@@ -52,22 +52,41 @@ std::wstring ClassKey(const ServerClass& served) { return L"CLSID\\" + Braced(se
 
 std::wstring LibraryKey() { return L"TypeLib\\" + Braced(kLibraryId) + L"\\" + kVersion; }
 
+/// Where the type library of this kind of process stands: the key has a child for each kind.
+constexpr const wchar_t* kPlatform = sizeof(void*) == 8 ? L"\\0\\win64" : L"\\0\\win32";
+constexpr const wchar_t* kOtherPlatform = sizeof(void*) == 8 ? L"\\0\\win32" : L"\\0\\win64";
+
 std::wstring InterfaceKey(const Interface& described) { return L"Interface\\" + Braced(described.id); }
 
-/// The keys that are ours with all that is in them.
-std::vector<std::wstring> OwnKeys() {
-    std::vector<std::wstring> keys{LibraryKey()};
+HKEY Hive(Scope scope) { return scope == Scope::User ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE; }
+
+/// Whether the library for the other kind of process is registered there as well.
+bool OtherStands(HKEY hive) {
+    HKEY key = nullptr;
+    const std::wstring path = kClasses + LibraryKey() + kOtherPlatform;
+    const bool stands = RegOpenKeyExW(hive, path.c_str(), 0, KEY_QUERY_VALUE, &key) == ERROR_SUCCESS;
+    if (stands) {
+        RegCloseKey(key);
+    }
+    return stands;
+}
+
+/// The keys that are ours with all that is in them. Windows keeps classes and interfaces apart for programs
+/// of 32 and of 64 bits, names and type libraries it does not.
+std::vector<std::wstring> OwnKeys(HKEY hive) {
+    const bool shared = OtherStands(hive);
+    std::vector<std::wstring> keys{LibraryKey() + (shared ? kPlatform : L"")};
     for (const ServerClass& served : ServerClasses()) {
         keys.push_back(ClassKey(served));
-        keys.emplace_back(served.progId);
+        if (!shared) {
+            keys.emplace_back(served.progId);
+        }
     }
     for (const Interface& described : kInterfaces) {
         keys.push_back(InterfaceKey(described));
     }
     return keys;
 }
-
-HKEY Hive(Scope scope) { return scope == Scope::User ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE; }
 
 /// Deletes the parents of a key of ours among the classes, from the innermost outwards, that hold nothing.
 void DeleteEmptyParents(HKEY hive, std::wstring path) {
@@ -110,7 +129,7 @@ void Register(Scope scope) {
         set(std::wstring(served.progId) + L"\\CLSID", L"", Braced(served.id));
     }
     set(LibraryKey(), L"", L"Tamvelo");
-    set(LibraryKey() + L"\\0\\win32", L"", path);
+    set(LibraryKey() + kPlatform, L"", path);
     set(LibraryKey() + L"\\FLAGS", L"", L"0");
     set(LibraryKey() + L"\\HELPDIR", L"", path.substr(0, path.rfind(L'\\')));
     for (const Interface& described : kInterfaces) {
@@ -125,7 +144,7 @@ void Register(Scope scope) {
 
 void Unregister(Scope scope) {
     LSTATUS refused = ERROR_SUCCESS;
-    for (const std::wstring& key : OwnKeys()) {
+    for (const std::wstring& key : OwnKeys(Hive(scope))) {
         const std::wstring path = kClasses + key;
         const LSTATUS status = RegDeleteTreeW(Hive(scope), path.c_str());
         if (status == ERROR_SUCCESS) {

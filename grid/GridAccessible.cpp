@@ -246,7 +246,7 @@ private:
             return CO_E_OBJNOTCONNECTED;
         }
         HRESULT result = S_OK;
-        const HRESULT guarded = com::Guard(IID_IAccessible, [&] { result = body(*view); });
+        const HRESULT guarded = com::Guard(__uuidof(IAccessible), [&] { result = body(*view); });
         return FAILED(guarded) ? guarded : result;
     }
 
@@ -313,7 +313,7 @@ private:
 
 LRESULT AnswerAccessible(std::weak_ptr<GridView> view, WPARAM flags) {
     const auto object = com::Make<GridAccessible>(std::move(view));
-    return LresultFromObject(IID_IAccessible, flags, static_cast<IAccessible*>(object.Get()));
+    return LresultFromObject(__uuidof(IAccessible), flags, static_cast<IAccessible*>(object.Get()));
 }
 
 void AnnounceRow(const GridView& view) {

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""typelib.py WIDL SOURCE.idl OUT.tlb OUT.h : compiles the type library, and the interfaces for C++.
+"""typelib.py WIDL BITS SOURCE.idl OUT.tlb OUT.h : compiles the type library, and the interfaces for C++.
 
 The compiler takes help strings as Windows text, our source is UTF-8; and it writes the time into its result, which
 would make every build different.
@@ -9,7 +9,8 @@ import re
 import subprocess
 import sys
 
-widl, source, out, header = sys.argv[1], *map(pathlib.Path, sys.argv[2:5])
+widl, bits = sys.argv[1:3]
+source, out, header = map(pathlib.Path, sys.argv[3:6])
 here = pathlib.Path(__file__).resolve().parent
 work = out.resolve().parent / "idl"
 work.mkdir(parents=True, exist_ok=True)
@@ -17,7 +18,7 @@ work.mkdir(parents=True, exist_ok=True)
 
 
 def compile_library(idl, made, kind="-t"):
-    done = subprocess.run([widl, "-m32", kind, "--nostdinc", f"-I{here}", f"-L{work}", "-o", made, idl], cwd=work,
+    done = subprocess.run([widl, f"-m{bits}", kind, "--nostdinc", f"-I{here}", f"-L{work}", "-o", made, idl], cwd=work,
                           stderr=subprocess.PIPE, text=True)
     # A default value on a by-reference parameter is what we mean.
     said = [line for line in done.stderr.splitlines() if "non-null pointer default value" not in line]

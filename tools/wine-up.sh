@@ -1,11 +1,11 @@
 #!/bin/bash
-# wine-up.sh KEEPER.EXE : brings Wine's server and desktop up for a series of programs and keeps them up, at every seat of
-# tests/seats.json, until `wine-up.sh --down`. Whoever starts the first program of a prefix also starts Wine's helpers,
+# wine-up.sh WINE KEEPER.EXE : brings Wine's server and desktop up for a series of programs and keeps them up, at every seat of
+# tests/seats.json, until `wine-up.sh WINE --down`. Whoever starts the first program of a prefix also starts Wine's helpers,
 # which inherit its output: ctest would wait for them for seconds. Hence nothing of the caller's is left open here.
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
-wine=$here/wine32.sh
-keeper=$1
+wine=$1 # wine32.sh or wine64.sh
+keeper=$2
 
 up() { "$wine" tasklist | grep -q -i "$1"; }
 bring_up() {

@@ -38,7 +38,6 @@ long GdiObjects() {
     if (const DWORD counted = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS)) {
         return static_cast<long>(counted);
     }
-    static_assert(sizeof(void*) == 4, "the offset below is that of a 32-bit process");
     struct Entry {
         unsigned long long object;
         unsigned owner;
@@ -47,7 +46,7 @@ long GdiObjects() {
         unsigned char flags;
         unsigned long long user;
     };
-    constexpr size_t kHandleTable = 0x94;
+    constexpr size_t kHandleTable = sizeof(void*) == 8 ? 0xF8 : 0x94; // in the process's own block
     constexpr int kHandles = 65536;
     const auto processBlock = reinterpret_cast<const char*(WINAPI*)()>(
         reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "RtlGetCurrentPeb")));

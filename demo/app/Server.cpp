@@ -25,7 +25,7 @@ ComPtr<IDispatch> Registered() {
 
 /// What COM does with a registered library, done by hand. The library stays loaded.
 ComPtr<IDispatch> BesideUs() {
-    const std::wstring path = ProgramFolder() + L"\\Tamvelo.dll";
+    const std::wstring path = ProgramFolder() + L"\\" TAMVELO_LIBRARY;
     const HMODULE library = LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
     if (library == nullptr) {
         com::ThrowLastError(L"La biblioteca Tamvelo no está registrada y no se puede cargar «" + path +

@@ -115,7 +115,7 @@ Held Count() {
     Held held;
     // Asked first: with the answer the library lets the components of the environment go.
     const auto unused = reinterpret_cast<HRESULT(WINAPI*)()>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"Tamvelo.dll"), "DllCanUnloadNow")));
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(TAMVELO_LIBRARY), "DllCanUnloadNow")));
     held.inUse = unused() != S_OK;
     held.references = com::Module::Locks();
     held.windows = WindowCount();

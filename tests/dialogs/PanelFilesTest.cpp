@@ -153,7 +153,7 @@ TEST_F(PanelFiles, TheOwnBarComesFirstThenTheSharedThenTheDesign) {
     // A copy of the library in a folder of its own: with a shared arrangement beside it, and without.
     const std::wstring shared = File(L"KvSearchTool.atb");
     WriteText(shared, "Tamvelo barra 1\n[herramienta ID_MoveNext]\nbanda=Registros\nvisible=0\n");
-    CopyFileW((hosts::Folder() + L"\\Tamvelo.dll").c_str(), File(L"Tamvelo.dll").c_str(), FALSE);
+    CopyFileW((hosts::Folder() + L"\\" TAMVELO_LIBRARY).c_str(), File(TAMVELO_LIBRARY).c_str(), FALSE);
     hosts::Server copy(File(L"."));
     server = copy.Create();
     Use(expect(true, false));

@@ -42,10 +42,11 @@ Finished RunProgram(const std::wstring& command) {
 }
 
 DWORD RunRegsvr32(const std::wstring& how) {
-    return RunProgram(L"regsvr32.exe /s " + how + L" \"" + Folder() + L"\\Tamvelo.dll\"").code;
+    return RunProgram(L"regsvr32.exe /s " + how + L" \"" + Folder() + L"\\" TAMVELO_LIBRARY L"\"").code;
 }
 
-Server::Server(const std::wstring& folder) : m_module(LoadLibraryW((folder + L"\\Tamvelo.dll").c_str())) {
+Server::Server(const std::wstring& folder)
+    : m_module(LoadLibraryW((folder + L"\\" TAMVELO_LIBRARY).c_str())) {
     EXPECT_NE(m_module, nullptr) << GetLastError();
 }
 
@@ -62,7 +63,7 @@ bool Server::MayUnload() const { return Export<HRESULT STDAPICALLTYPE()>("DllCan
 
 bool Server::Unload() {
     FreeLibrary(m_module);
-    return GetModuleHandleW(L"Tamvelo.dll") == nullptr;
+    return GetModuleHandleW(TAMVELO_LIBRARY) == nullptr;
 }
 
 } // namespace tamvelo::hosts

@@ -102,7 +102,7 @@ protected:
     // What a screen reader is told: rows are its children from 1, the headings follow.
     com::ComPtr<IAccessible> Accessible() {
         com::ComPtr<IAccessible> object;
-        AccessibleObjectFromWindow(m_grid->Window(), static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
+        AccessibleObjectFromWindow(m_grid->Window(), static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
                                    reinterpret_cast<void**>(&object));
         return object;
     }

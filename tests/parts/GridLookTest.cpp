@@ -89,7 +89,7 @@ TEST_F(GridLookTest, TheBarBelowScrollsRowsAndHeadingsSideways) {
         {WM_HSCROLL, SB_RIGHT, most},
         {WM_HSCROLL, SB_LEFT, 0},
         {WM_MOUSEHWHEEL, MAKEWPARAM(0, WHEEL_DELTA), std::min(step, most)},
-        {WM_MOUSEHWHEEL, MAKEWPARAM(0, -2 * WHEEL_DELTA), 0},
+        {WM_MOUSEHWHEEL, MAKEWPARAM(0, static_cast<WORD>(-2 * WHEEL_DELTA)), 0},
     };
     for (const auto& [message, w, scrolled] : turns) {
         SCOPED_TRACE(w);

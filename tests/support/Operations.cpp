@@ -28,7 +28,7 @@ std::vector<Operation> OfPublicClass() {
     const std::wstring program(path, GetModuleFileNameW(nullptr, path, ARRAYSIZE(path)));
     com::ComPtr<ITypeLib> library;
     com::ComPtr<ITypeInfo> info;
-    com::Check(LoadTypeLibEx((program.substr(0, program.rfind(L'\\')) + L"\\Tamvelo.dll").c_str(),
+    com::Check(LoadTypeLibEx((program.substr(0, program.rfind(L'\\')) + L"\\" TAMVELO_LIBRARY).c_str(),
                              REGKIND_NONE, &library));
     com::Check(library->GetTypeInfo(0, &info));
     return Functions(info.Get());

@@ -9,7 +9,7 @@ namespace tamvelo::testing {
 ShownGrid ReadGrid(HWND grid) {
     ShownGrid shown;
     com::ComPtr<IAccessible> object;
-    if (FAILED(AccessibleObjectFromWindow(grid, static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
+    if (FAILED(AccessibleObjectFromWindow(grid, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
                                           reinterpret_cast<void**>(&object)))) {
         return shown;
     }

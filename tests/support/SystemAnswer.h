@@ -12,7 +12,9 @@ class SystemAnswer {
 public:
     SystemAnswer(const wchar_t* module, const char* function, unsigned char parameters, int answer)
         : m_function(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(module), function))) {
-        unsigned char code[kLength] = {0xB8, 0, 0, 0, 0, 0xC2, static_cast<unsigned char>(4 * parameters), 0};
+        constexpr unsigned char taken = sizeof(void*) == 8 ? 0 : 4; // off the stack, for each
+        unsigned char code[kLength] = {0xB8, 0, 0, 0, 0, 0xC2, static_cast<unsigned char>(taken * parameters),
+                                       0};
         memcpy(code + 1, &answer, sizeof answer);
         memcpy(m_before, m_function, kLength);
         Write(code);
