@@ -6,6 +6,8 @@ set -euo pipefail
 needs='
 i686-w64-mingw32-g++-posix                                        g++-mingw-w64-i686-posix
 i686-w64-mingw32-gcc-posix                                        gcc-mingw-w64-i686-posix
+x86_64-w64-mingw32-g++-posix                                      g++-mingw-w64-x86-64-posix
+x86_64-w64-mingw32-gcc-posix                                      gcc-mingw-w64-x86-64-posix
 i686-w64-mingw32-widl                                             mingw-w64-tools
 g++                                                               g++
 clang++                                                           clang

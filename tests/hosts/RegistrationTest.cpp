@@ -13,13 +13,13 @@ using Install = HRESULT STDAPICALLTYPE(BOOL, PCWSTR);
 
 const std::wstring kClasses = L"Software\\Classes\\";
 const std::wstring kClass = kClasses + L"CLSID\\{043d9058-66c9-47c8-b6b5-86e743af173d}";
+const std::wstring kLibrary = kClasses + L"TypeLib\\{283a5031-a929-41d5-87cb-3a295ca13e47}";
 const std::wstring kLastWritten = kClasses + L"Interface\\{013a48d8-a9f0-4fd6-803c-97786e3e425a}";
 
 /// What is ours: the machine's classes are thousands, and others may add some at any time.
 Snapshot Ours(HKEY hive) {
     Snapshot found;
-    for (const std::wstring& path : {kClass, kLastWritten, kClasses + L"Tamvelo.ClsShowSerch",
-                                     kClasses + L"TypeLib\\{283a5031-a929-41d5-87cb-3a295ca13e47}",
+    for (const std::wstring& path : {kClass, kLastWritten, kClasses + L"Tamvelo.ClsShowSerch", kLibrary,
                                      kClasses + L"Interface\\{dc1603ac-63cf-4adb-a96d-b063214271c5}",
                                      kClasses + L"Interface\\{18e14ba8-ca82-4820-becd-ac9077b2032f}"}) {
         Read(hive, path, found);
@@ -87,6 +87,28 @@ TEST_F(RegistrationTest, ForTheUserWritesTheSameAsForTheMachineAndNothingForOthe
     EXPECT_THAT(Ours(HKEY_CURRENT_USER), ContainerEq(machine));
     EXPECT_EQ(RunRegsvr32(L"/u /n /i:user"), 0U);
     EXPECT_EQ(m_install(TRUE, L"otra cosa"), E_INVALIDARG);
+}
+
+// Of a library for 32 and one for 64 bits the second one to go takes along what both need: the name and the
+// type library.
+TEST_F(RegistrationTest, LeavesWhatTheOtherKindOfProcessNeeds) {
+    constexpr wchar_t kFile[] = L"C:\\otra.dll";
+    const std::wstring platforms[] = {kLibrary + L"\\1.0\\0\\win32", kLibrary + L"\\1.0\\0\\win64"};
+    const std::wstring& own = platforms[sizeof(void*) == 8 ? 1 : 0];
+    const std::wstring& other = platforms[sizeof(void*) == 8 ? 0 : 1];
+    RegSetKeyValueW(HKEY_CURRENT_USER, other.c_str(), nullptr, REG_SZ, kFile, sizeof kFile);
+    ASSERT_EQ(m_install(TRUE, L"user"), S_OK);
+    Snapshot expected = Ours(HKEY_CURRENT_USER);
+    EXPECT_EQ(expected.count(own), 1U);
+    ASSERT_EQ(m_install(FALSE, L"user"), S_OK);
+    std::erase_if(expected, [&](const auto& entry) {
+        return entry.first.starts_with(own) || entry.first.starts_with(kClass) ||
+               entry.first.starts_with(kClasses + L"Interface");
+    });
+    EXPECT_THAT(Ours(HKEY_CURRENT_USER), ContainerEq(expected));
+    EXPECT_GT(expected.size(), 8U) << "name and type library";
+    RegDeleteTreeW(HKEY_CURRENT_USER, other.c_str());
+    EXPECT_EQ(m_install(FALSE, L"user"), S_OK); // now nobody needs them
 }
 
 // A volatile key refuses lasting children. The one here is among the last to be written to.
