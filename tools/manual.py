@@ -337,7 +337,7 @@ def tour(command, take):
         if done.returncode:
             fault("tour", done.stdout + done.stderr)
         for stop in stops():
-            found = next(pathlib.Path(folder).glob(f"[0-9][0-9]-{stop}-*.txt"), None)
+            found = next(pathlib.Path(folder).glob(f"[0-9][0-9]-{stop}-[0-9]*.txt"), None)
             if not found:
                 fault(stop, "is no stop of the tour")
                 continue
@@ -359,7 +359,7 @@ CAPTIONS = {plain(line) for text in LITERALS for line in text.split("\n")}
 ACCESS = " ".join(LITERALS).lower()
 KEY_NAMES = {key for _, rows in ALL_KEYS.values() for key, *_ in rows} | FIXED_KEYS
 EVERYTHING = "\n".join(path.read_text(encoding="utf-8", errors="ignore") for path in [
-    *sources(".cpp", ".h", ".rc", ".rch", ".nsi", ".idl", ".vbs", ".manifest", ".py", ".sh"),
+    *sources(".cpp", ".h", ".rc", ".rch", ".nsi", ".idl", ".vbs", ".manifest", ".py", ".sh", ".txt"),
     *(root / "docs").glob("*.*"), root / "README.md", root / "run"]) + "\n".join(LITERALS)
 ALL = [Page(path) for path in sorted(manual.glob("*.html"))]
 
