@@ -8,7 +8,7 @@
 
 A page is HTML by hand but for its marked parts, `<!--[name rest]-->` to `<!--[/name]-->`:
   cabeza          the head, the way back and the title            pie     the way on and the end
-  ficha           form and operations, from entry/                teclas  its keys, from docs/keys.md
+  ficha           form and operations, from contract/             teclas  its keys, from docs/keys.md
   indice          the pages by section                            herramientas  its tools, from there too
   figura A | B    the picture of the tour's stop A, B what it shows to who cannot see it
 By hand, but looked up: <b> is a caption of the program's, <q> a message (… for what varies), <kbd> a key, <code> anything
@@ -68,17 +68,21 @@ def plain(text):
 
 
 def operations():
-    """Form to the operations that open it, in the order of the interface."""
-    names = dict(re.findall(r'const \w+Design (k\w+)\{\s*(?:\.name = )?L"(\w+)"', "".join(
-        p.read_text(encoding="utf-8") for p in sources(".cpp"))))
-    opened = {}
-    methods = re.split(r"HRESULT STDMETHODCALLTYPE (?=Show|Print)", read("entry/ClsShowSerch.cpp"))[1:]
-    for method in methods:
-        name = re.match(r"\w+", method)[0]
-        design = re.search(r"(?:reports|selection|gridconfig)::(k\w+)", method)
-        form = re.search(r"::(Frm\w+)", method)
-        opened.setdefault(names[design[1]] if design else "f" + form[1][1:] if form else "frmSeleccion", []).append(name)
-    return opened
+    """Form to the operations that open it, and to the members of the sink that these call."""
+    text = read("contract/Members.cpp")
+    forms = re.findall(r'\{L"(\w+)", L"(frm\w+)"\}', text)
+    opened, heard = {}, {}
+    for name, form in forms:
+        opened.setdefault(form, []).append(name)
+    sets = {"Bit": lambda bit: 1 << bit, "Range": lambda first, last: (1 << last + 1) - (1 << first)}
+    for run in re.findall(r"^constexpr OperationSet ([^;]*);", text, re.M):
+        for name, value in re.findall(r"(k\w+) = (.*?)(?=,\s*k\w+ =|$)", run, re.S):
+            sets[name] = eval(" ".join(value.split()), {}, sets)
+    for member, bits in re.findall(r'\{L"objClsEvents", L"(\w+)",.*?,\s+([^,"]*)\},\n', text, re.S):
+        for at, (_, form) in enumerate(forms):
+            if eval(bits.strip(), {}, sets) >> at & 1:
+                heard.setdefault(form, set()).add(member)
+    return opened, heard
 
 
 def keys():
@@ -306,6 +310,9 @@ def check(readers):
         if text is None:
             fault(form, "has no page")
         else:
+            for member in HEARD[form]:
+                if f'"oye">{member}(' not in text:
+                    fault(f"{form}.html", f"does not tell of {member}")
             for part in ("cabeza", "ficha", "figura", "teclas", "herramientas", "pie"):
                 if f"<!--[{part}" not in text:
                     fault(f"{form}.html", f"lacks its part {part}")
@@ -353,7 +360,7 @@ def tour(command, take):
 
 
 TITLES = {"index.html": "Manual de Tamvelo", **{name: title for _, pages in PAGES for name, title, _ in pages}}
-OPENED, ALL_KEYS, SINK = operations(), keys(), sink_members()
+(OPENED, HEARD), ALL_KEYS, SINK = operations(), keys(), sink_members()
 LITERALS = literals()
 CAPTIONS = {plain(line) for text in LITERALS for line in text.split("\n")}
 ACCESS = " ".join(LITERALS).lower()
