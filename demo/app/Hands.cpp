@@ -64,4 +64,12 @@ void TypeText(std::wstring_view text) {
 
 void PressAccess(wchar_t letter) { PostMessageW(GetFocus(), WM_SYSCHAR, letter, 1 | 1 << 29); }
 
+void UntilAlone(HWND main) {
+    MSG message;
+    while (TopWindow() != main && GetMessageW(&message, nullptr, 0, 0) > 0) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+}
+
 } // namespace tamvelo::demo

@@ -22,4 +22,7 @@ void TypeText(std::wstring_view text);
 /// Alt and a letter.
 void PressAccess(wchar_t letter);
 
+/// Turns the thread's loop until nothing but that window takes input: after a dialog that is not modal.
+void UntilAlone(HWND main);
+
 } // namespace tamvelo::demo

@@ -261,11 +261,7 @@ void Use(MainWindow& window, const Operation& operation, std::size_t field, std:
     } catch (...) {
         Say(L"    error: " + Describe(AnyCurrentError()));
     }
-    MSG message; // of a dialog that is not modal, a preview
-    while (TopWindow() != window.Handle() && GetMessageW(&message, nullptr, 0, 0) > 0) {
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
+    UntilAlone(window.Handle()); // also of a preview
     window.Forget();
 }
 

@@ -9,26 +9,11 @@
 #include "demo/app/Hands.h"
 #include "demo/app/Picture.h"
 #include "demo/app/Structure.h"
+#include "demo/app/Visitor.h"
 
 namespace tamvelo::demo {
 
 namespace {
-
-constexpr UINT kTick = 20;
-constexpr DWORD kPatience = 10'000;
-
-/// Something the user does at the keyboard.
-struct Stroke {
-    enum Kind {
-        Text,   // is typed
-        Key,    // a virtual key
-        Access, // Alt and a letter
-        Box,    // a click into the box with that label
-    };
-    Kind kind;
-    const wchar_t* text = L"";
-    UINT key = 0;
-};
 
 // To the column of the names, to the search box, and search.
 constexpr Stroke kSearchScrew[] = {{Stroke::Key, L"", VK_RIGHT},
@@ -190,137 +175,6 @@ void Keep(HWND window, const std::wstring& path) {
     SaveStructure(window, path + L".txt");
 }
 
-/// The control that a label names: the one after it that is no label. Null when there is none.
-HWND BoxAfter(HWND window, std::wstring_view label) {
-    const auto isLabel = [](HWND control) {
-        wchar_t name[16] = L"";
-        GetClassNameW(control, name, ARRAYSIZE(name));
-        return lstrcmpiW(name, L"STATIC") == 0;
-    };
-    for (HWND control = GetWindow(window, GW_CHILD); control != nullptr;
-         control = GetWindow(control, GW_HWNDNEXT)) {
-        wchar_t text[64] = L"";
-        GetWindowTextW(control, text, ARRAYSIZE(text));
-        std::wstring shown = text;
-        std::erase(shown, L'&');
-        if (isLabel(control) && IsWindowVisible(control) && base::Trim(shown) == label) {
-            const HWND box = GetWindow(control, GW_HWNDNEXT);
-            return box != nullptr && isLabel(box) ? nullptr : box;
-        }
-        if (const HWND box = BoxAfter(control, label)) { // in a panel of the dialog's
-            return box;
-        }
-    }
-    return nullptr;
-}
-
-void Press(const Stroke& stroke) {
-    switch (stroke.kind) {
-    case Stroke::Box:
-        if (const HWND box = BoxAfter(GetActiveWindow(), stroke.text)) {
-            SetFocus(box);
-        } else {
-            throw com::Error(E_FAIL, L"No hay ninguna casilla «" + std::wstring(stroke.text) + L"».");
-        }
-        break;
-    case Stroke::Text:
-        TypeText(stroke.text);
-        break;
-    case Stroke::Key:
-        PressKey(stroke.key);
-        break;
-    case Stroke::Access:
-        PressAccess(*stroke.text);
-        break;
-    }
-}
-
-/// The user of one dialog. A timer has him act inside the dialog's own loop.
-class Visitor {
-public:
-    Visitor(HWND main, const Stop& stop, std::wstring picture)
-        : m_main(main),
-          m_stop(stop),
-          m_picture(std::move(picture)),
-          m_timer(SetTimer(nullptr, 0, kTick, Tick)) {
-        s_current = this;
-        CreateTimerQueueTimer(&m_watchdog, nullptr, GiveUp, nullptr, 2 * kPatience, 0, WT_EXECUTEONLYONCE);
-    }
-    ~Visitor() {
-        DeleteTimerQueueTimer(nullptr, m_watchdog, INVALID_HANDLE_VALUE);
-        KillTimer(nullptr, m_timer);
-        s_current = nullptr;
-    }
-    Visitor(const Visitor&) = delete;
-    Visitor& operator=(const Visitor&) = delete;
-
-    /// What went wrong; empty when the dialog came up, was pictured and left.
-    std::wstring Complaint() const { return m_left || !m_complaint.empty() ? m_complaint : L"no aparece"; }
-
-private:
-    /// On a thread of its own: this one does not come back from the operation, or nothing comes up that could
-    /// be closed.
-    static void CALLBACK GiveUp(void*, BOOLEAN) {
-        Say(std::wstring(s_current->m_stop.name) + L": no aparece o no se cierra; fin del recorrido");
-        TerminateProcess(GetCurrentProcess(), 1);
-    }
-
-    static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) {
-        Visitor* const self = s_current;
-        if (self == nullptr || self->m_busy) {
-            return;
-        }
-        self->m_busy = true;
-        try {
-            self->Act();
-        } catch (...) {
-            self->Complain(Describe(AnyCurrentError()));
-        }
-        self->m_busy = false;
-    }
-
-    void Act() {
-        const HWND top = TopWindow();
-        if (top == nullptr || top == m_main) {
-            return;
-        }
-        if (const std::wstring text = BoxText(top); !text.empty()) {
-            Complain(L"mensaje: " + text);
-        } else if (GetTickCount64() - m_start > kPatience) {
-            Complain(L"no se cierra");
-        }
-        if (!m_complaint.empty()) {
-            PostMessageW(top, WM_CLOSE, 0, 0);
-        } else if (m_next < m_stop.strokes.size()) {
-            Press(m_stop.strokes[m_next++]);
-        } else if (top != m_left) { // after a dialog over it also the dialog below
-            if (!m_left && m_stop.previewPage == 0) {
-                Keep(top, m_picture);
-            }
-            m_left = top;
-            Press({Stroke::Key, L"", m_stop.leave});
-        }
-    }
-
-    void Complain(std::wstring text) {
-        if (m_complaint.empty()) {
-            m_complaint = std::move(text);
-        }
-    }
-
-    static inline Visitor* s_current = nullptr;
-    const HWND m_main;
-    const Stop& m_stop;
-    const std::wstring m_picture;
-    std::wstring m_complaint;
-    std::size_t m_next = 0;
-    HWND m_left = nullptr; // the window that was told to close last
-    bool m_busy = false;
-    HANDLE m_watchdog = nullptr;
-    const ULONGLONG m_start = GetTickCount64();
-    const UINT_PTR m_timer;
-};
-
 /// Turns to the page, as the user does, and closes the window afterwards.
 std::wstring PicturePreview(HWND preview, int page, const std::wstring& picture) {
     if (preview == nullptr) {
@@ -341,17 +195,20 @@ std::wstring Visit(MainWindow& window, const Stop& stop, const std::wstring& pic
             Keep(window.Handle(), picture);
             return {};
         }
-        const Visitor visitor(window.Handle(), stop, picture); // from here on: a message may come up at once
+        Visitor visitor(window.Handle(), stop.name, stop.strokes,
+                        stop.leave); // a message may come up at once
+        visitor.look = [&](HWND dialog) {
+            if (stop.previewPage == 0) {
+                Keep(dialog, picture);
+            }
+        };
         const std::size_t field = window.Fields().For(stop.className);
         if (stop.value != nullptr) {
             window.Fields().Type(field, stop.value);
         }
         window.Perform(*FindOperation(stop.operation), field);
-        MSG message; // of a dialog that is not modal
-        while (stop.previewPage == 0 && TopWindow() != window.Handle() &&
-               GetMessageW(&message, nullptr, 0, 0) > 0) {
-            TranslateMessage(&message);
-            DispatchMessageW(&message);
+        if (stop.previewPage == 0) {
+            UntilAlone(window.Handle());
         }
         std::wstring complaint = visitor.Complaint();
         if (stop.previewPage > 0 && complaint.empty()) {
