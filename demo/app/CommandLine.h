@@ -6,18 +6,19 @@
 namespace tamvelo::demo {
 
 inline constexpr wchar_t kUsage[] =
-    L"TamveloDemo [tour CARPETA [--only PARADA,…] | soak N [--seed N] [--from N]] [--dpi N] "
+    L"TamveloDemo [tour CARPETA [--only PARADA,…] | soak N [--seed N] [--from N] | diagnostico] [--dpi N] "
     L"[--db ARCHIVO] [--rows N]";
 
 struct CommandLine {
-    std::wstring tour;     // folder of the pictures; empty for the window
-    std::wstring only;     // the stops to make, with commas; empty for all
-    long soak = 0;         // operations used at random; 0 for the window
-    long seed = 1;         // what they are made from
-    long from = 1;         // the first of them, to see a later one alone
-    long dpi = 0;          // that the windows shall have; 0 for the screen's
-    std::wstring database; // empty for the usual place
-    long rows = 0;         // articles of the sample; 0 for the usual number
+    std::wstring tour;      // folder of the pictures; empty for the window
+    std::wstring only;      // the stops to make, with commas; empty for all
+    long soak = 0;          // operations used at random; 0 for the window
+    long seed = 1;          // what they are made from
+    long from = 1;          // the first of them, to see a later one alone
+    bool diagnosis = false; // of the installation and all operations
+    long dpi = 0;           // that the windows shall have; 0 for the screen's
+    std::wstring database;  // empty for the usual place
+    long rows = 0;          // articles of the sample; 0 for the usual number
 };
 
 /// What the user asked for; nothing when it is not as kUsage says.

@@ -1,3 +1,7 @@
+#include <windows.h>
+
+#include <shellapi.h>
+
 #include <filesystem>
 #include <optional>
 
@@ -7,6 +11,7 @@
 #include "demo/app/Components.h"
 #include "demo/app/Console.h"
 #include "demo/app/Describe.h"
+#include "demo/app/Diagnosis.h"
 #include "demo/app/MainWindow.h"
 #include "demo/app/PrivateSettings.h"
 #include "demo/app/SampleFile.h"
@@ -21,7 +26,7 @@ namespace {
 constexpr CLSID kClases = {0x5be1f9a4, 0x0c57, 0x4f0e, {0x9c, 0x1d, 0x3e, 0x52, 0x77, 0x60, 0xa8, 0x4b}};
 constexpr CLSID kCitas = {0x8c0d7e12, 0x4b6a, 0x4d35, {0xa3, 0x5e, 0x90, 0x1f, 0x2c, 0xd4, 0x66, 0x71}};
 
-constexpr long kSoakRows = 2000;
+constexpr long kFewRows = 2000;
 
 enum Exit { Good, Failed, UsageError };
 
@@ -66,11 +71,10 @@ std::wstring EmptyFolder() {
     return folder.wstring();
 }
 
-int Run(const CommandLine& wanted) {
-    UseResolution(wanted.dpi);
-    const Apartment apartment;
+/// The program over its data, as it is wanted. `findings`: for whom the operations are tried.
+int Use(const CommandLine& wanted, Findings* findings = nullptr) {
     std::optional<PrivateSettings> unchanged;
-    const bool same = wanted.soak > 0 || !wanted.tour.empty();
+    const bool same = wanted.soak > 0 || !wanted.tour.empty() || findings != nullptr;
     const std::wstring own = same ? EmptyFolder() : std::wstring();
     const std::wstring& folder = wanted.soak > 0 ? own : wanted.tour;
     if (!folder.empty()) {
@@ -79,20 +83,44 @@ int Run(const CommandLine& wanted) {
     }
     const std::shared_ptr<Database> database =
         OpenSampleFile(same && wanted.database.empty() ? own + L"\\datos.sqlite" : wanted.database,
-                       wanted.soak > 0 ? kSoakRows : wanted.rows);
+                       wanted.soak > 0 || findings != nullptr ? kFewRows : wanted.rows);
     Components components;
     components.Add(L"Clases", kClases, [database] { return MakeDataClasses(database); });
     components.Add(L"Citas", kCitas, [database] { return MakeAppointments(database); });
     MainWindow window(database);
     window.Show();
-    if (!wanted.tour.empty()) {
+    if (findings != nullptr) {
+        TryOperations(window, *findings);
+    } else if (!wanted.tour.empty()) {
         return TakeTour(window, wanted.tour, wanted.only) ? Good : Failed;
-    }
-    if (wanted.soak > 0) {
+    } else if (wanted.soak > 0) {
         return Soak(window, wanted.from, wanted.soak, wanted.seed) ? Good : Failed;
+    } else {
+        window.Run();
     }
-    window.Run();
     return Good;
+}
+
+int Diagnose(const CommandLine& wanted) {
+    Findings findings;
+    if (LookAtInstallation(findings)) {
+        try {
+            Use(wanted, &findings);
+        } catch (...) {
+            findings.Add(Findings::Verdict::Bad, L"El programa", Describe(AnyCurrentError()));
+        }
+    }
+    const bool good = findings.End();
+    if (!Say(findings.Path())) {
+        ShellExecuteW(nullptr, L"open", findings.Path().c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+    }
+    return good ? Good : Failed;
+}
+
+int Run(const CommandLine& wanted) {
+    UseResolution(wanted.dpi);
+    const Apartment apartment;
+    return wanted.diagnosis ? Diagnose(wanted) : Use(wanted);
 }
 
 } // namespace

@@ -8,10 +8,6 @@ namespace {
 
 using com::ComPtr;
 
-constexpr wchar_t kProgId[] = L"Tamvelo.ClsShowSerch";
-constexpr CLSID kClsShowSerch = {
-    0x043d9058, 0x66c9, 0x47c8, {0xb6, 0xb5, 0x86, 0xe7, 0x43, 0xaf, 0x17, 0x3d}};
-
 ComPtr<IDispatch> Registered() {
     CLSID id;
     ComPtr<IDispatch> made;

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "demo/app/Findings.h"
+#include "demo/app/MainWindow.h"
+
+namespace tamvelo::demo {
+
+/// The computer, how the library is registered there, what it needs. False when there is no library to use.
+bool LookAtInstallation(Findings& findings);
+
+/// Opens every operation over the window's data, with the user's own settings, and cancels it.
+void TryOperations(MainWindow& window, Findings& findings);
+
+} // namespace tamvelo::demo
