@@ -12,6 +12,11 @@
 
 namespace tamvelo::demo {
 
+bool IsWanted(const std::wstring& only, std::wstring_view name) {
+    const std::wstring listed = L',' + only + L',';
+    return only.empty() || listed.find(L',' + std::wstring(name) + L',') != listed.npos;
+}
+
 std::optional<CommandLine> ReadCommandLine() {
     int count = 0;
     LPWSTR* const words = CommandLineToArgvW(GetCommandLineW(), &count);

@@ -2,11 +2,13 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace tamvelo::demo {
 
 inline constexpr wchar_t kUsage[] =
-    L"TamveloDemo [tour CARPETA [--only PARADA,…] | soak N [--seed N] [--from N] | diagnostico] [--dpi N] "
+    L"TamveloDemo [tour CARPETA [--only PARADA,…] | soak N [--seed N] [--from N] | diagnostico [--only "
+    L"OPERACIÓN]] [--dpi N] "
     L"[--db ARCHIVO] [--rows N]";
 
 struct CommandLine {
@@ -20,6 +22,9 @@ struct CommandLine {
     std::wstring database;  // empty for the usual place
     long rows = 0;          // articles of the sample; 0 for the usual number
 };
+
+/// Whether the list (names between commas, all when it is empty) has that name.
+bool IsWanted(const std::wstring& only, std::wstring_view name);
 
 /// What the user asked for; nothing when it is not as kUsage says.
 std::optional<CommandLine> ReadCommandLine();

@@ -1,5 +1,6 @@
 #include "demo/app/Diagnosis.h"
 
+#include "demo/app/CommandLine.h"
 #include "demo/app/Describe.h"
 #include "demo/app/Hands.h"
 #include "demo/app/Visitor.h"
@@ -40,9 +41,12 @@ std::wstring Try(MainWindow& window, const Operation& operation, Findings& findi
 
 } // namespace
 
-void TryOperations(MainWindow& window, Findings& findings) {
+void TryOperations(MainWindow& window, Findings& findings, const std::wstring& only) {
     findings.Part(L"Las operaciones: abrir sobre datos de ejemplo, y cancelar");
     for (const Operation& operation : Operations()) {
+        if (!IsWanted(only, operation.name)) {
+            continue;
+        }
         std::wstring found;
         const std::wstring complaint = Try(window, operation, findings, found);
         findings.Add(complaint.empty() ? Verdict::Good : Verdict::Bad, operation.name,

@@ -90,7 +90,7 @@ int Use(const CommandLine& wanted, Findings* findings = nullptr) {
     MainWindow window(database);
     window.Show();
     if (findings != nullptr) {
-        TryOperations(window, *findings);
+        TryOperations(window, *findings, wanted.only);
     } else if (!wanted.tour.empty()) {
         return TakeTour(window, wanted.tour, wanted.only) ? Good : Failed;
     } else if (wanted.soak > 0) {

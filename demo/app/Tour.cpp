@@ -4,6 +4,7 @@
 
 #include "base/Text.h"
 #include "com/Error.h"
+#include "demo/app/CommandLine.h"
 #include "demo/app/Console.h"
 #include "demo/app/Describe.h"
 #include "demo/app/Hands.h"
@@ -231,7 +232,7 @@ bool TakeTour(MainWindow& window, const std::wstring& folder, const std::wstring
     int number = 0;
     for (const Stop& stop : kStops) {
         ++number;
-        if (!only.empty() && (L',' + only + L',').find(L',' + std::wstring(stop.name) + L',') == only.npos) {
+        if (!IsWanted(only, stop.name)) {
             continue;
         }
         any = true;
