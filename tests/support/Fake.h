@@ -19,6 +19,9 @@ protected:
     ~CallChecks() = default;
 };
 
+/// Stands for the name of an object's default member.
+constexpr wchar_t kOwnValue[] = L"?";
+
 /// An object of the tests' host, with a name that the contract knows.
 class Fake : public com::Automation {
 public:
@@ -39,7 +42,7 @@ public:
                                      DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* thrown,
                                      UINT* wrong) override {
         if (checks) {
-            const wchar_t* called = L"?";
+            const wchar_t* called = id == DISPID_NEWENUM ? L"_NewEnum" : kOwnValue;
             for (const com::Member& member : Members()) {
                 called = member.id == id ? member.name : called;
             }
