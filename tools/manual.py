@@ -23,9 +23,9 @@ import sys
 import tempfile
 
 from manual_pictures import described, size_of, smaller
+from manual_program import keys, literals, operations, plain, read, root, sink_members, sources
 from manual_words import COMMANDS, FIXED_KEYS, LOOKUPS, PAGES, PLACES
 
-root = pathlib.Path(__file__).resolve().parent.parent
 manual = root / "docs/manual"
 pictures = manual / "imagenes"
 record = root / "tools/manual_shown.txt"  # what the pictures show, in words
@@ -35,76 +35,6 @@ faults = []
 
 def fault(where, what):
     faults.append(f"{where}: {what}")
-
-
-def read(path):
-    return (root / path).read_text(encoding="utf-8")
-
-
-# What the program says of itself
-
-
-def sources(*suffixes):
-    rooms = "base com contract dates demo entry environment frame grid gridconfig reports search selection win setup examples idl"
-    return [p for room in rooms.split() for p in sorted((root / room).rglob("*")) if p.suffix in suffixes]
-
-
-def literals():
-    """All texts of the program, without access keys; those that stand one after another are one."""
-    found = set()
-    one = r'L?"((?:[^"\\\n]|\\.)*)"'
-    for path in sources(".cpp", ".h", ".rc", ".rch", ".nsi", ".nsh"):
-        text = path.read_text(encoding="utf-8")
-        for run in re.finditer(rf"(?:{one}\s*)+", text):
-            whole = "".join(re.findall(one, run[0]))
-            for escaped, plain in (("\\n", "\n"), ("\\r", ""), ("\\t", "\n"), ('\\"', '"'), ("\\\\", "\\")):
-                whole = whole.replace(escaped, plain)
-            found.add(whole)
-    return found
-
-
-def plain(text):
-    return " ".join(text.replace("&", "").strip(" :…«»").split())
-
-
-def operations():
-    """Form to the operations that open it, and to the members of the sink that these call."""
-    text = read("contract/Members.cpp")
-    forms = re.findall(r'\{L"(\w+)", L"(frm\w+)"\}', text)
-    opened, heard = {}, {}
-    for name, form in forms:
-        opened.setdefault(form, []).append(name)
-    sets = {"Bit": lambda bit: 1 << bit, "Range": lambda first, last: (1 << last + 1) - (1 << first)}
-    for run in re.findall(r"^constexpr OperationSet ([^;]*);", text, re.M):
-        for name, value in re.findall(r"(k\w+) = (.*?)(?=,\s*k\w+ =|$)", run, re.S):
-            sets[name] = eval(" ".join(value.split()), {}, sets)
-    for member, bits in re.findall(r'\{L"objClsEvents", L"(\w+)",.*?,\s+([^,"]*)\},\n', text, re.S):
-        for at, (_, form) in enumerate(forms):
-            if eval(bits.strip(), {}, sets) >> at & 1:
-                heard.setdefault(form, set()).add(member)
-    return opened, heard
-
-
-def keys():
-    """Form to (tools, rows of key, where, command); None is every form."""
-    forms = {}
-    for section in re.split(r"^## ", read("docs/keys.md"), flags=re.M)[1:]:
-        title, _, body = section.partition("\n")
-        tools = re.search(r"^Tools: (.*)$", body, re.M)
-        rows = [tuple(row) for row in re.findall(r"^\| (.+) \| (.+) \| (.+) \|$", body, re.M)[1:]]
-        for form in [None] if title == "Every form" else title.split(", "):
-            forms[form] = (tools[1].split(" · ") if tools else [], rows)
-    return forms
-
-
-def sink_members():
-    """Name to the least and the greatest number of arguments, as the contract has them."""
-    members = {}
-    for name, arguments in re.findall(r"^objClsEvents\.(\w+)\((.*)\)$", read("docs/host-contract.md"), re.M):
-        least = re.sub(r"\[.*\]", "", arguments)
-        members[name] = tuple(len([a for a in text.replace("[", "").split(",") if a.strip()])
-                              for text in (least, arguments))
-    return members
 
 
 # The marked parts
@@ -145,10 +75,21 @@ def part_herramientas(page, _):
     return "<p>" + " · ".join(f"<b>{html.escape(t)}</b>" for t in ALL_KEYS[page.form][0]) + "</p>"
 
 
+def window_title(page):
+    """What stands over the dialog in its first picture, as far as it stands in the program: the rest is the table's, or a date."""
+    stop = re.search(r"<!--\[figura ([\w-]+) ", page.text)
+    title = re.search(r"«(.*)»", shown().get(stop[1], "«»") if stop else "«»")[1]
+    words = title.split()
+    while words and plain(" ".join(words)) not in CAPTIONS:
+        words.pop()
+    known = " ".join(words).rstrip(" :")
+    return known if plain(known) == plain(title) else known + " …"
+
+
 def part_ficha(page, _):
     named = ", ".join(f"<code>{name}</code>" for name in OPENED[page.form])
     word = "operación" if len(OPENED[page.form]) == 1 else "operaciones"
-    return f"<p class=\"ficha\">Formulario <code>{page.form}</code>, {word} {named}.</p>"
+    return f"<p class=\"ficha\">Ventana «{html.escape(window_title(page))}», formulario <code>{page.form}</code>, {word} {named}.</p>"
 
 
 def part_figura(page, rest):
@@ -296,6 +237,12 @@ def check_links(pages, readers):
                 fault(page.name, f"{link} leads to no place")
 
 
+def shown():
+    """Stop of the tour to what its picture shows."""
+    kept = record.read_text(encoding="utf-8") if record.exists() else ""
+    return dict(re.findall(r"^== (\S+)\n(.*?)(?=^== |\Z)", kept, re.M | re.S))
+
+
 def stops():
     """The pictures that pages show, by their stop of the tour."""
     return list(dict.fromkeys(re.findall(r"<!--\[figura ([\w-]+) ", "".join(page.text for page in ALL))))
@@ -335,7 +282,7 @@ def check(readers):
 
 def tour(command, take):
     """With the pictures' stops only. Takes them, or compares what they show."""
-    before = dict(re.findall(r"^== (\S+)\n(.*?)(?=^== |\Z)", record.read_text(encoding="utf-8"), re.M | re.S)) if record.exists() else {}
+    before = shown()
     after = {}
     with tempfile.TemporaryDirectory() as folder:
         shown = "Z:" + folder.replace("/", "\\")
