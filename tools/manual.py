@@ -285,8 +285,8 @@ def tour(command, take):
     before = shown()
     after = {}
     with tempfile.TemporaryDirectory() as folder:
-        shown = "Z:" + folder.replace("/", "\\")
-        done = subprocess.run([*command, "tour", shown, "--only", ",".join(stops()), "--rows", ROWS],
+        target = "Z:" + folder.replace("/", "\\")
+        done = subprocess.run([*command, "tour", target, "--only", ",".join(stops()), "--rows", ROWS],
                               capture_output=True, text=True)
         if done.returncode:
             fault("tour", done.stdout + done.stderr)
