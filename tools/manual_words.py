@@ -92,7 +92,7 @@ COMMANDS = {
     "{NINGUNO}": "Desmarcar todos los registros",
     "{ALTA}": "Abrir el registro nuevo",
     "{GUARDAR}": "Guardar el registro nuevo",
-    "{VALOR}": "Buscar; en el modo «Múltiples» con texto, añadirlo a la lista",
+    "{VALOR}": "Buscar; en el modo «Múltiples», añadir a la lista lo escrito",
     "{ACTUALIZAR}": "Volver a leer los registros",
     "{MODO}": "Elegir el modo de búsqueda 1 a 5",
     "{MODO_SIGUIENTE}": "Modo siguiente",
@@ -131,7 +131,7 @@ PLACES = {
     "where it is offered": "en una casilla con lista",
     "DATAGRID": "en la lista",
     "TXTFIELDS0": "en la búsqueda",
-    "TXTFIELDS1 to TXTFIELDS2": "en «Desde» y «Hasta»",
+    "TXTFIELDS1 to TXTFIELDS2": "en las casillas de valor",
     "CMDBUSCAR": "en «Buscar»",
     "LBLTODOS": "en «Selec. Todos»",
     "LBLNINGUNO": "en «Selec. Ninguno»",
@@ -143,7 +143,7 @@ PLACES = {
     "TXTCITA6": "en el código del empleado",
     "TXTCITA14": "en el comentario",
     "DTPICHORA": "en la hora",
-    ("frmBuscar", "TXTFIELDS0"): "en «Valor»",
+    ("frmBuscar", "TXTFIELDS0"): "en las casillas de valor",
 }
 REPORTS = ("frmRpts frmsql frmSelecEti frmRptsListas frmRptsCond frmRptsInfCond frmRptsMailCond frmRptsCondHr frmRptsFchAuto "
            "frmRptsFchAutoInf frmRptsInfFch frmRptsFchCliDirec frmRptsInfOrdenes frmRptNumAut").split()
