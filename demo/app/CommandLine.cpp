@@ -28,10 +28,17 @@ std::optional<CommandLine> ReadCommandLine() {
         std::wstring_view name;
         std::variant<std::wstring*, long*, bool*> target; // bool: stands alone
     };
-    const Option options[] = {
-        {L"tour", &wanted.tour},     {L"soak", &wanted.soak},   {L"--seed", &wanted.seed},
-        {L"--from", &wanted.from},   {L"--only", &wanted.only}, {L"--dpi", &wanted.dpi},
-        {L"--db", &wanted.database}, {L"--rows", &wanted.rows}, {L"diagnostico", &wanted.diagnosis}};
+    const Option options[] = {{L"tour", &wanted.tour},
+                              {L"comprobar", &wanted.check},
+                              {L"--escribir", &wanted.write},
+                              {L"soak", &wanted.soak},
+                              {L"--seed", &wanted.seed},
+                              {L"--from", &wanted.from},
+                              {L"--only", &wanted.only},
+                              {L"--dpi", &wanted.dpi},
+                              {L"--db", &wanted.database},
+                              {L"--rows", &wanted.rows},
+                              {L"diagnostico", &wanted.diagnosis}};
     for (std::size_t i = 0; i < given.size(); i += 2) {
         const auto option = std::ranges::find(options, given[i], &Option::name);
         if (option != std::end(options) && std::holds_alternative<bool*>(option->target)) {

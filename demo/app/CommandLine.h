@@ -8,12 +8,14 @@ namespace tamvelo::demo {
 
 inline constexpr wchar_t kUsage[] =
     L"TamveloDemo [tour CARPETA [--only PARADA,…] | soak N [--seed N] [--from N] | diagnostico [--only "
-    L"OPERACIÓN]] [--dpi N] "
+    L"OPERACIÓN] | comprobar PROGID|GUION.vbs|GUION.js [--only OPERACIÓN,…] [--escribir]] [--dpi N] "
     L"[--db ARCHIVO] [--rows N]";
 
 struct CommandLine {
     std::wstring tour;      // folder of the pictures; empty for the window
-    std::wstring only;      // the stops to make, with commas; empty for all
+    std::wstring check;     // the host to look over; empty for the window
+    bool write = false;     // with all that changes something there
+    std::wstring only;      // the stops to make or operations to try, with commas; empty for all
     long soak = 0;          // operations used at random; 0 for the window
     long seed = 1;          // what they are made from
     long from = 1;          // the first of them, to see a later one alone

@@ -17,6 +17,7 @@
 #include "demo/app/SampleFile.h"
 #include "demo/app/Soak.h"
 #include "demo/app/Tour.h"
+#include "demo/check/Checker.h"
 #include "demo/host/HostObjects.h"
 
 namespace tamvelo::demo {
@@ -120,6 +121,9 @@ int Diagnose(const CommandLine& wanted) {
 int Run(const CommandLine& wanted) {
     UseResolution(wanted.dpi);
     const Apartment apartment;
+    if (!wanted.check.empty()) {
+        return CheckHost({wanted.check, wanted.only, wanted.write}, Say) ? Good : Failed;
+    }
     return wanted.diagnosis ? Diagnose(wanted) : Use(wanted);
 }
 
