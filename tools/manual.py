@@ -314,7 +314,8 @@ ACCESS = " ".join(LITERALS).lower()
 KEY_NAMES = {key for _, rows in ALL_KEYS.values() for key, *_ in rows} | FIXED_KEYS
 EVERYTHING = "\n".join(path.read_text(encoding="utf-8", errors="ignore") for path in [
     *sources(".cpp", ".h", ".rc", ".rch", ".nsi", ".idl", ".vbs", ".manifest", ".py", ".sh", ".txt"),
-    *(root / "docs").glob("*.*"), root / "README.md", root / "run"]) + "\n".join(LITERALS)
+    *(root / "docs").glob("*.*"), root / "README.md", root / "run"]) + "\n".join(
+        [*LITERALS, *(path.name for path in [*sources(), *(root / "docs").iterdir()])])
 ALL = [Page(path) for path in sorted(manual.glob("*.html"))]
 
 

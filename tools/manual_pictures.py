@@ -9,12 +9,13 @@ DAY = "(?:lunes|martes|miércoles|jueves|viernes|sábado|domingo)"
 
 
 def described(text):
-    """What the demo host wrote of a window, without what another day shows otherwise."""
+    """What the demo host wrote of a window, without what another day or machine shows otherwise."""
     def undated(match):
         shown = re.sub(r"\d+", "#", match[0])
         shown = re.sub(rf"{DAY}, semana #(?: de #)?", "(día)", shown)
         return re.sub(rf"{MONTH}(?: de #)?(?: a {MONTH})?(?: de #)?", "(mes)", shown)
 
+    text = re.sub(r"(Static 508 [^«]*)«.*»", r"\1«(impresora)»", text)  # which one is the machine's affair
     return re.sub("«.*»", undated, text)
 
 

@@ -11,7 +11,8 @@ def read(path):
 
 def sources(*suffixes):
     rooms = "base com contract dates demo entry environment frame grid gridconfig reports search selection win setup examples idl"
-    return [p for room in rooms.split() for p in sorted((root / room).rglob("*")) if p.suffix in suffixes]
+    return [p for room in rooms.split() for p in sorted((root / room).rglob("*"))
+            if not suffixes or p.suffix in suffixes]
 
 
 def literals():
@@ -66,7 +67,8 @@ def sink_members():
     """Name to the least and the greatest number of arguments, as the contract has them."""
     members = {}
     for name, arguments in re.findall(r"^objClsEvents\.(\w+)\((.*)\)$", read("docs/host-contract.md"), re.M):
-        least = re.sub(r"\[.*\]", "", arguments)
-        members[name] = tuple(len([a for a in text.replace("[", "").split(",") if a.strip()])
-                              for text in (least, arguments))
+        counts = [len([a for a in text.replace("[", "").split(",") if a.strip()])
+                  for text in (re.sub(r"\[.*\]", "", arguments), arguments)]
+        least, most = members.get(name, counts)  # some have a row for each way
+        members[name] = (min(least, counts[0]), max(most, counts[1]))
     return members
