@@ -13,6 +13,7 @@ import re
 import shutil
 import subprocess
 import sys
+import tempfile
 import time
 import zipfile
 
@@ -120,13 +121,14 @@ def main():
     wanted = parser.parse_args()
     files, names, when = contents(wanted.partial), product(), int(git("log", "-1", "--format=%ct"))
     top = f"{names['PRODUCT']}-{names['VERSION']}"
-    made = built / "package"
-    stage(made / "files", files, when)
     out = wanted.folder.resolve()
     shutil.rmtree(out, ignore_errors=True)
     out.mkdir(parents=True)
-    write_zip(out / f"{top}.zip", top, made / "files", files, when)
-    make_setup(out / f"{top}-instalar.exe", made, made / "files", files, names, when)
+    with tempfile.TemporaryDirectory() as made:
+        made = pathlib.Path(made)
+        stage(made / "files", files, when)
+        write_zip(out / f"{top}.zip", top, made / "files", files, when)
+        make_setup(out / f"{top}-instalar.exe", made, made / "files", files, names, when)
     sums = "".join(f"{hashlib.sha256(path.read_bytes()).hexdigest()}  {path.name}\n" for path in sorted(out.iterdir()))
     (out / "SHA256SUMS").write_text(sums)
     if wanted.unpack:
