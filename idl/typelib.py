@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """typelib.py WIDL BITS SOURCE.idl OUT.tlb OUT.h : compiles the type library, and the interfaces for C++.
 
-The compiler takes help strings as Windows text, our source is UTF-8; and it writes the time into its result, which
-would make every build different.
+Parameters have no help strings in a type library: each function's has what parametros.txt says of its parameters behind
+it. The compiler takes help strings as Windows text, our source is UTF-8; and it writes the time into its result, which would
+make every build different.
 """
 import pathlib
 import re
@@ -14,7 +15,23 @@ source, out, header = map(pathlib.Path, sys.argv[3:6])
 here = pathlib.Path(__file__).resolve().parent
 work = out.resolve().parent / "idl"
 work.mkdir(parents=True, exist_ok=True)
-(work / source.name).write_bytes(source.read_text(encoding="utf-8").encode("cp1252"))
+
+described = dict(line.split(": ", 1) for line in (here / "parametros.txt").read_text(encoding="utf-8").splitlines()
+                 if not line.startswith("#"))
+idl, interface = source.read_text(encoding="utf-8"), ""
+
+
+def helped(part):
+    """A function with the help of its parameters, or the beginning of an interface, whose name may stand before theirs."""
+    global interface
+    interface = (part["interface"] or interface).lstrip("_")
+    names = re.findall(r"\*+ (\w+)(?:,|$)", part["list"] or "")
+    texts = [f"{name}: {described.get(f'{interface}.{name}') or described[name]}" for name in names]
+    return part[0].replace(part["help"], ". ".join([part["help"], *texts]), 1) if texts else part[0]
+
+
+idl = re.sub(r'\binterface (?P<interface>\w+)|helpstring\("(?P<help>[^"]*)"\)\]\s+\w+ \w+\((?P<list>[^;]*)\);', helped, idl)
+(work / source.name).write_bytes(idl.encode("cp1252"))
 
 
 def compile_library(idl, made, kind="-t"):

@@ -2,12 +2,15 @@
 // library.
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <regex>
 #include <set>
 
 #include "base/Text.h"
+#include "com/Error.h"
+#include "com/Variant.h"
 #include "contract/Members.h"
 #include "tests/hosts/Server.h"
 #include "tests/support/Operations.h"
@@ -17,6 +20,7 @@ namespace {
 
 using ::testing::ElementsAreArray;
 using ::testing::HasSubstr;
+using ::testing::Not;
 
 const std::filesystem::path kSources = std::filesystem::path(TAMVELO_HOSTS) / ".." / "..";
 constexpr const char* kStoreys[] = {"com",   "contract", "win",       "objects",    "grid",    "environment",
@@ -111,6 +115,47 @@ TEST(Members, AreListedForTheOperationsOfTheTypeLibrary) {
         hearing |= row.object == std::wstring_view(L"objClsEvents") ? row.operations : 0;
     }
     EXPECT_EQ(hearing, contract::Bit(listed.size()) - 1);
+}
+
+std::wstring HelpOf(ITypeInfo* info, MEMBERID member) {
+    com::Bstr help;
+    com::Check(info->GetDocumentation(member, nullptr, help.Address(), nullptr, nullptr));
+    return std::wstring(help.View());
+}
+
+// What an object browser shows. Parameters have no texts of their own there.
+TEST(TypeLibraryHelp, SaysWhatEachFunctionAndParameterIs) {
+    com::ComPtr<ITypeLib> library;
+    ASSERT_EQ(LoadTypeLibEx((Folder() + L"\\" TAMVELO_LIBRARY).c_str(), REGKIND_NONE, &library), S_OK);
+    size_t functions = 0;
+    for (UINT i = 0; i < library->GetTypeInfoCount(); ++i) {
+        com::ComPtr<ITypeInfo> info;
+        ASSERT_EQ(library->GetTypeInfo(i, &info), S_OK);
+        EXPECT_NE(HelpOf(info.Get(), MEMBERID_NIL), L"");
+        for (const auto& function : tamvelo::testing::Functions(info.Get())) {
+            SCOPED_TRACE(base::ToUtf8(function.name));
+            const std::string help = base::ToUtf8(HelpOf(info.Get(), function.id));
+            EXPECT_GT(help.size(), 10U);
+            EXPECT_THAT(help, Not(HasSubstr("Ã"))); // letters of another set
+            for (const auto& parameter : function.parameters) {
+                EXPECT_THAT(help, HasSubstr(". " + base::ToUtf8(parameter.name) + ": "));
+            }
+            ++functions;
+        }
+    }
+    EXPECT_EQ(functions, 36U + 21U + 21U);
+    com::ComPtr<ITypeInfo> info;
+    ASSERT_EQ(library->GetTypeInfo(0, &info), S_OK);
+    for (size_t i = 0; i < tamvelo::testing::Operations().size(); ++i) {
+        const contract::Operation& operation = contract::Operations()[i];
+        const std::wstring help = HelpOf(info.Get(), tamvelo::testing::Operations()[i].id);
+        EXPECT_THAT(help, HasSubstr(std::wstring(L" (") + operation.form + L"); responde con "));
+        const size_t at = help.find(L"responde con ") + 13;
+        const std::wstring member = help.substr(at, help.find_first_of(L".(", at) - at);
+        EXPECT_TRUE(std::ranges::any_of(contract::Members(), [&](const contract::Member& row) {
+            return row.name == member && row.operations & contract::Bit(i);
+        })) << base::ToUtf8(std::wstring(operation.name) + L": " + member);
+    }
 }
 
 } // namespace
