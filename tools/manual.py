@@ -10,6 +10,7 @@ A page is HTML by hand but for its marked parts, `<!--[name rest]-->` to `<!--[/
   cabeza          the head, the way back and the title            pie     the way on and the end
   ficha           form and operations, from contract/             teclas  its keys, from docs/keys.md
   indice          the pages by section                            herramientas  its tools, from there too
+  menus           what the demo host's menus open
   figura A | B    the picture of the tour's stop A, B what it shows to who cannot see it
 By hand, but looked up: <b> is a caption of the program's, <q> a message (… for what varies), <kbd> a key, <code> anything
 that stands in the sources, <code class="oye"> a call to the sink. <samp> and <i> are free.
@@ -23,7 +24,7 @@ import sys
 import tempfile
 
 from manual_pictures import described, size_of, smaller
-from manual_program import keys, literals, operations, plain, read, root, sink_members, sources
+from manual_program import keys, literals, menus, operations, plain, read, root, sink_members, sources
 from manual_words import COMMANDS, FIXED_KEYS, LOOKUPS, PAGES, PLACES
 
 manual = root / "docs/manual"
@@ -123,6 +124,14 @@ def part_pie(page, _):
     if at + 1 < len(order):
         links.append(f'<a href="{order[at + 1]}">Siguiente: {TITLES[order[at + 1]]}</a>')
     return '<p class="pie">' + " · ".join(links) + "</p>\n</body>\n</html>"
+
+
+def part_menus(_page, _):
+    forms = {name: form for form, names in OPENED.items() for name in names}
+    rows = [f'<tr><td><b>{menu}</b></td><td><b>{line}</b></td><td><a href="{forms[name]}.html">{TITLES[forms[name] + ".html"]}</a></td></tr>'
+            for name, (menu, line) in menus().items()]
+    return ("<table>\n<thead><tr><th>Menú</th><th>Línea</th><th>Diálogo</th></tr></thead>\n<tbody>\n" + "\n".join(rows)
+            + "\n</tbody>\n</table>")
 
 
 def part_indice(_page, _):

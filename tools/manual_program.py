@@ -51,6 +51,14 @@ def operations():
     return opened, heard
 
 
+def menus():
+    """Operation to the demo host's menu and the line in it, in the menus' order."""
+    groups = re.findall(r'L"([^"]+)"', re.search(r"kGroups\[\] = \{(.*?)\}", read("demo/app/MenuBar.cpp"), re.S)[1])
+    order = re.search(r"enum class Group \{(.*?)\}", read("demo/app/Operations.h"))[1].replace(" ", "").split(",")
+    rows = re.findall(r'\{L"(\w+)", Group::(\w+), L"([^"]+)", \w+\}', read("demo/app/Operations.cpp"))
+    return {name: (groups[order.index(group)].replace("&", ""), line.replace("&", "")) for name, group, line in rows}
+
+
 def keys():
     """Form to (tools, rows of key, where, command); None is every form."""
     forms = {}

@@ -47,6 +47,7 @@ PAGES = [
         ("frmSelecEti.html", "Etiquetas", "qué etiquetas se imprimen"),
     ]),
     ("Para quien lo instala y lo administra", [
+        ("demostracion.html", "El programa de demostración", "probar los diálogos sin tener otro programa"),
         ("instalacion.html", "Instalación", "una máquina, un usuario, muchos puestos; actualizar y quitar"),
         ("disposiciones.html", "Disposiciones", "los ficheros de columnas y barras, y cómo repartirlos"),
         ("ajustes.html", "Ajustes", "lo que se guarda en el registro y los componentes que se pueden cambiar"),
