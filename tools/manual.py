@@ -284,6 +284,9 @@ def check(readers):
     for page, reader in zip(ALL, readers):
         check_texts(page, reader)
     check_links(ALL, readers)
+    for link in re.findall(r"\]\((docs/manual/[^)]*)\)", read("README.md")):
+        if not (root / link).is_file():
+            fault("README.md", f"{link} is missing")
 
 
 # The tour
