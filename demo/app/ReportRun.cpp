@@ -1,5 +1,7 @@
 #include "demo/app/ReportRun.h"
 
+#include "ProductVersion.h"
+#include "base/SettingsKeys.h"
 #include "demo/data/Values.h"
 #include "demo/host/HostError.h"
 #include "demo/host/HostObjects.h"
@@ -22,8 +24,7 @@ std::vector<ReportInfo> OfferedBy(std::wstring_view className, std::wstring_view
 std::wstring Kept(const std::wstring& key, const wchar_t* name) {
     wchar_t text[64] = L"";
     DWORD bytes = sizeof text;
-    const std::wstring path = L"Software\\Tamvelo\\" + key;
-    return RegGetValueW(HKEY_CURRENT_USER, path.c_str(), name, RRF_RT_REG_SZ, nullptr, text, &bytes) ==
+    return RegGetValueW(HKEY_CURRENT_USER, key.c_str(), name, RRF_RT_REG_SZ, nullptr, text, &bytes) ==
                    ERROR_SUCCESS
                ? text
                : L"";
@@ -80,10 +81,12 @@ void ReportRun::AddOwnConditions(Parameters& parameters) const {
         }
     };
     if (Is(L"ShowSql")) {
-        add(":serie", Kept(L"Global\\Configuracion\\Sesion\\Clientes", L"Serie"), L"serie: ");
+        add(":serie", Kept(base::SesionKey(L"" TAMVELO_COMPANY, base::kSesionClientes), L"Serie"),
+            L"serie: ");
     } else if (Is(L"ShowRptFchAuto")) {
-        add(":seccion", Kept(L"Tamvelo\\1.0\\Configuracion\\frmRptsFchAuto\\rpts" + Screen(), L"Seccion"),
-            L"sección: ");
+        const std::wstring key = base::FormKey(L"" TAMVELO_COMPANY, L"" TAMVELO_PRODUCT, TAMVELO_MAJOR,
+                                               TAMVELO_MINOR, L"frmRptsFchAuto");
+        add(":seccion", Kept(key + L"rpts" + Screen(), L"Seccion"), L"sección: ");
     } else if (Is(L"ShowRptFchAutoInf") &&
                m_database->Number(L"select count(*) from tipos_producto where Planificar") > 0) {
         parameters.push_back({":marcados", Value(std::int64_t{1}), L"solo los tipos de producto marcados"});

@@ -1,5 +1,8 @@
 // The setup program as users run it: what it leaves, what an update meets, what is left after it.
+#include <windows.h>
+
 #include <gmock/gmock.h>
+#include <shellapi.h>
 #include <shlobj.h>
 
 #include <filesystem>
@@ -17,6 +20,7 @@ namespace {
 
 using ::testing::ContainerEq;
 using ::testing::HasSubstr;
+using ::testing::IsSupersetOf;
 using ::testing::Not;
 namespace fs = std::filesystem;
 
@@ -33,7 +37,8 @@ fs::path SystemFolder(int which) {
     return path;
 }
 
-DWORD ExitOf(std::wstring command) {
+/// The exit code of a program; `person` is asked again and again meanwhile.
+DWORD ExitOf(std::wstring command, const std::function<void(DWORD process)>& person = {}) {
     STARTUPINFOW start{};
     start.cb = sizeof start;
     PROCESS_INFORMATION process{};
@@ -41,13 +46,74 @@ DWORD ExitOf(std::wstring command) {
                         &process)) {
         return ~GetLastError();
     }
+    for (int i = 0; WaitForSingleObject(process.hProcess, 100) == WAIT_TIMEOUT; ++i) {
+        if (i == 300) {
+            TerminateProcess(process.hProcess, 99);
+        } else if (person) {
+            person(process.dwProcessId);
+        }
+    }
     DWORD code = STILL_ACTIVE;
-    WaitForSingleObject(process.hProcess, 60'000);
     GetExitCodeProcess(process.hProcess, &code);
     CloseHandle(process.hThread);
     CloseHandle(process.hProcess);
     return code;
 }
+
+/// Somebody who reads each page of a setup program, and goes on once it says the same twice: it stands then.
+class Reader {
+public:
+    void operator()(DWORD process) {
+        m_process = process;
+        m_page.clear();
+        EnumWindows(
+            [](HWND window, LPARAM self) __attribute__((stdcall))->BOOL {
+                return reinterpret_cast<Reader*>(self)->Look(window);
+            },
+            reinterpret_cast<LPARAM>(this));
+        if (m_page == m_before && m_window) {
+            read.insert(m_page.begin(), m_page.end());
+            if (HWND start = std::exchange(m_start, nullptr)) {
+                SendMessageW(start, BM_CLICK, 0, 0); // not now
+            } else if (IsWindowEnabled(GetDlgItem(m_window, IDOK))) {
+                PostMessageW(m_window, WM_COMMAND, IDOK, 0);
+            }
+        }
+        m_before = m_page;
+    }
+    /// The texts of all controls, of what is chosen with a mark before it.
+    std::set<std::wstring> read;
+
+private:
+    BOOL Look(HWND window) {
+        DWORD owner = 0;
+        GetWindowThreadProcessId(window, &owner);
+        if (owner == m_process && IsWindowVisible(window)) {
+            m_window = window;
+            EnumChildWindows(
+                window, [](HWND control, LPARAM self) __attribute__((stdcall))->BOOL {
+                    return reinterpret_cast<Reader*>(self)->Read(control);
+                },
+                reinterpret_cast<LPARAM>(this));
+        }
+        return TRUE;
+    }
+    BOOL Read(HWND control) {
+        wchar_t text[256] = L"";
+        SendMessageW(control, WM_GETTEXT, ARRAYSIZE(text), reinterpret_cast<LPARAM>(text));
+        const bool chosen = SendMessageW(control, BM_GETCHECK, 0, 0) == BST_CHECKED;
+        m_page.insert((chosen ? L"(x)" : L"") + std::wstring(text));
+        if (chosen && std::wstring_view(text).starts_with(L"Abrir")) {
+            m_start = control;
+        }
+        return TRUE;
+    }
+    DWORD m_process = 0;
+    HWND m_window = nullptr;
+    HWND m_start = nullptr; // a box that says that the program is to be started
+    std::set<std::wstring> m_page;
+    std::set<std::wstring> m_before;
+};
 
 bool Becomes(const std::function<bool()>& so) {
     for (int i = 0; i < 200 && !so(); ++i) {
@@ -66,6 +132,24 @@ std::wstring Text(HKEY hive, const std::wstring& key, const wchar_t* name) {
 std::string Bytes(const fs::path& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::wstring VersionOf(const fs::path& path) {
+    std::vector<BYTE> block(GetFileVersionInfoSizeW(path.c_str(), nullptr));
+    GetFileVersionInfoW(path.c_str(), 0, static_cast<DWORD>(block.size()), block.data());
+    std::wstring texts;
+    for (const wchar_t* name : {L"CompanyName", L"ProductName", L"ProductVersion"}) {
+        wchar_t none[] = L"";
+        wchar_t* text = none;
+        UINT length = 0;
+        for (const wchar_t* language : {L"0C0A04B0", L"040A04E4"}) { // ours, and the setup program's
+            VerQueryValueW(block.data(),
+                           (std::wstring(L"\\StringFileInfo\\") + language + L'\\' + name).c_str(),
+                           reinterpret_cast<void**>(&text), &length);
+        }
+        texts += (texts.empty() ? L"" : L"|") + std::wstring(text);
+    }
+    return texts;
 }
 
 /// The files of a folder with what they hold.
@@ -138,9 +222,11 @@ protected:
         return SystemFolder(GetParam() ? CSIDL_COMMON_PROGRAMS : CSIDL_PROGRAMS) / L"Tamvelo";
     }
     fs::path Aside() const { return Installed().wstring() + L".viejo"; }
+    std::wstring Setup() const {
+        return L'"' + m_package + L"\\out\\Tamvelo-" TAMVELO_VERSION L"-instalar.exe\"";
+    }
     DWORD Install() const {
-        return ExitOf(L'"' + m_package + L"\\out\\Tamvelo-" TAMVELO_VERSION L"-instalar.exe\" /S " +
-                      (GetParam() ? L"/AllUsers" : L"/CurrentUser"));
+        return ExitOf(Setup() + L" /S " + (GetParam() ? L"/AllUsers" : L"/CurrentUser"));
     }
     /// What scripts of both kinds of process find, where there are both.
     std::string HostScript() const {
@@ -196,6 +282,12 @@ TEST_P(SetupTest, BringsWhatTheZipHoldsAndTakesItAwayAgain) {
     EXPECT_EQ(Text(Hive(), kServer, nullptr), Installed() / TAMVELO_LIBRARY);
     EXPECT_EQ(Text(Hive(), kUninstall + L"\\Tamvelo", L"DisplayVersion"), L"" TAMVELO_VERSION);
     EXPECT_EQ(std::distance(fs::directory_iterator(Menu()), {}), 2);
+    for (const wchar_t* name : {TAMVELO_LIBRARY, L"TamveloDemo" TAMVELO_SUFFIX L".exe", L"Desinstalar.exe"}) {
+        EXPECT_EQ(VersionOf(Installed() / name),
+                  L"" TAMVELO_COMPANY L"|" TAMVELO_PRODUCT L"|" TAMVELO_VERSION);
+        EXPECT_EQ(ExtractIconExW((Installed() / name).c_str(), -1, nullptr, nullptr, 0), 1U)
+            << base::ToUtf8(name);
+    }
     if (GetParam()) { // not every system that the tests run on looks for the user's own classes
         EXPECT_EQ(HostScript(),
                   kBoth ? "hay _ClsShowSerch\r\nhay _ClsShowSerch\r\n" : "hay _ClsShowSerch\r\n");
@@ -232,9 +324,9 @@ TEST_P(SetupTest, UpdatesAndRemovesALibraryThatAHostHasLoadedAndKeepsSettings) {
     ExpectAllAsBefore();
 }
 
-class SetupFailure : public SetupTest {};
+class SetupForUser : public SetupTest {};
 
-TEST_P(SetupFailure, IsSaidWithItsReason) {
+TEST_P(SetupForUser, SaysWhyItFails) {
     // A volatile key refuses lasting children: the registry does not take the registration.
     HKEY obstacle = nullptr;
     const std::wstring key = std::wstring(kServer).substr(0, std::wstring(kServer).rfind(L'\\'));
@@ -254,11 +346,26 @@ TEST_P(SetupFailure, IsSaidWithItsReason) {
     ExpectAllAsBefore();
 }
 
+TEST_P(SetupForUser, AsksPageByPage) {
+    Reader reader;
+    EXPECT_EQ(ExitOf(Setup(), std::ref(reader)), 0U);
+    EXPECT_THAT(reader.read, IsSupersetOf({L"(x)Solo para &mí (no hacen falta permisos)",
+                                           L"Para &todos los usuarios (pide permisos de administrador)",
+                                           L"(x)Abrir el programa de demostración"}));
+    EXPECT_EQ(Text(Hive(), kServer, nullptr), Installed() / TAMVELO_LIBRARY);
+    reader.read.clear();
+    const std::wstring program =
+        Installed() / L"Desinstalar.exe"; // here, and not in a copy that goes on alone
+    EXPECT_EQ(ExitOf(L'"' + program + L"\" _?=" + Installed().wstring(), std::ref(reader)), 0U);
+    fs::remove_all(Installed());
+    ExpectAllAsBefore();
+}
+
 std::string ForWhom(const testing::TestParamInfo<bool>& given) {
     return given.param ? "AllUsers" : "CurrentUser";
 }
 INSTANTIATE_TEST_SUITE_P(Installs, SetupTest, testing::Bool(), ForWhom);
-INSTANTIATE_TEST_SUITE_P(Installs, SetupFailure, testing::Values(false), ForWhom);
+INSTANTIATE_TEST_SUITE_P(Installs, SetupForUser, testing::Values(false), ForWhom);
 
 } // namespace
 } // namespace tamvelo::hosts
