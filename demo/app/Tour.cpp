@@ -26,7 +26,8 @@ constexpr Stroke kTwoDown[] = {{Stroke::Key, L"", VK_DOWN}, {Stroke::Key, L"", V
 // From the box over the button to the options, and back to the boxes of the next one.
 constexpr Stroke kSearchBetween[] = {{Stroke::Key, L"", VK_TAB},   {Stroke::Key, L"", VK_TAB},
                                      {Stroke::Key, L"", VK_RIGHT}, {Stroke::Access, L"d"},
-                                     {Stroke::Text, L"A00100"},    {Stroke::Key, L"", VK_RETURN}};
+                                     {Stroke::Text, L"03000010"},  {Stroke::Access, L"h"},
+                                     {Stroke::Text, L"03000050"},  {Stroke::Key, L"", VK_RETURN}};
 constexpr Stroke kSearchBox[] = {{Stroke::Access, L"s"},       {Stroke::Key, L"", VK_DOWN},
                                  {Stroke::Key, L"", VK_DOWN},  {Stroke::Key, L"", VK_DOWN},
                                  {Stroke::Access, L"v"},       {Stroke::Text, L"125"},
@@ -69,7 +70,7 @@ constexpr Stroke kRecordView[] = {{Stroke::Key, L"", VK_F5}, {Stroke::Key, L"", 
 
 constexpr Stroke kSearchNow{Stroke::Key, L"", VK_F5};
 constexpr Stroke kCriteriaOfSales[] = {kTab, kTab, kTab, kTab, {Stroke::Text, L"000025"}, kSearchNow};
-constexpr Stroke kCriteriaOfPurchases[] = {kTab, {Stroke::Text, L"tornillo"}, kSearchNow};
+constexpr Stroke kCriteriaOfPurchases[] = {kTab, {Stroke::Text, L"*tornillo*"}, kSearchNow};
 constexpr Stroke kCriteriaOfMinimum[] = {
     kTab, kTab, kTab, kTab, kTab, {Stroke::Text, L"10"}, kSearchNow, {Stroke::Access, L"h"}, kSearchNow};
 // Past what fits: the rows scroll to the list of "Urgente".
@@ -86,7 +87,7 @@ constexpr Stroke kCriteriaOfLaboratory[] = {{Stroke::Text, L"1001"},
                                             kTab,
                                             {Stroke::Key, L"", VK_HOME}};
 constexpr Stroke kCriteriaOfReceipts[] = {
-    kTab, {Stroke::Text, L"clinica"}, kTab, {Stroke::Text, L"sevilla"}, kSearchNow};
+    kTab, {Stroke::Text, L"*clinica*"}, kTab, {Stroke::Text, L"sevilla"}, kSearchNow};
 constexpr Stroke kLookUpCustomer[] = {kTab, kTab, kTab, kTab, {Stroke::Key, L"", VK_F4}};
 constexpr Stroke kAppointment[] = {
     {Stroke::Box, L"Cliente :"},   {Stroke::Text, L"000025"},
