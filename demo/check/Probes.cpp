@@ -1,6 +1,7 @@
 #include "demo/check/Probes.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 
 #include "base/FilterText.h"
@@ -20,8 +21,10 @@ namespace {
 using com::ComPtr;
 using com::LateObject;
 using com::Variant;
+using Choice = contract::ReportChoice;
 using contract::Answers;
 using contract::Effect;
+using contract::Sink;
 
 /// A box like those that the dialogs hand to the data class, with nothing typed in it.
 class EmptyBox final : public com::Automation {
@@ -58,6 +61,19 @@ private:
 };
 
 const base::DateRange kToday{46000, 46000};
+
+/// Of the work orders' reports.
+std::array<Variant, 9> NineConditions() {
+    return {Variant::Date(kToday.first),
+            Variant::Date(kToday.last),
+            Variant(short{0}),
+            Variant(L""),
+            Variant::Date(0),
+            Variant::Date(0),
+            Variant(short{2}),
+            Variant(short{2}),
+            Variant(L"")};
+}
 
 std::wstring Quoted(const std::wstring& text) { return L"«" + text + L"»"; }
 
@@ -103,16 +119,15 @@ const Probes::Row Probes::kCalls[] = {
     {L"MyClase", L"Requery", [](Probes& p) { return p.m_data.Requery(), std::wstring(); }, L""},
     {L"MyClase", L"FindRecord",
      [](Probes& p) { return p.m_data.FindRecord(p.FirstText(), {}), std::wstring(); }},
-    {L"MyClase", L"CreateFilter",
-     [](Probes& p) { return Quoted(p.m_data.CreateFilter(p.Box(), short{0})); }, L"&Object, Integer"},
+    {L"MyClase", L"CreateFilter", [](Probes& p) { return Quoted(p.m_data.CreateFilter(p.Box(), short{0})); },
+     L"&Object, Integer"},
     {L"MyClase", L"CreateFilter", [](Probes& p) { return Quoted(p.m_data.CreateFilter(p.Box())); },
      L"&Object"},
     {L"MyClase", L"GetFilter",
      [](Probes& p) { return Quoted(p.m_filter = p.m_data.GetFilter(base::kSlotFilterSelec)); }},
     {L"MyClase", L"SetFilter",
      [](Probes& p) { return p.m_data.SetFilter(p.m_filter, base::kSlotFilterSelec), std::wstring(); }},
-    {L"MyClase", L"AplyFilter",
-     [](Probes& p) { return p.m_data.AplyFilter(p.m_filter), std::wstring(); }},
+    {L"MyClase", L"AplyFilter", [](Probes& p) { return p.m_data.AplyFilter(p.m_filter), std::wstring(); }},
     {L"MyClase", L"existenregistros",
      [](Probes& p) { return std::wstring(p.m_data.existenregistros() ? L"Verdadero" : L"Falso"); }},
     {L"MyClase", L"MoveFirst", [](Probes& p) { return p.m_data.MoveFirst(), std::wstring(); }},
@@ -138,7 +153,9 @@ const Probes::Row Probes::kCalls[] = {
 
     {L"ctl", L"Text", [](Probes& p) { return Quoted(contract::HostControl(p.Find(L"ctl")->Get()).Text()); }},
     {L"Columns", L"Count",
-     [](Probes& p) { return std::to_wstring(contract::ColumnCollection(p.Find(L"Columns")->Get()).Count()); }},
+     [](Probes& p) {
+         return std::to_wstring(contract::ColumnCollection(p.Find(L"Columns")->Get()).Count());
+     }},
     {L"Columns", L"Item",
      [](Probes& p) {
          contract::ColumnCollection columns(p.Find(L"Columns")->Get());
@@ -149,7 +166,8 @@ const Probes::Row Probes::kCalls[] = {
          const Variant item = p.Find(L"Fields")->Call(L"Item", {0L});
          return p.Give(L"Field", item.ToObject()), std::wstring(L"un objeto");
      }},
-    {L"Field", L"Name", [](Probes& p) { return Quoted(p.m_field = p.Find(L"Field")->Call(L"Name").ToText()); }},
+    {L"Field", L"Name",
+     [](Probes& p) { return Quoted(p.m_field = p.Find(L"Field")->Call(L"Name").ToText()); }},
     {L"Field", L"Value",
      [](Probes& p) { // of the first record: where the set stands by now is nowhere
          LateObject& set = *p.Find(L"Recordset");
@@ -208,45 +226,70 @@ const Probes::Row Probes::kCalls[] = {
      }},
     {L"objClsEvents", L"AceptarFechaEntre",
      [](Probes& p) { return p.m_sink.AceptarFechaEntre(kToday.first, kToday.last), std::wstring(); }},
-#define REPORT(member, ...)                                                            \
-    {                                                                                  \
-        L"objClsEvents", L"" #member, [](Probes& p) {                                  \
-            contract::ReportChoice choice = p.Choice();                                \
-            return p.m_sink.member(choice __VA_OPT__(, ) __VA_ARGS__), std::wstring(); \
-        }
-    REPORT(AceptarReports)},
-    REPORT(AceptarReportsParam, kToday, L"", 2, 2, L"", L"")
-}
-, REPORT(AceptarReportsParamMail, kToday, L"", 2, 2, L"", L"")
-}
-, REPORT(AceptarReportsInformesParam, kToday, L"", 2, 2, L"")
-}
-, REPORT(AceptarReportsParamHr, kToday, L"", false, false, 0, 0)
-}
-, REPORT(AceptarReportsFchAuto, kToday, 0)
-}
-, REPORT(AceptarInformesFchAuto, kToday, 0), L"&Object, &Integer, &Integer, Date, Date, Integer"
-}
-, REPORT(AceptarInformesFchAuto, kToday), L"&Object, &Integer, &Integer, Date, Date"
-}
-, REPORT(AceptarInformesFch, kToday, L"")
-}
-, REPORT(AceptarInformesFchAutoTipoTime,
-         {Variant::Date(kToday.first), Variant::Date(kToday.last), Variant(short{0}), Variant(L""),
-          Variant::Date(0), Variant::Date(0), Variant(short{2}), Variant(short{2}), Variant(L"")})
-}
-, REPORT(AceptarDocNumAut, Variant(), Variant(), false)
-}
-, REPORT(AceptarListasParam, L"")
-}
-,
-#undef REPORT
-    {L"objClsEvents", L"AceptarEtiqueta", [](Probes& p) {
-         contract::ReportChoice choice = p.Choice();
-         return p.m_sink.AceptarEtiqueta(choice.selection), std::wstring();
+    {L"objClsEvents", L"AceptarReports",
+     [](Probes& p) { return p.Hand([](Sink& sink, Choice& choice) { sink.AceptarReports(choice); }); }},
+    {L"objClsEvents", L"AceptarReportsParam",
+     [](Probes& p) {
+         return p.Hand([](Sink& sink, Choice& choice) {
+             sink.AceptarReportsParam(choice, kToday, L"", 2, 2, L"", L"");
+         });
      }},
-}
-;
+    {L"objClsEvents", L"AceptarReportsParamMail",
+     [](Probes& p) {
+         return p.Hand([](Sink& sink, Choice& choice) {
+             sink.AceptarReportsParamMail(choice, kToday, L"", 2, 2, L"", L"");
+         });
+     }},
+    {L"objClsEvents", L"AceptarReportsInformesParam",
+     [](Probes& p) {
+         return p.Hand([](Sink& sink, Choice& choice) {
+             sink.AceptarReportsInformesParam(choice, kToday, L"", 2, 2, L"");
+         });
+     }},
+    {L"objClsEvents", L"AceptarReportsParamHr",
+     [](Probes& p) {
+         return p.Hand([](Sink& sink, Choice& choice) {
+             sink.AceptarReportsParamHr(choice, kToday, L"", false, false, 0, 0);
+         });
+     }},
+    {L"objClsEvents", L"AceptarReportsFchAuto",
+     [](Probes& p) {
+         return p.Hand([](Sink& sink, Choice& choice) { sink.AceptarReportsFchAuto(choice, kToday, 0); });
+     }},
+    {L"objClsEvents", L"AceptarInformesFchAuto",
+     [](Probes& p) {
+         return p.Hand([](Sink& sink, Choice& choice) { sink.AceptarInformesFchAuto(choice, kToday, 0); });
+     },
+     L"&Object, &Integer, &Integer, Date, Date, Integer"},
+    {L"objClsEvents", L"AceptarInformesFchAuto",
+     [](Probes& p) {
+         return p.Hand([](Sink& sink, Choice& choice) { sink.AceptarInformesFchAuto(choice, kToday); });
+     },
+     L"&Object, &Integer, &Integer, Date, Date"},
+    {L"objClsEvents", L"AceptarInformesFch",
+     [](Probes& p) {
+         return p.Hand([](Sink& sink, Choice& choice) { sink.AceptarInformesFch(choice, kToday, L""); });
+     }},
+    {L"objClsEvents", L"AceptarInformesFchAutoTipoTime",
+     [](Probes& p) {
+         return p.Hand([](Sink& sink, Choice& choice) {
+             sink.AceptarInformesFchAutoTipoTime(choice, NineConditions());
+         });
+     }},
+    {L"objClsEvents", L"AceptarDocNumAut",
+     [](Probes& p) {
+         return p.Hand(
+             [](Sink& sink, Choice& choice) { sink.AceptarDocNumAut(choice, Variant(), Variant(), false); });
+     }},
+    {L"objClsEvents", L"AceptarListasParam",
+     [](Probes& p) {
+         return p.Hand([](Sink& sink, Choice& choice) { sink.AceptarListasParam(choice, L""); });
+     }},
+    {L"objClsEvents", L"AceptarEtiqueta",
+     [](Probes& p) {
+         return p.Hand([](Sink& sink, Choice& choice) { sink.AceptarEtiqueta(choice.selection); });
+     }},
+};
 
 void Probes::Give(std::wstring_view role, const ComPtr<IDispatch>& object) {
     if (!object) {
@@ -301,7 +344,11 @@ void Probes::PutBack() noexcept {
 
 ComPtr<IDispatch> Probes::Box() const { return ComPtr<IDispatch>(com::Make<EmptyBox>(m_field).Get()); }
 
-contract::ReportChoice Probes::Choice() const { return {com::MakeCollection({Variant(true)}), 0, 1}; }
+std::wstring Probes::Hand(void (*answer)(contract::Sink& sink, contract::ReportChoice& choice)) {
+    contract::ReportChoice choice{com::MakeCollection({Variant(true)}), 0, 1};
+    answer(m_sink, choice);
+    return {};
+}
 
 std::wstring Probes::FirstText() {
     LateObject* const set = Find(L"Recordset");

@@ -41,7 +41,8 @@ private:
     static const Row kCalls[];
 
     com::ComPtr<IDispatch> Box() const;
-    contract::ReportChoice Choice() const;
+    /// An answer of a report dialog.
+    std::wstring Hand(void (*answer)(contract::Sink& sink, contract::ReportChoice& choice));
     std::wstring FirstText();
 
     const bool m_write;
