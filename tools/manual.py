@@ -10,7 +10,7 @@ A page is HTML by hand but for its marked parts, `<!--[name rest]-->` to `<!--[/
   cabeza          the head, the way back and the title            pie     the way on and the end
   ficha           form and operations, from contract/             teclas  its keys, from docs/keys.md
   indice          the pages by section                            herramientas  its tools, from there too
-  menus           what the demo host's menus open
+  menus           what the demo host's menus open                 ventanas      pages by what stands over the window
   figura A | B    the picture of the tour's stop A, B what it shows to who cannot see it
 By hand, but looked up: <b> is a caption of the program's, <q> a message (… for what varies), <kbd> a key, <code> anything
 that stands in the sources, <code class="oye"> a call to the sink. <samp> and <i> are free.
@@ -141,6 +141,15 @@ def part_indice(_page, _):
         text += [f'<li><a href="{name}">{title}</a>: {line}</li>' for name, title, line in pages]
         text.append("</ul>")
     return "\n".join(text)
+
+
+def part_ventanas(_page, _):
+    pages = {}
+    for page in ALL:
+        if page.form:
+            pages.setdefault(window_title(page), []).append(f'<a href="{page.name}">{page.title}</a>')
+    rows = [f"<tr><td>{html.escape(title)}</td><td>{', '.join(links)}</td></tr>" for title, links in sorted(pages.items())]
+    return "<table>\n<thead><tr><th>Título</th><th>Página</th></tr></thead>\n<tbody>\n" + "\n".join(rows) + "\n</tbody>\n</table>"
 
 
 PARTS = {name[5:]: value for name, value in list(globals().items()) if name.startswith("part_")}
