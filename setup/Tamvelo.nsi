@@ -9,12 +9,15 @@ Unicode true
 !include "FileFunc.nsh"
 !include "LogicLib.nsh"
 !include "Sections.nsh"
+!include "WordFunc.nsh"
 !include "x64.nsh"
 
 !define ARP "Software\Microsoft\Windows\CurrentVersion\Uninstall\${PRODUCT}"
 !define RUN_ONCE "Software\Microsoft\Windows\CurrentVersion\RunOnce"
 !define MENU "$SMPROGRAMS\${PRODUCT}"
 !define ASIDE "$INSTDIR.viejo" ; beside the folder, and so on its drive: for files that a program has loaded
+
+!define REASON "$TEMP\${PRODUCT}-instalar.txt"
 
 Name "${PRODUCT}"
 Caption "Instalación de ${PRODUCT} ${VERSION}"
@@ -62,7 +65,7 @@ Page custom AskForWhom TakeForWhom
 !macro Fail code text
   SetErrorLevel ${code}
   ${If} ${Silent}
-    FileOpen $9 "$TEMP\${PRODUCT}-instalar.txt" w
+    FileOpen $9 "${REASON}" w
     FileWriteUTF16LE /BOM $9 "${text}$\r$\n"
     FileClose $9
   ${Else}
@@ -164,7 +167,14 @@ FunctionEnd
 
 Function .onInit
   StrCpy $Given $INSTDIR
+  Delete "${REASON}" ; an earlier one's
   ${GetParameters} $1
+  ; "/D=folder" in quotes, as some shells pass it on, is not known to NSIS.
+  ClearErrors
+  ${WordFind2X} $1 '"/D=' '"' "E+1" $2
+  ${IfNot} ${Errors}
+    StrCpy $Given $2
+  ${EndIf}
   ClearErrors
   ${GetOptions} $1 "/CurrentUser" $2
   ${IfNot} ${Errors}

@@ -338,10 +338,11 @@ TEST_P(SetupForUser, SaysWhyItFails) {
                 HasSubstr("registrar"));
     EXPECT_TRUE(Uninstall()); // takes the obstacle away as well
     EXPECT_TRUE(Becomes([&] { return !fs::exists(Installed()); }));
-    // A folder that cannot be made.
-    std::ofstream(Installed()) << "un fichero";
-    EXPECT_NE(Install(), 0U);
-    fs::remove(Installed());
+    // A folder that cannot be made, named as a shell passes on what has blanks.
+    const fs::path file = fs::temp_directory_path() / L"Año nuevo";
+    std::ofstream(file) << "un fichero";
+    EXPECT_NE(ExitOf(Setup() + L" /S \"/D=" + (file / L"Tamvelo").wstring() + L'"'), 0U);
+    fs::remove(file);
     fs::remove(m_reason);
     ExpectAllAsBefore();
 }
