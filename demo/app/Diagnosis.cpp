@@ -1,6 +1,7 @@
 #include "demo/app/Diagnosis.h"
 
 #include "demo/app/CommandLine.h"
+#include "demo/app/Console.h"
 #include "demo/app/Describe.h"
 #include "demo/app/Hands.h"
 #include "demo/app/Visitor.h"
@@ -19,6 +20,7 @@ std::wstring Try(MainWindow& window, const Operation& operation, Findings& findi
     visitor.gaveUp = [&](const std::wstring& text) {
         findings.Add(Verdict::Bad, operation.name, text);
         findings.End();
+        Say(findings.Path());
     };
     try {
         window.Perform(operation, window.Fields().For(L"articulos"), [&](Request& request) {
@@ -43,15 +45,20 @@ std::wstring Try(MainWindow& window, const Operation& operation, Findings& findi
 
 void TryOperations(MainWindow& window, Findings& findings, const std::wstring& only) {
     findings.Part(L"Las operaciones: abrir sobre datos de ejemplo, y cancelar");
+    bool any = false;
     for (const Operation& operation : Operations()) {
         if (!IsWanted(only, operation.name)) {
             continue;
         }
+        any = true;
         std::wstring found;
         const std::wstring complaint = Try(window, operation, findings, found);
         findings.Add(complaint.empty() ? Verdict::Good : Verdict::Bad, operation.name,
                      complaint.empty() ? found : complaint);
         window.Forget();
+    }
+    if (!any) {
+        findings.Add(Verdict::Bad, only, L"no hay ninguna operación de ese nombre");
     }
 }
 

@@ -108,6 +108,7 @@ TEST_F(DiagnosisTest, IsWrittenElsewhereWhenItCannotBeBesideTheProgram) {
     fs::create_directory(m_folder / L"TamveloDiagnostico.txt");
     EXPECT_EQ(Diagnose(L"--only ShowOrder").code, 0U);
     EXPECT_THAT(m_said, StartsWith(fs::temp_directory_path().wstring()));
+    EXPECT_EQ(Diagnose(L"--only ShowNada").code, 1U); // nothing tried is not all well
     fs::remove(fs::path(base::Trim(m_said)));
 }
 
