@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "Person.h"
+#include "ProductVersion.h"
 #include "base/Text.h"
 #include "com/Automation.h"
 #include "com/Error.h"
@@ -25,7 +26,7 @@ class Checker : public PersonTest {
 protected:
     /// Its lines parted by LF, with one blank where there are several.
     static Finished Check(const std::wstring& source, const std::wstring& more = L"") {
-        Finished run = RunProgram(L"TamveloDemo.exe comprobar " + source + L" " + more);
+        Finished run = RunProgram(L"TamveloDemo" TAMVELO_SUFFIX L".exe comprobar " + source + L" " + more);
         std::erase(run.output, '\r');
         const auto both = [](char a, char b) { return a == ' ' && b == ' '; };
         run.output.erase(std::unique(run.output.begin(), run.output.end(), both), run.output.end());

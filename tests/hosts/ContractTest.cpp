@@ -100,6 +100,67 @@ TEST(Members, AreTheDocumentedOnes) {
         << "what docs/host-contract.md should list";
 }
 
+/// The members of the objects that an operation needs so, each with its object where it is not the first one.
+std::string Needed(std::initializer_list<std::wstring_view> objects, contract::Need need, size_t operation) {
+    std::string names;
+    for (const contract::Member& row : contract::Members()) {
+        const std::string name =
+            "`" + (row.object == *objects.begin() ? "" : Narrow(row.object) + ".") + NameOf(row) + "`";
+        if (row.need == need && row.operations & contract::Bit(operation) &&
+            !Narrow(row.name).ends_with("=") && std::ranges::find(objects, row.object) != objects.end() &&
+            names.find(name) == std::string::npos) {
+            names += (names.empty() ? "" : need == contract::Need::EitherOf ? " o " : " ") + name;
+        }
+    }
+    return names;
+}
+
+TEST(Members, AreThoseOfTheTableForHosts) {
+    using Rows = std::vector<std::pair<std::string, std::string>>; // what, and for which operations
+    Rows needs;
+    Rows answers;
+    const auto add = [](Rows& rows, const std::string& what, const std::string& name) {
+        const auto known = std::ranges::find(rows, what, &Rows::value_type::first);
+        if (known != rows.end()) {
+            known->second += ", " + name;
+        } else {
+            rows.emplace_back(what, name);
+        }
+    };
+    for (size_t i = 0; i < contract::Operations().size(); ++i) {
+        using enum contract::Need;
+        const std::string name = "`" + Narrow(contract::Operations()[i].name) + "`";
+        const std::string always = Needed({L"MyClase", L"Columns", L"Column"}, Always, i);
+        if (!always.empty()) {
+            add(needs, always + " | " + Needed({L"MyClase"}, Command, i), name);
+        }
+        add(answers, Needed({L"objClsEvents"}, Always, i) + Needed({L"objClsEvents"}, EitherOf, i), name);
+    }
+    const auto written = [](const Rows& rows) {
+        std::string lines;
+        for (const auto& [what, names] : rows) {
+            lines += "| " + names + " | " + what + " |\n";
+        }
+        return lines;
+    };
+    std::string text =
+        "| operaciones | de `MyClase` y de las columnas, siempre | de `MyClase`, para alguna orden "
+        "|\n|---|---|---|\n" +
+        written(needs);
+    text += "\nDel conjunto de registros, en las que lo tienen: " +
+            Needed({L"Recordset", L"Fields", L"Field"}, contract::Need::Always, 3) + ", y " +
+            Needed({L"Recordset"}, contract::Need::EitherOf, 3) +
+            ".\n\n| operaciones | responden con |\n|---|---|\n" + written(answers);
+    const std::string document = ReadAll("docs/escribir-su-programa.md");
+    const std::string begin = "<!-- lista -->\n";
+    const size_t at = document.find(begin) + begin.size();
+    if (document.substr(at, document.find("<!-- fin", at) - at) != text) {
+        std::ofstream("lista.md", std::ios::binary) << text;
+        FAIL() << "docs/escribir-su-programa.md says something else: lista.md in the build folder is what it "
+                  "should list.";
+    }
+}
+
 TEST(Members, AreListedForTheOperationsOfTheTypeLibrary) {
     std::vector<std::wstring> described;
     std::vector<std::wstring> listed;

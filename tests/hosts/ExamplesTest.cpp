@@ -1,5 +1,7 @@
 // What others copy, as it stands: the same program in each language that runs here, with a person at the
 // keyboard.
+#include <gmock/gmock.h>
+
 #include <algorithm>
 #include <map>
 #include <regex>
@@ -7,8 +9,10 @@
 #include <sstream>
 
 #include "Person.h"
+#include "ProductVersion.h"
 #include "base/Text.h"
 #include "contract/Members.h"
+#include "dates/Resources.h"
 #include "frame/Resources.h"
 #include "search/Resources.h"
 #include "tests/support/Operations.h"
@@ -49,6 +53,46 @@ TEST_F(Examples, OfTheReadmeRunsWithTheDataClassOfTheScript) {
     Put(L"readme.vbs", Text("../../examples/seleccion.vbs", "Option Explicit\n", "Class Pantalla") +
                            Text("../../README.md", "```vb\n", "```"));
     EXPECT_EQ(Run(L"cscript.exe //nologo readme.vbs", {&kChoose, 1}), "A-2\n");
+}
+
+/// The page's pieces of program, in their order.
+std::vector<std::string> Pieces() {
+    std::vector<std::string> pieces;
+    const std::string page = Text("../../docs/escribir-su-programa.md");
+    const std::string begin = "```vb\n";
+    for (size_t at = page.find(begin); at != std::string::npos; at = page.find(begin, at + 1)) {
+        pieces.push_back(page.substr(at + begin.size(), page.find("```", at + 1) - at - begin.size()));
+    }
+    return pieces;
+}
+
+// The first piece is a program, and so are the others together; without their calls they are what the checker
+// takes.
+TEST_F(Examples, OfThePageForProgrammersRun) {
+    const Visit dates[] = {{L"Seleccionar Fechas", {{IDC_DTPICKER0, VK_RETURN}}}};
+    const std::vector<std::string> pieces = Pieces();
+    Put(L"primero.vbs", pieces.at(0));
+    EXPECT_THAT(Run(L"cscript.exe //nologo primero.vbs", dates), ::testing::MatchesRegex("Del .* al .*\n"));
+
+    std::string program;
+    std::string host;
+    for (size_t i = 1; i < pieces.size(); ++i) {
+        program += pieces[i];
+        host += pieces[i].find("dialogos.") == std::string::npos ? pieces[i] : "";
+    }
+    const Steps mark{{IDC_LIST1, VK_DOWN}, {IDC_LIST1, VK_SPACE}, {IDC_LIST1, VK_RETURN}};
+    const Visit visits[] = {kChoose,
+                            kSearch,
+                            {L"Columnas visibles", mark},
+                            {L"Columna de orden", mark},
+                            {L"Selección de Documentos", mark}};
+    Put(L"programa.vbs", program);
+    EXPECT_EQ(Run(L"cscript.exe //nologo programa.vbs", visits),
+              "Elegido: A-2\nFiltro: Codigo=A-3\nSe ve Nombre: 0\nOrden: 0\nInformes: 0-1 copias: 1\n");
+    Put(L"programa.vbs", host);
+    const Finished checked =
+        RunProgram(L"TamveloDemo" TAMVELO_SUFFIX L".exe comprobar programa.vbs --only ShowColums,ShowOrder");
+    EXPECT_EQ(checked.code, 0U) << checked.output;
 }
 
 // What cannot be run here is read: the calls, and the members that the library will look for.
