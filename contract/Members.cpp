@@ -131,6 +131,8 @@ constexpr Member kMembers[] = {
     {L"objClsEvents", L"AceptarReportsParamHr", DATES L", String, Boolean, Boolean, Date, Date", Nothing,
      Always, Writes, kHours},
     {L"objClsEvents", L"AceptarReportsFchAuto", DATES L", Integer", Nothing, Always, Writes, kFchAuto},
+    // For the screen of the stock ledger only, in place of the one above.
+    {L"objClsEvents", L"AceptarInformesFchAuto", DATES L", Integer", Nothing, Optional, Writes, kFchAuto},
     {L"objClsEvents", L"AceptarInformesFchAuto", DATES L", Integer", Nothing, Always, Writes, kFchAutoInf},
     {L"objClsEvents", L"AceptarInformesFchAuto", DATES, Nothing, Always, Writes, kAddresses},
     {L"objClsEvents", L"AceptarInformesFch", DATES L", String", Nothing, Always, Writes, kInfFch},
