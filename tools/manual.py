@@ -103,8 +103,7 @@ def part_figura(page, rest):
 def part_cabeza(page, _):
     way = "" if page.name == "index.html" else '<p class="camino"><a href="index.html">Manual de Tamvelo</a></p>\n'
     title = page.title if page.name == "index.html" else f"{page.title} · Manual de Tamvelo"
-    return f"""<!DOCTYPE html>
-<html lang="es">
+    return f"""<html lang="es">
 <head>
 <meta charset="utf-8">
 <meta name="viewport" content="width=device-width, initial-scale=1">
@@ -268,6 +267,8 @@ def stops():
 
 def check(readers):
     for page in ALL:
+        if not page.text.startswith("<!DOCTYPE html>\n"):
+            fault(page.name, "does not begin with its document type, and older browsers would guess")
         if page.text != page.current():
             fault(page.name, "is stale: run tools/manual.py")
     for form in OPENED:
