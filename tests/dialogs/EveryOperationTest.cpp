@@ -138,12 +138,14 @@ void ExpectOrderlyControls(HWND dialog) {
 
 /// The library's own, in the sizes that belong to the resolution here, and decoded: the caption of the
 /// drawing is blue.
-void ExpectIcons(HWND dialog) {
+std::vector<HICON> ExpectIcons(HWND dialog) {
+    std::vector<HICON> icons;
     for (const auto& [kind, size] : {std::pair{ICON_SMALL, 16}, {ICON_BIG, 32}}) {
         ICONINFO icon{};
         BITMAP picture{};
-        EXPECT_TRUE(GetIconInfo(
-            reinterpret_cast<HICON>(SendMessageW(dialog, WM_GETICON, static_cast<WPARAM>(kind), 0)), &icon));
+        icons.push_back(
+            reinterpret_cast<HICON>(SendMessageW(dialog, WM_GETICON, static_cast<WPARAM>(kind), 0)));
+        EXPECT_TRUE(GetIconInfo(icons.back(), &icon));
         GetObjectW(icon.hbmColor, sizeof picture, &picture);
         const HDC dc = CreateCompatibleDC(nullptr);
         SelectObject(dc, icon.hbmColor);
@@ -153,6 +155,7 @@ void ExpectIcons(HWND dialog) {
         DeleteObject(icon.hbmColor);
         DeleteObject(icon.hbmMask);
     }
+    return icons;
 }
 
 class EveryOperation : public AllOperations {
@@ -211,8 +214,8 @@ protected:
         const auto list = [] {
             PostMessageW(Item(IsShown(IDC_DATAGRID) ? IDC_DATAGRID : IDC_LIST1), WM_CONTEXTMENU, 0, -1);
         };
-        return {Do([] {
-                    ExpectIcons(Dialog());
+        return {Do([this] {
+                    m_icons = ExpectIcons(Dialog());
                     ExpectOrderlyControls(Dialog());
                 }),
                 Menu(periods), Menu(list), Do([this, operation] {
@@ -222,8 +225,17 @@ protected:
                 })};
     }
 
+    void ExpectIconsGone() {
+        for (const HICON icon : m_icons) {
+            ICONINFO info{};
+            EXPECT_FALSE(GetIconInfo(icon, &info));
+        }
+        m_icons.clear();
+    }
+
 private:
     Texts m_menu;
+    std::vector<HICON> m_icons; // of the dialog that was looked at last
 };
 
 TEST_F(EveryOperation, IsOrderlyAndOutOfTheWayOfItsAnswerAndKeepsNothingOfTheHosts) {
@@ -262,6 +274,7 @@ TEST_F(EveryOperation, IsOrderlyAndOutOfTheWayOfItsAnswerAndKeepsNothingOfTheHos
         const Log clean = run(leave, false);
         EXPECT_GE(told, 1);
         run({Look(operation.name), leave}, true);
+        ExpectIconsGone();
         EXPECT_THAT(run(leave, false), ElementsAreArray(clean)) << "something was kept";
     }
     HostObject::beforeEach = {};
