@@ -44,8 +44,8 @@ def compile_library(idl, made, kind="-t"):
 
 
 compile_library(here / "stdole2.idl", work / "stdole2.tlb")
-compile_library(work / source.name, work / out.name)
-compile_library(work / source.name, work / header.name, "-h")
+compile_library(source.name, work / out.name) # by its name alone: the header tells where it came from
+compile_library(source.name, work / header.name, "-h")
 # The time stands there twice: as text, and as a number in the value after it.
 made, stamps = re.subn(rb"(Created by WIDL version [^\0]*? at .{24})(\nW*\x13\0).{4}",
                        lambda stamp: b" " * len(stamp[1]) + stamp[2] + bytes(4),
