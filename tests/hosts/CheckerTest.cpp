@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <atomic>
 #include <memory>
+#include <set>
+#include <sstream>
 #include <thread>
 
 #include "Person.h"
@@ -230,6 +232,17 @@ TEST_F(Checker, FindsAWholeHostOfAnotherProcessReadyForEverything) {
     EXPECT_TRUE(program->heard.empty());
     const Finished written = check(L"--escribir");
     EXPECT_EQ(written.code, 0U) << written.output;
+    std::set<std::string> uncalled; // what it only looks for
+    std::istringstream lines(written.output);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.find(" está") != std::string::npos && line.find("no está") == std::string::npos) {
+            uncalled.insert(line.substr(1, line.find(' ', 1) - 1));
+        }
+    }
+    EXPECT_THAT(uncalled,
+                ::testing::ElementsAre("AbsolutePosition=", "Aceptar_todos", "Bookmark=", "Denegar_todos",
+                                       "Filter=", "InsertarArticulo", "NuevoCodigo_Fam",
+                                       "Sort=", "Value=", "Visible=", "clsEvents_AceptaSeleccion"));
     EXPECT_EQ(program->heard.size(), 19U) << ::testing::PrintToString(program->heard);
 }
 

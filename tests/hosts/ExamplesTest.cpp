@@ -203,6 +203,15 @@ void ExpectContract(const Classes& classes) {
     }
 }
 
+// Their engines and editors read them in the letters of the system.
+TEST(ExamplesRead, OfScriptsArePlainLetters) {
+    for (const char* file : {"seleccion.vbs", "seleccion.js", "seleccion.ps1", "vba/Seleccion.bas",
+                             "vba/Tabla.cls", "vba/Pantalla.cls", "vba/Columnas.cls", "vba/Columna.cls"}) {
+        EXPECT_TRUE(std::ranges::all_of(Example(file), [](char c) { return c > 0; })) << file;
+    }
+    EXPECT_THAT(Example("vba/Tabla.cls"), ::testing::HasSubstr("END\r\n")); // VBA takes no other line ends
+}
+
 TEST(ExamplesRead, HaveWhatTheLibraryAsksFor) {
     Classes sharp = Read(Example("seleccion.cs"));
     EXPECT_EQ(sharp.size(), 5U);
