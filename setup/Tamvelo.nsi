@@ -61,9 +61,8 @@ Page custom AskForWhom TakeForWhom
 !insertmacro Said "FileDescription" "Instalación de ${PRODUCT}"
 !insertmacro Said "LegalCopyright" "${COMPANY}"
 
-; Ends with a reason: for who sits there, or in silence in a file.
-!macro Fail code text
-  SetErrorLevel ${code}
+; A reason for what fails: for who sits there, or in silence in a file.
+!macro Tell text
   ${If} ${Silent}
     FileOpen $9 "${REASON}" w
     FileWriteUTF16LE /BOM $9 "${text}$\r$\n"
@@ -71,6 +70,11 @@ Page custom AskForWhom TakeForWhom
   ${Else}
     MessageBox MB_ICONSTOP "${text}"
   ${EndIf}
+!macroend
+
+!macro Fail code text
+  SetErrorLevel ${code}
+  !insertmacro Tell "${text}"
   Quit
 !macroend
 
@@ -244,6 +248,12 @@ Function TakeForWhom
     Abort
   ${EndIf}
   Call ChooseFolder
+FunctionEnd
+
+; A file did not come out.
+Function .onInstFailed
+  SetErrorLevel 3
+  !insertmacro Tell "No se puede escribir en «$INSTDIR». ${PRODUCT} no está instalado del todo."
 FunctionEnd
 
 Section
