@@ -244,14 +244,15 @@ private:
         }
     }
 
-    /// The one of the two that this class is answered by.
+    /// The one of the two that this class is answered by; a double click may have an answer of its own.
     bool IsAnsweredBy(const Member& row, size_t operation) const {
         const std::wstring_view form = contract::Operations()[operation].form;
         const base::Answer answer = form == L"frmRegistros"  ? base::AnswerInBrowser(m_probes.ClassName())
                                     : form == L"frmSelecAdd" ? base::AnswerInAddPanel(m_probes.ClassName())
                                                              : base::AnswerFor(m_probes.ClassName());
-        return (answer.member == base::SinkMember::AceptarSeleccion) ==
-               (row.name == std::wstring_view(L"AceptarSeleccion"));
+        const bool one = row.name == std::wstring_view(L"AceptarSeleccion");
+        return (answer.member == base::SinkMember::AceptarSeleccion) == one ||
+               (one && base::DoubleClickAnswerFor(m_probes.ClassName()));
     }
 
     /// What an operation is told to be, and whether the host is ready; nothing is when it has not given the

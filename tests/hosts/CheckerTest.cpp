@@ -119,6 +119,29 @@ TEST_F(Checker, GoesByWhatIsAskedFor) {
     EXPECT_THAT(unknown.output, HasSubstr("ShowSelecDato"));
 }
 
+TEST_F(Checker, KnowsByWhichMemberAClassIsAnswered) {
+    const std::string example = Text("../../examples/seleccion.vbs", "Option Explicit\n", "Dim campo, busca");
+    const struct {
+        const char* className;
+        const char* sink;
+        const char* told;
+    } cases[] = {
+        {"articulos", "AceptarSeleccion(i, ctl, v)", "frmSeleccion abre, pero le falta MyClase.CreateFilter"},
+        {"empleados", "AceptarSeleccion(i, ctl, v)", "NO, por objClsEvents.AceptarSeleccionParam\n"},
+        {"empleados", "AceptarSeleccionParam(i, ctl, a, b, c)", "frmSeleccion abre, pero le falta "},
+        {"articulos", "AceptarSeleccionParam(i, ctl, a, b, c)", "NO, por objClsEvents.AceptarSeleccion\n"},
+        {"Ordenes", "AceptarSeleccionParam(i, ctl, a, b, c)", "NO, por objClsEvents.AceptarSeleccion\n"},
+    };
+    for (const auto& [className, sink, told] : cases) {
+        std::string text = example;
+        text.replace(text.find("\"articulos\"") + 1, 9, className);
+        text += "Class Respuesta\nPublic Sub " + std::string(sink) + " : End Sub\nEnd Class\n" +
+                "Set MyClase = articulos\nSet ctl = New Pantalla\nSet objClsEvents = New Respuesta\n";
+        EXPECT_THAT(CheckScript(text, L"--only ShowSelec").output, HasSubstr(told))
+            << className << " " << sink;
+    }
+}
+
 TEST_F(Checker, TellsWhatIsNoHost) {
     const Finished broken = CheckScript("Option Explicit\r\nDim uno\r\nuno = = 2\r\n");
     EXPECT_EQ(broken.code, 1U);
