@@ -25,7 +25,7 @@ using ::testing::Not;
 
 /// Registered, for scripts that make one.
 class Checker : public PersonTest {
-protected:
+public:
     /// Its lines parted by LF, with one blank where there are several.
     static Finished Check(const std::wstring& source, const std::wstring& more = L"") {
         Finished run = RunProgram(L"TamveloDemo" TAMVELO_SUFFIX L".exe comprobar " + source + L" " + more);
@@ -230,30 +230,52 @@ private:
     DWORD m_registered = 0;
 };
 
+/// While this thread, whose objects are asked, lets the others in.
+Finished CheckServed(const std::wstring& more) {
+    Finished run;
+    std::atomic<bool> done = false;
+    std::thread other([&] {
+        run = Checker::Check(Served::kName, more);
+        done = true;
+    });
+    for (MSG message; !done; MsgWaitForMultipleObjects(0, nullptr, FALSE, 20, QS_ALLINPUT)) {
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+            DispatchMessageW(&message);
+        }
+    }
+    other.join();
+    return run;
+}
+
+/// A data class that hears the answers too.
+class Alone final : public com::Automation {
+    std::span<const com::Member> Members() const override {
+        using com::Member;
+        static constexpr Member kMembers[] = {
+            {L"sClassName", 1, Member::Get, 0, 0, com::Run<&Alone::Name>},
+            {L"AceptarBuscar", 2, Member::Method, 0, 0, com::Run<&Alone::Name>},
+        };
+        return kMembers;
+    }
+    void Name(com::Invocation& call) { call.Return(com::Variant(L"citas")); }
+};
+
+TEST_F(Checker, TakesAnObjectThatPlaysSeveralRoles) {
+    const Served served(com::Make<Alone>().Get());
+    const Finished run = CheckServed(L"--only ShowNuevaCita");
+    EXPECT_EQ(run.code, 0U) << run.output;
+    EXPECT_THAT(run.output, HasSubstr("ShowNuevaCita frmCita lista"));
+}
+
 // Of another process, so that every call is a message; its data class has its record set apart, with clones.
 TEST_F(Checker, FindsAWholeHostOfAnotherProcessReadyForEverything) {
     const auto program = com::Make<Program>();
     const Served served(program.Get());
-    const auto check = [&](const wchar_t* more) {
-        Finished run;
-        std::atomic<bool> done = false;
-        std::thread other([&] {
-            run = Check(Served::kName, more);
-            done = true;
-        });
-        for (MSG message; !done; MsgWaitForMultipleObjects(0, nullptr, FALSE, 20, QS_ALLINPUT)) {
-            while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-                DispatchMessageW(&message);
-            }
-        }
-        other.join();
-        return run;
-    };
-    const Finished run = check(L"");
+    const Finished run = CheckServed(L"");
     EXPECT_EQ(run.code, 0U) << run.output;
     EXPECT_THAT(run.output, HasSubstr("36 de 36 listas"));
     EXPECT_TRUE(program->heard.empty());
-    const Finished written = check(L"--escribir");
+    const Finished written = CheckServed(L"--escribir");
     EXPECT_EQ(written.code, 0U) << written.output;
     std::set<std::string> uncalled; // what it only looks for
     std::istringstream lines(written.output);
