@@ -6,13 +6,10 @@
 
 #include <utility>
 
+#include "entry/UnwindFrames.h"
+
 // What the run-time library has, and declares nowhere.
 // NOLINTBEGIN(bugprone-reserved-identifier, readability-identifier-naming)
-extern "C" {
-void __register_frame_info(const void* begin, void* object);
-void* __deregister_frame_info(const void* begin);
-extern const char tamvelo_unwind_frames[]; // the section's start, from the linker
-}
 namespace __gnu_cxx {
 void __freeres();
 }
@@ -21,20 +18,6 @@ void __freeres();
 namespace tamvelo::entry {
 
 namespace {
-
-#ifdef __i386__
-// The start-up code registers our unwind frames with the shared run-time library if a host has that loaded,
-// and then our own, which throws and catches, finds nothing and ends the process. Registered twice they do no
-// harm.
-void RegisterFrames() {
-    static void* s_object[8]; // the registry's own notes
-    __register_frame_info(tamvelo_unwind_frames, s_object);
-}
-void DeregisterFrames() { __deregister_frame_info(tamvelo_unwind_frames); }
-#else
-void RegisterFrames() {} // the system knows them
-void DeregisterFrames() {}
-#endif
 
 /// What the run-time library keeps for one thread, by key.
 struct ThreadValues {
@@ -111,7 +94,7 @@ PCONDITION_VARIABLE ConditionOf(pthread_cond_t* condition) {
 
 } // namespace
 
-void Runtime::Attach() noexcept { RegisterFrames(); }
+void Runtime::Attach() noexcept { UnwindFrames::Register(); }
 
 void Runtime::ThreadEnds() noexcept {
     ThreadValues* const own = Own();
@@ -131,7 +114,7 @@ void Runtime::ThreadEnds() noexcept {
 
 void Runtime::Detach() noexcept {
     __gnu_cxx::__freeres(); // the memory set aside for throwing when there is no memory
-    DeregisterFrames();
+    UnwindFrames::Deregister();
     while (g_threads) { // also those of threads that live on
         ThreadValues* const thread = g_threads;
         g_threads = thread->next;
