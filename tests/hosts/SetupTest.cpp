@@ -260,6 +260,10 @@ protected:
         fs::remove_all(Installed(), ignored);
         fs::remove_all(Aside(), ignored);
         fs::remove(m_reason, ignored);
+        // And what a demo host of somebody else left here: the uninstaller takes all that is its.
+        fs::remove_all(SystemFolder(CSIDL_LOCAL_APPDATA) / L"Tamvelo", ignored);
+        fs::remove_all(fs::temp_directory_path() / L"TamveloMuestra", ignored);
+        fs::remove(fs::temp_directory_path() / L"TamveloDiagnostico.txt", ignored);
         RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Tamvelo");
     }
     void ExpectAllAsBefore() const {
