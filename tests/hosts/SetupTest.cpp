@@ -264,6 +264,7 @@ protected:
         fs::remove_all(SystemFolder(CSIDL_LOCAL_APPDATA) / L"Tamvelo", ignored);
         fs::remove_all(fs::temp_directory_path() / L"TamveloMuestra", ignored);
         fs::remove(fs::temp_directory_path() / L"TamveloDiagnostico.txt", ignored);
+        RegDeleteKeyValueW(Hive(), kRunOnce.c_str(), L"Tamvelo");
         RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Tamvelo");
     }
     void ExpectAllAsBefore() const {
