@@ -1,5 +1,7 @@
 #include "win/ThemeScope.h"
 
+#include <commctrl.h>
+
 #include "com/Module.h"
 
 namespace tamvelo::win {
@@ -21,8 +23,28 @@ struct OwnContext {
         description.hModule = com::Module::Instance();
         description.lpResourceName = MAKEINTRESOURCEW(kManifest);
         handle = CreateActCtxW(&description);
+        NameClasses();
     }
     ~OwnContext() { ReleaseActCtx(handle); } // nothing happens to an invalid one
+
+private:
+    /// The system registers a themed class when its name is first asked for. Where two threads do so at once
+    /// the later one may get none, and its dialog is not made: so they are all asked for here, while other
+    /// threads wait.
+    void NameClasses() const noexcept {
+        ULONG_PTR cookie = 0;
+        if (handle == INVALID_HANDLE_VALUE || !ActivateActCtx(handle, &cookie)) {
+            return;
+        }
+        for (const wchar_t* name : {WC_BUTTONW, WC_STATICW, WC_EDITW, WC_LISTBOXW, WC_COMBOBOXW, L"ComboLBox",
+                                    WC_SCROLLBARW, WC_LISTVIEWW, WC_HEADERW, TOOLBARCLASSNAMEW,
+                                    TOOLTIPS_CLASSW, DATETIMEPICK_CLASSW, MONTHCAL_CLASSW, UPDOWN_CLASSW}) {
+            WNDCLASSEXW known{};
+            known.cbSize = sizeof known;
+            GetClassInfoExW(nullptr, name, &known);
+        }
+        DeactivateActCtx(0, cookie);
+    }
 };
 
 } // namespace
